@@ -1,0 +1,114 @@
+#pragma once
+
+#include "maps/AnalyzeCond.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+/// One two-dimensional field of doubles of the image's size with its picture, its scale and a
+/// processed copy; every map of the program is one. Touched on the GUI thread alone.
+class Analyzed2DRes : public QObject
+{
+    Q_OBJECT
+public:
+    explicit Analyzed2DRes(const QString& mapName, QObject* parent = nullptr);
+    ~Analyzed2DRes() override;
+
+    /// Range of values that the picture spans.
+    struct Scale {
+        double min;
+        double max;
+    };
+
+    int no = -1; ///< slot number in its analysis
+    QString name;
+    AnalyzeCond stepper;   ///< the walk that filled the map
+    bool imgValid = false; ///< genImg() has made a picture since the last clear()
+    double min;            ///< extremes of the values given to setData(), and where they were met
+    double max;
+    int minX = 0;
+    int minY = 0;
+    int maxX = 0;
+    int maxY = 0;
+    double fixedMin; ///< scale in force while fixedScale is on
+    double fixedMax;
+    bool fixedScale = false;
+    int imgFormat;        ///< ColorScale format of the picture
+    int savedSamples = 0; ///< values made by the last tiffDataForSave()
+    double procMin = 0.0; ///< extremes of the processed field
+    double procMax = 1.0;
+    double deglitchFactor = 2.0;
+    double deglitchRange = 0.9;
+    bool useProc = false; ///< picture and saved data come from the processed field
+    double deglitch2Limit = 40.0;
+
+    /// Starts a new filling: takes the walk and gives both fields width*height zeros.
+    void prepare(const AnalyzeCond& ac);
+
+    /// Takes settings, fields and picture of `other`; the fields only when it has a picture. A null
+    /// source changes nothing.
+    void copyFrom(const Analyzed2DRes* other);
+
+    /// Field as analysed, row by row; null without buffers.
+    const double* data() const { return data_.empty() ? nullptr : data_.data(); }
+    /// Processed field; exists together with data().
+    const double* procData() const { return procData_.empty() ? nullptr : procData_.data(); }
+    /// Value at a pixel, 0.0 outside the map or without buffers.
+    double valueAt(int x, int y) const;
+    bool contains(int x, int y) const;
+
+    /// The scale of the picture: the fixed one when on, else that of the field it is made of.
+    Scale scale() const;
+
+    /// Writes the map as text: the positions of its walk, as "x y value" lines or one line a row.
+    /// Values come from data() always; asAnalyzed has no effect on the text form. False, with one
+    /// log line, when the file can not be written.
+    bool saveAsText(const QFileInfo& fi, bool asAnalyzed, bool useComma, bool asXYZ) const;
+
+public Q_SLOTS:
+    void clear();
+    void setNo(int newNo);
+    /// Stores t over the block round (ix, iy) of half widths |xw|, |yw|, clipped to the map, and
+    /// updates the extremes.
+    void setData(int ix, int iy, int xw, int yw, double t);
+    /// Makes the picture anew through the colour bar.
+    void genImg();
+    /// The picture, owned by the map; may be null.
+    QImage* img() const;
+    /// Values scaled to 16 bits, one a position (asAnalyzed, clamped) or one a pixel (wrapping);
+    /// null without buffers. The scale given counts only with fixedScale. The caller frees the
+    /// array with delete[]; savedSamples tells how many entries are set.
+    quint16* tiffDataForSave(bool fixedScaleGiven, double scaleMin, double scaleMax,
+                             bool asAnalyzed);
+    void deglitch();
+    void setDeglitchConds(double f, double r);
+    void selectProcImg(bool f);
+    void deglitch2(double limit);
+    void copyProc2Data();
+    void setFixedScale(bool f);
+    void setScale(double newMin, double newMax);
+
+Q_SIGNALS:
+    /// The scale of a map was set: whoever shows the map passes it to the colour bar.
+    void scaleChanged(double newMin, double newMax);
+
+private:
+    Q_DISABLE_COPY(Analyzed2DRes)
+
+    void freeBuffers();
+    void resetRanges();
+    double neighbourRoughness(const AnalyzeCond& at) const;
+    double stepNeighbourMean(const AnalyzeCond& at) const;
+    double commonLevel(double limit) const;
+    double levelNeighbourMean(const AnalyzeCond& at, double mean, double limit) const;
+    void storeProcessed(const AnalyzeCond& at, double v);
+
+    std::vector<double> data_;
+    std::vector<double> procData_;
+    std::vector<uchar> imageBytes_;
+    std::unique_ptr<QImage> image_;
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "spectrum/Spectrum.h"
+#include "spectrum/SuggestElm.h"
+#include "spectrum/VictLine.h"
+
+#include <QMetaType>
+#include <QString>
+
+/// An absorption spectrum with its science: pre-edge and post-edge line, edge mid point, edge step
+/// and four normalised curves. A value: passed whole through signals and into worker threads.
+class XafsSpectrum : public Spectrum
+{
+public:
+    qint64 isMute = 1; ///< 0 after load() of a "9809" file, else 1
+    QString name = QStringLiteral("No Name");
+    SuggestElm sElm;
+    VictLine pre;  ///< pre-edge line
+    VictLine post; ///< post-edge line
+    int mode = VictLine::Straight; ///< background model of both lines
+    double dPreS = -1000.0; ///< ranges relative to the edge [eV]; dPreS and dPostE are only stored
+    double dPreE = -10.0;
+    double dPostS = 10.0;
+    double dPostE = 1000.0;
+    Spectrum i0Spectrum; ///< I0 and I1 against E, filled only by the reference file reader
+    Spectrum i1Spectrum;
+    Spectrum normalizedPostBase;       ///< (mu - post) / dMut
+    Spectrum doubleNormalizedPostBase; ///< (mu - post) / (post - pre)
+    Spectrum normalizedPreBase;        ///< (mu - post) / dMut + 1
+    Spectrum doubleNormalizedPreBase;  ///< (mu - pre) / (post - pre)
+    double eOffset = 0.0;      ///< shift of this position from the energy shift map [eV]
+    bool outOfRangeMidx = false; ///< the mid point left the window round sElm.edgeE
+    bool noisyMidx = false;      ///< both lines are too noisy for the step
+    double midx = 0.0; ///< edge mid point [eV]
+    double dMut = 0.0; ///< edge step at midx; 0 marks a failed edge
+
+    XafsSpectrum();
+
+    /// Takes the curve s and, when it has points, normalises it at once. backgroundMode: 0
+    /// Victoreen, else straight; energyOffset [eV] is kept as eOffset.
+    XafsSpectrum(const Spectrum& s, const QString& spectrumName, int backgroundMode,
+                 double energyOffset, const SuggestElm& elm);
+
+    void init(const QString& spectrumName, const SuggestElm& elm);
+
+    /// Fits the lines, finds midx and dMut and makes the four curves. n >= 1.
+    void normalize(int backgroundMode);
+    /// normalize() unless the spectrum is empty.
+    void normalizeIfData(int backgroundMode);
+
+    bool fitLines(double edgeE, int backgroundMode);
+    double findMidx() const;
+
+    double preAt(double E) const { return pre.at(E); }
+    double postAt(double E) const { return post.at(E); }
+
+    /// Normalised inner product of this doubleNormalizedPreBase with that of ref, this one moved
+    /// down by `shift` [eV]; 0.0 when either sum of squares is not positive.
+    double innerProduct(double shift, const XafsSpectrum& ref) const;
+
+    /// Shift [eV] of this spectrum against ref with the greatest inner product, searched round the
+    /// difference of the mid points: +-range by step, then both a tenth, while step >= minStep.
+    double findBestShift(const XafsSpectrum& ref, double range, double step, double minStep) const;
+
+    /// Reads a reference file ("9809" or simple layout). False, with points cleared, when it can
+    /// not be opened or holds no point.
+    bool load(const QString& fname);
+    bool loadAndNormalize(const QString& fname);
+
+    /// Writes the spectrum, its lines and its normalised curve as text; withEOffset takes eOffset
+    /// off the energies written. A file that can't be written costs one log line.
+    void dump(const QString& fname, bool withEOffset) const;
+};
+
+Q_DECLARE_METATYPE(XafsSpectrum)
