@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QPoint>
+#include <QString>
+#include <QVector>
+
+class QIODevice;
+
+/// A list of bad pixels ("error points") in detector coordinates. A value: every load job and every
+/// image carries its own copy, so a list changed during a load does no harm.
+struct ErrPoints {
+    bool active = false; ///< the list is applied
+    QString fileName;    ///< canonical path of the definition file
+    QVector<QPoint> points;
+    int sizeX = 0; ///< detector size from the "# Size" line
+    int sizeY = 0;
+
+    /// Reads a definition file: "# Size w h" empties the list and sets the size, "x y" adds a bad
+    /// pixel. With keep 0 the old points go first; active is false on return. False, with the list
+    /// empty and one log line, when the file can't be opened.
+    bool readFile(const QString& fname, int keep);
+
+    /// The same from an open text device.
+    void read(QIODevice& in);
+
+    bool contains(int x, int y) const;
+};
+
+/// The list of images that are read without one of their own: the dark image. GUI thread.
+ErrPoints& defaultErrPoints();
