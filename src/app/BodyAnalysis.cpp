@@ -49,7 +49,7 @@ void Body::startWalk(int ticket)
     if (walk_.running) {
         stop2DAnalysis();
         if (ticket != 0)
-            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLcf, ticket);
+            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
         return;
     }
     AnalyzeCond cond;
@@ -57,7 +57,7 @@ void Body::startWalk(int ticket)
         qDebug() << (i1Stack_.isEmpty() ? "2D analysis not started: no I1 images"
                                         : "2D analysis not started: no analysis selected");
         if (ticket != 0)
-            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLcf, ticket);
+            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
         return;
     }
     const int number = walk_.number + 1;
@@ -209,7 +209,7 @@ void Body::endWalk()
     analyzer_->setProgress(100.0);
     logTime(QStringLiteral("2da 3:"));
     if (ticket != 0)
-        Q_EMIT finishBatchExec(ExCmdAnalyzerExecLcf, ticket);
+        Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
 }
 
 void Body::leaveWalk()
