@@ -6,7 +6,8 @@
 /// The walk over the sampled positions of an area: image size, binning block, area, steps and the
 /// current position. A copyable record; calibration, analyses, exports and filters all walk by it.
 /// Pixels and positions are image coordinates.
-struct AnalyzeCond {
+struct AnalyzeCond
+{
     int width = 0; ///< size of the full image; row stride of every field that the walk addresses
     int height = 0;
     int halfX = 0; ///< the block covers 2*halfX+1 by 2*halfY+1 pixels round the position
@@ -25,21 +26,28 @@ struct AnalyzeCond {
 
     /// Area (x, y, w, h) with its ends cut to integers and put in order; a negative step means
     /// blocks side by side (2*half+1). The walk is started.
-    AnalyzeCond(int imageWidth, int imageHeight, int halfBlockX, int halfBlockY,
-                const QRectF& area, int stepArgX, int stepArgY);
+    AnalyzeCond(int imageWidth, int imageHeight, int halfBlockX, int halfBlockY, const QRectF& area,
+                int stepArgX, int stepArgY);
 
     /// To the first position: half a block inside the area's corner.
     void start();
 
     /// To the next position; false past the last one. The last centre of a row is the last below
-    /// x1, so a block may reach past the area by halfX.
+    /// x1, so a block may reach past the area by halfX. A step below 1 advances by 1.
     bool next();
+
+    /// Number of positions that the walk visits in a row and number of its rows, each at least 1.
+    int columns() const;
+    int rows() const;
 
     /// Progress of the walk in percent, by rows; 0 for an area without height.
     double progress() const;
 
     /// Writes v over the block round (cx, cy) of a field of width*height values, clipped to it.
     void fillBlock(double* field, double v) const;
+
+    /// The same round any pixel; half widths count by their absolute value.
+    void fillBlockAt(double* field, int x, int y, int half, int halfRows, double v) const;
 };
 
 Q_DECLARE_METATYPE(AnalyzeCond)

@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+class QTextStream;
+
 /// One two-dimensional field of doubles of the image's size with its picture, its scale and a
 /// processed copy; every map of the program is one. Touched on the GUI thread alone.
 class Analyzed2DRes : public QObject
@@ -19,7 +21,8 @@ public:
     ~Analyzed2DRes() override;
 
     /// Range of values that the picture spans.
-    struct Scale {
+    struct Scale
+    {
         double min;
         double max;
     };
@@ -101,6 +104,14 @@ private:
 
     void freeBuffers();
     void resetRanges();
+    double sample(const std::vector<double>& field, int x, int y) const;
+    Scale fieldScale() const;
+    void wrapImage();
+    void copySettings(const Analyzed2DRes& other);
+    void paintField(const double* v, int stride);
+    quint16* positionsTo16(const std::vector<double>& field, const Scale& s, std::size_t positions);
+    void writePoints(QTextStream& out, QChar separator) const;
+    void writeRows(QTextStream& out, QChar separator) const;
     double neighbourRoughness(const AnalyzeCond& at) const;
     double stepNeighbourMean(const AnalyzeCond& at) const;
     double commonLevel(double limit) const;
