@@ -119,12 +119,12 @@ QString batchConditions(const Phantom& phantom)
     return text;
 }
 
-QString batchLoading(ImageFormat format)
+QString batchLoading(const QString& folder, ImageFormat format)
 {
     QString text = QStringLiteral(":echo \"Loading the stacks\"\n");
     for (const Stack stack : {Stack::I1, Stack::I0}) {
-        text += QStringLiteral("load_%1_files_of_pattern NEW $DataRoot$/images/ %2\n")
-                    .arg(stackName(stack), demoFiles::imagePattern(stack, format));
+        text += QStringLiteral("load_%1_files_of_pattern new \"%2/images/\" %3\n")
+                    .arg(stackName(stack), folder, demoFiles::imagePattern(stack, format));
     }
     return text;
 }
@@ -144,25 +144,23 @@ QString batchDarkLevel(const Phantom& phantom)
     return text + QStringLiteral("select_region 0 0 %1 %1\n").arg(phantom.conditions.size);
 }
 
-QString batchAnalysis()
+QString batchAnalysis(const QString& folder)
 {
     return QStringLiteral(":echo \"Fitting the references\"\n"
                           "analyzer_select_analysis_mode 0\n"
                           ":for refs $ref$ 0 %1\n"
                           "analyzer_set_LCF_std $ref$ 0 0 "
-                          "$DataRoot$/references/species-$ref$.dat 1\n"
+                          "\"%2/references/species-$ref$.dat\" 1\n"
                           ":next refs\n"
                           "analyzer_exec_LCF\n")
-        .arg(speciesCount - 1);
+        .arg(speciesCount - 1)
+        .arg(folder);
 }
 
 QString batchSaveConditions()
 {
     return QStringLiteral(":echo \"Saving the maps\"\n"
                           "select_disp_image 3\n"
-                          "analyzer_set_scale_min %1\n"
-                          "analyzer_set_scale_max %2\n"
-                          "analyzer_set_fixed_scale 1\n"
                           "saveDataCfg_tiff_as_analyzed 1\n"
                           "saveDataCfg_tiff_fix_scale 1\n"
                           "saveDataCfg_tiff_scale_min %1\n"
@@ -172,22 +170,22 @@ QString batchSaveConditions()
         .arg(QString::number(mapScaleMin, 'g', 6), QString::number(mapScaleMax, 'g', 6));
 }
 
-/// Each reference's map of one kind as text, as TIFF and as the picture on the screen. All loops
+/// Each reference's map of one kind as text and as TIFF. All loops
 /// have one name: an ended loop of another name would go on replacing $ref$ by its last value.
-QString batchSaveMaps(const QString& kind, int imageType)
+QString batchSaveMaps(const QString& folder, const QString& kind, int imageType)
 {
     return QStringLiteral("analyzer_select_image_type %1\n"
                           ":for refs $ref$ 0 %3\n"
                           "analyzer_select_image $ref$\n"
                           "saveDataCfg_save_as_text\n"
-                          "save_data $DataRoot$/maps/%2-ref$ref$.dat\n"
+                          "save_data \"%4/maps/%2-ref$ref$.dat\"\n"
                           "saveDataCfg_save_as_tiff\n"
-                          "save_data $DataRoot$/maps/%2-ref$ref$.tif\n"
-                          "save_image $DataRoot$/pictures/screen-%2-ref$ref$.png\n"
+                          "save_data \"%4/maps/%2-ref$ref$.tif\"\n"
                           ":next refs\n")
         .arg(imageType)
         .arg(kind)
-        .arg(speciesCount - 1);
+        .arg(speciesCount - 1)
+        .arg(folder);
 }
 
 bool saveText(const QString& fname, const QString& text, QString* error)
@@ -205,10 +203,13 @@ bool saveText(const QString& fname, const QString& text, QString* error)
 
 bool makeFolders(const QString& folder, QString* error)
 {
-    // These characters have a meaning in the configuration file, so no path with them gets through.
-    if (folder.contains(QLatin1Char('"')) || folder.contains(QLatin1Char('\n'))) {
-        *error =
-            QStringLiteral("The folder's path must not hold a quote or line end: %1").arg(folder);
+    // Configuration and batch lines can't hold quotes and line ends, and the batch would replace
+    // its loop's variable.
+    if (folder.contains(QLatin1Char('"')) || folder.contains(QLatin1Char('\n')) ||
+        folder.contains(QLatin1String("$ref$"))) {
+        *error = QStringLiteral("The folder's path must not hold a double quote, a line end or "
+                                "$ref$: ") +
+                 folder;
         return false;
     }
     for (const char* name : {"images", "references", "maps", "pictures"}) {
@@ -268,15 +269,14 @@ QString demoFiles::imagePattern(Stack stack, ImageFormat format)
 
 QString demoFiles::imageFile(const QString& folder, Stack stack, int index, ImageFormat format)
 {
-    return QStringLiteral("%1/images/%2_%3.%4")
-        .arg(folder, stackName(stack))
-        .arg(index, 4, 10, QLatin1Char('0'))
-        .arg(imageSuffix(format));
+    const QString number = QStringLiteral("%1").arg(index, 4, 10, QLatin1Char('0'));
+    return folder +
+           QStringLiteral("/images/%1_%2.%3").arg(stackName(stack), number, imageSuffix(format));
 }
 
 QString demoFiles::referenceFile(const QString& folder, int species)
 {
-    return QStringLiteral("%1/references/species-%2.dat").arg(folder).arg(species);
+    return folder + QStringLiteral("/references/species-%1.dat").arg(species);
 }
 
 QString demoFiles::truthFile(const QString& folder)
@@ -287,12 +287,12 @@ QString demoFiles::truthFile(const QString& folder)
 QString demoFiles::mapText(const QString& folder, const QString& kind, int species)
 {
     // The program adds the number of the first reference in use: 0.
-    return QStringLiteral("%1/maps/%2-ref%3-0.dat").arg(folder, kind).arg(species);
+    return folder + QStringLiteral("/maps/%1-ref%2-0.dat").arg(kind).arg(species);
 }
 
 QString demoFiles::mapTiff(const QString& folder, const QString& kind, int species)
 {
-    return QStringLiteral("%1/maps/%2-ref%3-0.tif").arg(folder, kind).arg(species);
+    return folder + QStringLiteral("/maps/%1-ref%2-0.tif").arg(kind).arg(species);
 }
 
 QString demoFiles::pictureFolder(const QString& folder)
@@ -305,12 +305,13 @@ QString referenceText(int species)
     return species == angleSpecies ? angleReferenceText(species) : simpleReferenceText(species);
 }
 
-QString batchText(const Phantom& phantom, ImageFormat format)
+QString batchText(const QString& folder, const Phantom& phantom, ImageFormat format)
 {
     return QStringLiteral("# From image stacks to maps of three species\n") +
-           batchConditions(phantom) + batchLoading(format) + batchDarkLevel(phantom) +
-           batchAnalysis() + batchSaveConditions() + batchSaveMaps(QStringLiteral("ratio"), 0) +
-           batchSaveMaps(QStringLiteral("dmut"), 1) + QStringLiteral("quit\n");
+           batchConditions(phantom) + batchLoading(folder, format) + batchDarkLevel(phantom) +
+           batchAnalysis(folder) + batchSaveConditions() +
+           batchSaveMaps(folder, QStringLiteral("ratio"), 0) +
+           batchSaveMaps(folder, QStringLiteral("dmut"), 1) + QStringLiteral("quit\n");
 }
 
 bool writeExperiment(const QString& folder, const ExperimentConditions& conditions,
@@ -325,6 +326,6 @@ bool writeExperiment(const QString& folder, const ExperimentConditions& conditio
     return writeImages(path, phantom, format, error) && writeReferences(path, error) &&
            saveText(path + QStringLiteral("/bad-pixels.txt"), badPixelText(phantom), error) &&
            saveText(path + QStringLiteral("/config.cfg"), configurationText(path), error) &&
-           saveText(path + QStringLiteral("/demo.bat"), batchText(phantom, format), error) &&
+           saveText(path + QStringLiteral("/demo.bat"), batchText(path, phantom, format), error) &&
            saveText(demoFiles::truthFile(path), truthText(phantom), error);
 }

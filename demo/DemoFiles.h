@@ -26,9 +26,9 @@ constexpr double mapScaleMax = 1.25;
 /// I1), the others are tables of energy and absorption.
 QString referenceText(int species);
 
-/// The batch text that loads, analyses and saves the experiment. Paths are written by way of the
-/// data root, so that the folder can be moved with its configuration alone.
-QString batchText(const Phantom& phantom, ImageFormat format);
+/// The batch text that loads, analyses and saves the experiment in `folder` (an absolute path), and
+/// ends the program.
+QString batchText(const QString& folder, const Phantom& phantom, ImageFormat format);
 
 /// Writes images, references, bad-pixel list, configuration, batch and truth into a folder, which
 /// is made when missing. On failure false, with a sentence in `error`.

@@ -2,7 +2,7 @@
 #include "DemoFiles.h"
 
 #include <QCommandLineParser>
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QTextStream>
 
 #include <cstdio>
@@ -133,9 +133,8 @@ void addOptions(QCommandLineParser& parser)
 
 int main(int argc, char* argv[])
 {
-    // Pictures are painted without a display, wherever the program runs.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QGuiApplication application(argc, argv);
+    // Pictures are painted into images: no display, and so no GUI application.
+    const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationName(QStringLiteral("morvenkite-demo"));
     QCommandLineParser parser;
     addOptions(parser);

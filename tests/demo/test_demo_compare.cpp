@@ -184,5 +184,5 @@ void TestDemoCompare::twoFoldersAreHeldAgainstEachOther()
     QCOMPARE(compareFolders(dir_.path(), other.path(), -1, out), compareFailed);
 }
 
-QTEST_MAIN(TestDemoCompare)
+QTEST_GUILESS_MAIN(TestDemoCompare)
 #include "test_demo_compare.moc"
