@@ -57,8 +57,10 @@ double CountRandom::poisson(double mean)
 double CountRandom::poissonByProduct(double mean)
 {
     const double limit = std::exp(-mean);
+    double product = uniform();
     double count = 0.0;
-    for (double product = uniform(); product > limit; product *= uniform()) {
+    while (product > limit) {
+        product *= uniform();
         count += 1.0;
     }
     return count;

@@ -175,7 +175,8 @@ Phantom makePhantom(const ExperimentConditions& conditions)
     phantom.darkCorner = darkCornerOf(conditions.size);
     const int size = conditions.size;
     for (int i = 0; i < size * size; ++i) {
-        const Place p{(i % size + 0.5) / size, (i / size + 0.5) / size};
+        const int row = i / size;
+        const Place p{(i % size + 0.5) / size, (row + 0.5) / size};
         const double step = edgeStepAt(p);
         const std::array<double, speciesCount> fractions = fractionsAt(p);
         for (std::size_t s = 0; s < fractions.size(); ++s) {
