@@ -1,6 +1,7 @@
 #include "app/Body.h"
 #include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
+#include "common/Memory.h"
 #include "common/Settings.h"
 
 #include <QApplication>
@@ -22,6 +23,7 @@ void installTranslation(QTranslator& translator)
 
 int main(int argc, char** argv)
 {
+    keepFreedMemory();
     theCfg() = Cfg(argc, argv, QString(), QStringList());
     QApplication app(argc, argv);
     QTranslator translator;
