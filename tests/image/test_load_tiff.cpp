@@ -1,3 +1,4 @@
+#include "common/Memory.h"
 #include "image/LoadTiff.h"
 #include "image/TiffData.h"
 #include "support/ImageFiles.h"
@@ -7,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QThread>
 #include <QtTest>
+
+#include <malloc.h>
 
 /// The loader: which files of a job are read, in which order, and what is told at the end.
 class TestLoadTiff : public QObject
@@ -21,6 +24,7 @@ private Q_SLOTS:
     void queuedJobsEndOnceWithTheLastIdAndTheBatchTicket();
     void picturesAreMadeInTheWorkersThread();
     void stopLeavesTheRestUnread();
+    void aLoadedStackCostsItsPixelsAndItsPictures();
 
 private:
     QStringList load(LoadTiff& loader, const QVector<LoadJob>& jobs, int& id, int& ticket);
@@ -175,6 +179,38 @@ void TestLoadTiff::stopLeavesTheRestUnread()
     loader.loadTiffs(job(files_));
     QTest::qWait(50);
     QCOMPARE(arrived, QStringList({"0"}));
+}
+
+/// Two bytes a pixel and one for the picture, plus 1 % for all the rest.
+void TestLoadTiff::aLoadedStackCostsItsPixelsAndItsPictures()
+{
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    QSKIP("the sanitizer replaces the allocator that is measured");
+#endif
+    constexpr int images = 40;
+    constexpr int side = 512;
+    const QString name = dir_.filePath(QStringLiteral("large.img"));
+    QVERIFY(writeBytes(name, imgBytes(side, side, "", 2, [](int x, int y) { return x * y % 999; })));
+    QStringList names;
+    for (int i = 0; i < images; ++i)
+        names.append(name);
+    const auto inUse = [] {
+        const struct mallinfo2 info = mallinfo2();
+        return double(info.uordblks + info.hblkhd);
+    };
+    TiffStack stack;
+    LoadTiff loader;
+    connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int) { stack.append(data); });
+    QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
+    keepFreedMemory();
+    const double before = inUse();
+    loader.loadTiffs(job(names));
+    QVERIFY(ends.wait(20000));
+    const double cost = inUse() - before;
+    QCOMPARE(stack.size(), images);
+    deleteStack(stack);
+    const double pixels = double(images) * side * side;
+    QVERIFY2(cost <= 1.01 * 3 * pixels, qPrintable(QString::number(cost / pixels)));
 }
 
 QTEST_GUILESS_MAIN(TestLoadTiff)
