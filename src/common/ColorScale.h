@@ -8,7 +8,11 @@ class ColorScale
 {
 public:
     /// QImage format numbers that display images may have.
-    enum Format { Grey = 24, Hot = 13 };
+    enum Format
+    {
+        Grey = 24,
+        Hot = 13
+    };
 
     int imageFormat = Grey;  ///< format of all display images
     double lowHandle = 0.0;  ///< lower end of the ramp, as a fraction of the range; not clamped

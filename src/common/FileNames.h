@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+// Names of saved files. A file's extension is what stands behind the last point of its name; names
+// built here keep the folder part as it was written and get no trailing point when there is no
+// extension.
+
+/// Absolute path of `name`; `defaultExt` becomes its extension when it has none. An empty name
+/// stays empty, so that saving under it fails instead of making a hidden file.
+QString withExtension(const QString& name, const QString& defaultExt);
+
+/// The name with "-" and `suffix` put in front of its extension: "d/a.tif" and "cBar" give
+/// "d/a-cBar.tif", "a" and "1" give "a-1".
+QString addSuffix(const QString& name, const QString& suffix);
+
+/// The name with a running number: addSuffix() with the number's text as it stands.
+QString withInsertedNumber(const QString& name, const QString& num);

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QString>
+
+class Cfg;
+
+// What the command line and the configuration file decide for the whole program. All of it is
+// written before the event loop starts and only read afterwards, so any thread may read it.
+
+extern QString DataRoot;         ///< start folder of all file dialogs for data
+extern QString BatchRoot;        ///< start folder for batch files
+extern bool ShowAnalyzer2Button; ///< the button that opens the Analyzer2 panel is shown
+extern bool DebugMode;           ///< kept for diagnostics; changes nothing at present
+
+/// The one key table of the program.
+Cfg& theCfg();
+
+/// Gives the four globals their defaults.
+void initSettings();
+
+/// Path of the configuration file: "config.cfg" in the program's folder (empty when there is
+/// none), or the value of "-c", or that of "-config", which wins. Logs the path.
+QString configPath(Cfg& cfg, const QString& applicationDir);
+
+/// Takes data root, batch root and the Analyzer2 button from the keys of the table, then from the
+/// options "-d", "-br" and "-showA2B", which win; logs the keys. An option without a value counts
+/// as given: it empties a root and hides the button.
+void applySettings(Cfg& cfg);
+
+/// What the command line asks for beyond the settings.
+struct StartOptions
+{
+    bool english = false;   ///< no translation
+    QString batchFile;      ///< handed to the batch window unless empty
+    bool execBatch = false; ///< the batch window's text is started
+    bool debug = false;
+};
+
+/// Looks up the start options, and sets DebugMode.
+StartOptions readStartOptions(Cfg& cfg);

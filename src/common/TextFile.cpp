@@ -1,0 +1,34 @@
+#include "common/TextFile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTextCodec>
+
+QString decodeText(const QByteArray& bytes)
+{
+    QTextCodec* const utf8 = QTextCodec::codecForName("UTF-8");
+    QTextCodec::ConverterState state;
+    QString text = QTextCodec::codecForUtfText(bytes, utf8)
+                       ->toUnicode(bytes.constData(), bytes.size(), &state);
+    if (state.invalidChars > 0)
+        text = QString::fromLocal8Bit(bytes);
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return text;
+}
+
+TextFileResult readTextFile(const QString& fileName, qint64 maxBytes, QString& text)
+{
+    // A pipe or a device may never end, and opening a pipe may never return.
+    if (!QFileInfo(fileName).isFile())
+        return TextFileResult::CantOpen;
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return TextFileResult::CantOpen;
+    if (file.size() > maxBytes)
+        return TextFileResult::TooLong;
+    const QByteArray bytes = file.read(maxBytes + 1);
+    if (bytes.size() > maxBytes)
+        return TextFileResult::TooLong;
+    text = decodeText(bytes);
+    return TextFileResult::Ok;
+}

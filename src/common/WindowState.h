@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+// Geometry of windows in the settings store, one group for each window. GUI thread.
+
+/// Writes size, position and visibility of the window, and `popUp`, under `group`.
+void saveWindowState(QWidget* w, const QString& group, bool popUp);
+
+/// Resizes, moves and shows or hides the window as `group` tells, and stores the pop-up mode in
+/// `popUp`. An empty store gives 400 by 400 at (200, 200), shown, with pop-up mode on.
+void loadWindowState(QWidget* w, const QString& group, bool* popUp);
