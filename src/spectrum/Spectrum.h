@@ -44,7 +44,8 @@ public:
     double smoothedAt(double x) const;
 
     /// Rebuilds `smoothed`: mean of y over the window [i - halfWidth, i + halfWidth], which
-    /// shrinks at both ends. The sum runs along with the window and is not formed anew.
+    /// shrinks at both ends. The sum runs along with the window and is not formed anew. A negative
+    /// halfWidth acts as 0.
     void genSmoothed(int halfWidth);
 
     void resetBounds();
@@ -57,18 +58,26 @@ public:
 
     /// Takes the whole curve at once, with the same bounds as appending point by point.
     void setPoints(const QVector<QPointF>& newPoints);
+
+protected:
+    /// Takes the points from index `first` on into the bounds, as appending each would.
+    void extendBounds(int first);
 };
 
 /// Reads an ascending curve at ascending energies without bisecting anew for each: gives the same
-/// values as Spectrum::yAt, to the last bit. Falls back to yAt where the curve does not ascend or
-/// an energy steps back. The curve must outlive the cursor and not change.
+/// values as Spectrum::yAt, to the last bit. Bisects where the curve does not ascend or an energy
+/// steps back. The curve must outlive the cursor and not change.
 class SpectrumCursor
 {
 public:
     explicit SpectrumCursor(const Spectrum& curve);
     double yAt(double x);
+    /// Spectrum::smoothedAt of the curve.
+    double smoothedAt(double x);
 
 private:
+    int segmentAt(double x);
+
     const Spectrum& curve_;
     const QPointF* points_;
     int size_;

@@ -12,22 +12,26 @@
 class VictLine : public Spectrum
 {
 public:
-    enum Mode { Victoreen = 0, Straight = 1 };
+    enum Mode
+    {
+        Victoreen = 0,
+        Straight = 1
+    };
 
-    bool ok = false;  ///< the last fit succeeded
+    bool ok = false; ///< the last fit succeeded
     int mode = Straight;
-    double c0 = 0.0;  ///< constant of either form
-    double c1 = 0.0;  ///< of lambda^3
-    double c2 = 0.0;  ///< of lambda^4
+    double c0 = 0.0; ///< constant of either form
+    double c1 = 0.0; ///< of lambda^3
+    double c2 = 0.0; ///< of lambda^4
     double slope = 0.0;
-    double rms = 0.0; ///< root mean square residual over the fitted range, 1.0 for no points
-    int count = 0;    ///< points behind rms
+    double rms = 0.0;    ///< root mean square residual over the fitted range, 1.0 for no points
+    int count = 0;       ///< points behind rms
     double startE = 0.0; ///< fitted range [eV]
     double endE = 0.0;
-    int corrMode = 2;           ///< 2 Bezier bend, any other value cubic bend
-    bool corrected = false;     ///< a bend exists
-    bool correctedAbove = true; ///< it applies above endE, else below startE
-    std::array<double, 4> cubic{}; ///< a, b, c, d of y = a E^3 + b E^2 + c E + d
+    int corrMode = 2;               ///< 2 Bezier bend, any other value cubic bend
+    bool corrected = false;         ///< a bend exists
+    bool correctedAbove = true;     ///< it applies above endE, else below startE
+    std::array<double, 4> cubic{};  ///< a, b, c, d of y = a E^3 + b E^2 + c E + d
     QVector<QPointF> controlPoints; ///< the four Bezier control points
 
     /// Fits the line to the points of s with sE <= x < eE; non-zero mode means straight. False when
@@ -41,6 +45,13 @@ public:
     /// The line at energy E [eV], with the bend where it applies.
     double at(double E) const;
 
+    /// at() of n energies [eV] at once, the quick way through a whole curve; same values to the
+    /// last bit.
+    void valuesAt(const double* energies, int n, double* values) const;
+
+    /// Raises both forms of the line, the plain one and the cubic bend, by dy.
+    void raise(double dy);
+
     /// Bends this pre-edge line above its range towards the post-edge line `other`, when `other`
     /// is less steep and the lines would cross. Only a straight line is bent.
     void genCorrectedInPost(const VictLine& other);
@@ -50,4 +61,18 @@ public:
 
     /// True when two straight lines meet within [a, b]; false unless both are straight.
     bool crossesWithin(const VictLine& other, double a, double b) const;
+
+private:
+    bool isStraight() const { return mode != Victoreen; }
+    bool isBentAt(double E) const { return corrected && (correctedAbove ? E > endE : E < startE); }
+    double cubicAt(double E) const;
+    bool fitStraight(const Spectrum& s);
+    bool fitVictoreen(const Spectrum& s);
+    void setRms(double sumOfSquares, int pointCount);
+    void bendBezierAbove(const VictLine& other);
+    void bendBezierBelow(const VictLine& other);
+    void bendCubicAbove(const VictLine& other);
+    void bendCubicBelow(const VictLine& other);
+    void sampleBezier();
+    bool solveCubic(QPointF first, double firstSlope, QPointF second, double secondSlope);
 };

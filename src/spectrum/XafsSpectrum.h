@@ -7,6 +7,8 @@
 #include <QMetaType>
 #include <QString>
 
+class QTextStream;
+
 /// An absorption spectrum with its science: pre-edge and post-edge line, edge mid point, edge step
 /// and four normalised curves. A value: passed whole through signals and into worker threads.
 class XafsSpectrum : public Spectrum
@@ -15,8 +17,8 @@ public:
     qint64 isMute = 1; ///< 0 after load() of a "9809" file, else 1
     QString name = QStringLiteral("No Name");
     SuggestElm sElm;
-    VictLine pre;  ///< pre-edge line
-    VictLine post; ///< post-edge line
+    VictLine pre;                  ///< pre-edge line
+    VictLine post;                 ///< post-edge line
     int mode = VictLine::Straight; ///< background model of both lines
     double dPreS = -1000.0; ///< ranges relative to the edge [eV]; dPreS and dPostE are only stored
     double dPreE = -10.0;
@@ -28,11 +30,11 @@ public:
     Spectrum doubleNormalizedPostBase; ///< (mu - post) / (post - pre)
     Spectrum normalizedPreBase;        ///< (mu - post) / dMut + 1
     Spectrum doubleNormalizedPreBase;  ///< (mu - pre) / (post - pre)
-    double eOffset = 0.0;      ///< shift of this position from the energy shift map [eV]
-    bool outOfRangeMidx = false; ///< the mid point left the window round sElm.edgeE
-    bool noisyMidx = false;      ///< both lines are too noisy for the step
-    double midx = 0.0; ///< edge mid point [eV]
-    double dMut = 0.0; ///< edge step at midx; 0 marks a failed edge
+    double eOffset = 0.0;              ///< shift of this position from the energy shift map [eV]
+    bool outOfRangeMidx = false;       ///< the mid point left the window round sElm.edgeE
+    bool noisyMidx = false;            ///< both lines are too noisy for the step
+    double midx = 0.0;                 ///< edge mid point [eV]
+    double dMut = 0.0;                 ///< edge step at midx; 0 marks a failed edge
 
     XafsSpectrum();
 
@@ -70,6 +72,19 @@ public:
     /// Writes the spectrum, its lines and its normalised curve as text; withEOffset takes eOffset
     /// off the energies written. A file that can't be written costs one log line.
     void dump(const QString& fname, bool withEOffset) const;
+    /// The text of dump().
+    void dumpTo(QTextStream& out, bool withEOffset) const;
+
+private:
+    struct LineSamples;
+
+    void forgetCurves();
+    int steepestIndex() const;
+    double midPoint(const LineSamples& samples) const;
+    int crossingIndex(const LineSamples& samples) const;
+    void smoothedAtOwnEnergies(const double* energies, double* values) const;
+    void makeNormalizedCurves(const LineSamples& samples);
+    void guardEdge();
 };
 
 Q_DECLARE_METATYPE(XafsSpectrum)

@@ -1,0 +1,85 @@
+#include "spectrum/ReferenceFile.h"
+#include "spectrum/XafsSpectrum.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QTextStream>
+
+namespace {
+void writeCoefficients(QTextStream& out, const char* head, const VictLine& line)
+{
+    out << head << line.c0 << ' ' << line.slope << ' ' << line.c1 << ' ' << line.c2 << '\n';
+}
+} // namespace
+
+/// Drops all that was read or worked out of an earlier file. Settings (name, element, model,
+/// shifts) stay.
+void XafsSpectrum::forgetCurves()
+{
+    clear();
+    smoothed.clear();
+    i0Spectrum = i1Spectrum = Spectrum();
+    normalizedPostBase = doubleNormalizedPostBase = Spectrum();
+    normalizedPreBase = doubleNormalizedPreBase = Spectrum();
+    pre = post = VictLine();
+    midx = dMut = 0.0;
+    outOfRangeMidx = noisyMidx = false;
+    isMute = 1;
+}
+
+bool XafsSpectrum::load(const QString& fname)
+{
+    forgetCurves();
+    qDebug() << "loading in xafs spectrum" << fname;
+    QFile file(fname);
+    // A device or a pipe need not ever come to an end.
+    if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return false;
+    QTextStream in(&file);
+    const ReferenceFile read = readReferenceFile(in);
+    qDebug() << (read.is9809 ? "9809" : "mute");
+    isMute = read.is9809 ? 0 : 1;
+    setPoints(read.mu.points);
+    i0Spectrum = read.i0;
+    i1Spectrum = read.i1;
+    return !isEmpty();
+}
+
+bool XafsSpectrum::loadAndNormalize(const QString& fname)
+{
+    const bool loaded = load(fname);
+    if (loaded)
+        normalizeIfData(mode);
+    return loaded;
+}
+
+void XafsSpectrum::dump(const QString& fname, bool withEOffset) const
+{
+    QSaveFile file(fname);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
+        qDebug() << "can't write spectrum" << fname;
+        return;
+    }
+    QTextStream out(&file);
+    dumpTo(out, withEOffset);
+    out.flush();
+    if (!file.commit())
+        qDebug() << "can't write spectrum" << fname;
+}
+
+void XafsSpectrum::dumpTo(QTextStream& out, bool withEOffset) const
+{
+    out << "###Morvenkite::XafsSpectrum\n";
+    out << "# midx    : " << midx << '\n';
+    out << "# dMut    : " << dMut << '\n';
+    writeCoefficients(out, "# pre   vic : ", pre);
+    writeCoefficients(out, "# poste vic : ", post);
+    out << "#\n# x  double-normalized-pre-base y pre post\n";
+    for (int i = 0; i < size(); ++i) {
+        const double E = x(i);
+        out << (withEOffset ? E - eOffset : E) << '\t' << doubleNormalizedPreBase.y(i) << '\t'
+            << y(i) << '\t' << preAt(E) << '\t' << postAt(E) << '\n';
+    }
+}
