@@ -113,8 +113,10 @@ void LcfPlan::prepare(const XafsSpectrum& s)
 {
     prepared_ = true;
     offset_ = s.eOffset;
-    spectrumEnergies_.take(s);
-    curveEnergies_.take(s.doubleNormalizedPreBase);
+    if (!spectrumEnergies_.equal(s))
+        spectrumEnergies_.take(s);
+    if (!curveEnergies_.equal(s.doubleNormalizedPreBase))
+        curveEnergies_.take(s.doubleNormalizedPreBase);
     energies_.resize(at(s.size()));
     std::transform(s.points.begin(), s.points.end(), energies_.begin(),
                    [&s](const QPointF& p) { return p.x() - s.shift() - s.eOffset; });
@@ -122,8 +124,12 @@ void LcfPlan::prepare(const XafsSpectrum& s)
     chooseFittedPoints();
     factorise();
     chooseResidualPoints(s.doubleNormalizedPreBase);
-    if (request_.inWalk)
-        sampleFit(fitCurve(rowWeights_.data()), s.doubleNormalizedPreBase);
+    if (request_.inWalk) {
+        // Read at energies only, so its bounds need not be known.
+        Spectrum curve;
+        curve.points = fitCurve(rowWeights_.data());
+        sampleFit(curve, s.doubleNormalizedPreBase);
+    }
 }
 
 void LcfPlan::readReferences()
@@ -149,13 +155,13 @@ void LcfPlan::readReferences()
 void LcfPlan::chooseFittedPoints()
 {
     fitted_.clear();
-    fittedRows_.clear();
+    fittedRows_.resize(rows_.size());
+    double* out = fittedRows_.data();
     for (std::size_t i = 0; i < energies_.size(); ++i) {
         if (energies_[i] < fitStart_ || energies_[i] > fitEnd_)
             continue;
         fitted_.push_back(static_cast<int>(i));
-        const double* const row = rows_.data() + i * stride_;
-        fittedRows_.insert(fittedRows_.end(), row, row + stride_);
+        out = std::copy_n(rows_.data() + i * stride_, stride_, out);
     }
     fittedValues_.resize(fitted_.size());
 }
@@ -186,10 +192,10 @@ void LcfPlan::chooseResidualPoints(const Spectrum& curve)
     fitValues_.resize(residualPoints_.size());
 }
 
-Spectrum LcfPlan::fitCurve(const double* weights) const
+QVector<QPointF> LcfPlan::fitCurve(const double* weights) const
 {
-    QVector<QPointF> points;
-    points.reserve(static_cast<int>(energies_.size()));
+    QVector<QPointF> points(static_cast<int>(energies_.size()));
+    QPointF* out = points.data();
     const std::size_t n = references_.size();
     for (std::size_t i = 0; i < energies_.size(); ++i) {
         if (!(energies_[i] >= spanStart_ && energies_[i] <= spanEnd_))
@@ -198,11 +204,10 @@ Spectrum LcfPlan::fitCurve(const double* weights) const
         double sum = 0.0;
         for (std::size_t j = 0; j < n; ++j)
             sum += weights[j] * row[j];
-        points.append({energies_[i], sum});
+        *out++ = {energies_[i], sum};
     }
-    Spectrum curve;
-    curve.setPoints(points);
-    return curve;
+    points.resize(static_cast<int>(out - points.data()));
+    return points;
 }
 
 void LcfPlan::sampleFit(const Spectrum& fitted, const Spectrum& curve)
@@ -262,7 +267,8 @@ LcfResult LcfPlan::fit(const XafsSpectrum& s)
     std::transform(weights_.begin(), weights_.end(), result.dMuts.begin(),
                    [scale](double w) { return w * scale; });
     if (!request_.inWalk) {
-        const Spectrum curve = fitCurve(weights_.data());
+        Spectrum curve;
+        curve.setPoints(fitCurve(weights_.data()));
         sampleFit(curve, s.doubleNormalizedPreBase);
         result.fit =
             XafsSpectrum(curve, QStringLiteral("anal-LCF"), VictLine::Straight, 0.0, request_.sElm);

@@ -82,7 +82,7 @@ private:
     void chooseFittedPoints();
     void factorise();
     void chooseResidualPoints(const Spectrum& curve);
-    Spectrum fitCurve(const double* weights) const;
+    QVector<QPointF> fitCurve(const double* weights) const;
     void sampleFit(const Spectrum& fitted, const Spectrum& curve);
     void solve(const Spectrum& curve);
     double residual(const XafsSpectrum& s) const;
