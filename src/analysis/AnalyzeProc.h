@@ -8,7 +8,8 @@
 
 /// Spectra to analyse with copies of all that their analysis needs. One spectrum for a shown
 /// position, consecutive positions of a row in a walk.
-struct AnalysisRequest {
+struct AnalysisRequest
+{
     int walk = 0;   ///< number of the walk that asks, 0 for a single spectrum
     int number = 0; ///< place of the request in its walk
     QVector<XafsSpectrum> spectra;
@@ -17,7 +18,8 @@ struct AnalysisRequest {
 };
 
 /// Results of a request, one entry per spectrum and in its order.
-struct AnalysisResult {
+struct AnalysisResult
+{
     int walk = 0;
     int number = 0;
     QVector<LcfResult> lcf; ///< empty unless asked for

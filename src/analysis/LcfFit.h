@@ -5,15 +5,19 @@
 #include <QMetaType>
 #include <QVector>
 
+#include <vector>
+
 /// What the fit needs of one reference row, copied when a request is made: workers never see rows.
-struct LcfReferenceData {
+struct LcfReferenceData
+{
     XafsSpectrum spectrum; ///< isShifted on; eShift is the row's dE
     bool active = false;   ///< its use box is checked and it holds a valid file
     double weight = 0.0;   ///< the weight that the row shows
 };
 
 /// Conditions of a linear combination fit.
-struct LcfRequest {
+struct LcfRequest
+{
     QVector<LcfReferenceData> rows; ///< all rows of the panel, active or not
     double rangeStart = 0.0;        ///< fitting range [eV]
     double rangeEnd = 30000.0;
@@ -24,15 +28,98 @@ struct LcfRequest {
 };
 
 /// Outcome of a linear combination fit of one spectrum.
-struct LcfResult {
-    bool analysed = false; ///< false: no points, or fewer than two rows; nothing else is set
-    bool fitted = false;   ///< false: no edge step; ratios and dMuts are zero, one a row
+struct LcfResult
+{
+    bool analysed = false;   ///< false: no points, or fewer than two rows; nothing else is set
+    bool fitted = false;     ///< false: no edge step; ratios and dMuts are zero, one a row
     QVector<int> activeRows; ///< row of each entry of ratios and dMuts when fitted
     QVector<double> ratios;  ///< fitted weight of each active reference, not limited
     QVector<double> dMuts;   ///< weight times the edge step of the spectrum
     double zansa = 0.0;      ///< residual; only when fitted
-    XafsSpectrum fit;        ///< the fit curve; normalised only outside a walk
+    XafsSpectrum fit;        ///< the fit curve, normalised; not stored during a walk
 };
+
+/// A linear combination fit prepared for many spectra: whatever does not change from one spectrum
+/// to the next is worked out once. What depends on the energies of a spectrum and on its offset
+/// (the references there, the normal matrix and its factors, the fit curve of a walk) is kept for
+/// the energies seen last. Results do not depend on what was fitted before, to the last bit.
+///
+/// The fit is a plain least-squares one on doubleNormalizedPreBase over the fitting range as far as
+/// all active references reach, without limits on the weights. References that can not be told
+/// apart leave whatever the solver gives.
+class LcfPlan
+{
+public:
+    explicit LcfPlan(const LcfRequest& request);
+
+    LcfResult fit(const XafsSpectrum& s);
+
+private:
+    Q_DISABLE_COPY(LcfPlan)
+
+    /// Energies of a curve as they were when the plan last looked.
+    struct Energies
+    {
+        std::vector<double> raw;
+        double shift = 0.0;
+
+        bool equal(const Spectrum& curve) const;
+        void take(const Spectrum& curve);
+    };
+
+    struct Reference
+    {
+        const Spectrum* curve;
+        SpectrumCursor start; ///< at the curve's first segment; copied for each run over energies
+        double shift;         ///< dE of the row [eV]
+        double weight;        ///< as the row shows it
+    };
+
+    void addReference(const LcfReferenceData& row);
+    bool isPreparedFor(const XafsSpectrum& s) const;
+    void prepare(const XafsSpectrum& s);
+    void readReferences();
+    void chooseFittedPoints();
+    void factorise();
+    void chooseResidualPoints(const Spectrum& curve);
+    QVector<QPointF> fitCurve(const double* weights) const;
+    void sampleFit(const Spectrum& fitted, const Spectrum& curve);
+    void solve(const Spectrum& curve);
+    double residual(const XafsSpectrum& s) const;
+
+    LcfRequest request_; ///< owns the curves that references_ point to
+    std::vector<Reference> references_;
+    QVector<int> activeRows_;
+    std::vector<double> rowWeights_;
+    double fitStart_; ///< fitting range within the references' common span
+    double fitEnd_;
+    double spanStart_ = 0.0; ///< common span of the references, where the fit curve is formed
+    double spanEnd_;
+
+    // Of the energies seen last.
+    bool prepared_ = false;
+    Energies spectrumEnergies_;
+    Energies curveEnergies_;
+    double offset_ = 0.0;
+    std::vector<double> energies_; ///< of all points, offset taken off
+    std::size_t stride_;           ///< values kept a point: one a reference, filled up with zeros
+    std::vector<double> rows_;     ///< references at energies_
+    std::vector<int> fitted_;      ///< points inside the fitting range
+    std::vector<double> fittedRows_;
+    std::vector<int> residualPoints_;
+    std::vector<double> fitValues_; ///< fit curve at the energies of residualPoints_
+
+    // Normal equations; the matrices row by row.
+    std::vector<double> a_, l_, u_, b_, y_, x_;
+    std::vector<double*> lRows_, uRows_;
+    std::vector<const double*> aRows_;
+    std::vector<int> pivots_;
+    std::vector<double> fittedValues_; ///< of the spectrum at fitted_
+    std::vector<double> weights_;
+};
+
+/// Fits a single spectrum: a plan used once.
+LcfResult fitLcf(const XafsSpectrum& s, const LcfRequest& request);
 
 Q_DECLARE_METATYPE(LcfRequest)
 Q_DECLARE_METATYPE(LcfResult)

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double inf = std::numeric_limits<double>::infinity();
 
 AnalyzeCond wholeImage(int w, int h, int half = 0)
@@ -143,7 +143,7 @@ void TestAnalyzedMap::paintsTheProcessedFieldAndFixedScales()
 void TestAnalyzedMap::survivesValuesThatAreNoNumbers()
 {
     Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 4, 1, {nan, inf, -inf, 1.0});
+    fill(map, 4, 1, {noNumber, inf, -inf, 1.0});
     map.genImg();
     QCOMPARE(map.img()->size(), QSize(4, 1));
     QVERIFY(std::isnan(map.valueAt(0, 0)));
@@ -231,7 +231,7 @@ void TestAnalyzedMap::writesText()
     map.prepare(AnalyzeCond(4, 2, 0, 0, QRectF(1, 0, 2, 2), -1, -1));
     map.setData(1, 0, 0, 0, 0.1);
     map.setData(2, 0, 0, 0, -3e-20);
-    map.setData(1, 1, 0, 0, nan);
+    map.setData(1, 1, 0, 0, noNumber);
     map.setData(2, 1, 0, 0, 1234567.875);
     map.useProc = true; // text is of the field as analysed all the same
     const QTemporaryDir dir;

@@ -1,0 +1,41 @@
+#include "analysis/AnalyzeProc.h"
+
+AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& stop)
+{
+    AnalysisResult result;
+    result.walk = request.walk;
+    result.number = request.number;
+    if (!request.lcf)
+        return result;
+    LcfPlan plan(request.lcfConditions);
+    result.lcf.reserve(request.spectra.size());
+    for (const XafsSpectrum& s : request.spectra) {
+        if (stop)
+            break;
+        result.lcf.append(plan.fit(s));
+    }
+    return result;
+}
+
+AnalyzeProc::AnalyzeProc(QObject* parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<AnalysisRequest>();
+    qRegisterMetaType<AnalysisResult>();
+}
+
+void AnalyzeProc::setContAccess(bool f)
+{
+    contAccess_ = f;
+}
+
+void AnalyzeProc::analyzeSpectrum0(const AnalysisRequest& request)
+{
+    AnalysisRequest asked = request;
+    asked.lcfConditions.inWalk = contAccess_;
+    const AnalysisResult result = analyze(asked, stop_);
+    if (!contAccess_ && !result.lcf.isEmpty() && result.lcf.first().fitted)
+        Q_EMIT newZ(result.lcf.first().zansa);
+    // Also after a stop: whoever waits for an answer must get one.
+    Q_EMIT finished(result);
+}

@@ -1,0 +1,87 @@
+#include "output/SaveDataCfg.h"
+
+#include "ui_SaveDataCfg.h"
+
+SaveDataCfg::SaveDataCfg(QWidget* parent)
+    : QFrame(parent)
+    , ui_(std::make_unique<Ui_SaveDataCfg>())
+{
+    ui_->setupUi(this);
+    connect(ui_->SaveAsTiff, &QRadioButton::toggled, this, &SaveDataCfg::toggledSaveAs);
+    toggledSaveAs(savesAsTiff());
+}
+
+SaveDataCfg::~SaveDataCfg() = default;
+
+bool SaveDataCfg::savesAsTiff() const
+{
+    return ui_->SaveAsTiff->isChecked();
+}
+
+MapSaveOptions SaveDataCfg::options() const
+{
+    MapSaveOptions options;
+    options.fixedScale = ui_->TiffFixedScale->isChecked();
+    options.scaleMin = ui_->TiffScaleMin->text().toDouble();
+    options.scaleMax = ui_->TiffScaleMax->text().toDouble();
+    options.asAnalyzed = ui_->TiffAsAnalyzed->isChecked();
+    options.commaSeparated = ui_->DataCommaSeparated->isChecked();
+    options.asXYVal = ui_->DataXYVal->isChecked();
+    return options;
+}
+
+void SaveDataCfg::toggledSaveAs(bool f)
+{
+    ui_->TiffCfg->setEnabled(f);
+    ui_->TextCfg->setEnabled(!f);
+}
+
+void SaveDataCfg::setSaveAsTiff()
+{
+    ui_->SaveAsTiff->setChecked(true);
+}
+
+void SaveDataCfg::setSaveAsText()
+{
+    ui_->SaveAsTextData->setChecked(true);
+}
+
+void SaveDataCfg::setSaveTiffScaleFixed(bool f)
+{
+    ui_->TiffFixedScale->setChecked(f);
+}
+
+void SaveDataCfg::setSaveTiffScaleMin(double min)
+{
+    ui_->TiffScaleMin->setText(QString::number(min, 'g', 6));
+}
+
+void SaveDataCfg::setSaveTiffScaleMax(double max)
+{
+    ui_->TiffScaleMax->setText(QString::number(max, 'g', 6));
+}
+
+void SaveDataCfg::setSaveTiffAsAnalyzed(bool f)
+{
+    ui_->TiffAsAnalyzed->setChecked(f);
+}
+
+void SaveDataCfg::setSaveTextAsCSV()
+{
+    ui_->DataCommaSeparated->setChecked(true);
+}
+
+void SaveDataCfg::setSaveTextAsSSV()
+{
+    ui_->DataSpaceSeparated->setChecked(true);
+}
+
+void SaveDataCfg::setSaveTextAsXYVal()
+{
+    ui_->DataXYVal->setChecked(true);
+}
+
+void SaveDataCfg::setSaveTextAsValValVal()
+{
+    ui_->DataValValVal->setChecked(true);
+}

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "output/MapExport.h"
+
+#include <QFrame>
+
+#include <memory>
+
+class Ui_SaveDataCfg;
+
+/// The panel that says how the numbers of a map are saved.
+class SaveDataCfg : public QFrame
+{
+    Q_OBJECT
+public:
+    explicit SaveDataCfg(QWidget* parent = nullptr);
+    ~SaveDataCfg() override;
+
+    /// TIFF is chosen, else text.
+    bool savesAsTiff() const;
+    /// What the panel shows.
+    MapSaveOptions options() const;
+
+public Q_SLOTS:
+    /// Enables the settings of TIFF (f) or of text.
+    void toggledSaveAs(bool f);
+    void setSaveAsTiff();
+    void setSaveAsText();
+    void setSaveTiffScaleFixed(bool f);
+    void setSaveTiffScaleMin(double min);
+    void setSaveTiffScaleMax(double max);
+    void setSaveTiffAsAnalyzed(bool f);
+    void setSaveTextAsCSV();
+    void setSaveTextAsSSV();
+    void setSaveTextAsXYVal();
+    void setSaveTextAsValValVal();
+
+private:
+    Q_DISABLE_COPY(SaveDataCfg)
+
+    const std::unique_ptr<Ui_SaveDataCfg> ui_;
+};
