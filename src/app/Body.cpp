@@ -8,6 +8,7 @@
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
+#include "display/XafsFileSelect.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "spectrum/ElementTable.h"
@@ -54,6 +55,8 @@ Body::Body(QWidget* parent)
     i0_.images = &i0Stack_;
     i0_.row = ui_->SelectI0Files;
     dataDialogs_ = new FDGroup(this);
+    for (const Stack* stack : {&i1_, &i0_})
+        dataDialogs_->add(stack->row->dialog());
 
     setupBatch();
     setupStacks();
@@ -162,6 +165,10 @@ void Body::setupDark()
     connect(selectImgDialog_, &QFileDialog::fileSelected, this, &Body::selectedDark);
     connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
 
+    for (XafsFileSelect* row : {ui_->SelectBG, ui_->TotalI0ofI1XAFS, ui_->TotalI0ofI0XAFS}) {
+        row->showUse(false);
+        dataDialogs_->add(row->dialog());
+    }
     connect(ui_->SelectBG, &XafsFileSelect::newFile, this, &Body::selectedBG);
     connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
     connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
@@ -213,6 +220,12 @@ void Body::setupAnalyzer()
     connect(ui_->SuggestingElm, &QLineEdit::editingFinished, this, &Body::newElmSuggested);
     connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &Body::newEdgeSuggested);
+    connect(ui_->DeGlitch, &QPushButton::clicked, this, &Body::deglitch);
+    connect(ui_->ShowDeGlitched, &QCheckBox::toggled, this, [this](bool on) {
+        if (Analyzed2DRes* map = analyzer_->selectedMap())
+            map->selectProcImg(on);
+        ui_->dispA->update();
+    });
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
 }
 
@@ -225,6 +238,20 @@ void Body::setupSaving()
     saveDataDialog_->setDirectory(DataRoot);
     dataDialogs_->add(saveDataDialog_);
     connect(saveDataDialog_, &QFileDialog::fileSelected, this, &Body::saveData);
+    connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
+    connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);
+}
+
+/// Buttons of windows and exports that this version does not have yet.
+void Body::disableMissingWindows()
+{
+    QWidget* const missing[] = {ui_->ShowXafsView,  ui_->OpenCalibCtrl, ui_->ShowImgProc,
+                                ui_->ShowAnalyzer2, ui_->ShowBG,        ui_->FourierA,
+                                ui_->SaveImage,     ui_->SaveAllImages, ui_->SaveFlatDark,
+                                ui_->SaveProcPage};
+    for (QWidget* widget : missing)
+        widget->setEnabled(false);
+    ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);
 }
 
 void Body::startConfigBatch()

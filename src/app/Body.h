@@ -163,6 +163,7 @@ private:
     void setupAnalyzer();
     void setupSaving();
     void setupDark();
+    void disableMissingWindows();
     void startConfigBatch();
     void startLoader(QThread& thread, LoadTiff& loader);
 
@@ -183,7 +184,6 @@ private:
     void fillDarkAverages(Stack& stack);
     void refillDarkAverages(Stack& stack);
     void clearDarkArea(Stack& stack);
-    void useErrPMaskToggled(bool on);
     void loadDefaultErrPoints();
     void loadTotalI0(XafsSpectrum& total, const QString& fname);
 

@@ -53,6 +53,13 @@ void ColorBar::paintCBar()
     update();
 }
 
+/// The ramp is laid out by the widget's height.
+void ColorBar::resizeEvent(QResizeEvent* e)
+{
+    DispA::resizeEvent(e);
+    paintCBar();
+}
+
 void ColorBar::draw1(QPainter* p)
 {
     p->drawPixmap(QRect(0, 0, width(), height()), barPixmap);

@@ -32,6 +32,9 @@ public Q_SLOTS:
     /// Colour of the bar h pixels above its lower end.
     QColor colorOfH(int h) const;
 
+protected:
+    void resizeEvent(QResizeEvent* e) override;
+
 private:
     double fractionAtPointer() const;
 
