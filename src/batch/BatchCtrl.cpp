@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr qint64 longestFile = 64 * 1024 * 1024;
+constexpr qint64 longestFile = 16 * 1024 * 1024;
 // An editor lays out a line as a whole and keeps a record for each: beyond these the window would
 // stand still for minutes.
 constexpr int longestLine = 1000000;
@@ -141,7 +141,7 @@ void BatchCtrl::clearLog()
     ui_->BatchLogs->clear();
 }
 
-void BatchCtrl::save(QString fname)
+void BatchCtrl::save(const QString& fname)
 {
     QSaveFile file(fname);
     const QByteArray bytes = ui_->BatchCmds->toPlainText().toUtf8();
@@ -151,7 +151,7 @@ void BatchCtrl::save(QString fname)
     }
 }
 
-void BatchCtrl::load(QString fname)
+void BatchCtrl::load(const QString& fname)
 {
     QString text;
     const TextFileResult result = readTextFile(fname, longestFile, text);
@@ -170,12 +170,12 @@ void BatchCtrl::load(QString fname)
     ui_->BatchCmds->setPlainText(text);
 }
 
-void BatchCtrl::setBatchFile(QString fname)
+void BatchCtrl::setBatchFile(const QString& fname)
 {
     load(fname);
 }
 
-void BatchCtrl::Log(QString LogMsg)
+void BatchCtrl::Log(const QString& LogMsg)
 {
     // At the cursor, wherever the user has put it, but never in place of what is selected there.
     QTextCursor cursor = ui_->BatchLogs->textCursor();
@@ -184,7 +184,7 @@ void BatchCtrl::Log(QString LogMsg)
     ui_->BatchLogs->moveCursor(QTextCursor::End);
 }
 
-void BatchCtrl::showCmdErr(CmdLine cmd)
+void BatchCtrl::showCmdErr(const CmdLine& cmd)
 {
     qDebug() << "cmd" << cmd.simplified;
     Log(QStringLiteral("Err: %1\n").arg(cmd.simplified));

@@ -40,18 +40,18 @@ public Q_SLOTS:
 
     /// Writes the editor's text as UTF-8. A file that can't be written keeps its old contents and
     /// costs one log line.
-    void save(QString fname);
+    void save(const QString& fname);
 
     /// Puts the file's lines into the editor, each with a line end. A file that can't be opened,
-    /// is over 64 MB, or has more lines or longer ones than the editor can show costs one log line
+    /// is over 16 MB, or has more lines or longer ones than the editor can show costs one log line
     /// and leaves the text as it was.
-    void load(QString fname);
+    void load(const QString& fname);
 
     /// Shows a text, with line ends of its own, in the log.
-    void Log(QString LogMsg);
+    void Log(const QString& LogMsg);
 
     /// The batch file that the command line names: as load().
-    void setBatchFile(QString fname);
+    void setBatchFile(const QString& fname);
 
     /// Unattended start: once the run of the configuration's own lines has come to its end, the
     /// editor's text is started by what amounts to "Stop", then "Exec.". "Stop" before that calls
@@ -59,7 +59,7 @@ public Q_SLOTS:
     void execBatchSlot();
 
     /// Shows a command that is none in the log.
-    void showCmdErr(CmdLine cmd);
+    void showCmdErr(const CmdLine& cmd);
 
 private:
     void setUpDialogs();

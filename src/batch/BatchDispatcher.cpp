@@ -21,7 +21,7 @@ BatchDispatcher::BatchDispatcher(QObject* parent)
             Qt::QueuedConnection);
 }
 
-void BatchDispatcher::doDispatchCmds(QStringList cmdList)
+void BatchDispatcher::doDispatchCmds(const QStringList& cmdList)
 {
     if (state_ != Idle) {
         interpreter_.replaceText(cmdList);

@@ -43,7 +43,7 @@ public Q_SLOTS:
     void execNextLineSlot();
 
     /// Starts a text, or, while one is running, puts it in place of the rest of that one.
-    void doDispatchCmds(QStringList cmdList);
+    void doDispatchCmds(const QStringList& cmdList);
 
     /// Ends the run at the next line. A command in progress is not interrupted; its report will
     /// be ignored.

@@ -206,7 +206,7 @@ QString BatchInterpreter::execEcho(CmdLine& line)
 {
     replaceIn(line.args);
     // No line end: the next log line goes on behind the text.
-    const QString text = QLatin1String("echo ") + line.arg(0);
+    QString text = QLatin1String("echo ") + line.arg(0);
     qDebug().noquote() << text;
     return text;
 }

@@ -26,7 +26,9 @@ TextFileResult readTextFile(const QString& fileName, qint64 maxBytes, QString& t
         return TextFileResult::CantOpen;
     if (file.size() > maxBytes)
         return TextFileResult::TooLong;
-    const QByteArray bytes = file.read(maxBytes + 1);
+    // read() takes memory for what it is asked for; files of the system tell a size of 0.
+    const qint64 expected = file.size() > 0 ? file.size() : maxBytes;
+    const QByteArray bytes = file.read(expected + 1);
     if (bytes.size() > maxBytes)
         return TextFileResult::TooLong;
     text = decodeText(bytes);
