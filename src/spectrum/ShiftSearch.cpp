@@ -46,20 +46,18 @@ void ShiftSearch::tabulate()
     tabulated_ = true;
 }
 
-double ShiftSearch::refValueAt(double E)
+/// Segment of the curve to read at E, found from the segment of the query before.
+inline int ShiftSearch::segmentFrom(int low, double E) const
 {
-    if (!tabulated_)
-        return refCurve_.yAt(E);
     const double* x = refX_.constData();
-    if (!(E >= x[low_])) {
-        const auto above = std::upper_bound(refX_.cbegin(), refX_.cend() - 1, E);
-        low_ = std::max(static_cast<int>(above - refX_.cbegin()) - 1, 0);
-    }
     const int last = refX_.size() - 2;
-    low_ = std::min(low_, last);
-    while (low_ < last && x[low_ + 1] <= E)
-        ++low_;
-    return slopes_[low_] * (E - x[low_]) + refY_[low_];
+    if (!(E >= x[low])) {
+        const double* above = std::upper_bound(x, x + last + 1, E);
+        return std::max(static_cast<int>(above - x) - 1, 0);
+    }
+    while (low < last && x[low + 1] <= E)
+        ++low;
+    return low;
 }
 
 double ShiftSearch::innerProduct(double shift)
@@ -67,19 +65,27 @@ double ShiftSearch::innerProduct(double shift)
     double tt = 0.0;
     double rr = 0.0;
     double tr = 0.0;
+    int low = 0;
     const double* energies = energies_.constData();
     const double* values = values_.constData();
+    const double* refX = refX_.constData();
+    const double* refY = refY_.constData();
+    const double* slopes = slopes_.constData();
     const int n = energies_.size();
     for (int i = 0; i < n; ++i) {
         const double E = energies[i] - shift;
         if (E < refMin_ || E > refMax_)
             continue;
-        if (std::isnan(E) && !nanLogged_) {
-            qDebug() << "nan EeV in XafsSpectrum::doubleNormalizedPreBase";
-            nanLogged_ = true;
+        if (Q_UNLIKELY(std::isnan(E)))
+            logNan();
+        double r;
+        if (tabulated_) {
+            low = segmentFrom(low, E + refShift_);
+            r = slopes[low] * (E + refShift_ - refX[low]) + refY[low];
+        } else {
+            r = refCurve_.yAt(E + refShift_);
         }
         const double t = values[i];
-        const double r = refValueAt(E + refShift_);
         tt += t * t;
         rr += r * r;
         tr += t * r;
@@ -87,4 +93,11 @@ double ShiftSearch::innerProduct(double shift)
     if (!(tt > 0.0) || !(rr > 0.0))
         return 0.0;
     return tr / std::sqrt(tt * rr);
+}
+
+void ShiftSearch::logNan()
+{
+    if (!nanLogged_)
+        qDebug() << "nan EeV in XafsSpectrum::doubleNormalizedPreBase";
+    nanLogged_ = true;
 }

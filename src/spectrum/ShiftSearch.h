@@ -20,7 +20,8 @@ private:
     using Values = QVarLengthArray<double, 512>;
 
     void tabulate();
-    double refValueAt(double E);
+    int segmentFrom(int low, double E) const;
+    void logNan();
 
     Values energies_; ///< raw energies of the spectrum
     Values values_;   ///< its doubleNormalizedPreBase
@@ -32,6 +33,5 @@ private:
     Values refX_;
     Values refY_;
     Values slopes_; ///< of the segment that starts at the point
-    int low_ = 0;   ///< segment of the last query
     bool nanLogged_ = false;
 };

@@ -4,6 +4,7 @@
 #include "common/TwoPointLine.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 // Marks of "no point yet"; never valid indices of a curve that fits into memory.
@@ -37,6 +38,74 @@ bool ascends(const QPointF* points, int n, double shift)
             return false;
     }
     return true;
+}
+
+/// Two numbers that take one instruction together: the coordinates of a point, or neighbours in an
+/// array.
+using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+static_assert(sizeof(QPointF) == sizeof(Pair), "points are read as pairs");
+
+Pair pairAt(const void* pairs, int i)
+{
+    Pair p;
+    std::memcpy(&p, static_cast<const char*>(pairs) + sizeof(Pair) * static_cast<size_t>(i),
+                sizeof(Pair));
+    return p;
+}
+
+/// Least and greatest first and second numbers of some pairs.
+struct PairBounds
+{
+    Pair low = {runningMinStart, runningMinStart};
+    Pair high = {runningMaxStart, runningMaxStart};
+
+    /// Nan is passed over.
+    void take(Pair p)
+    {
+        low = p < low ? p : low;
+        high = p > high ? p : high;
+    }
+};
+
+PairBounds boundsOf(const void* pairs, int n)
+{
+    // Even and odd places run apart, so that no step waits for the one just before.
+    PairBounds even;
+    PairBounds odd;
+    int i = 0;
+    for (; i + 1 < n; i += 2) {
+        even.take(pairAt(pairs, i));
+        odd.take(pairAt(pairs, i + 1));
+    }
+    if (i < n)
+        even.take(pairAt(pairs, i));
+    even.take(odd.low);
+    even.take(odd.high);
+    return even;
+}
+
+struct Extremes
+{
+    double low;
+    double high;
+};
+
+Extremes extremesOf(const double* values, int n)
+{
+    PairBounds bounds = boundsOf(values, n / 2);
+    if (n % 2 == 1)
+        bounds.take(Pair{values[n - 1], values[n - 1]});
+    return {std::min(bounds.low[0], bounds.low[1]), std::max(bounds.high[0], bounds.high[1])};
+}
+
+/// The first point from `first` on whose y passes the test, which one must.
+template<class Test>
+int firstPoint(const QPointF* points, int first, Test test)
+{
+    int i = first;
+    while (!test(points[i].y()))
+        ++i;
+    return i;
 }
 
 double lineValue(const QPointF* points, double shift, int i, double y0, double y1, double x)
@@ -136,23 +205,41 @@ void Spectrum::setPoints(const QVector<QPointF>& newPoints)
     extendBounds(0);
 }
 
+void Spectrum::setPoints(const double* xs, const double* ys, int n)
+{
+    QVector<QPointF> newPoints(n);
+    QPointF* out = newPoints.data();
+    for (int i = 0; i < n; ++i)
+        out[i] = QPointF(xs[i], ys[i]);
+    points = newPoints;
+    resetBounds();
+    const Extremes x = extremesOf(xs, n);
+    xMin = x.low;
+    xMax = x.high;
+    const Extremes y = extremesOf(ys, n);
+    takeExtremes(y.low, y.high, 0);
+}
+
 void Spectrum::extendBounds(int first)
 {
+    const PairBounds added = boundsOf(points.constData() + first, size() - first);
+    xMin = std::min(xMin, added.low[0]);
+    xMax = std::max(xMax, added.high[0]);
+    takeExtremes(added.low[1], added.high[1], first);
+}
+
+/// Takes the extremes of the y from point `first` on. Looking for where they stand afterwards is
+/// quicker than carrying the indices along.
+void Spectrum::takeExtremes(double low, double high, int first)
+{
     const QPointF* p = points.constData();
-    const int n = size();
-    for (int i = first; i < n; ++i) {
-        const double px = p[i].x();
-        const double py = p[i].y();
-        xMin = px < xMin ? px : xMin;
-        xMax = px > xMax ? px : xMax;
-        if (py < yMin) {
-            yMin = py;
-            yMinIndex = i;
-        }
-        if (py > yMax) {
-            yMax = py;
-            yMaxIndex = i;
-        }
+    if (low < yMin) {
+        yMinIndex = firstPoint(p, first, [low](double y) { return y <= low; });
+        yMin = p[yMinIndex].y();
+    }
+    if (high > yMax) {
+        yMaxIndex = firstPoint(p, first, [high](double y) { return y >= high; });
+        yMax = p[yMaxIndex].y();
     }
 }
 

@@ -58,10 +58,14 @@ public:
 
     /// Takes the whole curve at once, with the same bounds as appending point by point.
     void setPoints(const QVector<QPointF>& newPoints);
+    void setPoints(const double* xs, const double* ys, int n);
 
 protected:
     /// Takes the points from index `first` on into the bounds, as appending each would.
     void extendBounds(int first);
+
+private:
+    void takeExtremes(double low, double high, int first);
 };
 
 /// Reads an ascending curve at ascending energies without bisecting anew for each: gives the same

@@ -6,60 +6,10 @@
 #include <cmath>
 
 namespace {
-/// Sums over the fitted range of a straight line.
-struct StraightSums
+/// Hands the points from `from` on to `take`, up to the first at or above `to`: the fitted range.
+template<class Take>
+void takeRange(const Spectrum& s, double from, double to, Take take)
 {
-    int n = 0;
-    double e = 0.0;
-    double mu = 0.0;
-    double ee = 0.0;
-    double eMu = 0.0;
-
-    void add(double E, double value)
-    {
-        ++n;
-        e += E;
-        mu += value;
-        ee += E * E;
-        eMu += E * value;
-    }
-};
-
-/// Sums over the fitted range of the Victoreen form; l3 and l4 are powers of the wavelength.
-struct VictoreenSums
-{
-    int n = 0;
-    double l3 = 0.0;
-    double l4 = 0.0;
-    double l3l3 = 0.0;
-    double l3l4 = 0.0;
-    double l4l4 = 0.0;
-    double mu = 0.0;
-    double l3Mu = 0.0;
-    double l4Mu = 0.0;
-
-    void add(double E, double value)
-    {
-        const double lambda = hcEvAngstrom / E;
-        const double cube = lambda * lambda * lambda;
-        const double fourth = cube * lambda;
-        ++n;
-        l3 += cube;
-        l4 += fourth;
-        l3l3 += cube * cube;
-        l3l4 += cube * fourth;
-        l4l4 += fourth * fourth;
-        mu += value;
-        l3Mu += cube * value;
-        l4Mu += fourth * value;
-    }
-};
-
-/// Sums the points from `from` on, up to the first at or above `to`.
-template<class Sums>
-Sums sumRange(const Spectrum& s, double from, double to)
-{
-    Sums sums;
     const double shift = s.shift();
     const QPointF* const end = s.points.constData() + s.size();
     for (const QPointF* p = s.points.constData(); p != end; ++p) {
@@ -67,9 +17,18 @@ Sums sumRange(const Spectrum& s, double from, double to)
         if (E >= to)
             break;
         if (E >= from)
-            sums.add(E, p->y());
+            take(E, p->y());
     }
-    return sums;
+}
+
+/// Hands every point of the curve to `take`.
+template<class Take>
+void takeAll(const Spectrum& s, Take take)
+{
+    const double shift = s.shift();
+    const QPointF* const end = s.points.constData() + s.size();
+    for (const QPointF* p = s.points.constData(); p != end; ++p)
+        take(p->x() - shift, p->y());
 }
 
 double victoreenAt(double c0, double c1, double c2, double E)
@@ -92,67 +51,110 @@ bool VictLine::fitStraight(const Spectrum& s)
 {
     if (s.size() < 3)
         return false;
-    const auto sums = sumRange<StraightSums>(s, startE, endE);
-    bool solved = false;
-    if (sums.n < 2) {
-        slope = 0.0;
-        c0 = sums.mu; // that of the only point, or nothing
-    } else {
-        std::array<double, 2> x;
-        solved = solveSmall<2>({{{sums.ee, sums.e}, {sums.e, double(sums.n)}}}, {sums.eMu, sums.mu},
-                               x) == SolveStep::Solved;
-        if (solved) {
-            slope = x[0];
-            c0 = x[1];
-        }
-    }
+    const bool solved = solveStraight(s);
+    const double from = startE;
+    const double to = endE;
+    const double k0 = c0;
+    const double k1 = slope;
     double squares = 0.0;
     int used = 0;
-    const double shift = s.shift();
-    const QPointF* const end = s.points.constData() + s.size();
-    for (const QPointF* p = s.points.constData(); p != end; ++p) {
-        const double E = p->x() - shift;
-        if (startE <= E && E < endE) {
-            const double r = p->y() - (c0 + slope * E);
+    takeAll(s, [&](double E, double mu) {
+        if (from <= E && E < to) {
+            const double r = mu - (k0 + k1 * E);
             squares += r * r;
             ++used;
         }
-    }
+    });
     setRms(squares, used);
     return solved;
+}
+
+bool VictLine::solveStraight(const Spectrum& s)
+{
+    int n = 0;
+    double sumE = 0.0;
+    double sumMu = 0.0;
+    double sumEE = 0.0;
+    double sumEMu = 0.0;
+    takeRange(s, startE, endE, [&](double E, double mu) {
+        ++n;
+        sumE += E;
+        sumMu += mu;
+        sumEE += E * E;
+        sumEMu += E * mu;
+    });
+    if (n < 2) {
+        slope = 0.0;
+        c0 = sumMu; // that of the only point, or nothing
+        return false;
+    }
+    std::array<double, 2> x;
+    if (solveSmall<2>({{{sumEE, sumE}, {sumE, double(n)}}}, {sumEMu, sumMu}, x) !=
+        SolveStep::Solved)
+        return false;
+    slope = x[0];
+    c0 = x[1];
+    return true;
 }
 
 bool VictLine::fitVictoreen(const Spectrum& s)
 {
     if (s.size() < 4)
         return false;
-    const auto sums = sumRange<VictoreenSums>(s, startE, endE);
-    std::array<double, 3> x;
-    const bool solved = solveSmall<3>({{{double(sums.n), sums.l3, sums.l4},
-                                        {sums.l3, sums.l3l3, sums.l3l4},
-                                        {sums.l4, sums.l3l4, sums.l4l4}}},
-                                      {sums.mu, sums.l3Mu, sums.l4Mu}, x) == SolveStep::Solved;
-    if (solved) {
-        c0 = x[0];
-        c1 = x[1];
-        c2 = x[2];
-    }
+    const bool solved = solveVictoreen(s);
+    const double from = startE;
+    const double to = endE;
+    const double k0 = c0;
+    const double k1 = c1;
+    const double k2 = c2;
     double squares = 0.0;
     int used = 0;
-    const double shift = s.shift();
-    const QPointF* const end = s.points.constData() + s.size();
-    for (const QPointF* p = s.points.constData(); p != end; ++p) {
-        const double E = p->x() - shift;
+    takeAll(s, [&](double E, double mu) {
         // Unlike the straight line's, this residual takes in a point exactly at the end.
         // Deliberate.
-        if (startE <= E && E <= endE) {
-            const double r = p->y() - victoreenAt(c0, c1, c2, E);
+        if (from <= E && E <= to) {
+            const double r = mu - victoreenAt(k0, k1, k2, E);
             squares += r * r;
             ++used;
         }
-    }
+    });
     setRms(squares, used);
     return solved;
+}
+
+bool VictLine::solveVictoreen(const Spectrum& s)
+{
+    int n = 0;
+    double sum3 = 0.0; // of lambda^3, and so on
+    double sum4 = 0.0;
+    double sum33 = 0.0;
+    double sum34 = 0.0;
+    double sum44 = 0.0;
+    double sumMu = 0.0;
+    double sum3Mu = 0.0;
+    double sum4Mu = 0.0;
+    takeRange(s, startE, endE, [&](double E, double mu) {
+        const double lambda = hcEvAngstrom / E;
+        const double l3 = lambda * lambda * lambda;
+        const double l4 = l3 * lambda;
+        ++n;
+        sum3 += l3;
+        sum4 += l4;
+        sum33 += l3 * l3;
+        sum34 += l3 * l4;
+        sum44 += l4 * l4;
+        sumMu += mu;
+        sum3Mu += l3 * mu;
+        sum4Mu += l4 * mu;
+    });
+    std::array<double, 3> x;
+    if (solveSmall<3>({{{double(n), sum3, sum4}, {sum3, sum33, sum34}, {sum4, sum34, sum44}}},
+                      {sumMu, sum3Mu, sum4Mu}, x) != SolveStep::Solved)
+        return false;
+    c0 = x[0];
+    c1 = x[1];
+    c2 = x[2];
+    return true;
 }
 
 void VictLine::setRms(double sumOfSquares, int pointCount)

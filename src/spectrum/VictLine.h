@@ -68,6 +68,8 @@ private:
     double cubicAt(double E) const;
     bool fitStraight(const Spectrum& s);
     bool fitVictoreen(const Spectrum& s);
+    bool solveStraight(const Spectrum& s);
+    bool solveVictoreen(const Spectrum& s);
     void setRms(double sumOfSquares, int pointCount);
     void bendBezierAbove(const VictLine& other);
     void bendBezierBelow(const VictLine& other);

@@ -1,9 +1,9 @@
 #include "spectrum/XafsSpectrum.h"
 
+#include "common/TwoPointLine.h"
 #include "spectrum/ShiftSearch.h"
 
 #include <QDebug>
-#include <QVarLengthArray>
 
 #include <algorithm>
 
@@ -161,84 +161,101 @@ double XafsSpectrum::midPoint(const LineSamples& samples) const
 
 /// Index of the steepest rise of the smoothed curve through the middle of the two lines; 0 for
 /// none.
+///
+/// The smoothed curve is read at x(i) + shift: the query is the raw energy while the grid is the
+/// shifted one, for shifted spectra too, which is deliberate. Without a shift the query falls on
+/// the grid and the answer is the smoothed value itself, but where its slope is not finite (then
+/// nan) and at the last point (then rounded otherwise): so most points are sorted out without
+/// interpolation.
 int XafsSpectrum::crossingIndex(const LineSamples& samples) const
 {
     const int n = size();
     if (n < 3)
         return 0;
-    QVarLengthArray<double, 512> curve(n);
-    smoothedAtOwnEnergies(samples.energies.constData(), curve.data());
-    const double* s = curve.constData();
+    const bool onGrid = readsOwnGrid(samples);
+    QVarLengthArray<double, 512> offGrid;
+    if (!onGrid)
+        smoothedAtRawEnergies(offGrid);
+    const double* curve = onGrid ? smoothed.constData() : offGrid.constData();
+    const auto exactAt = [&](int i) { return onGrid ? smoothedOnGrid(samples, i) : curve[i]; };
     const double* preLine = samples.pre.constData();
     const double* postLine = samples.post.constData();
     int best = 0;
     double steepest = 0.0;
     for (int i = 1; i < n - 1; ++i) {
         const double middle = (preLine[i] + postLine[i]) * 0.5;
-        if (!(middle > s[i - 1]) || !(s[i + 1] > middle))
+        if (i < n - 2 && !(middle > curve[i - 1] && curve[i + 1] > middle))
             continue;
-        const double rise = s[i + 1] - s[i - 1];
-        if (rise > steepest) {
-            steepest = rise;
+        const double before = exactAt(i - 1);
+        const double after = exactAt(i + 1);
+        if (middle > before && after > middle && after - before > steepest) {
+            steepest = after - before;
             best = i;
         }
     }
     return best;
 }
 
-/// smoothedAt(energy + shift) of every own energy, n >= 2. The query is the raw energy while the
-/// grid is the shifted one, for shifted spectra too: deliberate.
-void XafsSpectrum::smoothedAtOwnEnergies(const double* energies, double* values) const
+/// True when smoothedAt(x(i) + shift) of every point falls on the point itself.
+bool XafsSpectrum::readsOwnGrid(const LineSamples& samples) const
 {
-    const int n = size();
-    const double s = shift();
-    bool onGrid = s == 0.0 && smoothed.size() >= n;
-    for (int i = 1; onGrid && i < n; ++i)
-        onGrid = energies[i - 1] < energies[i];
-    if (!onGrid) {
-        SpectrumCursor cursor(*this);
-        for (int i = 0; i < n; ++i)
-            values[i] = cursor.smoothedAt(energies[i] + s);
-        return;
+    if (shift() != 0.0 || smoothed.size() != size())
+        return false;
+    const double* E = samples.energies.constData();
+    for (int i = 1; i < size(); ++i) {
+        if (!(E[i - 1] < E[i]))
+            return false;
     }
-    // Every query falls on the left end of its segment, the last one on the right end. The slope's
-    // term is kept: where it is not finite the value is not either.
-    const double* y = smoothed.constData();
-    for (int i = 0; i < n - 1; ++i)
-        values[i] = (y[i + 1] - y[i]) / (energies[i + 1] - energies[i]) * 0.0 + y[i];
-    values[n - 1] = smoothedAt(energies[n - 1]);
+    return true;
+}
+
+/// smoothedAt of point i, without a search, where readsOwnGrid() holds.
+double XafsSpectrum::smoothedOnGrid(const LineSamples& samples, int i) const
+{
+    const double* E = samples.energies.constData();
+    if (i == size() - 1)
+        return twoPointLine(E[i - 1], smoothed[i - 1], E[i], smoothed[i], E[i]);
+    return twoPointLine(E[i], smoothed[i], E[i + 1], smoothed[i + 1], E[i]);
+}
+
+void XafsSpectrum::smoothedAtRawEnergies(QVarLengthArray<double, 512>& values) const
+{
+    values.resize(size());
+    SpectrumCursor cursor(*this);
+    for (int i = 0; i < size(); ++i)
+        values[i] = cursor.smoothedAt(x(i) + shift());
 }
 
 void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples)
 {
     const int n = size();
-    QVector<QPointF> preBase(n);
-    QVector<QPointF> doublePreBase(n);
-    QVector<QPointF> postBase(n);
-    QVector<QPointF> doublePostBase(n);
-    QPointF* b = preBase.data();
-    QPointF* db = doublePreBase.data();
-    QPointF* p = postBase.data();
-    QPointF* dp = doublePostBase.data();
+    QVarLengthArray<double, 1024> scratch(4 * n);
+    double* __restrict value = scratch.data();
+    double* __restrict overPre = value + n;
+    double* __restrict overPost = overPre + n;
+    double* __restrict gap = overPost + n;
     const QPointF* mu = points.constData();
-    const double* energies = samples.energies.constData();
+    const double* E = samples.energies.constData();
     const double* preLine = samples.pre.constData();
     const double* postLine = samples.post.constData();
     const double step = dMut;
     for (int i = 0; i < n; ++i) {
-        const double E = energies[i];
-        const double overPost = mu[i].y() - postLine[i];
-        const double gap = postLine[i] - preLine[i];
-        const double base = overPost / step;
-        b[i] = QPointF(E, base + 1);
-        db[i] = QPointF(E, (mu[i].y() - preLine[i]) / gap);
-        p[i] = QPointF(E, base);
-        dp[i] = QPointF(E, overPost / gap);
+        overPre[i] = mu[i].y() - preLine[i];
+        overPost[i] = mu[i].y() - postLine[i];
+        gap[i] = postLine[i] - preLine[i];
     }
-    normalizedPreBase.setPoints(preBase);
-    doubleNormalizedPreBase.setPoints(doublePreBase);
-    normalizedPostBase.setPoints(postBase);
-    doubleNormalizedPostBase.setPoints(doublePostBase);
+    for (int i = 0; i < n; ++i)
+        value[i] = overPre[i] / gap[i];
+    doubleNormalizedPreBase.setPoints(E, value, n);
+    for (int i = 0; i < n; ++i)
+        value[i] = overPost[i] / gap[i];
+    doubleNormalizedPostBase.setPoints(E, value, n);
+    for (int i = 0; i < n; ++i)
+        value[i] = overPost[i] / step;
+    normalizedPostBase.setPoints(E, value, n);
+    for (int i = 0; i < n; ++i)
+        value[i] += 1;
+    normalizedPreBase.setPoints(E, value, n);
 }
 
 /// Marks an edge that left the window of the suggested element or drowns in the noise of both lines

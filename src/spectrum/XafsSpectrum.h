@@ -6,6 +6,7 @@
 
 #include <QMetaType>
 #include <QString>
+#include <QVarLengthArray>
 
 class QTextStream;
 
@@ -82,7 +83,9 @@ private:
     int steepestIndex() const;
     double midPoint(const LineSamples& samples) const;
     int crossingIndex(const LineSamples& samples) const;
-    void smoothedAtOwnEnergies(const double* energies, double* values) const;
+    bool readsOwnGrid(const LineSamples& samples) const;
+    double smoothedOnGrid(const LineSamples& samples, int i) const;
+    void smoothedAtRawEnergies(QVarLengthArray<double, 512>& values) const;
     void makeNormalizedCurves(const LineSamples& samples);
     void guardEdge();
 };
