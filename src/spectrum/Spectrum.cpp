@@ -65,6 +65,12 @@ struct PairBounds
         low = p < low ? p : low;
         high = p > high ? p : high;
     }
+
+    void join(const PairBounds& other)
+    {
+        low = other.low < low ? other.low : low;
+        high = other.high > high ? other.high : high;
+    }
 };
 
 PairBounds boundsOf(const void* pairs, int n)
@@ -79,8 +85,7 @@ PairBounds boundsOf(const void* pairs, int n)
     }
     if (i < n)
         even.take(pairAt(pairs, i));
-    even.take(odd.low);
-    even.take(odd.high);
+    even.join(odd);
     return even;
 }
 
