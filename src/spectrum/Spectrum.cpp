@@ -60,13 +60,8 @@ struct PairBounds
     Pair high = {runningMaxStart, runningMaxStart};
 
     /// Nan is passed over.
-    void take(Pair p)
-    {
-        low = p < low ? p : low;
-        high = p > high ? p : high;
-    }
-
-    void join(const PairBounds& other)
+    void take(Pair p) { merge({p, p}); }
+    void merge(const PairBounds& other)
     {
         low = other.low < low ? other.low : low;
         high = other.high > high ? other.high : high;
@@ -85,7 +80,7 @@ PairBounds boundsOf(const void* pairs, int n)
     }
     if (i < n)
         even.take(pairAt(pairs, i));
-    even.join(odd);
+    even.merge(odd);
     return even;
 }
 
