@@ -1,0 +1,77 @@
+// What is done at each position of a map, one step at a time. items are positions.
+
+#include "SyntheticExperiment.h"
+#include "analysis/LcfFit.h"
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+void countPositions(benchmark::State& state, int perIteration)
+{
+    state.SetItemsProcessed(state.iterations() * perIteration);
+}
+
+void blockSpectrum(benchmark::State& state)
+{
+    const int half = int(state.range(0));
+    const int step = 2 * half + 1;
+    const int count = (synthetic::side - half) / step;
+    BlockSpectra blocks(synthetic::stacks(), synthetic::conditions(half));
+    int y = half;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(blocks.row(half, step, count, y));
+        y = (y + step) % (synthetic::side - half);
+    }
+    countPositions(state, count);
+}
+
+Spectrum someSpectrum()
+{
+    return rawXafs(synthetic::stacks(), synthetic::conditions(0), 200, 200);
+}
+
+void normalise(benchmark::State& state, int mode)
+{
+    const Spectrum raw = someSpectrum();
+    const QString name = QStringLiteral("bench");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(XafsSpectrum(raw, name, mode, 0.0, SuggestElm()));
+    countPositions(state, 1);
+}
+
+void fitLcfOfARow(benchmark::State& state)
+{
+    LcfRequest request;
+    request.rows = synthetic::referenceRows();
+    request.inWalk = true;
+    QVector<XafsSpectrum> spectra;
+    BlockSpectra blocks(synthetic::stacks(), synthetic::conditions(0));
+    for (const Spectrum& raw : blocks.row(0, 1, synthetic::side, 100))
+        spectra.append(XafsSpectrum(raw, QString(), VictLine::Straight, 0.0, SuggestElm()));
+    for (auto _ : state) {
+        LcfPlan plan(request);
+        for (const XafsSpectrum& spectrum : qAsConst(spectra))
+            benchmark::DoNotOptimize(plan.fit(spectrum));
+    }
+    countPositions(state, spectra.size());
+}
+
+void calibrateBlock(benchmark::State& state)
+{
+    const XafsSpectrum standard = synthetic::referenceRows()[0].spectrum;
+    const Spectrum raw = someSpectrum();
+    for (auto _ : state) {
+        const XafsSpectrum target(raw, QString(), VictLine::Straight, 0.0, SuggestElm());
+        benchmark::DoNotOptimize(target.findBestShift(standard, 20.0, 1.0, 0.1));
+    }
+    countPositions(state, 1);
+}
+
+} // namespace
+
+BENCHMARK(blockSpectrum)->Name("block_spectrum")->Arg(0)->Arg(2)->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(normalise, straight, VictLine::Straight)->Name("normalise/straight");
+BENCHMARK_CAPTURE(normalise, victoreen, VictLine::Victoreen)->Name("normalise/victoreen");
+BENCHMARK(fitLcfOfARow)->Name("fit_lcf")->Unit(benchmark::kMicrosecond);
+BENCHMARK(calibrateBlock)->Name("calibrate_block")->Unit(benchmark::kMicrosecond);

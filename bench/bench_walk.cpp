@@ -1,0 +1,75 @@
+// The walk over a whole map through the main window's real signals. items are positions.
+
+#include "SyntheticExperiment.h"
+#include "app/Body.h"
+
+#include <QEventLoop>
+#include <QTemporaryDir>
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+
+namespace {
+
+void command(Body& body, const QString& text, int ticket = 0)
+{
+    CmdLine line(text);
+    line.ticket = ticket;
+    body.execCmdSlot(line, false);
+}
+
+/// A main window with both stacks and three references, made once.
+Body& preparedBody()
+{
+    static QTemporaryDir folder;
+    static std::unique_ptr<Body> body;
+    if (body)
+        return *body;
+    body = std::make_unique<Body>();
+    for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")}) {
+        command(*body, QStringLiteral("eng_calc_base_%1 %2").arg(stack).arg(synthetic::firstEnergy));
+        command(*body, QStringLiteral("eng_calc_delta_%1 %2").arg(stack).arg(synthetic::energyStep));
+        command(*body, QStringLiteral("eng_calc_even_in_eng_%1 1").arg(stack));
+    }
+    for (int i = 0; i < synthetic::energies; ++i) {
+        body->loadedI1(synthetic::i1Image(i).release(), i);
+        body->loadedI0(synthetic::i0Image(i).release(), i);
+    }
+    command(*body, QStringLiteral("Use_I0 1"));
+    for (int r = 0; r < synthetic::references; ++r) {
+        command(*body, QStringLiteral("analyzer_set_LCF_std %1 0 0 %2")
+                           .arg(r)
+                           .arg(synthetic::writeReference(folder.path(), r)));
+    }
+    return *body;
+}
+
+void walkLcf(benchmark::State& state)
+{
+    Body& body = preparedBody();
+    command(body, QStringLiteral("set_band_w %1").arg(state.range(0)));
+    command(body, QStringLiteral("set_band_h %1").arg(state.range(0)));
+    QEventLoop loop;
+    QObject::connect(&body, &Body::finishBatchExec, &loop, [&loop](int id, int) {
+        if (id == ExCmdAnalyzerExecLCF)
+            loop.quit();
+    });
+    for (auto _ : state) {
+        command(body, QStringLiteral("analyzer_exec_LCF"), 1);
+        loop.exec();
+    }
+    AnalyzeCond walk;
+    body.askAnalyzeCond(walk);
+    state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
+}
+
+} // namespace
+
+BENCHMARK(walkLcf)
+    ->Name("walk_lcf")
+    ->Arg(0)
+    ->Arg(2)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();

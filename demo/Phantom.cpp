@@ -1,0 +1,209 @@
+#include "Phantom.h"
+
+#include "CountRandom.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+constexpr double pi = 3.14159265358979323846;
+constexpr double scanStart = 8948.0; // [eV]
+constexpr double scanRange = 80.0;
+constexpr double beamCounts = 40000.0;
+constexpr double readNoise = 3.0; // [counts]
+constexpr double largestStep = 1.15;
+constexpr quint64 badPixelStream = 1ULL << 40U;
+
+/// A position in the unit square.
+struct Place
+{
+    double u;
+    double v;
+};
+
+double distance(const Place& p, double u, double v)
+{
+    return std::hypot(p.u - u, p.v - v);
+}
+
+/// 0 below -1, 1 above 1, smooth in between.
+double softStep(double t)
+{
+    return 0.5 + 0.5 * std::sin(0.5 * pi * std::clamp(t, -1.0, 1.0));
+}
+
+/// 1 inside the grain, 0 outside it and in the hole of it.
+double sampleMask(const Place& p)
+{
+    const double angle = std::atan2(p.v - 0.52, p.u - 0.52);
+    const double rim = 0.39 + 0.045 * std::sin(5.0 * angle);
+    const double inGrain = softStep((rim - distance(p, 0.52, 0.52)) / 0.03);
+    const double outOfHole = softStep((distance(p, 0.63, 0.40) - 0.085) / 0.03);
+    return inGrain * outOfHole;
+}
+
+double edgeStepAt(const Place& p)
+{
+    const double relief = 0.5 + 0.5 * std::sin(7.0 * p.u + 1.0) * std::cos(6.0 * p.v - 0.5);
+    return largestStep * sampleMask(p) * (0.4 + 0.6 * relief);
+}
+
+/// Soft patches: each species leads somewhere, and no region is pure.
+std::array<double, speciesCount> fractionsAt(const Place& p)
+{
+    const std::array<double, speciesCount> levels{
+        1.7 * std::cos(2.0 * pi * (0.9 * p.u - 0.5 * p.v)),
+        1.7 * std::cos(2.0 * pi * (0.5 * p.u + 0.9 * p.v) + 2.1),
+        1.7 * std::sin(2.0 * pi * 1.6 * distance(p, 0.45, 0.55) + 0.6)};
+    std::array<double, speciesCount> result{};
+    double sum = 0.0;
+    for (std::size_t s = 0; s < result.size(); ++s) {
+        result[s] = std::exp(levels[s]);
+        sum += result[s];
+    }
+    for (double& value : result) {
+        value /= sum;
+    }
+    return result;
+}
+
+/// The film that carries the sample, in waves, and the sample's own share.
+double backgroundAt(const Place& p, double edgeStep)
+{
+    const double film = 0.22 + 0.06 * std::sin(9.0 * p.u + 2.0 * p.v);
+    return film + 0.45 * edgeStep;
+}
+
+double beamAt(const Place& p)
+{
+    const double r = distance(p, 0.5, 0.46);
+    const double profile = 0.72 + 0.28 * std::exp(-r * r / 0.18);
+    return beamCounts * profile * (1.0 + 0.02 * std::sin(14.0 * p.u) * std::cos(11.0 * p.v));
+}
+
+/// The beam's intensity along the scan: it decays and breathes.
+double drift(const ScanEnergies& scan, int index)
+{
+    return 1.0 - 0.10 * index / std::max(1, scan.count - 1) + 0.015 * std::sin(0.37 * index);
+}
+
+void plantBadPixels(Phantom& phantom)
+{
+    const int size = phantom.conditions.size;
+    const int pairs = 2 + size * size / 8000;
+    CountRandom random(phantom.conditions.seed, badPixelStream);
+    const auto place = [&random, size]() {
+        const auto x = static_cast<int>(random.uniform() * size);
+        const auto y = static_cast<int>(random.uniform() * size);
+        return QPoint(x, y);
+    };
+    const auto inDarkCorner = [&phantom](const QPoint& p) {
+        return p.x() < phantom.darkCorner && p.y() < phantom.darkCorner;
+    };
+    const auto isTaken = [&phantom](const QPoint& p) {
+        return phantom.hot.contains(p) || phantom.dead.contains(p);
+    };
+    while (phantom.hot.size() < pairs || phantom.dead.size() < pairs) {
+        const QPoint p = place();
+        if (inDarkCorner(p) || isTaken(p)) {
+            continue;
+        }
+        (phantom.hot.size() < pairs ? phantom.hot : phantom.dead).append(p);
+    }
+}
+
+/// Absorption of the species' structure at one energy.
+std::array<double, speciesCount> shapesAt(double energy)
+{
+    std::array<double, speciesCount> result{};
+    for (int s = 0; s < speciesCount; ++s) {
+        result[static_cast<std::size_t>(s)] = speciesShape(s, energy);
+    }
+    return result;
+}
+
+/// Counts of the beam behind the sample (or beside it, for I0), without dark level and noise.
+QVector<double> beamImage(const Phantom& phantom, Stack stack, int index)
+{
+    const double energy = phantom.scan.at(index);
+    const double intensity = drift(phantom.scan, index);
+    const std::array<double, speciesCount> shapes = shapesAt(energy);
+    const double backgroundFactor = backgroundShape(energy);
+    const int size = phantom.conditions.size;
+    QVector<double> image(size * size);
+    for (int i = 0; i < image.size(); ++i) {
+        if (i % size < phantom.darkCorner && i / size < phantom.darkCorner) {
+            continue;
+        }
+        double absorption = 0.0;
+        if (stack == Stack::I1) {
+            for (std::size_t s = 0; s < shapes.size(); ++s) {
+                absorption += phantom.fractions[s][i] * shapes[s];
+            }
+            absorption =
+                absorption * phantom.edgeStep[i] + phantom.background[i] * backgroundFactor;
+        }
+        image[i] = phantom.beam[i] * intensity * std::exp(-absorption);
+    }
+    return image;
+}
+
+void setPixels(QVector<quint16>& counts, const QVector<QPoint>& where, int size, quint16 value)
+{
+    for (const QPoint& p : where) {
+        counts[p.y() * size + p.x()] = value;
+    }
+}
+} // namespace
+
+ScanEnergies scanEnergies(int count)
+{
+    const double step = count > 1 ? scanRange / (count - 1) : scanRange;
+    return {scanStart, std::round(step * 1e4) / 1e4, count};
+}
+
+int darkCornerOf(int size)
+{
+    return std::max(8, size / 8);
+}
+
+Phantom makePhantom(const ExperimentConditions& conditions)
+{
+    Phantom phantom;
+    phantom.conditions = conditions;
+    phantom.scan = scanEnergies(conditions.energies);
+    phantom.darkCorner = darkCornerOf(conditions.size);
+    const int size = conditions.size;
+    for (int i = 0; i < size * size; ++i) {
+        const int row = i / size;
+        const Place p{(i % size + 0.5) / size, (row + 0.5) / size};
+        const double step = edgeStepAt(p);
+        const std::array<double, speciesCount> fractions = fractionsAt(p);
+        for (std::size_t s = 0; s < fractions.size(); ++s) {
+            phantom.fractions[s].append(step > 0.0 ? fractions[s] : 0.0);
+        }
+        phantom.edgeStep.append(step);
+        phantom.background.append(backgroundAt(p, step));
+        phantom.beam.append(beamAt(p));
+    }
+    plantBadPixels(phantom);
+    return phantom;
+}
+
+QVector<quint16> exposure(const Phantom& phantom, Stack stack, int index)
+{
+    const QVector<double> beam = beamImage(phantom, stack, index);
+    const quint64 stream = 2 * static_cast<quint64>(index) + (stack == Stack::I0 ? 1 : 0);
+    CountRandom random(phantom.conditions.seed, stream);
+    QVector<quint16> counts(beam.size());
+    for (int i = 0; i < beam.size(); ++i) {
+        double value = beam[i] + darkLevel;
+        if (phantom.conditions.noise) {
+            value = random.poisson(beam[i]) + darkLevel + readNoise * random.normal();
+        }
+        counts[i] = static_cast<quint16>(std::clamp(std::round(value), 0.0, 65535.0));
+    }
+    setPixels(counts, phantom.hot, phantom.conditions.size, hotCount);
+    setPixels(counts, phantom.dead, phantom.conditions.size, 0);
+    return counts;
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "ReferenceShapes.h"
+
+#include <QPoint>
+#include <QVector>
+
+#include <array>
+
+/// What an experiment is made from.
+struct ExperimentConditions
+{
+    int size = 200;    ///< width and height of the images [pixels]
+    int energies = 81; ///< images of a stack
+    quint64 seed = 1;  ///< fixes noise and bad pixels
+    bool noise = true; ///< Poisson noise of the beam and read-out noise
+    int halfWidth = 2; ///< half width of the blocks that the batch analyses [pixels]
+};
+
+/// Energies of a scan, evenly spaced: first + step * i [eV].
+struct ScanEnergies
+{
+    double first = 0.0;
+    double step = 0.0;
+    int count = 0;
+
+    double at(int i) const { return first + step * i; }
+};
+
+/// The scan of an experiment: 80 eV round the edge, with a step of four decimals at most, so that
+/// a field of six digits holds it.
+ScanEnergies scanEnergies(int count);
+
+/// The planted sample, beam and detector. Fields are of size*size values, row after row.
+struct Phantom
+{
+    ExperimentConditions conditions;
+    ScanEnergies scan;
+    std::array<QVector<double>, speciesCount> fractions; ///< sum 1 where there is sample, else 0
+    QVector<double> edgeStep;   ///< edge step of the sample; 0 where there is none
+    QVector<double> background; ///< absorption at the edge of all that has no edge, sample included
+    QVector<double> beam;       ///< counts of the beam without sample at the start of the scan
+    int darkCorner = 0;         ///< columns and rows below this see no beam
+    QVector<QPoint> hot;        ///< pixels that always read hotCount
+    QVector<QPoint> dead;       ///< pixels that always read 0
+};
+
+/// Level that every pixel reads without beam, and the reading of a hot pixel.
+constexpr double darkLevel = 300.0;
+constexpr quint16 hotCount = 60000;
+
+/// Rows and columns of the corner without beam for an image size.
+int darkCornerOf(int size);
+
+Phantom makePhantom(const ExperimentConditions& conditions);
+
+enum class Stack
+{
+    I1,
+    I0
+};
+
+/// Counts of one image of a stack, row after row. The noise of an image depends on the seed and on
+/// which image it is, not on the images made before.
+QVector<quint16> exposure(const Phantom& phantom, Stack stack, int index);

@@ -1,0 +1,117 @@
+#include "Truth.h"
+
+#include <QTextStream>
+
+namespace {
+/// A pixel with less edge step than this counts as free of sample.
+constexpr double leastStep = 0.02;
+constexpr int largestSize = 4096;
+
+QString shortNumber(double value)
+{
+    return QString::number(value, 'g', 7);
+}
+
+/// The numbers of a header line "# Key n ...", empty when the key differs.
+QStringList headerNumbers(const QString& line, const QString& key)
+{
+    const QStringList items = line.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (items.size() < 3 || items[0] != QLatin1String("#") || items[1] != key) {
+        return {};
+    }
+    return items.mid(2);
+}
+
+bool readHeader(QTextStream& in, Truth* truth)
+{
+    const QStringList size = headerNumbers(in.readLine(), QStringLiteral("Size"));
+    const QStringList half = headerNumbers(in.readLine(), QStringLiteral("HalfWidth"));
+    if (size.size() != 2 || size[0] != size[1] || half.size() != 1) {
+        return false;
+    }
+    truth->size = size[0].toInt();
+    truth->halfWidth = half[0].toInt();
+    return truth->size > 0 && truth->size <= largestSize && truth->halfWidth >= 0;
+}
+
+bool readPixel(const QString& line, Truth* truth)
+{
+    const QStringList items = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (items.size() != 4 + speciesCount) {
+        return false;
+    }
+    truth->usable.append(items[2].toInt() == 1);
+    truth->edgeStep.append(items[3].toDouble());
+    for (int s = 0; s < speciesCount; ++s) {
+        truth->fractions[static_cast<std::size_t>(s)].append(items[4 + s].toDouble());
+    }
+    return true;
+}
+} // namespace
+
+QString truthText(const Phantom& phantom)
+{
+    const int size = phantom.conditions.size;
+    QString text = QStringLiteral("# Size %1 %1\n# HalfWidth %2\n")
+                       .arg(size)
+                       .arg(phantom.conditions.halfWidth);
+    for (int i = 0; i < size * size; ++i) {
+        const QPoint p(i % size, i / size);
+        const bool dark = p.x() < phantom.darkCorner && p.y() < phantom.darkCorner;
+        const bool usable = !dark && !phantom.hot.contains(p) && !phantom.dead.contains(p);
+        text += QStringLiteral("%1 %2 %3 %4")
+                    .arg(p.x())
+                    .arg(p.y())
+                    .arg(usable ? 1 : 0)
+                    .arg(shortNumber(phantom.edgeStep[i]));
+        for (const QVector<double>& fractions : phantom.fractions) {
+            text += QLatin1Char(' ') + shortNumber(fractions[i]);
+        }
+        text += QLatin1Char('\n');
+    }
+    return text;
+}
+
+bool readTruth(QTextStream& in, Truth* truth, QString* error)
+{
+    if (!readHeader(in, truth)) {
+        *error = QStringLiteral("no size and half width at its head");
+        return false;
+    }
+    const int pixels = truth->size * truth->size;
+    for (int i = 0; i < pixels; ++i) {
+        if (!readPixel(in.readLine(), truth)) {
+            *error = QStringLiteral("pixel %1 of %2 is missing or not whole").arg(i).arg(pixels);
+            return false;
+        }
+    }
+    return true;
+}
+
+BlockTruth blockTruth(const Truth& truth, int x, int y, int halfWidth)
+{
+    BlockTruth block;
+    if (x < halfWidth || y < halfWidth || x + halfWidth >= truth.size ||
+        y + halfWidth >= truth.size) {
+        return block;
+    }
+    for (int row = y - halfWidth; row <= y + halfWidth; ++row) {
+        for (int column = x - halfWidth; column <= x + halfWidth; ++column) {
+            const int i = row * truth.size + column;
+            if (!truth.usable[i] || truth.edgeStep[i] < leastStep) {
+                return block;
+            }
+            block.edgeStep += truth.edgeStep[i];
+            for (std::size_t s = 0; s < block.fractions.size(); ++s) {
+                block.fractions[s] += truth.fractions[s][i] * truth.edgeStep[i];
+            }
+        }
+    }
+    for (double& fraction : block.fractions) {
+        fraction /= block.edgeStep;
+    }
+    const int side = 2 * halfWidth + 1;
+    block.edgeStep /= side * side;
+    block.usable = true;
+    return block;
+}

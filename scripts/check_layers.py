@@ -1,0 +1,115 @@
+#!/usr/bin/env python3
+"""Holds the includes of src/ against the order of its folders.
+
+A folder includes only itself and what stands above it, and the files of the core library include
+no header of Qt Widgets. Prints each breach as file:line and ends with code 1 when there is one.
+"""
+import pathlib
+import re
+import sys
+
+# In the order of dependence.
+FOLDERS = ["common", "spectrum", "image", "maps", "display", "selection", "calibration",
+           "analysis", "registration", "output", "batch", "app"]
+
+INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
+TARGET_SOURCES = re.compile(r"target_sources\s*\(\s*(\w+)\s+([^)]*)\)")
+COMMENT = re.compile(r"#[^\n]*")
+
+# Headers of the Qt Widgets library that do not begin with QtWidgets or have Widget in their name.
+WIDGET_HEADERS = {
+    "QAbstractButton", "QAbstractItemView", "QAbstractScrollArea", "QAction", "QApplication",
+    "QBoxLayout", "QButtonGroup", "QCheckBox", "QComboBox", "QDialog", "QDialogButtonBox",
+    "QFileDialog", "QFormLayout", "QFrame", "QGridLayout", "QGroupBox", "QHBoxLayout", "QLabel",
+    "QLayout", "QLineEdit", "QListView", "QMainWindow", "QMenu", "QMenuBar", "QMessageBox",
+    "QPlainTextEdit", "QProgressBar", "QPushButton", "QRadioButton", "QScrollArea", "QScrollBar",
+    "QShortcut", "QSlider", "QSpinBox", "QSplitter", "QStatusBar", "QStyle", "QStyleFactory",
+    "QTableView", "QTextEdit", "QToolBar", "QToolBox", "QToolButton", "QToolTip", "QTreeView",
+    "QVBoxLayout"}
+
+
+def is_widget_header(name):
+    """Whether an included name belongs to Qt Widgets, or is made from a form."""
+    base = name.split("/")[-1]
+    return ("QtWidgets" in name or base in WIDGET_HEADERS or base.startswith("ui_")
+            or (base.startswith("Q") and base.endswith("Widget")))
+
+
+def includes(path):
+    """Line number, bracket or quote, and name of each include of a file."""
+    text = path.read_text(encoding="utf-8")
+    for number, line in enumerate(text.splitlines(), 1):
+        match = INCLUDE.match(line)
+        if match:
+            yield number, match[1], match[2]
+
+
+def targets(src):
+    """The files of each target, as the lists of the folders' CMake files tell."""
+    files = {}
+    for listing in src.rglob("CMakeLists.txt"):
+        text = COMMENT.sub("", listing.read_text(encoding="utf-8"))
+        for target, names in TARGET_SOURCES.findall(text):
+            for name in re.split(r"\s+", names):
+                path = listing.parent / name
+                if path.suffix in (".cpp", ".h"):
+                    files.setdefault(target, set()).add(path)
+    return files
+
+
+def order_breaches(src):
+    """Includes of a folder that stands below the including file's own."""
+    for path in sorted(list(src.rglob("*.h")) + list(src.rglob("*.cpp"))):
+        own = path.relative_to(src).parts[0]
+        if own not in FOLDERS:
+            yield f"{path}:1: the folder {own} has no place in the order of folders"
+            continue
+        for number, mark, name in includes(path):
+            folder = name.split("/")[0]
+            if mark != '"' or "/" not in name:
+                continue
+            if folder not in FOLDERS:
+                yield f"{path}:{number}: {name} is not written from src/"
+            elif FOLDERS.index(folder) > FOLDERS.index(own):
+                yield f"{path}:{number}: {own} includes {name}, which stands below it"
+
+
+def core_breaches(src, files):
+    """Widget headers, and headers of the widget library, in files of the core library."""
+    core = files.get("morvenkite_core", set())
+    widgets = files.get("morvenkite_widgets", set())
+    for path in sorted(core):
+        if not path.exists():
+            yield f"{path}:1: is listed and does not exist"
+            continue
+        for number, mark, name in includes(path):
+            if is_widget_header(name):
+                yield f"{path}:{number}: the core includes the widget header {name}"
+            elif mark == '"' and (src / name) in widgets:
+                yield f"{path}:{number}: the core includes {name} of the widget library"
+
+
+def unlisted(src, files):
+    """Sources that no target builds: nothing would check them."""
+    listed = set().union(*files.values()) if files else set()
+    for path in sorted(src.rglob("*.cpp")):
+        if path not in listed and path != src / "app" / "main.cpp":
+            yield f"{path}:1: no target lists it"
+
+
+def main():
+    """Checks the src folder given, by default that of this repository."""
+    src = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else (
+        pathlib.Path(__file__).resolve().parent.parent / "src")
+    if not src.is_dir():
+        print(f"check_layers.py: no folder {src}", file=sys.stderr)
+        return 2
+    files = targets(src)
+    breaches = [*order_breaches(src), *core_breaches(src, files), *unlisted(src, files)]
+    for breach in breaches:
+        print(breach)
+    return 1 if breaches else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

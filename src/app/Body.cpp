@@ -1,0 +1,273 @@
+#include "app/Body.h"
+
+#include "analysis/Analyzer.h"
+#include "batch/BatchCtrl.h"
+#include "batch/BatchDispatcher.h"
+#include "common/Cfg.h"
+#include "common/Settings.h"
+#include "display/ColorBar.h"
+#include "display/FileDialogs.h"
+#include "display/ImgDispA.h"
+#include "output/SaveDataCfg.h"
+#include "selection/SelectDataFiles.h"
+#include "spectrum/ElementTable.h"
+#include "ui_Body.h"
+
+#include <QButtonGroup>
+#include <QCloseEvent>
+#include <QDebug>
+#include <QFileDialog>
+
+namespace {
+
+/// Ids of the image choice buttons, as the batch language knows them.
+enum ImageChoice { ShowDataId = 0, ShowI0Id = 1, ShowShiftMapId = 2, ShowResAnalysisId = 3 };
+
+constexpr double shiftMapDeglitchRange = 0.9;
+constexpr double shiftMapDeglitchFactor = 2.0;
+
+void registerTypes()
+{
+    qRegisterMetaType<XafsSpectrum>("XafsSpectrum");
+    qRegisterMetaType<SuggestElm>("SuggestElm");
+    qRegisterMetaType<AnalysisRequest>("AnalysisRequest");
+    qRegisterMetaType<AnalysisResult>("AnalysisResult");
+    qRegisterMetaType<LoadJob>("LoadJob");
+    qRegisterMetaType<CmdLine>("CmdLine");
+    qRegisterMetaType<EX_CMD_ID>("EX_CMD_ID");
+}
+
+} // namespace
+
+Body::Body(QWidget* parent)
+    : QMainWindow(parent)
+    , ui_(std::make_unique<Ui_Body>())
+    , imgSelect_(new QButtonGroup(this))
+    , energyShiftMap_(QStringLiteral("a2d esm"))
+{
+    energyShiftMap_.setDeglitchConds(shiftMapDeglitchFactor, shiftMapDeglitchRange);
+    registerTypes();
+    ui_->setupUi(this);
+    theColorBar = ui_->CBar;
+    i1_.images = &i1Stack_;
+    i1_.row = ui_->SelectI1Files;
+    i0_.images = &i0Stack_;
+    i0_.row = ui_->SelectI0Files;
+    dataDialogs_ = new FDGroup(this);
+
+    setupBatch();
+    setupStacks();
+    setupDark();
+    setupImageView();
+    setupAnalyzer();
+    setupSaving();
+    disableMissingWindows();
+    loadDefaultErrPoints();
+    refreshEdgeEnergy();
+    startConfigBatch();
+}
+
+Body::~Body()
+{
+    i1Loader_->requestStop();
+    i0Loader_->requestStop();
+    dispatcher_->requestStop();
+    for (QThread* thread : {&i1LoadThread_, &i0LoadThread_, &batchThread_}) {
+        thread->quit();
+        thread->wait();
+    }
+    // Images on their way in a queued signal would have no owner otherwise.
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    qDeleteAll(windows_);
+    deleteStack(i1Stack_);
+    deleteStack(i0Stack_);
+    theColorBar = nullptr;
+}
+
+void Body::closeEvent(QCloseEvent* event)
+{
+    i1Loader_->requestStop();
+    i0Loader_->requestStop();
+    dispatcher_->requestStop();
+    if (walk_.running)
+        stop2DAnalysis();
+    for (QWidget* window : qAsConst(windows_))
+        window->close();
+    event->accept();
+}
+
+void Body::setupBatch()
+{
+    dispatcher_ = std::make_unique<BatchDispatcher>();
+    dispatcher_->moveToThread(&batchThread_);
+    batchThread_.start();
+    batchCtrl_ = new BatchCtrl;
+    windows_.append(batchCtrl_);
+    batchCtrl_->setDispatcher(dispatcher_.get());
+    connect(ui_->BatchCtrlB, &QPushButton::clicked, batchCtrl_, &QWidget::show);
+    connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
+    connect(this, &Body::finishBatchExec, dispatcher_.get(), &BatchDispatcher::finishBatchExec);
+}
+
+void Body::startLoader(QThread& thread, LoadTiff& loader)
+{
+    loader.moveToThread(&thread);
+    // The stack's own slot is connected before this, so a waiting batch goes on behind it.
+    connect(&loader, &LoadTiff::finishLoadFiles, this, [this](EX_CMD_ID id, int ticket) {
+        if (ticket != 0)
+            Q_EMIT finishBatchExec(id, ticket);
+    });
+    thread.start();
+}
+
+void Body::setupStacks()
+{
+    i1_.row->setCaption(QStringLiteral("I1 Data"));
+    i0_.row->setCaption(QStringLiteral("I0 Data"));
+    i1Loader_ = std::make_unique<LoadTiff>();
+    i0Loader_ = std::make_unique<LoadTiff>();
+    connect(this, &Body::loadI1Files, i1Loader_.get(), &LoadTiff::loadTiffs);
+    connect(this, &Body::loadI0Files, i0Loader_.get(), &LoadTiff::loadTiffs);
+    connect(i1Loader_.get(), &LoadTiff::loaded, this, &Body::loadedI1);
+    connect(i0Loader_.get(), &LoadTiff::loaded, this, &Body::loadedI0);
+    connect(i1Loader_.get(), &LoadTiff::finishLoadFiles, this, &Body::finishedLoadI1Files);
+    connect(i0Loader_.get(), &LoadTiff::finishLoadFiles, this, &Body::finishedLoadI0Files);
+    startLoader(i1LoadThread_, *i1Loader_);
+    startLoader(i0LoadThread_, *i0Loader_);
+
+    connect(i1_.row, &SelectDataFiles::filesSelected, this, &Body::readI1Files);
+    connect(i0_.row, &SelectDataFiles::filesSelected, this, &Body::readI0Files);
+    connect(i1_.row, &SelectDataFiles::clear, this, &Body::clearI1Files);
+    connect(i0_.row, &SelectDataFiles::clear, this, &Body::clearI0Files);
+    for (const Stack* stack : {&i1_, &i0_}) {
+        connect(stack->row, &SelectDataFiles::currentIndexChanged, this, [this, stack](int no) {
+            if (stack == &shownStack())
+                showData(no);
+        });
+    }
+}
+
+void Body::setupDark()
+{
+    connect(i1_.row, &SelectDataFiles::setDarkArea, this, &Body::setI1DarkArea);
+    connect(i0_.row, &SelectDataFiles::setDarkArea, this, &Body::setI0DarkArea);
+    connect(i1_.row, &SelectDataFiles::updateDarkArea, this, &Body::clearUpdateI1DarkArea);
+    connect(i0_.row, &SelectDataFiles::updateDarkArea, this, &Body::clearUpdateI0DarkArea);
+    connect(i1_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI1DarkArea);
+    connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
+
+    selectImgDialog_ = new SelectImgDialog(this);
+    dataDialogs_->add(selectImgDialog_);
+    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &QWidget::show);
+    connect(selectImgDialog_, &QFileDialog::fileSelected, this, &Body::selectedDark);
+    connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
+
+    connect(ui_->SelectBG, &XafsFileSelect::newFile, this, &Body::selectedBG);
+    connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
+    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
+    connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI0File);
+    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this,
+            [this] { totalI0ofI1_ = XafsSpectrum(); });
+    connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::cleared, this,
+            [this] { totalI0ofI0_ = XafsSpectrum(); });
+}
+
+void Body::setupImageView()
+{
+    imgSelect_->setExclusive(true);
+    const std::pair<QPushButton*, int> choices[] = {{ui_->ShowData, ShowDataId},
+                                                    {ui_->ShowI0, ShowI0Id},
+                                                    {ui_->ShowShiftMap, ShowShiftMapId},
+                                                    {ui_->ShowResAnalysis, ShowResAnalysisId}};
+    for (const auto& [button, id] : choices) {
+        imgSelect_->addButton(button, id);
+        connect(button, &QPushButton::toggled, this, &Body::dispImgSelected);
+    }
+    ui_->CBarAll->setText(QStringLiteral("Set All"));
+    connect(ui_->CBarAll, &QPushButton::clicked, this, &Body::cBarUpdated);
+    connect(ui_->CBar, &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
+    connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
+    connect(ui_->dispA, &ImgDispA::rangeShown, ui_->CBar, &ColorBar::setRange);
+
+    connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
+    connect(ui_->Next, &QPushButton::clicked, this, &Body::next);
+    connect(ui_->SeekBar, &QSlider::valueChanged, this, &Body::sliderMoved);
+    connect(ui_->ImgNo, &QLineEdit::editingFinished, this,
+            [this] { shownStack().row->select(ui_->ImgNo->text().toInt()); });
+    connect(ui_->ZoomIn, &QPushButton::clicked, ui_->dispA, &ImgDispA::setViewWAsSelectedArea);
+    connect(ui_->ResetScale, &QPushButton::clicked, ui_->dispA, &ImgDispA::resetImageViewWindow);
+    ui_->HCross->setVertical(false);
+    ui_->VCross->setVertical(true);
+}
+
+void Body::setupAnalyzer()
+{
+    analyzer_ = new Analyzer;
+    windows_.append(analyzer_);
+    connect(ui_->ShowAnalyzer, &QPushButton::clicked, analyzer_, &Analyzer::show);
+    connect(analyzer_, &Analyzer::askAnalyze, this, &Body::start2DAnalysis);
+    connect(analyzer_, &Analyzer::finished, this, &Body::analyzeASpectrumFinished);
+    connect(analyzer_, &Analyzer::changedSelection, this, &Body::selectedNewRef);
+    connect(analyzer_, &Analyzer::scaleShown, ui_->CBar, &ColorBar::setRange);
+
+    connect(ui_->SuggestingElm, &QLineEdit::editingFinished, this, &Body::newElmSuggested);
+    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &Body::newEdgeSuggested);
+    connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
+}
+
+void Body::setupSaving()
+{
+    saveDataCfg_ = new SaveDataCfg;
+    windows_.append(saveDataCfg_);
+    saveDataDialog_ = new FileDialog(this);
+    saveDataDialog_->setAcceptMode(QFileDialog::AcceptSave);
+    saveDataDialog_->setDirectory(DataRoot);
+    dataDialogs_->add(saveDataDialog_);
+    connect(saveDataDialog_, &QFileDialog::fileSelected, this, &Body::saveData);
+}
+
+void Body::startConfigBatch()
+{
+    const QStringList lines = theCfg().linesOf(QStringLiteral("BATCH"));
+    const char* banner = " =========== Batchs in Config ==============";
+    qDebug() << banner;
+    for (const QString& line : lines)
+        qDebug().noquote() << line;
+    qDebug() << banner;
+    Q_EMIT batchCtrl_->doDispatchCmds(lines);
+}
+
+SuggestElm Body::suggestElm() const
+{
+    SuggestElm elm;
+    elm.use = ui_->UseSuggestElm->isChecked();
+    elm.z = atomicNumber(ui_->SuggestingElm->text());
+    elm.edge = ui_->SuggestingEdge->currentIndex();
+    elm.edgeE = ui_->SuggestingEeV->text().toDouble();
+    elm.preEnd = ui_->DPreE->text().toDouble();
+    elm.postStart = ui_->DPostS->text().toDouble();
+    elm.thJump = ui_->ThJumpSigma->text().toDouble();
+    return elm;
+}
+
+/// Shows the table's energy of the suggested edge; an unknown element leaves the field alone.
+void Body::refreshEdgeEnergy()
+{
+    const int z = atomicNumber(ui_->SuggestingElm->text());
+    if (z > 0) {
+        const double energy = edgeEnergy(z, ui_->SuggestingEdge->currentIndex());
+        ui_->SuggestingEeV->setText(QString::number(energy, 'g', 6));
+    }
+}
+
+void Body::newElmSuggested()
+{
+    refreshEdgeEnergy();
+}
+
+void Body::newEdgeSuggested(int edge)
+{
+    Q_UNUSED(edge)
+    refreshEdgeEnergy();
+}

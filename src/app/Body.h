@@ -1,0 +1,245 @@
+#pragma once
+
+#include "analysis/AnalyzeProc.h"
+#include "batch/CmdLine.h"
+#include "image/BlockSpectrum.h"
+#include "image/LoadTiff.h"
+#include "maps/AnalyzeCond.h"
+#include "maps/Analyzed2DRes.h"
+#include "maps/WalkRuns.h"
+#include "spectrum/XafsSpectrum.h"
+
+#include <QMainWindow>
+#include <QQueue>
+#include <QThread>
+
+#include <memory>
+
+class Analyzer;
+class BatchCtrl;
+class BatchDispatcher;
+class FDGroup;
+class QButtonGroup;
+class QFileDialog;
+class SaveDataCfg;
+class SelectDataFiles;
+class SelectImgDialog;
+class Ui_Body;
+
+/// The main window: owner of all data (stacks, dark image, maps) and conductor of all other parts.
+/// Panels hold settings and results of their own and talk to it through signals. A slot reads its
+/// form fields into a record, calls the core and shows the result; it computes nothing itself.
+///
+/// Everything here runs on the GUI thread. Two loader threads and the batch thread belong to it;
+/// their results come in as queued signals, by value.
+///
+/// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
+/// browsing, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
+/// BodySave.cpp output, BodyCommands.cpp batch commands.
+class Body : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit Body(QWidget* parent = nullptr);
+    ~Body() override;
+
+    BatchCtrl* batchCtrl() const { return batchCtrl_; }
+    const TiffStack& i1Stack() const { return i1Stack_; }
+    const TiffStack& i0Stack() const { return i0Stack_; }
+    Analyzer* analyzer() const { return analyzer_; }
+
+    /// Spectrum of (energy, mu) of the block round (x, y) under the form's conditions; empty outside
+    /// the image.
+    Spectrum rawXafsAt(int x, int y, int halfX, int halfY) const;
+    /// The same for the box (x1, y1)-(x2, y2), through its middle and half its sides.
+    Spectrum rawXafsOfBox(int x1, int y1, int x2, int y2) const;
+    /// (energy, sum of I1 over the block), without dark or I0.
+    Spectrum rawI1At(int x, int y, int halfX, int halfY) const;
+
+    /// The form's conditions of a block spectrum.
+    BlockConditions blockConditions(int halfX, int halfY) const;
+
+    /// The suggested element as the form stands.
+    SuggestElm suggestElm() const;
+
+    /// Most positions of a walk in one request; 1 is the plain walk, position by position.
+    void setMaxPositionsPerRequest(int count) { maxPositionsPerRequest_ = count; }
+
+public Q_SLOTS:
+    void clearI1Files();
+    void clearI0Files();
+    void readI1Files(const QStringList& files, bool newFile);
+    void readI0Files(const QStringList& files, bool newFile);
+    void finishedLoadI1Files();
+    void finishedLoadI0Files();
+    void showData(int no);
+    void selectedDark(const QString& fname);
+    void clearDark();
+    void prev();
+    void next();
+    void sliderMoved(int idx);
+    bool askAnalyzeCond(AnalyzeCond& ac) const;
+    void cBarUpdating();
+    void cBarUpdated();
+    void loadedI1(TiffData* data, int fNo);
+    void loadedI0(TiffData* data, int fNo);
+    void start2DAnalysis();
+    void stop2DAnalysis();
+    void analyzeASpectrumFinished(const AnalysisResult& result);
+    void generateResImages();
+    void dispImgSelected(bool on);
+    void selectedNewRef();
+    void setupResAnalysisImage();
+    void seekImage(int imgNo);
+    void showSaveDataDialog();
+    void saveData(const QString& fname);
+    void saveDataAsTiff(const QString& fname, int ext);
+    void saveDataAsText(const QString& fname, int ext);
+    void execCmdSlot(const CmdLine& cmd, bool inRem);
+    void deglitch();
+    void showAnalyzedVals();
+    void setI0DarkArea();
+    void setI1DarkArea();
+    void clearUpdateI0DarkArea();
+    void clearUpdateI1DarkArea();
+    void updateI0DarkArea();
+    void updateI1DarkArea();
+    void clearI0DarkArea();
+    void clearI1DarkArea();
+    void clearedBG();
+    void selectedBG(const QString& fname);
+    void newTotalI0ofI1File(const QString& fname);
+    void newTotalI0ofI0File(const QString& fname);
+    void newEdgeSuggested(int edge);
+    void newElmSuggested();
+
+Q_SIGNALS:
+    void loadI1Files(const LoadJob& job);
+    void loadI0Files(const LoadJob& job);
+    void finishing();
+    /// A command has come to its end; ticket is the number of the batch's own command, 0 when a
+    /// click started it.
+    void finishBatchExec(int id, int ticket);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    struct Commands;
+    friend struct Commands;
+
+    /// One of the two stacks with all that belongs to it.
+    struct Stack {
+        TiffStack* images;
+        SelectDataFiles* row;
+        bool loading = false; ///< a job is under way; plots stay quiet
+        bool darkAreaOn = false;
+        QRectF darkArea;          ///< [image pixels]
+        QVector<double> darkAvg;  ///< mean over the area per image, the dark image's taken off
+    };
+
+    /// Positions sent to the analysis worker and not yet recorded.
+    struct PendingRequest {
+        WalkRun run;
+        QVector<int> activeRows; ///< reference row of each fitted weight
+    };
+
+    /// The state of a walk over the map.
+    struct Walk {
+        bool running = false; ///< the flag that keeps a second walk from starting
+        int number = 0;       ///< tells results of this walk from those of an earlier one
+        int sent = 0;
+        WalkRuns runs; ///< the positions not yet sent
+        int positionsPerRequest = 1;
+        double zansa = 0.0; ///< residual of the last position that had an edge
+        int ticket = 0;     ///< of the batch command that started it
+        QQueue<PendingRequest> pending;
+    };
+
+    // Body.cpp
+    void setupBatch();
+    void setupStacks();
+    void setupImageView();
+    void setupAnalyzer();
+    void setupSaving();
+    void setupDark();
+    void startConfigBatch();
+    void startLoader(QThread& thread, LoadTiff& loader);
+
+    // BodyStacks.cpp
+    void clearStack(Stack& stack);
+    LoadJob loadJob(const Stack& stack, const QStringList& files, EX_CMD_ID id) const;
+    void readI1(const QStringList& files, bool newFile, int ticket);
+    void readI0(const QStringList& files, bool newFile, int ticket);
+    void takeLoaded(Stack& stack, TiffData* data, int fNo);
+    void finishLoad(Stack& stack);
+    Stack& shownStack();
+    const Stack& shownStack() const;
+    void showImage(const TiffData* image);
+    void takeImageGeometry();
+
+    // BodyDark.cpp
+    void setDarkArea(Stack& stack);
+    void fillDarkAverages(Stack& stack);
+    void refillDarkAverages(Stack& stack);
+    void clearDarkArea(Stack& stack);
+    void useErrPMaskToggled(bool on);
+    void loadDefaultErrPoints();
+    void loadTotalI0(XafsSpectrum& total, const QString& fname);
+
+    // BodyAnalysis.cpp
+    void startWalk(int ticket);
+    void prepareMaps(const AnalyzeCond& cond);
+    void sendNextRequest();
+    QVector<XafsSpectrum> spectraOf(const WalkRun& run) const;
+    double shiftAt(int x, int y) const;
+    void recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
+                            const LcfResult& result);
+    void recordRequest(const PendingRequest& pending, const AnalysisResult& result);
+    void finishRow(const AnalyzeCond& at);
+    void endWalk();
+    void leaveWalk();
+    void refreshEdgeEnergy();
+
+    std::unique_ptr<Ui_Body> ui_;
+    QButtonGroup* imgSelect_;
+
+    QThread i1LoadThread_;
+    QThread i0LoadThread_;
+    QThread batchThread_;
+    std::unique_ptr<LoadTiff> i1Loader_;
+    std::unique_ptr<LoadTiff> i0Loader_;
+    std::unique_ptr<BatchDispatcher> dispatcher_;
+
+    TiffStack i1Stack_; ///< owned, in loading order
+    TiffStack i0Stack_;
+    Stack i1_;
+    Stack i0_;
+    std::unique_ptr<TiffData> dark_;
+    Analyzed2DRes energyShiftMap_;
+    int imgW_ = -1; ///< size and detector origin of the stack, from the first I1 image
+    int imgH_ = 0;
+    int imgX0_ = 0;
+    int imgY0_ = 0;
+    int mapX0_ = 0; ///< detector origin of the energy shift map
+    int mapY0_ = 0;
+    int curX_ = 0; ///< image pixel of the last mouse position
+    int curY_ = 0;
+    XafsSpectrum totalI0ofI1_;
+    XafsSpectrum totalI0ofI0_;
+    XafsSpectrum bgSpectrum_;
+    bool bgValid_ = false;
+
+    Analyzer* analyzer_ = nullptr;
+    BatchCtrl* batchCtrl_ = nullptr;
+    SaveDataCfg* saveDataCfg_ = nullptr;
+    QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
+    SelectImgDialog* selectImgDialog_ = nullptr;
+    QFileDialog* saveDataDialog_ = nullptr;
+    FDGroup* dataDialogs_ = nullptr;
+
+    Walk walk_;
+    QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
+    int maxPositionsPerRequest_ = 4096;
+    bool closing_ = false;
+};

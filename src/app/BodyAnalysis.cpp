@@ -1,0 +1,260 @@
+#include "app/Body.h"
+
+#include "analysis/Analyzer.h"
+#include "analysis/LCFReference.h"
+#include "common/Log.h"
+#include "common/SafeInt.h"
+#include "display/ImgDispA.h"
+#include "ui_Body.h"
+
+#include <QDebug>
+#include <QElapsedTimer>
+
+namespace {
+
+/// Time that the positions of one request should take: long against a round trip between threads,
+/// short against a user's patience.
+constexpr double requestMs = 10.0;
+
+/// Requests that the worker has or is about to get, so that it works while the next is formed.
+constexpr int requestsUnderWay = 2;
+
+/// Size of a walk's first request, before the time of a position is known.
+constexpr int firstRequestPositions = 16;
+
+/// Share of the value range, at its top and bottom, in which the deglitch filter may act.
+constexpr double deglitchRangeRatio = 0.1;
+
+} // namespace
+
+bool Body::askAnalyzeCond(AnalyzeCond& ac) const
+{
+    if (i1Stack_.isEmpty())
+        return false;
+    const TiffData& first = *i1Stack_.first();
+    ac = AnalyzeCond(first.width, first.height, ui_->HWidth->text().toInt(),
+                     ui_->VWidth->text().toInt(), ui_->dispA->area(), -1, -1);
+    return true;
+}
+
+void Body::start2DAnalysis()
+{
+    startWalk(0);
+}
+
+void Body::startWalk(int ticket)
+{
+    // The button that starts a walk also stops it; a batch must not wait for a walk that was
+    // stopped by its own command.
+    if (walk_.running) {
+        stop2DAnalysis();
+        if (ticket != 0)
+            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+        return;
+    }
+    AnalyzeCond cond;
+    if (!analyzer_->walkAnalysisSelected() || !askAnalyzeCond(cond)) {
+        qDebug() << (i1Stack_.isEmpty() ? "2D analysis not started: no I1 images"
+                                        : "2D analysis not started: no analysis selected");
+        if (ticket != 0)
+            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+        return;
+    }
+    const int number = walk_.number + 1;
+    walk_ = Walk();
+    walk_.running = true;
+    walk_.number = number;
+    walk_.ticket = ticket;
+    walk_.positionsPerRequest = qMin(firstRequestPositions, maxPositionsPerRequest_);
+    analyzer_->setContAccess(true);
+    analyzer_->setProgress(0.0);
+    logTime(QStringLiteral("2da 1:"));
+    prepareMaps(cond);
+    logTime(QStringLiteral("2da 2:"));
+    walk_.runs = WalkRuns(cond);
+    for (int i = 0; i < requestsUnderWay; ++i)
+        sendNextRequest();
+}
+
+void Body::prepareMaps(const AnalyzeCond& cond)
+{
+    resMaps_.clear();
+    const QVector<LCFReference*>& rows = analyzer_->refs();
+    for (int kind = 0; kind < Analyzer::mapKinds(); ++kind) {
+        for (LCFReference* row : rows) {
+            Analyzed2DRes* map = row->map(kind);
+            map->prepare(cond);
+            map->setNo(resMaps_.size());
+            resMaps_.append(map);
+        }
+    }
+    const int rowMaps = resMaps_.size();
+    analyzer_->zansaMap()->prepare(cond);
+    analyzer_->zansaMap()->setNo(rowMaps);
+    analyzer_->dEdgeMap()->prepare(cond);
+    analyzer_->dEdgeMap()->setNo(rowMaps + 1);
+}
+
+/// Shift of an image position from the energy shift map [eV], 0 outside the map.
+double Body::shiftAt(int x, int y) const
+{
+    return energyShiftMap_.valueAt(imgX0_ + x - mapX0_, imgY0_ + y - mapY0_);
+}
+
+QVector<XafsSpectrum> Body::spectraOf(const WalkRun& run) const
+{
+    const AnalyzeCond& at = run.first;
+    const BlockConditions conditions = blockConditions(at.halfX, at.halfY);
+    const SuggestElm elm = suggestElm();
+    BlockSpectra blocks({i1Stack_, i0Stack_}, conditions);
+    const QVector<Spectrum> raw = blocks.row(at.cx, at.stepX, run.count, at.cy);
+    const QString name = QStringLiteral("Body-AaP");
+    QVector<XafsSpectrum> spectra;
+    spectra.reserve(run.count);
+    for (int k = 0; k < run.count; ++k) {
+        spectra.append(XafsSpectrum(raw[k], name, VictLine::Straight,
+                                    shiftAt(at.cx + k * at.stepX, at.cy), elm));
+    }
+    return spectra;
+}
+
+void Body::sendNextRequest()
+{
+    if (walk_.runs.atEnd())
+        return;
+    QElapsedTimer timer;
+    timer.start();
+    PendingRequest pending;
+    pending.run = walk_.runs.take(walk_.positionsPerRequest);
+
+    AnalysisRequest request;
+    request.walk = walk_.number;
+    request.number = walk_.sent++;
+    request.spectra = spectraOf(pending.run);
+    pending.activeRows = analyzer_->activeRows();
+    walk_.pending.enqueue(pending);
+    analyzer_->analyzeInWalk(request, suggestElm());
+
+    const double msPerPosition = double(timer.nsecsElapsed()) * 1e-6 / pending.run.count;
+    walk_.positionsPerRequest =
+        qBound(1, truncatedInt(requestMs / qMax(msPerPosition, 1e-6)), maxPositionsPerRequest_);
+}
+
+void Body::analyzeASpectrumFinished(const AnalysisResult& result)
+{
+    // Results of a walk that was stopped, or of one before it, are not recorded.
+    if (!walk_.running || result.walk != walk_.number || walk_.pending.isEmpty())
+        return;
+    recordRequest(walk_.pending.dequeue(), result);
+    if (i1Stack_.isEmpty()) {
+        qDebug() << "2D analysis ended: the I1 images are gone";
+        endWalk();
+        return;
+    }
+    sendNextRequest();
+    if (walk_.pending.isEmpty())
+        endWalk();
+}
+
+void Body::recordRequest(const PendingRequest& pending, const AnalysisResult& result)
+{
+    AnalyzeCond at = pending.run.first;
+    for (int k = 0; k < pending.run.count; ++k) {
+        recordResForAPoint(at, pending.activeRows, result.lcf.value(k));
+        if (at.next() && at.newLine)
+            finishRow(at);
+    }
+}
+
+void Body::recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
+                              const LcfResult& result)
+{
+    const int refCount = resMaps_.size() / Analyzer::mapKinds();
+    for (int k = 0; k < activeRows.size(); ++k) {
+        const int row = activeRows[k];
+        resMaps_[row]->setData(at.cx, at.cy, at.halfX, at.halfY, result.dMuts.value(k, 0.0));
+        resMaps_[row + refCount]->setData(at.cx, at.cy, at.halfX, at.halfY,
+                                          result.ratios.value(k, 0.0));
+    }
+    // A position without an edge is not fitted and shows the residual of the one before.
+    if (result.fitted)
+        walk_.zansa = result.zansa;
+    analyzer_->zansaMap()->setData(at.cx, at.cy, at.halfX, at.halfY, walk_.zansa);
+}
+
+void Body::finishRow(const AnalyzeCond& at)
+{
+    if (analyzer_->displaysOnTime())
+        generateResImages();
+    analyzer_->setProgress(at.progress());
+}
+
+void Body::generateResImages()
+{
+    if (resMaps_.isEmpty())
+        return;
+    for (Analyzed2DRes* map : qAsConst(resMaps_))
+        map->genImg();
+    analyzer_->zansaMap()->genImg();
+    analyzer_->dEdgeMap()->genImg();
+    ui_->dispA->setAnalyzedRes(analyzer_->selectedMap());
+}
+
+void Body::endWalk()
+{
+    generateResImages();
+    ui_->dispA->update();
+    const int ticket = walk_.ticket;
+    leaveWalk();
+    analyzer_->setProgress(100.0);
+    logTime(QStringLiteral("2da 3:"));
+    if (ticket != 0)
+        Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+}
+
+void Body::leaveWalk()
+{
+    walk_.running = false;
+    walk_.pending.clear();
+    walk_.ticket = 0;
+    analyzer_->setContAccess(false);
+}
+
+void Body::stop2DAnalysis()
+{
+    leaveWalk();
+    logTime(QStringLiteral("2da 4:"));
+}
+
+void Body::setupResAnalysisImage()
+{
+    if (Analyzed2DRes* map = analyzer_->selectedMap())
+        map->genImg();
+}
+
+void Body::deglitch()
+{
+    Analyzed2DRes* map = analyzer_->selectedMap();
+    if (!map)
+        return;
+    // Only the top and bottom tenth of the value range is replaced.
+    map->setDeglitchConds(map->deglitchFactor, deglitchRangeRatio);
+    map->deglitch();
+    ui_->dispA->update();
+}
+
+void Body::showAnalyzedVals()
+{
+    const Analyzed2DRes* map = analyzer_->selectedMap();
+    if (!map || !map->data())
+        return;
+    qDebug() << "vals of" << map->name;
+    const int width = map->stepper.width;
+    for (int y = 0; y < map->stepper.height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const int at = y * width + x;
+            qDebug().noquote() << QString::asprintf("%4d %4d %15.6f %15.6f", x, y, map->data()[at],
+                                                    map->procData()[at]);
+        }
+    }
+}

@@ -1,0 +1,197 @@
+#include "app/Body.h"
+
+#include "common/Cfg.h"
+#include "common/Settings.h"
+#include "display/ImgDispA.h"
+#include "display/XafsFileSelect.h"
+#include "selection/SelectDataFiles.h"
+#include "ui_Body.h"
+
+#include <QDebug>
+
+BlockConditions Body::blockConditions(int halfX, int halfY) const
+{
+    BlockConditions conditions;
+    conditions.halfX = halfX;
+    conditions.halfY = halfY;
+    conditions.imageWidth = imgW_;
+    conditions.imageHeight = imgH_;
+    conditions.useI0 = ui_->UseI0->isChecked();
+    conditions.fluorescence = ui_->FluoType->isChecked();
+    conditions.dark = dark_.get();
+    // The texts of the line edits, so that the user can overrule the files' exposure.
+    conditions.darkExposure = ui_->DarkExpTime->text().toDouble();
+    conditions.i1Exposure = i1_.row->exposureText().toDouble();
+    conditions.i0Exposure = i0_.row->exposureText().toDouble();
+    conditions.i1DarkAreaOn = i1_.darkAreaOn;
+    conditions.i0DarkAreaOn = i0_.darkAreaOn;
+    conditions.i1DarkAvg = i1_.darkAvg;
+    conditions.i0DarkAvg = i0_.darkAvg;
+    conditions.totalI0Loaded = !totalI0ofI1_.isEmpty();
+    conditions.totalI0 = totalI0ofI1_.i0Spectrum;
+    return conditions;
+}
+
+Spectrum Body::rawXafsAt(int x, int y, int halfX, int halfY) const
+{
+    return rawXafs({i1Stack_, i0Stack_}, blockConditions(halfX, halfY), x, y);
+}
+
+Spectrum Body::rawXafsOfBox(int x1, int y1, int x2, int y2) const
+{
+    return rawXafsAt((x1 + x2) / 2, (y1 + y2) / 2, (x2 - x1) / 2, (y2 - y1) / 2);
+}
+
+Spectrum Body::rawI1At(int x, int y, int halfX, int halfY) const
+{
+    return rawI1(i1Stack_, blockConditions(halfX, halfY), x, y);
+}
+
+void Body::selectedDark(const QString& fname)
+{
+    clearDark();
+    auto image = std::make_unique<TiffData>();
+    if (!image->readFile(fname, defaultErrPoints()))
+        return;
+    image->buildImage(*theColorBar);
+    ui_->DarkFileName->setText(fname);
+    ui_->DarkExpTime->setText(QString::number(image->exposureMs, 'g', 6));
+    dark_ = std::move(image);
+    refillDarkAverages(i1_);
+    refillDarkAverages(i0_);
+}
+
+void Body::clearDark()
+{
+    dark_.reset();
+    ui_->DarkFileName->clear();
+    refillDarkAverages(i1_);
+    refillDarkAverages(i0_);
+}
+
+void Body::setDarkArea(Stack& stack)
+{
+    if (!ui_->dispA->hasSelection()) {
+        qDebug() << "Dark area not set: no area is selected in the image";
+        return;
+    }
+    stack.darkArea = ui_->dispA->area();
+    stack.darkAreaOn = true;
+    stack.row->darkArea(stack.darkArea);
+    // The selection was drawn for the dark area alone; the user's earlier one comes back.
+    ui_->dispA->recallOldSelectedArea();
+    refillDarkAverages(stack);
+    ui_->dispA->update();
+}
+
+/// Adds the averages of the images that have none yet.
+void Body::fillDarkAverages(Stack& stack)
+{
+    const double darkLevel = dark_ ? dark_->areaMean(stack.darkArea) : 0.0;
+    for (int i = stack.darkAvg.size(); i < stack.images->size(); ++i)
+        stack.darkAvg.append(stack.images->at(i)->areaMean(stack.darkArea) - darkLevel);
+}
+
+void Body::refillDarkAverages(Stack& stack)
+{
+    if (!stack.darkAreaOn)
+        return;
+    stack.darkAvg.clear();
+    fillDarkAverages(stack);
+}
+
+void Body::clearDarkArea(Stack& stack)
+{
+    stack.darkAreaOn = false;
+    stack.darkAvg.clear();
+    ui_->dispA->update();
+}
+
+void Body::setI0DarkArea()
+{
+    setDarkArea(i0_);
+}
+
+void Body::setI1DarkArea()
+{
+    setDarkArea(i1_);
+}
+
+void Body::updateI0DarkArea()
+{
+    if (i0_.darkAreaOn)
+        fillDarkAverages(i0_);
+}
+
+void Body::updateI1DarkArea()
+{
+    if (i1_.darkAreaOn)
+        fillDarkAverages(i1_);
+}
+
+void Body::clearUpdateI0DarkArea()
+{
+    refillDarkAverages(i0_);
+}
+
+void Body::clearUpdateI1DarkArea()
+{
+    refillDarkAverages(i1_);
+}
+
+void Body::clearI0DarkArea()
+{
+    clearDarkArea(i0_);
+}
+
+void Body::clearI1DarkArea()
+{
+    clearDarkArea(i1_);
+}
+
+void Body::clearedBG()
+{
+    bgValid_ = false;
+}
+
+void Body::selectedBG(const QString& fname)
+{
+    XafsSpectrum fresh;
+    bgValid_ = fresh.load(fname);
+    if (bgValid_)
+        bgSpectrum_ = fresh;
+    else
+        qDebug() << "No background spectrum in" << fname;
+    ui_->SelectBG->fileNameValid(bgValid_);
+}
+
+void Body::loadTotalI0(XafsSpectrum& total, const QString& fname)
+{
+    XafsSpectrum fresh;
+    if (!fresh.load(fname)) {
+        qDebug() << "No total I0 spectrum in" << fname;
+        return;
+    }
+    total = fresh;
+    for (int i = 0; i < total.size(); ++i)
+        qDebug() << total.x(i) << total.i0Spectrum.y(i);
+}
+
+void Body::newTotalI0ofI1File(const QString& fname)
+{
+    loadTotalI0(totalI0ofI1_, fname);
+}
+
+void Body::newTotalI0ofI0File(const QString& fname)
+{
+    // Kept and logged; no calculation reads it, on purpose.
+    loadTotalI0(totalI0ofI0_, fname);
+}
+
+void Body::loadDefaultErrPoints()
+{
+    const QString path = theCfg().upperValue(QStringLiteral("ERRPOINTS"));
+    ErrPoints& list = defaultErrPoints();
+    if (!path.isEmpty())
+        list.active = list.readFile(path, 0);
+}

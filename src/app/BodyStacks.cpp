@@ -1,0 +1,256 @@
+#include "app/Body.h"
+
+#include "display/ColorBar.h"
+#include "display/ImgDispA.h"
+#include "selection/SelectDataFiles.h"
+#include "ui_Body.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace {
+
+ShownImage shownImage(const TiffData& image)
+{
+    return {image.image(), image.width, image.height, image.minVal, image.maxVal};
+}
+
+/// All images of one exposure, compared exactly and by value.
+bool uniformExposure(const TiffStack& images)
+{
+    return std::all_of(images.begin(), images.end(), [&](const TiffData* image) {
+        return image->exposureMs == images.first()->exposureMs;
+    });
+}
+
+} // namespace
+
+void Body::clearI1Files()
+{
+    ui_->dispA->setImage({});
+    clearStack(i1_);
+}
+
+void Body::clearI0Files()
+{
+    if (&shownStack() == &i0_)
+        ui_->dispA->setImage({});
+    clearStack(i0_);
+}
+
+void Body::clearStack(Stack& stack)
+{
+    stack.row->clearFiles();
+    deleteStack(*stack.images);
+    stack.darkAvg.clear();
+}
+
+LoadJob Body::loadJob(const Stack& stack, const QStringList& files, EX_CMD_ID id) const
+{
+    LoadJob job;
+    job.files = files;
+    job.ignoreLive = stack.row->ignoreLive();
+    job.skip = qMax(1, stack.row->skip());
+    job.cutFirst = qMax(0, stack.row->cutFirst());
+    job.cutLast = qMax(0, stack.row->cutLast());
+    job.errPs = stack.row->errPoints();
+    job.scale = *ui_->CBar;
+    job.loadCmdId = id;
+    return job;
+}
+
+void Body::readI1Files(const QStringList& files, bool newFile)
+{
+    readI1(files, newFile, 0);
+}
+
+void Body::readI0Files(const QStringList& files, bool newFile)
+{
+    readI0(files, newFile, 0);
+}
+
+void Body::readI1(const QStringList& files, bool newFile, int ticket)
+{
+    if (newFile)
+        clearI1Files();
+    LoadJob job = loadJob(i1_, files, ExCmdLoadI1Files);
+    job.ticket = ticket;
+    i1_.loading = true;
+    Q_EMIT loadI1Files(job);
+}
+
+void Body::readI0(const QStringList& files, bool newFile, int ticket)
+{
+    if (newFile)
+        clearI0Files();
+    LoadJob job = loadJob(i0_, files, ExCmdLoadI0Files);
+    job.ticket = ticket;
+    i0_.loading = true;
+    Q_EMIT loadI0Files(job);
+}
+
+void Body::takeLoaded(Stack& stack, TiffData* data, int fNo)
+{
+    data->energy = stack.row->addFile(data->fileName, fNo);
+    // The job carried the colour scale of its start; the bar may have been moved since.
+    if (!data->pictureMatches(*ui_->CBar))
+        data->buildImage(*ui_->CBar);
+    stack.images->append(data);
+    if (stack.darkAreaOn)
+        fillDarkAverages(stack);
+}
+
+void Body::loadedI1(TiffData* data, int fNo)
+{
+    if (!data)
+        return;
+    takeLoaded(i1_, data, fNo);
+    if (i1Stack_.size() == 1)
+        takeImageGeometry();
+    if (!i1_.row->showLatest())
+        return;
+    const int last = i1Stack_.size() - 1;
+    ui_->SeekBar->setMaximum(last);
+    i1_.row->select(last);
+    showData(last);
+}
+
+void Body::loadedI0(TiffData* data, int fNo)
+{
+    if (data)
+        takeLoaded(i0_, data, fNo);
+}
+
+void Body::takeImageGeometry()
+{
+    const TiffData& first = *i1Stack_.first();
+    imgW_ = first.width;
+    imgH_ = first.height;
+    imgX0_ = first.x0;
+    imgY0_ = first.y0;
+}
+
+void Body::finishedLoadI1Files()
+{
+    finishLoad(i1_);
+}
+
+void Body::finishedLoadI0Files()
+{
+    finishLoad(i0_);
+}
+
+void Body::finishLoad(Stack& stack)
+{
+    stack.loading = false;
+    curX_ = 0;
+    curY_ = 0;
+    refillDarkAverages(stack);
+    if (stack.images->isEmpty())
+        return;
+    stack.row->setExposure(stack.images->first()->exposureMs, uniformExposure(*stack.images));
+    const int last = stack.images->size() - 1;
+    stack.row->select(last);
+    if (&shownStack() == &stack) {
+        ui_->SeekBar->setMaximum(last);
+        showData(last);
+    }
+}
+
+Body::Stack& Body::shownStack()
+{
+    return ui_->ShowI0->isChecked() ? i0_ : i1_;
+}
+
+void Body::showImage(const TiffData* image)
+{
+    ui_->dispA->setShowOverLayer(false);
+    ui_->dispA->setImage(image ? shownImage(*image) : ShownImage());
+}
+
+void Body::showData(int no)
+{
+    const TiffStack& images = *shownStack().images;
+    if (no < 0 || no >= images.size())
+        return;
+    ui_->SeekBar->setMaximum(images.size() - 1);
+    const QSignalBlocker quiet(ui_->SeekBar);
+    ui_->SeekBar->setValue(no);
+    ui_->ImgNo->setText(QString::number(no));
+    ui_->ImgNo->setToolTip(images[no]->fileName);
+    showImage(images[no]);
+}
+
+void Body::prev()
+{
+    shownStack().row->prev();
+}
+
+void Body::next()
+{
+    shownStack().row->next();
+}
+
+void Body::sliderMoved(int idx)
+{
+    shownStack().row->select(idx);
+    showData(idx);
+}
+
+void Body::seekImage(int imgNo)
+{
+    showData(imgNo);
+}
+
+void Body::dispImgSelected(bool on)
+{
+    // A button group tells both the button that goes off and the one that goes on.
+    if (!on)
+        return;
+    qDebug() << "disp img selected";
+    if (ui_->ShowShiftMap->isChecked()) {
+        ui_->dispA->setAnalyzedRes(&energyShiftMap_);
+        ui_->dispA->setShowOverLayer(true);
+    } else if (ui_->ShowResAnalysis->isChecked()) {
+        ui_->dispA->setAnalyzedRes(analyzer_->selectedMap());
+        ui_->dispA->setShowOverLayer(true);
+    } else {
+        ui_->dispA->setShowOverLayer(false);
+        showData(shownStack().row->currentIndex());
+    }
+    ui_->dispA->update();
+}
+
+void Body::selectedNewRef()
+{
+    dispImgSelected(true);
+}
+
+void Body::cBarUpdating()
+{
+    if (ui_->ShowShiftMap->isChecked()) {
+        if (energyShiftMap_.imgValid)
+            energyShiftMap_.genImg();
+    } else if (ui_->ShowResAnalysis->isChecked()) {
+        setupResAnalysisImage();
+    } else {
+        const Stack& stack = shownStack();
+        const int no = ui_->ImgNo->text().toInt();
+        if (no >= 0 && no < stack.images->size()) {
+            stack.images->at(no)->buildImage(*ui_->CBar);
+            showImage(stack.images->at(no));
+        }
+    }
+    ui_->dispA->update();
+}
+
+void Body::cBarUpdated()
+{
+    qDebug() << "cBarUpdated" << ui_->CBar->rangeMin << ui_->CBar->rangeMax;
+    if (ui_->ShowData->isChecked() || ui_->ShowI0->isChecked()) {
+        for (TiffData* image : qAsConst(*shownStack().images))
+            image->buildImage(*ui_->CBar);
+    }
+    cBarUpdating();
+}

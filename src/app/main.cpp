@@ -1,0 +1,50 @@
+#include "app/Body.h"
+#include "batch/BatchCtrl.h"
+#include "common/Cfg.h"
+#include "common/Memory.h"
+#include "common/Settings.h"
+
+#include <QApplication>
+#include <QDebug>
+#include <QStyleFactory>
+#include <QTranslator>
+
+namespace {
+
+/// Loads the Japanese texts of the interface; without them it stays in English.
+void installTranslation(QTranslator& translator)
+{
+    if (translator.load(QStringLiteral(":Morvenkite_ja_JP"), QCoreApplication::applicationDirPath(),
+                        QString(), QString()))
+        QCoreApplication::installTranslator(&translator);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    keepFreedMemory();
+    theCfg() = Cfg(argc, argv, QString(), QStringList());
+    QApplication app(argc, argv);
+    QTranslator translator;
+    QApplication::setStyle(QStringLiteral("Fusion"));
+    qDebug() << "application folder" << QCoreApplication::applicationDirPath();
+
+    const QString cfgPath = configPath(theCfg(), QCoreApplication::applicationDirPath());
+    qDebug() << "cfg file" << cfgPath;
+    theCfg().readFile(cfgPath);
+    applySettings(theCfg());
+    const StartOptions options = readStartOptions(theCfg());
+    DebugMode = options.debug;
+    if (!options.english)
+        installTranslation(translator);
+
+    Body body;
+    QObject::connect(&body, &Body::finishing, &app, &QApplication::closeAllWindows);
+    body.show();
+    if (!options.batchFile.isEmpty())
+        body.batchCtrl()->setBatchFile(options.batchFile);
+    if (options.execBatch)
+        body.batchCtrl()->execBatchSlot();
+    return QApplication::exec();
+}

@@ -1,0 +1,191 @@
+#include "batch/BatchCtrl.h"
+
+#include "batch/BatchDispatcher.h"
+#include "common/Settings.h"
+#include "common/TextFile.h"
+#include "ui_BatchCtrl.h"
+
+#include <QDebug>
+#include <QFileDialog>
+#include <QFontDatabase>
+#include <QSaveFile>
+
+namespace {
+
+constexpr qint64 longestFile = 64 * 1024 * 1024;
+// An editor lays out a line as a whole and keeps a record for each: beyond these the window would
+// stand still for minutes.
+constexpr int longestLine = 1000000;
+constexpr int mostLines = 1000000;
+// A run that never ends must not fill the memory with its log.
+constexpr int mostLogLines = 100000;
+
+/// One log line's worth of what speaks against showing the text; empty when nothing does.
+QString faultOf(const QString& text)
+{
+    int lines = 1;
+    int lineStart = 0;
+    for (int i = 0; i <= text.size(); ++i) {
+        if (i < text.size() && text[i] != QLatin1Char('\n'))
+            continue;
+        if (i - lineStart > longestLine)
+            return QStringLiteral("has a line that is too long");
+        lineStart = i + 1;
+        if (++lines > mostLines)
+            return QStringLiteral("has too many lines");
+    }
+    return {};
+}
+
+} // namespace
+
+BatchCtrl::BatchCtrl(QWidget* parent)
+    : QMainWindow(parent)
+    , ui_(std::make_unique<Ui_BatchCtrl>())
+    , saveDialog_(new QFileDialog(this))
+    , loadDialog_(new QFileDialog(this))
+{
+    ui_->setupUi(this);
+    const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    ui_->BatchCmds->setFont(font);
+    ui_->BatchLogs->setFont(font);
+    ui_->BatchLogs->setMaximumBlockCount(mostLogLines);
+    setUpDialogs();
+    connect(ui_->Exec, &QPushButton::clicked, this, &BatchCtrl::execCmdsSlot);
+    connect(ui_->Stop, &QPushButton::clicked, this, [this] {
+        startPending_ = false;
+        Q_EMIT batchStop();
+    });
+    connect(ui_->Clear, &QPushButton::clicked, this, &BatchCtrl::clear);
+    connect(ui_->ClearLog, &QPushButton::clicked, this, &BatchCtrl::clearLog);
+}
+
+BatchCtrl::~BatchCtrl()
+{
+    setDispatcher(nullptr);
+}
+
+void BatchCtrl::setUpDialogs()
+{
+    const QStringList filters = {QStringLiteral("Batch File (*.bat)"),
+                                 QStringLiteral("Any Files (* *.*)")};
+    for (QFileDialog* dialog : {saveDialog_, loadDialog_}) {
+        dialog->setOption(QFileDialog::DontUseNativeDialog);
+        dialog->setFileMode(QFileDialog::AnyFile);
+        dialog->setNameFilters(filters);
+        dialog->setDirectory(DataRoot);
+    }
+    saveDialog_->setAcceptMode(QFileDialog::AcceptSave);
+    connect(ui_->Save, &QPushButton::clicked, saveDialog_, &QFileDialog::show);
+    connect(ui_->Load, &QPushButton::clicked, loadDialog_, &QFileDialog::show);
+    connect(saveDialog_, &QFileDialog::fileSelected, this, &BatchCtrl::save);
+    connect(loadDialog_, &QFileDialog::fileSelected, this, &BatchCtrl::load);
+}
+
+void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
+{
+    if (dispatcher_) {
+        dispatcher_->setLogPaced(false);
+        disconnect(this, nullptr, dispatcher_, nullptr);
+        disconnect(dispatcher_, nullptr, this, nullptr);
+    }
+    dispatcher_ = dispatcher;
+    if (!dispatcher_)
+        return;
+    connect(this, &BatchCtrl::batchStop, dispatcher_, &BatchDispatcher::batchStopSlot);
+    connect(this, &BatchCtrl::doDispatchCmds, dispatcher_, &BatchDispatcher::doDispatchCmds);
+    connect(dispatcher_, &BatchDispatcher::Log, this, [this](const QString& text) {
+        Log(text);
+        if (dispatcher_)
+            dispatcher_->logShown(text.size());
+    });
+    connect(dispatcher_, &BatchDispatcher::runEnded, this, &BatchCtrl::firstRunEnded);
+    dispatcher_->setLogPaced(true);
+}
+
+void BatchCtrl::execCmdsSlot()
+{
+    cmdLines_ = ui_->BatchCmds->toPlainText().split(QLatin1Char('\n'));
+    Q_EMIT doDispatchCmds(cmdLines_);
+}
+
+void BatchCtrl::execBatchSlot()
+{
+    if (firstRunEnded_ || !dispatcher_)
+        startUnattended();
+    else
+        startPending_ = true;
+}
+
+void BatchCtrl::firstRunEnded()
+{
+    firstRunEnded_ = true;
+    if (startPending_)
+        startUnattended();
+}
+
+void BatchCtrl::startUnattended()
+{
+    startPending_ = false;
+    Q_EMIT batchStop();
+    execCmdsSlot();
+}
+
+void BatchCtrl::clear()
+{
+    ui_->BatchCmds->clear();
+}
+
+void BatchCtrl::clearLog()
+{
+    ui_->BatchLogs->clear();
+}
+
+void BatchCtrl::save(QString fname)
+{
+    QSaveFile file(fname);
+    const QByteArray bytes = ui_->BatchCmds->toPlainText().toUtf8();
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(bytes) < 0 ||
+        !file.commit()) {
+        qDebug() << "Can't write batch file" << fname << ":" << file.errorString();
+    }
+}
+
+void BatchCtrl::load(QString fname)
+{
+    QString text;
+    const TextFileResult result = readTextFile(fname, longestFile, text);
+    if (result == TextFileResult::CantOpen) {
+        qDebug() << "Can't open batch file" << fname;
+        return;
+    }
+    const QString fault =
+        result == TextFileResult::TooLong ? QStringLiteral("is too long") : faultOf(text);
+    if (!fault.isEmpty()) {
+        qDebug().noquote() << "Batch file" << fname << fault << "and is not loaded";
+        return;
+    }
+    if (!text.isEmpty() && !text.endsWith(QLatin1Char('\n')))
+        text += QLatin1Char('\n');
+    ui_->BatchCmds->setPlainText(text);
+}
+
+void BatchCtrl::setBatchFile(QString fname)
+{
+    load(fname);
+}
+
+void BatchCtrl::Log(QString LogMsg)
+{
+    // At the cursor, wherever the user has put it, but never in place of what is selected there.
+    QTextCursor cursor = ui_->BatchLogs->textCursor();
+    cursor.clearSelection();
+    cursor.insertText(LogMsg);
+    ui_->BatchLogs->moveCursor(QTextCursor::End);
+}
+
+void BatchCtrl::showCmdErr(CmdLine cmd)
+{
+    qDebug() << "cmd" << cmd.simplified;
+    Log(QStringLiteral("Err: %1\n").arg(cmd.simplified));
+}

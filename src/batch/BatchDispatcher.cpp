@@ -1,0 +1,120 @@
+#include "batch/BatchDispatcher.h"
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+#include <limits>
+
+namespace {
+
+constexpr qint64 sliceMs = 10;
+constexpr int logPauseMs = 5;
+constexpr int mostLogAhead = 64000;
+
+} // namespace
+
+BatchDispatcher::BatchDispatcher(QObject* parent)
+    : QObject(parent)
+{
+    qRegisterMetaType<CmdLine>("CmdLine");
+    connect(this, &BatchDispatcher::execNextLineSig, this, &BatchDispatcher::execNextLineSlot,
+            Qt::QueuedConnection);
+}
+
+void BatchDispatcher::doDispatchCmds(QStringList cmdList)
+{
+    if (state_ != Idle) {
+        interpreter_.replaceText(cmdList);
+        return;
+    }
+    interpreter_.start(cmdList);
+    state_ = TakingLines;
+    askForNextLine();
+}
+
+void BatchDispatcher::batchStopSlot()
+{
+    state_ = Idle;
+    waitingTicket_ = 0;
+    interpreter_.leaveRem();
+}
+
+void BatchDispatcher::finishBatchExec(int id, int ticket)
+{
+    Q_UNUSED(id)
+    if (state_ != Waiting || ticket != waitingTicket_)
+        return;
+    state_ = TakingLines;
+    askForNextLine();
+}
+
+/// Asks once: a run that was stopped and another that was started meanwhile share the request,
+/// as two of them would take two lines at a time.
+void BatchDispatcher::askForNextLine()
+{
+    if (lineAsked_)
+        return;
+    lineAsked_ = true;
+    Q_EMIT execNextLineSig();
+}
+
+void BatchDispatcher::execNextLineSlot()
+{
+    lineAsked_ = false;
+    if (state_ != TakingLines)
+        return;
+    if (logPaced_ && logAhead_ > mostLogAhead) {
+        lineAsked_ = true;
+        QTimer::singleShot(logPauseMs, this, &BatchDispatcher::execNextLineSlot);
+        return;
+    }
+    if (takeSlice())
+        askForNextLine();
+}
+
+/// Takes lines for some 10 ms, so that a stop is heard in between. True if the run goes on without
+/// waiting for anything.
+bool BatchDispatcher::takeSlice()
+{
+    QElapsedTimer timer;
+    timer.start();
+    QString log;
+    while (!stopRequested_) {
+        const BatchOutcome outcome = interpreter_.step();
+        log += outcome.log;
+        if (outcome.kind == BatchOutcome::Continue) {
+            if (timer.elapsed() < sliceMs && log.size() < mostLogAhead)
+                continue;
+            flushLog(log);
+            return true;
+        }
+        flushLog(log);
+        if (outcome.kind == BatchOutcome::Command) {
+            send(outcome.command, outcome.inRem);
+        } else {
+            state_ = Finished;
+            Q_EMIT runEnded();
+        }
+        return false;
+    }
+    flushLog(log);
+    return false;
+}
+
+void BatchDispatcher::send(CmdLine command, bool inRem)
+{
+    // 0 is the ticket of commands that no run waits for, so the count skips it.
+    lastTicket_ = lastTicket_ == std::numeric_limits<int>::max() ? 1 : lastTicket_ + 1;
+    command.ticket = lastTicket_;
+    waitingTicket_ = lastTicket_;
+    state_ = Waiting;
+    Q_EMIT execCmdSig(command, inRem);
+}
+
+void BatchDispatcher::flushLog(QString& text)
+{
+    if (text.isEmpty())
+        return;
+    logAhead_ += text.size();
+    Q_EMIT Log(text);
+}

@@ -1,0 +1,235 @@
+#include "batch/BatchInterpreter.h"
+
+#include "batch/CommandTable.h"
+#include "common/Settings.h"
+#include "common/TextItems.h"
+
+#include <QDebug>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int mostReplacements = 1000;
+constexpr int longestArgument = 1000000;
+constexpr int mostLineReplacements = 100000;
+constexpr int longestLine = 16000000;
+
+const QChar blank = QLatin1Char(' ');
+
+/// Counts the replacements in the arguments of one line, and tells when they must end.
+class ReplaceLimit
+{
+public:
+    void beginArgument()
+    {
+        inArgument_ = 0;
+        argumentDone_ = false;
+    }
+
+    /// Counts one replacement that left the argument `size` characters long.
+    void count(int size, int growth)
+    {
+        ++inArgument_;
+        ++inLine_;
+        grown_ += growth;
+        argumentDone_ = inArgument_ >= mostReplacements || size > longestArgument;
+        lineDone_ = inLine_ >= mostLineReplacements || grown_ > longestLine;
+        reached_ = reached_ || argumentDone_ || lineDone_;
+    }
+
+    bool argumentDone() const { return argumentDone_ || lineDone_; }
+    bool lineDone() const { return lineDone_; }
+    bool reached() const { return reached_; }
+
+private:
+    int inArgument_ = 0;
+    int inLine_ = 0;
+    qint64 grown_ = 0;
+    bool argumentDone_ = false;
+    bool lineDone_ = false;
+    bool reached_ = false;
+};
+
+/// Replaces the first `what` in the argument by `by` as long as there is one, and tells whether
+/// there was. What lies before a replacement holds no occurrence, so the next search starts where
+/// one could reach into the new text.
+bool replaceWhileFound(QString& arg, const QString& what, const QString& by, ReplaceLimit& limit)
+{
+    const int overlap = qMax(0, what.size() - 1);
+    int at = arg.indexOf(what);
+    if (at < 0)
+        return false;
+    for (; at >= 0 && !limit.argumentDone(); at = arg.indexOf(what, qMax(0, at - overlap))) {
+        arg.replace(at, what.size(), by);
+        limit.count(arg.size(), by.size() - what.size());
+    }
+    return true;
+}
+
+/// True if the last character that is no blank is a backslash, whose index goes to `at`.
+bool endsInBackslash(const QString& text, int& at)
+{
+    at = text.size() - 1;
+    while (at >= 0 && text[at].isSpace())
+        --at;
+    return at >= 0 && text[at] == QLatin1Char('\\');
+}
+
+} // namespace
+
+bool BatchLoop::advance()
+{
+    const qint64 a = first.toInt();
+    const qint64 b = last.toInt();
+    const qint64 given = step.toInt();
+    const qint64 increment = given != 0 ? given : 1;
+    const bool down = a >= b;
+    const qint64 next = current.toInt() + (down ? -increment : increment);
+    if (down ? next < b : next > b)
+        return false;
+    current = QString::number(next);
+    // The number of characters may be negative here: left() then gives the whole of `first`, so
+    // that a counter which outgrows its padding gets it in front. Deliberate.
+    if (first.size() >= 2 && first.startsWith(QLatin1Char('0')))
+        current.prepend(first.left(first.size() - current.size()));
+    return true;
+}
+
+BatchInterpreter::BatchInterpreter()
+{
+    variables.setValue(QStringLiteral("$DataRoot$"), DataRoot);
+}
+
+void BatchInterpreter::start(const QStringList& lines)
+{
+    cmdLines = lines;
+    lineNo = 0;
+    loops.clear();
+}
+
+QString BatchInterpreter::joinedLine()
+{
+    QString joined = cmdLines[lineNo];
+    // On the last line the backslash has nothing to continue on and stays as text.
+    for (int at = 0; lineNo + 1 < cmdLines.size() && endsInBackslash(joined, at);) {
+        joined.truncate(at);
+        joined += cmdLines[++lineNo];
+    }
+    return joined;
+}
+
+BatchOutcome BatchInterpreter::step()
+{
+    BatchOutcome outcome;
+    if (lineNo < 0 || lineNo >= cmdLines.size()) {
+        outcome.kind = BatchOutcome::Ended;
+        return outcome;
+    }
+    CmdLine line(joinedLine());
+    const BatchKeyword keyword = line.valid ? keywordId(line) : KeywordNone;
+    if (keyword == KeywordEnd) {
+        outcome.kind = BatchOutcome::Ended;
+        return outcome;
+    }
+    if (keyword == KeywordRemStart || keyword == KeywordRemEnd)
+        inRem = keyword == KeywordRemStart;
+    const bool isCommand = isExCmd(line);
+    if (!inRem) {
+        outcome.log = execKeyword(keyword, line);
+        if (isCommand) {
+            replaceIn(line.args);
+            outcome.log =
+                line.word + QLatin1String(" : ") + line.args.join(blank) + QLatin1Char('\n');
+        }
+    }
+    ++lineNo;
+    if (isCommand) {
+        outcome.kind = BatchOutcome::Command;
+        outcome.command = line;
+        outcome.inRem = inRem;
+    }
+    return outcome;
+}
+
+QString BatchInterpreter::execKeyword(int keyword, CmdLine& line)
+{
+    switch (keyword) {
+    case KeywordFor:
+        return execFor(line);
+    case KeywordNext:
+        return execNext(line);
+    case KeywordEcho:
+        return execEcho(line);
+    case KeywordLet:
+        variables.setValue(QLatin1Char('$') + line.arg(0) + QLatin1Char('$'), line.arg(1));
+        return {};
+    default:
+        return {};
+    }
+}
+
+QString BatchInterpreter::execFor(const CmdLine& line)
+{
+    // The arguments are taken apart once more: an item that was quoted falls apart at its blanks.
+    const QStringList items = splitItems(line.args.join(blank));
+    BatchLoop loop;
+    loop.name = items.value(0);
+    loop.startLine = lineNo;
+    loop.var = items.value(1);
+    loop.first = items.value(2);
+    loop.last = items.value(3);
+    loop.current = loop.first;
+    loop.step = items.value(4);
+    loops.erase(std::remove_if(loops.begin(), loops.end(),
+                               [&loop](const BatchLoop& old) { return old.name == loop.name; }),
+                loops.end());
+    loops.append(loop);
+    return QStringLiteral("for %1 : %2 = %3\n").arg(loop.name, loop.var, loop.current);
+}
+
+QString BatchInterpreter::execNext(const CmdLine& line)
+{
+    BatchLoop shown;
+    for (BatchLoop& loop : loops) {
+        if (loop.name != line.arg(0))
+            continue;
+        if (loop.advance())
+            lineNo = loop.startLine;
+        shown = loop;
+        break;
+    }
+    return QStringLiteral("next %1 : %2 = %3\n").arg(shown.name, shown.var, shown.current);
+}
+
+QString BatchInterpreter::execEcho(CmdLine& line)
+{
+    replaceIn(line.args);
+    // No line end: the next log line goes on behind the text.
+    const QString text = QLatin1String("echo ") + line.arg(0);
+    qDebug().noquote() << text;
+    return text;
+}
+
+void BatchInterpreter::replaceIn(QStringList& args)
+{
+    const Cfg::Rows& rows = variables.rows();
+    ReplaceLimit limit;
+    for (QString& arg : args) {
+        limit.beginArgument();
+        for (const BatchLoop& loop : qAsConst(loops)) {
+            if (!limit.argumentDone())
+                replaceWhileFound(arg, loop.var, loop.current, limit);
+        }
+        for (int row = 0; row < rows.keys.size() && !limit.argumentDone(); ++row) {
+            if (replaceWhileFound(arg, rows.keys[row], rows.values[row], limit))
+                variables.markUsed(row);
+        }
+        if (limit.lineDone())
+            break;
+    }
+    if (limit.reached()) {
+        qDebug() << "Batch: replacement in the arguments of line" << lineNo + 1
+                 << "was ended at its limit";
+    }
+}

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "batch/CmdLine.h"
+#include "common/Cfg.h"
+
+#include <QString>
+#include <QStringList>
+#include <QVector>
+
+/// One loop of a batch text, from its ":for" line on. An ended loop stays with its last value.
+struct BatchLoop
+{
+    QString name;       ///< ties ":next" to ":for"
+    int startLine = -1; ///< line of the ":for"; -1 for an empty record
+    QString var;        ///< text that is replaced in arguments
+    QString first, last;
+    QString current; ///< value now
+    QString step;    ///< as written, empty when not given
+
+    /// Moves `current` on, and tells whether the loop goes on; an ended loop keeps its value. All
+    /// fields count as decimal integers, a text that is none as 0. The bounds alone decide the
+    /// direction, so a negative step never ends. Leading zeros of `first` are kept.
+    bool advance();
+};
+
+/// What one step of the interpreter came to.
+struct BatchOutcome
+{
+    enum Kind
+    {
+        Continue, ///< take the next step
+        Ended,    ///< the text has ended, or ":end" came: no line was taken
+        Command,  ///< `command` is to be executed before the next step
+    };
+
+    Kind kind = Continue;
+    CmdLine command;    ///< with the loop texts and variables replaced
+    bool inRem = false; ///< the command stands in a rem stretch: it must have no effect
+    QString log;        ///< text for the batch log; may be empty
+};
+
+/// Interprets a batch text line by line. Knows no threads, signals or windows.
+///
+/// Nothing in a text is an error: unknown words are skipped, missing arguments are empty.
+class BatchInterpreter
+{
+public:
+    /// The variables start with "$DataRoot$", the data root of this moment.
+    BatchInterpreter();
+
+    /// Begins a run of the text: at its first line, without loops, with the variables of earlier
+    /// runs.
+    void start(const QStringList& lines);
+
+    /// Puts another text in place of the one that runs, which goes on at its line number.
+    void replaceText(const QStringList& lines) { cmdLines = lines; }
+
+    /// Leaves a rem stretch; only this and ":rem_end" do.
+    void leaveRem() { inRem = false; }
+
+    /// Takes one line with its continuation lines.
+    BatchOutcome step();
+
+    /// Replaces loop texts, then variables, in each argument: the first occurrence, again and
+    /// again. A text that contains itself would never end, so one argument gets at most 1,000
+    /// replacements and stops growing past 1,000,000 characters; a line gets at most 100,000 and
+    /// 16,000,000. Reaching a limit costs one log line; what stands then is the argument.
+    void replaceIn(QStringList& args);
+
+    QStringList cmdLines;
+    int lineNo = 0; ///< index of the next line to take
+    bool inRem = false;
+    Cfg variables;
+    QVector<BatchLoop> loops; ///< in the order of their start
+
+private:
+    QString joinedLine();
+    QString execKeyword(int keyword, CmdLine& line);
+    QString execFor(const CmdLine& line);
+    QString execNext(const CmdLine& line);
+    QString execEcho(CmdLine& line);
+};

@@ -1,0 +1,20 @@
+#include "common/Memory.h"
+
+#include <malloc.h>
+
+namespace {
+
+constexpr int keptBytes = 256 << 20;
+constexpr int growthBytes = 16 << 20;
+/// Blocks above this are mapped one by one, in whole pages, and go back when freed: pixels of large
+/// images, for which the last page is little against the rest.
+constexpr int mappedBytes = 1 << 20;
+
+} // namespace
+
+void keepFreedMemory()
+{
+    mallopt(M_TRIM_THRESHOLD, keptBytes);
+    mallopt(M_TOP_PAD, growthBytes);
+    mallopt(M_MMAP_THRESHOLD, mappedBytes);
+}

@@ -1,0 +1,58 @@
+#include "display/FileDialogs.h"
+
+#include "common/Settings.h"
+
+#include <QFileInfo>
+
+FileDialog::FileDialog(QWidget* parent)
+    : QFileDialog(parent)
+{
+    setOption(QFileDialog::DontUseNativeDialog);
+    setDirectory(DataRoot);
+}
+
+SelectImgDialog::SelectImgDialog(QWidget* parent)
+    : FileDialog(parent)
+{
+    setWindowTitle(tr("Select Images"));
+    setFileMode(QFileDialog::ExistingFiles);
+    setNameFilters({QStringLiteral("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)"),
+                    QStringLiteral("Any Files (* *.*)")});
+}
+
+FDGroup::FDGroup(QObject* parent)
+    : QObject(parent)
+{
+}
+
+void FDGroup::add(QFileDialog* dialog)
+{
+    if (dialogs_.contains(dialog))
+        return;
+    dialogs_.append(dialog);
+    connect(dialog, &QFileDialog::currentChanged, this, &FDGroup::currentChanged);
+    connect(dialog, &QFileDialog::directoryEntered, this, &FDGroup::directoryEntered);
+    connect(dialog, &QObject::destroyed, this, [this, dialog] { dialogs_.removeAll(dialog); });
+}
+
+void FDGroup::currentChanged(const QString& path)
+{
+    sameDirectory(QFileInfo(path).canonicalPath());
+}
+
+void FDGroup::directoryEntered(const QString& dir)
+{
+    sameDirectory(dir);
+}
+
+void FDGroup::sameDirectory(const QString& path)
+{
+    const QString folder = QDir(path).absolutePath();
+    if (path.isEmpty())
+        return;
+    // Only dialogs elsewhere are moved, or their signals would run in a circle.
+    for (QFileDialog* dialog : qAsConst(dialogs_)) {
+        if (dialog->directory().absolutePath() != folder)
+            dialog->setDirectory(folder);
+    }
+}

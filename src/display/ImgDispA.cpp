@@ -1,0 +1,227 @@
+#include "display/ImgDispA.h"
+
+#include "common/SafeInt.h"
+#include "maps/Analyzed2DRes.h"
+
+#include <QPainter>
+
+namespace {
+
+/// Share of the widget at each side in which the wheel zooms in one direction alone.
+constexpr double edgeStrip = 0.1;
+
+bool inStrip(double fraction)
+{
+    return fraction < edgeStrip || fraction > 1.0 - edgeStrip;
+}
+
+} // namespace
+
+ImgDispA::ImgDispA(QWidget* parent)
+    : DispA(parent)
+{
+    connect(this, &DispA::drawImage1, this, &ImgDispA::drawImage);
+    connect(this, &DispA::mousePressed0, this, &ImgDispA::onMousePressed);
+    connect(this, &DispA::mouseReleased0, this, &ImgDispA::onMouseReleased);
+    connect(this, &DispA::mouseMoved0, this, &ImgDispA::onMouseMoved);
+    connect(this, &DispA::wheelMoved0, this, &ImgDispA::onWheelMoved);
+}
+
+void ImgDispA::setImage(const ShownImage& image)
+{
+    image_ = image;
+    if (image_.picture && viewWindow_.width() == 0.0)
+        resetImageViewWindow();
+    update();
+}
+
+void ImgDispA::setAnalyzedRes(Analyzed2DRes* map)
+{
+    analyzedRes_ = map;
+    update();
+}
+
+void ImgDispA::setShowOverLayer(bool f)
+{
+    showOverLayer_ = f;
+    update();
+}
+
+const QImage* ImgDispA::currentImage() const
+{
+    if (!showOverLayer_)
+        return image_.picture;
+    return analyzedRes_ ? analyzedRes_->img() : nullptr;
+}
+
+QImage ImgDispA::viewImage() const
+{
+    const QImage* shown = currentImage();
+    if (!shown)
+        return {};
+    // Both corners belong to the copy, so it is a pixel larger than the view each way.
+    const QPoint topLeft(truncatedInt(viewWindow_.left()), truncatedInt(viewWindow_.top()));
+    const QPoint bottomRight(truncatedInt(viewWindow_.left() + viewWindow_.width()),
+                             truncatedInt(viewWindow_.top() + viewWindow_.height()));
+    return shown->copy(QRect(topLeft, bottomRight));
+}
+
+QRectF ImgDispA::area() const
+{
+    return hasSelection_ ? selectedArea_ : QRectF(0, 0, image_.width, image_.height);
+}
+
+bool ImgDispA::isInSelectedArea(int x, int y) const
+{
+    if (!hasSelection_)
+        return true;
+    const QRectF& a = selectedArea_;
+    return a.x() <= x && x <= a.x() + a.width() && a.y() + a.height() <= y && y <= a.y();
+}
+
+void ImgDispA::resetImageViewWindow()
+{
+    if (!image_.picture)
+        return;
+    viewWindow_ = QRectF(0, 0, image_.width, image_.height);
+    update();
+}
+
+void ImgDispA::drawImage(QPainter* p)
+{
+    const QImage* shown = currentImage();
+    if (!shown || (showOverLayer_ && !analyzedRes_->imgValid))
+        return;
+    if (showOverLayer_) {
+        const Analyzed2DRes::Scale scale = analyzedRes_->scale();
+        Q_EMIT rangeShown(scale.min, scale.max);
+    } else {
+        Q_EMIT rangeShown(image_.min, image_.max);
+    }
+    const QRectF target(0, 0, width(), height());
+    p->drawImage(target, *shown, viewWindow_);
+    coord.setScreenArea(0, 0, width(), height());
+    coord.setRealArea(viewWindow_.left(), viewWindow_.top(), viewWindow_.right(),
+                      viewWindow_.bottom());
+}
+
+QPointF ImgDispA::imagePoint(const QPoint& pixel) const
+{
+    return {double(pixel.x()) / width() * viewWindow_.width() + viewWindow_.x(),
+            double(pixel.y()) / height() * viewWindow_.height() + viewWindow_.y()};
+}
+
+void ImgDispA::rememberSelection()
+{
+    oldSelectedArea_ = selectedArea_;
+    hadSelection_ = hasSelection_;
+}
+
+bool ImgDispA::drawsSelection() const
+{
+    const int action = mouse.pressAction();
+    return action == MouseC::Plain || action == MouseC::Ctrl;
+}
+
+void ImgDispA::onMousePressed()
+{
+    if (drawsSelection()) {
+        selecting_ = true;
+        rememberSelection();
+        selectedArea_ = QRectF(imagePoint(mouse.pos), QSizeF(0, 0));
+    } else if (mouse.pressAction() == MouseC::RightPlain) {
+        selecting_ = false;
+        clearSelection();
+    }
+    update();
+}
+
+void ImgDispA::onMouseMoved()
+{
+    if (!mouse.pressed) {
+        const QPointF p = imagePoint(mouse.pos);
+        Q_EMIT mouseMoved(p.x(), p.y());
+        update();
+        return;
+    }
+    if (!image_.picture)
+        return;
+    if (drawsSelection()) {
+        const QPointF distance = imagePoint(mouse.pos) - selectedArea_.topLeft();
+        selectedArea_.setSize(QSizeF(distance.x(), distance.y()));
+    } else if (mouse.pressAction() == MouseC::Shift && dragEnabled) {
+        viewWindow_.translate(imagePoint(mouse.prevPos) - imagePoint(mouse.pos));
+    }
+    update();
+}
+
+void ImgDispA::onMouseReleased()
+{
+    if (drawsSelection() && selecting_) {
+        selecting_ = false;
+        finishSelection();
+    }
+    update();
+}
+
+void ImgDispA::finishSelection()
+{
+    // A click without a drag leaves a former selection as it was flagged.
+    if (selectedArea_.width() == 0.0 || selectedArea_.height() == 0.0)
+        return;
+    selectedArea_ = selectedArea_.normalized();
+    hasSelection_ = true;
+    Q_EMIT newAreaSelected();
+    if (mouse.pressAction() == MouseC::Ctrl)
+        viewWindow_ = selectedArea_;
+}
+
+void ImgDispA::setSelectedArea(int x1, int y1, int x2, int y2)
+{
+    rememberSelection();
+    hasSelection_ = true;
+    selectedArea_ = QRectF(x1, y1, double(x2) - x1, double(y2) - y1);
+    update();
+}
+
+void ImgDispA::setViewWAsSelectedArea()
+{
+    if (!hasSelection_)
+        return;
+    viewWindow_ = selectedArea_;
+    update();
+}
+
+void ImgDispA::recallOldSelectedArea()
+{
+    selectedArea_ = hadSelection_ ? oldSelectedArea_ : QRectF();
+    hasSelection_ = hadSelection_;
+}
+
+void ImgDispA::clearSelection()
+{
+    hasSelection_ = false;
+    selectedArea_ = QRectF();
+    update();
+}
+
+void ImgDispA::onWheelMoved()
+{
+    if (!wheelEnabled)
+        return;
+    const double fx = double(mouse.pos.x()) / width();
+    const double fy = double(mouse.pos.y()) / height();
+    double newW = viewWindow_.width();
+    double newH = viewWindow_.height();
+    // At the left and right the wheel changes the height alone, at top and bottom the width.
+    const bool atSide = inStrip(fx);
+    const bool atTopOrBottom = !atSide && inStrip(fy);
+    if (!atSide)
+        newW *= wheelFactor;
+    if (!atTopOrBottom)
+        newH *= wheelFactor;
+    // The image point under the cursor stays where it is.
+    viewWindow_ = QRectF(viewWindow_.x() + fx * viewWindow_.width() - fx * newW,
+                         viewWindow_.y() + fy * viewWindow_.height() - fy * newH, newW, newH);
+    update();
+}

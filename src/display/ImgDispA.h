@@ -1,0 +1,91 @@
+#pragma once
+
+#include "display/DispA.h"
+
+#include <QImage>
+#include <QPointer>
+#include <QRectF>
+
+class Analyzed2DRes;
+
+/// An image as the image area shows it: its picture (owned by the image, null for none), its size
+/// and the values that the picture spans.
+struct ShownImage
+{
+    const QImage* picture = nullptr;
+    int width = 0; ///< [pixels]
+    int height = 0;
+    double min = 0.0;
+    double max = 1.0;
+};
+
+/// The image area of the main window: an image or, as an over layer, a map; the part of it that is
+/// in view, zoomed by wheel and moved by Shift drag; and one selected area. Coordinates are image
+/// pixels; the view is stretched over the whole widget.
+class ImgDispA : public DispA
+{
+    Q_OBJECT
+public:
+    explicit ImgDispA(QWidget* parent = nullptr);
+
+    /// Shows an image. The first one with a picture comes into view whole; later ones keep the
+    /// view, so that a stack can be stepped through with the zoom fixed.
+    void setImage(const ShownImage& image);
+    /// The map of the over layer; null for none.
+    void setAnalyzedRes(Analyzed2DRes* map);
+    /// Picture of the image, or of the map while the over layer shows; may be null.
+    const QImage* currentImage() const;
+    /// Copy of the part in view, a null image without a picture.
+    QImage viewImage() const;
+
+    const QRectF& viewWindow() const { return viewWindow_; }
+    bool hasSelection() const { return hasSelection_; }
+    bool isSelecting() const { return selecting_; }
+    /// The selected area as it stands; during a drag width and height are signed.
+    const QRectF& selectedArea() const { return selectedArea_; }
+    /// The selected area, or the whole image whatever the view.
+    QRectF area() const;
+
+    /// True without a selection. The comparison in y is the reverse of that in x, on purpose: an
+    /// area of positive height holds no point.
+    bool isInSelectedArea(int x, int y) const;
+
+Q_SIGNALS:
+    void mouseMoved(double x, double y); ///< with no button down
+    void newAreaSelected();
+    /// Range of values of what was just drawn, for the colour bar.
+    void rangeShown(double min, double max);
+
+public Q_SLOTS:
+    /// Brings the whole image into view; nothing without an image.
+    void resetImageViewWindow();
+    void setShowOverLayer(bool f);
+    /// Selects the area with these corners; corners in the wrong order make a negative size.
+    void setSelectedArea(int x1, int y1, int x2, int y2);
+    /// Brings the selected area into view; nothing without a selection.
+    void setViewWAsSelectedArea();
+    /// Goes back to the selection before the last one, or to none when there was none.
+    void recallOldSelectedArea();
+    void clearSelection();
+
+private:
+    void drawImage(QPainter* p);
+    void onMousePressed();
+    void onMouseReleased();
+    void onMouseMoved();
+    void onWheelMoved();
+    QPointF imagePoint(const QPoint& pixel) const;
+    void rememberSelection();
+    bool drawsSelection() const;
+    void finishSelection();
+
+    ShownImage image_;
+    bool showOverLayer_ = false;
+    QPointer<Analyzed2DRes> analyzedRes_;
+    QRectF viewWindow_;
+    bool selecting_ = false;
+    bool hasSelection_ = false;
+    QRectF selectedArea_;
+    QRectF oldSelectedArea_;
+    bool hadSelection_ = false; ///< oldSelectedArea_ was a selection
+};

@@ -1,0 +1,93 @@
+#include "display/XafsFileSelect.h"
+
+#include "display/FileDialogs.h"
+#include "ui_XafsFileSelect.h"
+
+#include <QFileInfo>
+
+XafsFileSelect::XafsFileSelect(QWidget* parent)
+    : QFrame(parent)
+    , ui_(std::make_unique<Ui_XafsFileSelect>())
+    , dialog_(new FileDialog(this))
+{
+    ui_->setupUi(this);
+    ui_->Caption->hide();
+    dialog_->setFileMode(QFileDialog::ExistingFile);
+    dialog_->setNameFilters({QStringLiteral("XAFS Data File (*.dat)"),
+                             QStringLiteral("Any Files (* *.*)")});
+    connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
+    connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
+    connect(dialog_, &QFileDialog::fileSelected, this, &XafsFileSelect::fileSelected);
+    connect(ui_->Use, &QCheckBox::toggled, this, &XafsFileSelect::changedUse);
+}
+
+XafsFileSelect::~XafsFileSelect() = default;
+
+QString XafsFileSelect::fileName() const
+{
+    return ui_->Selected->text();
+}
+
+bool XafsFileSelect::isUsed() const
+{
+    return ui_->Use->isChecked();
+}
+
+void XafsFileSelect::setCaption(const QString& caption)
+{
+    ui_->Caption->setText(caption);
+    ui_->Caption->setVisible(!caption.isEmpty());
+}
+
+QFileDialog* XafsFileSelect::dialog() const
+{
+    return dialog_;
+}
+
+void XafsFileSelect::load(const QString& fname)
+{
+    fileValid_ = true;
+    ui_->Selected->setText(fname);
+    ui_->Selected->setToolTip(fname);
+    const QString folder = QFileInfo(fname).canonicalPath();
+    if (!folder.isEmpty())
+        dialog_->setDirectory(folder);
+    Q_EMIT newFile(fname);
+}
+
+void XafsFileSelect::fileSelected(const QString& fname)
+{
+    load(fname);
+}
+
+void XafsFileSelect::fileNameValid(bool f)
+{
+    fileValid_ = f;
+}
+
+void XafsFileSelect::clear()
+{
+    ui_->Selected->clear();
+    fileValid_ = false;
+    Q_EMIT cleared();
+}
+
+void XafsFileSelect::setUse(bool f)
+{
+    ui_->Use->setChecked(f);
+}
+
+void XafsFileSelect::showUse(bool f)
+{
+    ui_->Use->setVisible(f);
+}
+
+void XafsFileSelect::setMaxSelectBW(int max)
+{
+    ui_->Select->setMaximumWidth(max);
+}
+
+void XafsFileSelect::setMaxClearBW(int max)
+{
+    ui_->Clear->setMaximumWidth(max);
+}

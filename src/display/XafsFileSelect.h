@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QFrame>
+
+#include <memory>
+
+class FileDialog;
+class Ui_XafsFileSelect;
+
+/// The row that selects one spectrum file: its name, the buttons, and a box that tells whether the
+/// file is to be used. The owner reads the file and reports with fileNameValid() what came of it.
+class XafsFileSelect : public QFrame
+{
+    Q_OBJECT
+public:
+    explicit XafsFileSelect(QWidget* parent = nullptr);
+    ~XafsFileSelect() override;
+
+    QString fileName() const;
+    bool isUsed() const;
+    bool isFileValid() const { return fileValid_; }
+    void setCaption(const QString& caption);
+    QFileDialog* dialog() const;
+
+Q_SIGNALS:
+    void changedUse(bool f);
+    void newFile(const QString& fname);
+    void cleared();
+
+public Q_SLOTS:
+    void load(const QString& fname);
+    void fileSelected(const QString& fname);
+    void fileNameValid(bool f);
+    void clear();
+    void setUse(bool f);
+    /// Shows or hides the use box.
+    void showUse(bool f);
+    /// Greatest width of the buttons [pixels].
+    void setMaxSelectBW(int max);
+    void setMaxClearBW(int max);
+
+private:
+    std::unique_ptr<Ui_XafsFileSelect> ui_;
+    FileDialog* dialog_;
+    bool fileValid_ = false;
+};

@@ -1,0 +1,212 @@
+#include "image/BlockSpectrum.h"
+
+#include "common/TwoPointLine.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Positions worked on together: one cache line of 16-bit pixels, and few enough spectra that
+/// writing to all of them in turn stays within the cache.
+constexpr int chunkPositions = 32;
+
+bool insideImage(const BlockConditions& conditions, qint64 x, int y)
+{
+    return x >= 0 && y >= 0 && x < conditions.imageWidth && y < conditions.imageHeight;
+}
+
+/// Absorption from two counts. The guard is the only treatment of vanished counts.
+double transmissionMu(double i0, double i1)
+{
+    return i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
+}
+
+} // namespace
+
+StackSpan stackSpan(const TiffStack& stack, double E)
+{
+    const int n = stack.size();
+    if (E < stack.first()->energy)
+        return {0, 1};
+    if (E >= stack.last()->energy)
+        return {n - 2, n - 1};
+    int low = 0;
+    int high = n - 1;
+    while (low + 1 < high) {
+        const int middle = (low + high) / 2;
+        (E >= stack[middle]->energy ? low : high) = middle;
+    }
+    return {low, high};
+}
+
+double stackBlockSum(const TiffStack& stack, double E, int x, int y, int hw, int vw)
+{
+    if (stack.isEmpty())
+        return 1.0;
+    if (stack.size() == 1)
+        return stack.first()->blockSum(x, y, hw, vw);
+    const StackSpan span = stackSpan(stack, E);
+    return twoPointLine(stack[span.low]->energy, stack[span.low]->blockSum(x, y, hw, vw),
+                        stack[span.high]->energy, stack[span.high]->blockSum(x, y, hw, vw), E);
+}
+
+BlockSpectra::BlockSpectra(const StackPair& stacks, const BlockConditions& conditions)
+    : stacks_(stacks)
+    , conditions_(conditions)
+    , blockPixels_(conditions.blockPixels())
+{
+    energies_.reserve(size_t(stacks_.i1.size()));
+    for (const TiffData* image : stacks_.i1)
+        energies_.push_back(image->energy);
+    if (conditions_.useI0)
+        planI0();
+    i1Dark_.assign(chunkPositions, 0.0);
+    i0Dark_.assign(chunkPositions, 0.0);
+}
+
+void BlockSpectra::planI0()
+{
+    const TiffStack& i0 = stacks_.i0;
+    std::vector<bool> used(size_t(i0.size()), i0.size() == 1);
+    if (i0.size() > 1) {
+        for (const double E : energies_) {
+            const StackSpan span = stackSpan(i0, E);
+            lines_.push_back({span.low, span.high, i0[span.low]->energy, i0[span.high]->energy});
+            used[size_t(span.low)] = true;
+            used[size_t(span.high)] = true;
+        }
+    }
+    for (int i = 0; i < i0.size(); ++i) {
+        if (used[size_t(i)])
+            usedI0_.push_back(i);
+    }
+    i0Sums_.resize(size_t(i0.size()) * chunkPositions);
+}
+
+Spectrum BlockSpectra::at(int x, int y)
+{
+    Spectrum spectrum;
+    if (insideImage(conditions_, x, y))
+        formChunk(x, 1, 1, y, &spectrum);
+    return spectrum;
+}
+
+QVector<Spectrum> BlockSpectra::row(int x, int step, int count, int y)
+{
+    QVector<Spectrum> spectra(count);
+    Spectrum* out = spectra.data();
+    const auto positionX = [&](int k) { return qint64(x) + qint64(k) * step; };
+    // Positions outside keep their empty spectra; those inside are consecutive.
+    int first = 0;
+    while (first < count && !insideImage(conditions_, positionX(first), y))
+        ++first;
+    int end = first;
+    while (end < count && insideImage(conditions_, positionX(end), y))
+        ++end;
+    for (int k = first; k < end; k += chunkPositions)
+        formChunk(int(positionX(k)), step, std::min(chunkPositions, end - k), y, out + k);
+    return spectra;
+}
+
+void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
+{
+    const int images = stacks_.i1.size();
+    sumDark(x, step, count, y);
+    sumI0(x, step, count, y);
+    QVector<QPointF> curves[chunkPositions];
+    QPointF* points[chunkPositions];
+    for (int k = 0; k < count; ++k) {
+        curves[k].resize(images);
+        points[k] = curves[k].data();
+    }
+    double i1[chunkPositions];
+    double i0[chunkPositions];
+    for (int i = 0; i < images; ++i) {
+        stacks_.i1[i]->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY, i1);
+        const double level =
+            conditions_.i1DarkAreaOn ? conditions_.i1DarkAvg.value(i, 0.0) * blockPixels_ : 0.0;
+        i0At(i, count, i0);
+        const double E = energies_[size_t(i)];
+        for (int k = 0; k < count; ++k) {
+            const double counts = i1[k] - (level + i1Dark_[size_t(k)]);
+            const double mu =
+                conditions_.fluorescence ? counts / i0[k] : transmissionMu(i0[k], counts);
+            points[k][i] = QPointF(E, mu);
+        }
+    }
+    for (int k = 0; k < count; ++k)
+        out[k].setPoints(curves[k]);
+}
+
+void BlockSpectra::sumDark(int x, int step, int count, int y)
+{
+    if (!conditions_.dark)
+        return;
+    double sums[chunkPositions];
+    conditions_.dark->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY, sums);
+    for (int k = 0; k < count; ++k) {
+        const double perMs = sums[k] / conditions_.darkExposure;
+        i1Dark_[size_t(k)] = perMs * conditions_.i1Exposure;
+        i0Dark_[size_t(k)] = perMs * conditions_.i0Exposure;
+    }
+}
+
+void BlockSpectra::sumI0(int x, int step, int count, int y)
+{
+    for (const int image : usedI0_) {
+        stacks_.i0[image]->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY,
+                                     &i0Sums_[size_t(image) * chunkPositions]);
+    }
+}
+
+/// I0 counts, dark taken off, of the chunk's positions at the energy of I1 image `image`.
+void BlockSpectra::i0At(int image, int count, double* i0) const
+{
+    if (conditions_.totalI0Loaded) {
+        std::fill(i0, i0 + count, conditions_.totalI0.y(image));
+        return;
+    }
+    if (!conditions_.useI0) {
+        std::fill(i0, i0 + count, blockPixels_);
+        return;
+    }
+    const double level =
+        conditions_.i0DarkAreaOn ? conditions_.i0DarkAvg.value(image, 0.0) * blockPixels_ : 0.0;
+    if (stacks_.i0.isEmpty()) {
+        for (int k = 0; k < count; ++k)
+            i0[k] = 1.0 - (level + i0Dark_[size_t(k)]);
+        return;
+    }
+    if (lines_.empty()) {
+        for (int k = 0; k < count; ++k)
+            i0[k] = i0Sums_[size_t(k)] - (level + i0Dark_[size_t(k)]);
+        return;
+    }
+    const I0Line& line = lines_[size_t(image)];
+    const double* low = &i0Sums_[size_t(line.low) * chunkPositions];
+    const double* high = &i0Sums_[size_t(line.high) * chunkPositions];
+    const double E = energies_[size_t(image)];
+    for (int k = 0; k < count; ++k) {
+        i0[k] = twoPointLine(line.lowEnergy, low[k], line.highEnergy, high[k], E) -
+                (level + i0Dark_[size_t(k)]);
+    }
+}
+
+Spectrum rawXafs(const StackPair& stacks, const BlockConditions& conditions, int x, int y)
+{
+    return BlockSpectra(stacks, conditions).at(x, y);
+}
+
+Spectrum rawI1(const TiffStack& i1, const BlockConditions& conditions, int x, int y)
+{
+    Spectrum spectrum;
+    if (!insideImage(conditions, x, y))
+        return spectrum;
+    spectrum.points.reserve(i1.size());
+    for (const TiffData* image : i1) {
+        spectrum.append(image->energy,
+                        image->blockSum(x, y, conditions.halfX, conditions.halfY));
+    }
+    return spectrum;
+}

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "image/TiffData.h"
+#include "spectrum/Spectrum.h"
+
+#include <vector>
+
+/// The images that a block spectrum is formed from; not owned, and unchanged while in use.
+struct StackPair {
+    const TiffStack& i1;
+    const TiffStack& i0;
+};
+
+/// All conditions of a block spectrum, gathered once from wherever they are kept.
+struct BlockConditions {
+    int halfX = 0; ///< the block spans 2*halfX+1 by 2*halfY+1 pixels
+    int halfY = 0;
+    int imageWidth = -1; ///< positions outside give an empty spectrum
+    int imageHeight = 0;
+    bool useI0 = false; ///< divide by I0, else by the number of pixels
+    bool fluorescence = false;
+
+    const TiffData* dark = nullptr; ///< dark image, scaled to each stack's exposure
+    double darkExposure = 0.0;      ///< [ms]; 0 makes the dark terms infinite, nothing guards it
+    double i1Exposure = 0.0;        ///< [ms]
+    double i0Exposure = 0.0;
+
+    bool i1DarkAreaOn = false; ///< mean of the dark area per image, taken off each pixel
+    bool i0DarkAreaOn = false;
+    QVector<double> i1DarkAvg; ///< values past the end count as 0
+    QVector<double> i0DarkAvg; ///< by the number of the I1 image, as i1DarkAvg
+
+    bool totalI0Loaded = false; ///< totalI0 replaces I0, point i for image i, 0 past its end
+    Spectrum totalI0;
+
+    int blockPixels() const
+    {
+        return (2 * qAbs(halfX) + 1) * (2 * qAbs(halfY) + 1);
+    }
+};
+
+/// Forms the absorption spectra mu(E) of blocks. What does not depend on the position (the I0
+/// images and lines that each energy needs, dark levels) is worked out at construction, so one
+/// object serves a whole row or walk. Stacks and conditions must not change meanwhile.
+///
+/// mu = ln(I0 / I1), or I1 / I0 for fluorescence; 1.0 where a count has vanished (I0 * I1 not above
+/// 0). Points are in the order of the I1 stack.
+class BlockSpectra
+{
+public:
+    BlockSpectra(const StackPair& stacks, const BlockConditions& conditions);
+
+    /// Spectrum of the block round (x, y); empty outside the image.
+    Spectrum at(int x, int y);
+
+    /// Spectra of `count` positions x, x+step, ... of row y: the same values as at().
+    QVector<Spectrum> row(int x, int step, int count, int y);
+
+private:
+    /// Energy of an I1 image on the line through two I0 images.
+    struct I0Line {
+        int low;
+        int high;
+        double lowEnergy;
+        double highEnergy;
+    };
+
+    void planI0();
+    void formChunk(int x, int step, int count, int y, Spectrum* out);
+    void sumDark(int x, int step, int count, int y);
+    void sumI0(int x, int step, int count, int y);
+    void i0At(int image, int count, double* i0) const;
+
+    const StackPair stacks_;
+    const BlockConditions conditions_;
+    const double blockPixels_;
+    std::vector<double> energies_;
+    std::vector<I0Line> lines_;   ///< one an I1 image, when two or more I0 images exist
+    std::vector<int> usedI0_;     ///< I0 images whose sums are needed
+    std::vector<double> i0Sums_;  ///< [I0 image][position of the chunk]
+    std::vector<double> i1Dark_;  ///< dark term per position of the chunk
+    std::vector<double> i0Dark_;
+};
+
+/// Spectrum of the block round (x, y).
+Spectrum rawXafs(const StackPair& stacks, const BlockConditions& conditions, int x, int y);
+
+/// (energy, sum of I1 over the block), without dark or I0; empty outside the image.
+Spectrum rawI1(const TiffStack& i1, const BlockConditions& conditions, int x, int y);

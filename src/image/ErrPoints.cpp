@@ -1,0 +1,72 @@
+#include "image/ErrPoints.h"
+
+#include "common/TextItems.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+/// Longest line taken from a definition file; a longer one is no list of pixels.
+constexpr qint64 maxLineBytes = 4096;
+
+} // namespace
+
+bool ErrPoints::readFile(const QString& fname, int keep)
+{
+    if (keep == 0)
+        clear();
+    active = false;
+    QFile file(fname);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qDebug() << "Can't Open" << fname;
+        fileName.clear();
+        clear();
+        return false;
+    }
+    fileName = QFileInfo(fname).canonicalFilePath();
+    read(file);
+    return true;
+}
+
+void ErrPoints::read(QIODevice& in)
+{
+    while (!in.atEnd()) {
+        const QString line = QString::fromUtf8(in.readLine(maxLineBytes));
+        QStringList size;
+        // Looked for before comments are cut: the line is one itself.
+        if (startsWithItems(line.simplified(), size, 2, QStringLiteral("# Size"))) {
+            // The size line starts the list anew, on purpose also at the end of a file.
+            clear();
+            active = false;
+            sizeX = size[0].toInt();
+            sizeY = size[1].toInt();
+            continue;
+        }
+        QString comment;
+        QString x;
+        QString y;
+        nextItem(nextItem(stripComment(line, comment), x), y);
+        if (!y.isEmpty())
+            add(x.toInt(), y.toInt());
+    }
+}
+
+void ErrPoints::add(int x, int y)
+{
+    points_.append(QPoint(x, y));
+    lookup_.insert(key(x, y));
+}
+
+void ErrPoints::clear()
+{
+    points_.clear();
+    lookup_.clear();
+}
+
+ErrPoints& defaultErrPoints()
+{
+    static ErrPoints list;
+    return list;
+}

@@ -1,0 +1,67 @@
+#include "image/LoadTiff.h"
+
+#include "image/TiffData.h"
+
+#include <memory>
+
+LoadTiff::LoadTiff(QObject* parent)
+    : QObject(parent)
+{
+    // Queued even within the thread: a direct call would nest one level per file.
+    connect(this, &LoadTiff::loadNext, this, &LoadTiff::treatQues, Qt::QueuedConnection);
+}
+
+void LoadTiff::loadTiffs(const LoadJob& job)
+{
+    queue_.append(job);
+    if (busy_)
+        return;
+    busy_ = true;
+    index_ = job.cutFirst;
+    Q_EMIT loadNext();
+}
+
+void LoadTiff::treatQues()
+{
+    if (queue_.isEmpty() || stop_)
+        return;
+    // A copy: the list may be given away below.
+    const LoadJob job = queue_.first();
+    if (index_ < job.files.size()) {
+        // The end is looked for behind a file only, so the first one is always tried.
+        readOne(job);
+        index_ += qMax(1, job.skip);
+    }
+    if (index_ >= job.files.size() - job.cutLast)
+        endJob();
+    else
+        Q_EMIT loadNext();
+}
+
+void LoadTiff::readOne(const LoadJob& job)
+{
+    const QString& name = job.files[index_];
+    if (job.ignoreLive && name.contains(QLatin1String("Live")))
+        return;
+    auto image = std::make_unique<TiffData>();
+    if (!image->readFile(name, job.errPs, &stop_))
+        return;
+    image->buildImage(job.scale);
+    Q_EMIT loaded(image.release(), index_);
+}
+
+void LoadTiff::endJob()
+{
+    const LoadJob ended = queue_.takeFirst();
+    if (ended.ticket != 0)
+        ticket_ = ended.ticket;
+    if (!queue_.isEmpty()) {
+        index_ = queue_.first().cutFirst;
+        Q_EMIT loadNext();
+        return;
+    }
+    busy_ = false;
+    const int ticket = ticket_;
+    ticket_ = 0;
+    Q_EMIT finishLoadFiles(ended.loadCmdId, ticket);
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "common/ColorScale.h"
+#include "common/ExCmdId.h"
+#include "image/ErrPoints.h"
+
+#include <QMetaType>
+#include <QObject>
+#include <QStringList>
+#include <QVector>
+
+#include <atomic>
+
+class TiffData;
+
+/// A list of files to load, with all that reading them needs, by value: nothing of it is shared
+/// with the thread that asked.
+struct LoadJob {
+    QStringList files;
+    bool ignoreLive = false; ///< pass over files with "Live" in their path
+    int skip = 1;            ///< step through the list
+    int cutFirst = 0;        ///< files left out at the start and at the end
+    int cutLast = 0;
+    ErrPoints errPs;
+    ColorScale scale;                  ///< pictures are made with it
+    EX_CMD_ID loadCmdId = ExCmdNone;   ///< passed back at the end
+    int ticket = 0; ///< number of the batch command that asked, 0 for a click
+};
+
+Q_DECLARE_METATYPE(LoadJob)
+
+/// Reads the images of one stack in a thread of its own, file by file, job after job.
+class LoadTiff : public QObject
+{
+    Q_OBJECT
+public:
+    explicit LoadTiff(QObject* parent = nullptr);
+
+    /// Asks the worker to leave its work, between two rows of a file; from any thread. For the
+    /// program's end: a stopped worker reads nothing more.
+    void requestStop() { stop_ = true; }
+
+public Q_SLOTS:
+    /// Queues a job. A job whose cutFirst leaves no file reads nothing and still reports its end.
+    void loadTiffs(const LoadJob& job);
+    void treatQues();
+
+Q_SIGNALS:
+    void loadNext();
+    /// An image with its picture; the receiver owns it. fNo is the place in the job's full list.
+    void loaded(TiffData* data, int fNo);
+    /// The queue has run empty: id of the last job, and the last ticket among the jobs since the
+    /// worker was idle.
+    void finishLoadFiles(EX_CMD_ID id, int ticket);
+
+private:
+    void readOne(const LoadJob& job);
+    void endJob();
+
+    QVector<LoadJob> queue_;
+    bool busy_ = false;
+    int index_ = 0;
+    int ticket_ = 0;
+    std::atomic<bool> stop_{false};
+};

@@ -1,0 +1,304 @@
+#include "image/TiffData.h"
+
+#include "common/SafeInt.h"
+#include "image/ImageReaders.h"
+#include "image/PixelAccess.h"
+
+#include <QDebug>
+#include <QFile>
+
+#include <limits>
+#include <new>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+constexpr int magicBytes = 15;
+constexpr int maxImageSide = 1 << 28;
+
+size_t pixelSize(int type)
+{
+    return type == TiffData::ImgLongs || type == TiffData::Floats ? 4 : 2;
+}
+
+/// Sums of integer pixels run in integers: they are exact, and so the same in any order.
+template<typename T>
+using SumOf = std::conditional_t<std::is_floating_point_v<T>, double, quint64>;
+
+template<typename T>
+SumOf<T> addColumns(SumOf<T> sum, const T* row, PixelRange columns)
+{
+    for (int c = columns.first; c <= columns.last; ++c)
+        sum += row[c];
+    return sum;
+}
+
+template<typename T>
+double sumOver(const TiffData& image, PixelRange columns, PixelRange rows)
+{
+    SumOf<T> sum = 0;
+    for (int y = rows.first; y <= rows.last; ++y)
+        sum = addColumns(sum, image.row<T>(y), columns);
+    return static_cast<double>(sum);
+}
+
+/// Block sums along one row of positions; columns of blocks that hang over the edge are cut.
+template<typename T>
+void sumBlocks(const TiffData& image, int x, int step, int count, PixelRange rows, int hw,
+               double* sums)
+{
+    if (hw == 0 && rows.first == rows.last) {
+        const T* row = image.row<T>(rows.first);
+        for (int k = 0; k < count; ++k) {
+            const int column = x + k * step - image.shiftX;
+            sums[k] = column >= 0 && column < image.width ? static_cast<double>(row[column]) : 0.0;
+        }
+        return;
+    }
+    for (int k = 0; k < count; ++k)
+        sums[k] = sumOver<T>(image, pixelRange(x + k * step, hw, image.shiftX, image.width), rows);
+}
+
+/// Writes one pixel value per column as picture bytes.
+template<typename T>
+void paintRows(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
+{
+    const double span = image.maxVal - image.minVal;
+    for (int y = 0; y < image.height; ++y) {
+        uchar* out = buffer + size_t(y) * size_t(stride);
+        const int rowNo = y - image.shiftY;
+        const bool rowInside = rowNo >= 0 && rowNo < image.height;
+        const T* row = rowInside ? image.row<T>(rowNo) : nullptr;
+        for (int x = 0; x < image.width; ++x) {
+            const int column = x - image.shiftX;
+            const bool inside = rowInside && column >= 0 && column < image.width;
+            const double v = inside ? static_cast<double>(row[column]) : 0.0;
+            out = scale.mapValue((v - image.minVal) / span, out);
+        }
+    }
+}
+
+/// The same for 16-bit pixels of an unshifted image in grey: each of the values that occur is
+/// mapped once.
+void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
+{
+    const double span = image.maxVal - image.minVal;
+    std::vector<uchar> table(size_t(std::numeric_limits<quint16>::max()) + 1);
+    // Corrected bad pixels may lie outside the extremes, which were taken when the image was read.
+    for (size_t v = 0; v < table.size(); ++v)
+        scale.mapValue((double(v) - image.minVal) / span, &table[v]);
+    for (int y = 0; y < image.height; ++y) {
+        const quint16* row = image.row<quint16>(y);
+        uchar* out = buffer + size_t(y) * size_t(stride);
+        for (int x = 0; x < image.width; ++x)
+            out[x] = table[row[x]];
+    }
+}
+
+bool paintsByTable(const TiffData& image)
+{
+    constexpr qint64 worthATable = 1 << 16;
+    return (image.pixelType == TiffData::TiffWords || image.pixelType == TiffData::ImgWords) &&
+           image.format == ColorScale::Grey && image.shiftX == 0 && image.shiftY == 0 &&
+           qint64(image.width) * image.height > worthATable;
+}
+
+} // namespace
+
+TiffData::TiffData()
+    : minVal(std::numeric_limits<double>::max())
+    , maxVal(std::numeric_limits<double>::min())
+{
+}
+
+bool TiffData::readFile(const QString& name, const ErrPoints& list, const std::atomic<bool>* stop)
+{
+    errPs = list;
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        qDebug() << "Can not open (1)" << name;
+        return false;
+    }
+    const QByteArray magic = file.read(magicBytes);
+    file.close();
+    if (magic.size() < magicBytes) {
+        qDebug() << "Error on reading file (1)" << name;
+        return false;
+    }
+    fileName = name;
+    if (magic.startsWith("II") || magic.startsWith("MM"))
+        return readTiff(*this, name, stop) && (correctErrPoints(), true);
+    if (magic.startsWith("IM"))
+        return readImg(*this, name, stop) && (correctErrPoints(), true);
+    // Bad pixels of these images are left as they are, on purpose.
+    if (magic.startsWith("#BRNX-CTImg"))
+        return readBrnx(*this, name, stop);
+    qDebug() << "Not an image file" << name;
+    return false;
+}
+
+bool TiffData::allocate(int w, int h, PixelType type)
+{
+    clearRows();
+    if (w < 1 || h < 1 || w > maxImageSide || h > maxImageSide)
+        return false;
+    const size_t bytes = size_t(w) * size_t(h) * pixelSize(type);
+    pixels_.reset(new (std::nothrow) uchar[bytes]);
+    if (!pixels_)
+        return false;
+    width = w;
+    height = h;
+    pixelType = type;
+    minVal = std::numeric_limits<double>::max();
+    maxVal = std::numeric_limits<double>::min();
+    return true;
+}
+
+void TiffData::clearRows()
+{
+    image_.reset();
+    displayBuf_.reset();
+    pixels_.reset();
+    pixelType = NoPixels;
+}
+
+void TiffData::noteExtremes(int y)
+{
+    withPixelType(*this, 0, [&](auto* tag) {
+        using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+        const T* values = row<T>(y);
+        T low = values[0];
+        T high = values[0];
+        for (int x = 1; x < width; ++x) {
+            low = values[x] < low ? values[x] : low;
+            high = values[x] > high ? values[x] : high;
+        }
+        if (double(low) < minVal)
+            minVal = double(low);
+        if (double(high) > maxVal)
+            maxVal = double(high);
+        return 0;
+    });
+}
+
+double TiffData::pixel(int x, int y) const
+{
+    return blockSum(x, y, 0, 0);
+}
+
+double TiffData::blockSum(int x, int y, int hw, int vw) const
+{
+    return withPixelType(*this, 0.0, [&](auto* tag) {
+        using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+        return sumOver<T>(*this, pixelRange(x, hw, shiftX, width),
+                          pixelRange(y, vw, shiftY, height));
+    });
+}
+
+void TiffData::blockSums(int x, int step, int count, int y, int hw, int vw, double* sums) const
+{
+    const PixelRange rows = pixelRange(y, vw, shiftY, height);
+    const bool done = withPixelType(*this, false, [&](auto* tag) {
+        using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+        sumBlocks<T>(*this, x, step, count, rows, hw, sums);
+        return true;
+    });
+    if (!done)
+        std::fill(sums, sums + count, 0.0);
+}
+
+double TiffData::areaMean(const QRectF& rect) const
+{
+    const int w = truncatedInt(rect.width());
+    const int h = truncatedInt(rect.height());
+    if (w < 0 || h < 0)
+        return 0.0;
+    const auto range = [](int start, int length, int shift, int size) {
+        const qint64 first = qint64(start) - shift;
+        return PixelRange{int(qBound<qint64>(0, first, size)),
+                          int(qBound<qint64>(-1, first + length, size - 1))};
+    };
+    const PixelRange columns = range(truncatedInt(rect.x()), w, shiftX, width);
+    const PixelRange rows = range(truncatedInt(rect.y()), h, shiftY, height);
+    const double sum = withPixelType(*this, 0.0, [&](auto* tag) {
+        using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+        return sumOver<T>(*this, columns, rows);
+    });
+    return sum / ((double(w) + 1.0) * (double(h) + 1.0));
+}
+
+double TiffData::neighbourMean(int x, int y) const
+{
+    double sum = 0.0;
+    int count = 0;
+    for (int dx = -1; dx <= 1; ++dx) {
+        for (int dy = -1; dy <= 1; ++dy) {
+            const int column = x + dx - shiftX;
+            const int rowNo = y + dy - shiftY;
+            const bool inside = column >= 0 && column < width && rowNo >= 0 && rowNo < height;
+            if ((dx == 0 && dy == 0) || !inside)
+                continue;
+            if (errPs.active && errPs.contains(x + dx + x0, y + dy + y0))
+                continue;
+            sum += pixel(x + dx, y + dy);
+            ++count;
+        }
+    }
+    return count > 0 ? sum / count : 0.0;
+}
+
+void TiffData::correctErrPoints()
+{
+    if (!errPs.active)
+        return;
+    for (const QPoint& point : errPs.points()) {
+        const qint64 x = qint64(point.x()) - x0;
+        const qint64 y = qint64(point.y()) - y0;
+        const qint64 column = x - shiftX;
+        const qint64 rowNo = y - shiftY;
+        if (column < 0 || column >= width || rowNo < 0 || rowNo >= height)
+            continue;
+        // A mean of pixels lies in the range of their type, so the cast is defined.
+        const double mean = neighbourMean(int(x), int(y));
+        withPixelType(*this, 0, [&](auto* tag) {
+            using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+            row<T>(int(rowNo))[column] = static_cast<T>(mean);
+            return 0;
+        });
+    }
+}
+
+void TiffData::buildImage(const ColorScale& scale)
+{
+    image_.reset();
+    displayBuf_.reset();
+    format = scale.imageFormat;
+    builtWith_ = scale;
+    const int stride = displayStride(format, width);
+    if (stride < 1 || height < 1)
+        return;
+    displayBuf_ = std::make_unique<uchar[]>(size_t(stride) * size_t(height));
+    if (paintsByTable(*this)) {
+        paintRowsByTable(*this, scale, displayBuf_.get(), stride);
+    } else {
+        withPixelType(*this, 0, [&](auto* tag) {
+            using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+            paintRows<T>(*this, scale, displayBuf_.get(), stride);
+            return 0;
+        });
+    }
+    image_ = std::make_unique<QImage>(displayBuf_.get(), width, height, stride,
+                                      static_cast<QImage::Format>(format));
+}
+
+bool TiffData::pictureMatches(const ColorScale& scale) const
+{
+    return image_ && builtWith_.mapsLike(scale);
+}
+
+void deleteStack(TiffStack& stack)
+{
+    qDeleteAll(stack);
+    stack.clear();
+}

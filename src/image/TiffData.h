@@ -1,0 +1,134 @@
+#pragma once
+
+#include "common/ColorScale.h"
+#include "image/ErrPoints.h"
+
+#include <QImage>
+#include <QRectF>
+#include <QString>
+#include <QVector>
+
+#include <atomic>
+#include <memory>
+
+/// One detector image: raw pixels in the file's own number type, energy, exposure, an integer
+/// shift for registration, and a ready-made picture for the screen.
+///
+/// Image coordinates: the pixel at (x, y) is column x - shiftX of row y - shiftY; a position
+/// outside the pixels reads as 0.0. All calculations read pixels through the block operations, so
+/// that shift and range tests stand here alone.
+///
+/// Made and read in a loader thread, handed over whole, and touched by one thread at a time.
+class TiffData
+{
+public:
+    enum PixelType {
+        TiffWords = 0, ///< unsigned 16 bit, from a TIFF
+        ImgWords = 1,  ///< unsigned 16 bit, from an IMG file
+        ImgLongs = 2,  ///< unsigned 32 bit
+        Floats = 3,    ///< 32-bit float, from a BRNX file
+        NoPixels = 4
+    };
+
+    int format = ColorScale::Grey; ///< of the picture
+    QString fileName;
+    int bytesPerPixel = 2; ///< from the IMG header
+    int width = 0;         ///< [pixels]
+    int height = 0;
+    int x0 = 0; ///< position of the image on the detector
+    int y0 = 0;
+    ErrPoints errPs;
+    double minVal; ///< smallest and largest pixel read
+    double maxVal; ///< starts at the smallest positive double, which an all-zero image keeps
+    double energy = 0.0;       ///< [eV]
+    double exposureMs = 100.0; ///< [ms]
+    int shiftX = 0;            ///< registration shift [pixels]
+    int shiftY = 0;
+    int pixelType = NoPixels;
+
+    TiffData();
+
+    /// Reads a TIFF, IMG or BRNX file, told by its first bytes; bad pixels of `list` are corrected
+    /// when it is active. False, with one log line, when the image is not complete; the object is
+    /// then of no use. `stop`, when given, ends the reading between two rows.
+    bool readFile(const QString& name, const ErrPoints& list,
+                  const std::atomic<bool>* stop = nullptr);
+
+    /// Takes memory for width x height pixels of a type; the pixels are not set. False when there
+    /// is none.
+    bool allocate(int w, int h, PixelType type);
+
+    /// Frees pixels and picture.
+    void clearRows();
+
+    /// Row of raw pixels; T must be the type that pixelType names.
+    template<typename T>
+    const T* row(int y) const
+    {
+        return reinterpret_cast<const T*>(pixels_.get()) + static_cast<size_t>(y) * size_t(width);
+    }
+    template<typename T>
+    T* row(int y)
+    {
+        return reinterpret_cast<T*>(pixels_.get()) + static_cast<size_t>(y) * size_t(width);
+    }
+
+    /// Value at an image position, 0.0 outside.
+    double pixel(int x, int y) const;
+
+    /// Sum over columns x-|hw| .. x+|hw| and rows y-|vw| .. y+|vw|; pixels outside count as 0.
+    double blockSum(int x, int y, int hw, int vw) const;
+
+    /// Block sums at `count` positions x, x+step, ... of image row y, into `sums`; the same values
+    /// as blockSum.
+    void blockSums(int x, int step, int count, int y, int hw, int vw, double* sums) const;
+
+    /// Mean over columns x .. x+w and rows y .. y+h of rect, its numbers cut to integers; 0 for a
+    /// negative width or height.
+    double areaMean(const QRectF& rect) const;
+
+    /// Mean of the up to eight neighbours that lie inside and, with an active list, are not bad;
+    /// 0.0 when none is left.
+    double neighbourMean(int x, int y) const;
+
+    /// Replaces each bad pixel that lies in the image by the mean of its good neighbours.
+    void correctErrPoints();
+
+    /// Makes the picture anew: each pixel's place between minVal and maxVal goes through `scale`.
+    void buildImage(const ColorScale& scale);
+
+    /// True when the picture was made with a scale that maps like `scale`.
+    bool pictureMatches(const ColorScale& scale) const;
+
+    /// The picture, or null.
+    const QImage* image() const { return image_.get(); }
+
+    /// Widens minVal and maxVal by row y of the pixels.
+    void noteExtremes(int y);
+
+private:
+    Q_DISABLE_COPY(TiffData)
+
+    std::unique_ptr<uchar[]> pixels_;
+    std::unique_ptr<uchar[]> displayBuf_;
+    std::unique_ptr<QImage> image_;
+    ColorScale builtWith_;
+};
+
+using TiffStack = QVector<TiffData*>;
+
+/// Deletes each image and empties the stack.
+void deleteStack(TiffStack& stack);
+
+/// Block sum of a stack at energy E [eV], energies taken to ascend: 1.0 without images, the only
+/// image's sum, else on the straight line between the two images around E (beyond the ends: the
+/// first or last two).
+double stackBlockSum(const TiffStack& stack, double E, int x, int y, int hw, int vw);
+
+/// The two images that stackBlockSum interpolates between at energy E. The stack holds two images
+/// or more.
+struct StackSpan {
+    int low;
+    int high;
+};
+StackSpan stackSpan(const TiffStack& stack, double E);

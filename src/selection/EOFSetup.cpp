@@ -1,0 +1,202 @@
+#include "selection/EOFSetup.h"
+
+#include "display/XafsFileSelect.h"
+#include "ui_EOFSetup.h"
+
+#include <QButtonGroup>
+#include <QDebug>
+#include <QFile>
+
+namespace {
+
+QString sixDigits(double v)
+{
+    return QString::number(v, 'g', 6);
+}
+
+} // namespace
+
+EOFSetup::EOFSetup(QWidget* parent)
+    : QDialog(parent)
+    , ui_(std::make_unique<Ui_EOFSetup>())
+{
+    ui_->setupUi(this);
+    ui_->RefFile->showUse(false);
+    // The three choices stand in groups of their own, so they exclude each other only this way.
+    auto* choice = new QButtonGroup(this);
+    for (QRadioButton* button : {ui_->ByName, ui_->ByCalc, ui_->ByRef})
+        choice->addButton(button);
+    connect(ui_->Start, &QLineEdit::editingFinished, this, &EOFSetup::newStart);
+    connect(ui_->Delta, &QLineEdit::editingFinished, this, &EOFSetup::newDelta);
+    connect(ui_->End, &QLineEdit::editingFinished, this, &EOFSetup::newEnd);
+    connect(ui_->NumOfPoints, &QLineEdit::editingFinished, this, &EOFSetup::newNumOfPoints);
+    connect(ui_->Pattern, &QLineEdit::editingFinished, this, &EOFSetup::newPattern);
+    connect(ui_->Patterns, qOverload<int>(&QComboBox::activated), this,
+            [this](int i) { newPatternSelected(ui_->Patterns->itemText(i)); });
+    connect(ui_->RefFile, &XafsFileSelect::newFile, this, &EOFSetup::refFileSelected);
+    connect(ui_->RefFile, &XafsFileSelect::cleared, this, [this] { refEnergies_.clear(); });
+    connect(ui_->Unit, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            [this] { Q_EMIT unitChanged(unitName()); });
+}
+
+EOFSetup::~EOFSetup() = default;
+
+EnergyRule EOFSetup::rule() const
+{
+    EnergyRule rule;
+    if (ui_->ByName->isChecked())
+        rule.source = EnergyRule::ByName;
+    else if (!ui_->ByCalc->isChecked() && ui_->ByRef->isChecked())
+        rule.source = EnergyRule::ByReference;
+    rule.pattern = ui_->Pattern->text();
+    rule.factor = ui_->Factor->text().toDouble();
+    rule.start = ui_->Start->text().toDouble();
+    rule.delta = ui_->Delta->text().toDouble();
+    rule.end = ui_->End->text().toDouble();
+    rule.points = ui_->NumOfPoints->text().toInt();
+    rule.unit = ui_->Unit->currentIndex();
+    rule.evenInEnergy = ui_->EvenInEnergy->isChecked();
+    rule.refEnergies = refEnergies_;
+    rule.spacing = units_.d;
+    return rule;
+}
+
+double EOFSetup::energyOf(const QString& fileName, int fNo) const
+{
+    return energyOfFile(rule(), fileName, fNo);
+}
+
+void EOFSetup::setByName(bool f)
+{
+    ui_->ByName->setChecked(f);
+}
+
+void EOFSetup::setByCalc(bool f)
+{
+    ui_->ByCalc->setChecked(f);
+}
+
+void EOFSetup::setStart(double v)
+{
+    ui_->Start->setText(sixDigits(v));
+    newStart();
+}
+
+void EOFSetup::setDelta(double v)
+{
+    ui_->Delta->setText(sixDigits(v));
+    newDelta();
+}
+
+void EOFSetup::setEnd(double v)
+{
+    ui_->End->setText(sixDigits(v));
+    newEnd();
+}
+
+void EOFSetup::setNumOfPoints(int n)
+{
+    ui_->NumOfPoints->setText(QString::number(n));
+    newNumOfPoints();
+}
+
+void EOFSetup::setEvenInEnergy(bool f)
+{
+    ui_->EvenInEnergy->setChecked(f);
+}
+
+void EOFSetup::setUnit(int idx)
+{
+    if (idx >= 0 && idx < ui_->Unit->count())
+        ui_->Unit->setCurrentIndex(idx);
+}
+
+QString EOFSetup::unitName() const
+{
+    return ui_->Unit->currentText();
+}
+
+void EOFSetup::setPattern(const QString& pattern)
+{
+    ui_->Pattern->setText(pattern);
+    newPattern();
+}
+
+void EOFSetup::setFactor(double factor)
+{
+    ui_->Factor->setText(sixDigits(factor));
+}
+
+void EOFSetup::setReference(const QString& fname)
+{
+    if (fname.isEmpty()) {
+        // An exclusive button can't be switched off; the other rules take over by name.
+        if (ui_->ByRef->isChecked())
+            ui_->ByCalc->setChecked(true);
+        return;
+    }
+    ui_->ByRef->setChecked(true);
+    ui_->RefFile->load(fname);
+}
+
+void EOFSetup::refFileSelected(const QString& fname)
+{
+    QFile file(fname);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qDebug() << "Can't open ref file" << fname;
+        refEnergies_.clear();
+        ui_->RefFile->fileNameValid(false);
+        return;
+    }
+    qDebug() << "reading simple" << fname;
+    refEnergies_ = readRefEnergies(file, units_.d);
+    ui_->RefFile->fileNameValid(!refEnergies_.isEmpty());
+    if (refEnergies_.isEmpty())
+        qDebug() << "No energies in ref file" << fname;
+}
+
+void EOFSetup::newPatternSelected(const QString& pattern)
+{
+    setPattern(pattern);
+}
+
+void EOFSetup::newPattern()
+{
+    const QString pattern = ui_->Pattern->text();
+    const bool inKeV = pattern.toUpper().contains(QLatin1String("KEV"));
+    ui_->Factor->setText(inKeV ? QStringLiteral("1000") : QStringLiteral("1"));
+    int at = ui_->Patterns->findText(pattern);
+    if (at < 0) {
+        ui_->Patterns->addItem(pattern);
+        at = ui_->Patterns->count() - 1;
+    }
+    ui_->Patterns->setCurrentIndex(at);
+}
+
+void EOFSetup::newStart()
+{
+    endFollows();
+}
+
+void EOFSetup::newDelta()
+{
+    endFollows();
+}
+
+void EOFSetup::newNumOfPoints()
+{
+    endFollows();
+}
+
+void EOFSetup::endFollows()
+{
+    const EnergyRule r = rule();
+    ui_->End->setText(sixDigits(r.start + r.delta * r.points));
+}
+
+void EOFSetup::newEnd()
+{
+    const EnergyRule r = rule();
+    if (r.points != 0)
+        ui_->Delta->setText(sixDigits((r.end - r.start) / r.points));
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "selection/EnergyOfFile.h"
+#include "selection/Units.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class Ui_EOFSetup;
+
+/// "Energy of files": the dialog of one stack that decides the energy of each of its files. A
+/// change has no effect on images already loaded.
+class EOFSetup : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit EOFSetup(QWidget* parent = nullptr);
+    ~EOFSetup() override;
+
+    /// Energy [eV] of file number fNo by the dialog's rule.
+    double energyOf(const QString& fileName, int fNo) const;
+
+    /// The rule as the form stands.
+    EnergyRule rule() const;
+
+    void setByName(bool f);
+    void setByCalc(bool f);
+    void setStart(double v);
+    void setDelta(double v);
+    void setEnd(double v);
+    void setNumOfPoints(int n);
+    void setEvenInEnergy(bool f);
+    /// Unit by its index; an index that there is not changes nothing.
+    void setUnit(int idx);
+    QString unitName() const;
+    void setPattern(const QString& pattern);
+    void setFactor(double factor);
+    /// Energies by reference from a file; an empty name turns the choice off.
+    void setReference(const QString& fname);
+
+Q_SIGNALS:
+    void unitChanged(const QString& name);
+
+public Q_SLOTS:
+    void refFileSelected(const QString& fname);
+    void newPatternSelected(const QString& pattern);
+    void newPattern();
+    void newStart();
+    void newDelta();
+    void newEnd();
+    void newNumOfPoints();
+
+private:
+    void endFollows();
+
+    std::unique_ptr<Ui_EOFSetup> ui_;
+    Units units_;
+    QVector<double> refEnergies_;
+};

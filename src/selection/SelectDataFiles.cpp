@@ -1,0 +1,232 @@
+#include "selection/SelectDataFiles.h"
+
+#include "display/FileDialogs.h"
+#include "selection/EOFSetup.h"
+#include "selection/SelectDataFilesAdditionalSetup.h"
+#include "ui_SelectDataFiles.h"
+
+SelectDataFiles::SelectDataFiles(QWidget* parent)
+    : QFrame(parent)
+    , ui_(std::make_unique<Ui_SelectDataFiles>())
+    , eofSetup_(new EOFSetup(this))
+    , addSetup_(new SelectDataFilesAdditionalSetup(this))
+    , dialog_(new SelectImgDialog(this))
+{
+    ui_->setupUi(this);
+    connect(ui_->Files, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &SelectDataFiles::newImageSelected);
+    connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
+    connect(dialog_, &QFileDialog::filesSelected, this, [this](const QStringList& files) {
+        Q_EMIT filesSelected(files, ui_->LoadNewFiles->isChecked());
+    });
+    connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
+    connect(ui_->Setup, &QPushButton::clicked, eofSetup_, &QWidget::show);
+    connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);
+    connect(eofSetup_, &EOFSetup::unitChanged, this, [this](const QString& unit) {
+        ui_->XAxis->setText(QStringLiteral("X ax.: %1").arg(unit));
+    });
+    using Setup = SelectDataFilesAdditionalSetup;
+    connect(addSetup_, &Setup::setDarkArea, this, &SelectDataFiles::setDarkArea);
+    connect(addSetup_, &Setup::updateDarkArea, this, &SelectDataFiles::updateDarkArea);
+    connect(addSetup_, &Setup::clearDarkArea, this, &SelectDataFiles::clearDarkArea);
+}
+
+SelectDataFiles::~SelectDataFiles() = default;
+
+void SelectDataFiles::setCaption(const QString& caption)
+{
+    ui_->Caption->setText(caption);
+    dialog_->setWindowTitle(caption);
+    eofSetup_->setWindowTitle(caption + QStringLiteral(": ") + eofSetup_->windowTitle());
+    addSetup_->setWindowTitle(caption + QStringLiteral(": ") + addSetup_->windowTitle());
+}
+
+double SelectDataFiles::addFile(const QString& name, int fNo)
+{
+    const double energy = eofSetup_->energyOf(name, fNo);
+    // An empty box would choose its first item, and show it in the middle of a load.
+    const QSignalBlocker quiet(ui_->Files);
+    ui_->Files->addItem(name, energy);
+    showCount();
+    return energy;
+}
+
+void SelectDataFiles::showCount()
+{
+    ui_->Number->setText(QString::number(ui_->Files->count()));
+}
+
+int SelectDataFiles::currentIndex() const
+{
+    return ui_->Files->currentIndex();
+}
+
+int SelectDataFiles::count() const
+{
+    return ui_->Files->count();
+}
+
+int SelectDataFiles::skip() const
+{
+    return ui_->Skip->text().toInt();
+}
+
+int SelectDataFiles::cutFirst() const
+{
+    return ui_->CutFirst->text().toInt();
+}
+
+int SelectDataFiles::cutLast() const
+{
+    return ui_->CutLast->text().toInt();
+}
+
+QString SelectDataFiles::exposureText() const
+{
+    return ui_->Exposure->text();
+}
+
+void SelectDataFiles::setExposure(double ms, bool uniform)
+{
+    ui_->Exposure->setText(QString::number(ms, 'g', 6));
+    ui_->Exposure->setStyleSheet(uniform ? QStringLiteral("background-color: rgb(255, 255, 255);")
+                                         : QStringLiteral("background-color: rgb(255, 192, 192);"));
+}
+
+bool SelectDataFiles::showLatest() const
+{
+    return addSetup_->showLatest();
+}
+
+bool SelectDataFiles::ignoreLive() const
+{
+    return addSetup_->ignoreLive();
+}
+
+const ErrPoints& SelectDataFiles::errPoints() const
+{
+    return addSetup_->errPoints();
+}
+
+QFileDialog* SelectDataFiles::dialog() const
+{
+    return dialog_;
+}
+
+void SelectDataFiles::newImageSelected(int i)
+{
+    Q_EMIT currentIndexChanged(i);
+}
+
+void SelectDataFiles::clearFiles()
+{
+    ui_->Files->clear();
+    showCount();
+}
+
+void SelectDataFiles::prev()
+{
+    select(currentIndex() - 1);
+}
+
+void SelectDataFiles::next()
+{
+    select(currentIndex() + 1);
+}
+
+void SelectDataFiles::select(int idx)
+{
+    if (idx >= 0 && idx < ui_->Files->count())
+        ui_->Files->setCurrentIndex(idx);
+}
+
+void SelectDataFiles::setSkip(int skip)
+{
+    ui_->Skip->setText(QString::number(skip));
+}
+
+void SelectDataFiles::setCutF(int cutF)
+{
+    ui_->CutFirst->setText(QString::number(cutF));
+}
+
+void SelectDataFiles::setCutL(int cutL)
+{
+    ui_->CutLast->setText(QString::number(cutL));
+}
+
+void SelectDataFiles::setShowLatest(bool f)
+{
+    addSetup_->setShowLatest(f);
+}
+
+void SelectDataFiles::setEngByName(bool f)
+{
+    eofSetup_->setByName(f);
+}
+
+void SelectDataFiles::setEngByCalc(bool f)
+{
+    eofSetup_->setByCalc(f);
+}
+
+void SelectDataFiles::setEngCalcStart(double start)
+{
+    eofSetup_->setStart(start);
+}
+
+void SelectDataFiles::setEngCalcDelta(double delta)
+{
+    eofSetup_->setDelta(delta);
+}
+
+void SelectDataFiles::setEngCalcEnd(double end)
+{
+    eofSetup_->setEnd(end);
+}
+
+void SelectDataFiles::setEngCalcNum(int num)
+{
+    eofSetup_->setNumOfPoints(num);
+}
+
+void SelectDataFiles::setEvenInEng(bool f)
+{
+    eofSetup_->setEvenInEnergy(f);
+}
+
+void SelectDataFiles::setEvenInDeg(bool f)
+{
+    eofSetup_->setEvenInEnergy(!f);
+}
+
+void SelectDataFiles::setDispUnit(int idx)
+{
+    eofSetup_->setUnit(idx);
+}
+
+void SelectDataFiles::setEngByNameRegExp(const QString& pattern)
+{
+    eofSetup_->setPattern(pattern);
+}
+
+void SelectDataFiles::setEngByNameFactor(double factor)
+{
+    eofSetup_->setFactor(factor);
+}
+
+void SelectDataFiles::setExpTimeMS(double ms, bool ok)
+{
+    if (ok)
+        ui_->Exposure->setText(QString::number(ms, 'g', 6));
+}
+
+void SelectDataFiles::setEngByRef(const QString& fname)
+{
+    eofSetup_->setReference(fname);
+}
+
+void SelectDataFiles::darkArea(const T20& area)
+{
+    addSetup_->darkArea(area);
+}

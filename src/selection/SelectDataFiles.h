@@ -1,0 +1,90 @@
+#pragma once
+
+#include "selection/T20.h"
+
+#include <QFrame>
+
+#include <memory>
+
+class EOFSetup;
+class ErrPoints;
+class QFileDialog;
+class SelectDataFilesAdditionalSetup;
+class SelectImgDialog;
+class Ui_SelectDataFiles;
+
+/// The row through which a user or a batch chooses the image files of one stack. Its list holds
+/// the files that really loaded, with their energies; the images are the main window's.
+///
+/// Numbers typed as text that can't be read count as 0. Each setter sets its control as by hand.
+class SelectDataFiles : public QFrame
+{
+    Q_OBJECT
+public:
+    explicit SelectDataFiles(QWidget* parent = nullptr);
+    ~SelectDataFiles() override;
+
+    void setCaption(const QString& caption);
+
+    /// Adds a loaded file to the list, without choosing it; fNo is its place in the job's list.
+    /// Its energy [eV].
+    double addFile(const QString& name, int fNo);
+
+    int currentIndex() const;
+    int count() const;
+    int skip() const;
+    int cutFirst() const;
+    int cutLast() const;
+    QString exposureText() const; ///< [ms]
+    /// Shows the exposure of the stack [ms], on red when its images differ.
+    void setExposure(double ms, bool uniform);
+    bool showLatest() const;
+    bool ignoreLive() const;
+    const ErrPoints& errPoints() const;
+    EOFSetup& energySetup() const { return *eofSetup_; }
+    QFileDialog* dialog() const;
+
+Q_SIGNALS:
+    void currentIndexChanged(int idx);
+    void filesSelected(const QStringList& files, bool newFile);
+    void clear();
+    void setDarkArea();
+    void updateDarkArea();
+    void clearDarkArea();
+
+public Q_SLOTS:
+    void newImageSelected(int i);
+    void clearFiles();
+    void prev();
+    void next();
+    /// Chooses a file of the list; other indices are ignored.
+    void select(int idx);
+    void setSkip(int skip);
+    void setCutF(int cutF);
+    void setCutL(int cutL);
+    void setShowLatest(bool f);
+    void setEngByName(bool f);
+    void setEngByCalc(bool f);
+    void setEngCalcStart(double start);
+    void setEngCalcDelta(double delta);
+    void setEngCalcEnd(double end);
+    void setEngCalcNum(int num);
+    void setEvenInEng(bool f);
+    void setEvenInDeg(bool f);
+    void setDispUnit(int idx);
+    void setEngByNameRegExp(const QString& pattern);
+    void setEngByNameFactor(double factor);
+    /// Shows the exposure time [ms]; nothing unless it is known (ok).
+    void setExpTimeMS(double ms, bool ok);
+    void setEngByRef(const QString& fname);
+    /// Shows the rectangle of the dark area.
+    void darkArea(const T20& area);
+
+private:
+    void showCount();
+
+    std::unique_ptr<Ui_SelectDataFiles> ui_;
+    EOFSetup* eofSetup_;
+    SelectDataFilesAdditionalSetup* addSetup_;
+    SelectImgDialog* dialog_;
+};

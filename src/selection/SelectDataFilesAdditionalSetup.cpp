@@ -1,0 +1,63 @@
+#include "selection/SelectDataFilesAdditionalSetup.h"
+
+#include "common/SafeInt.h"
+#include "display/FileDialogs.h"
+#include "ui_SelectDataFilesAdditionalSetup.h"
+
+SelectDataFilesAdditionalSetup::SelectDataFilesAdditionalSetup(QWidget* parent)
+    : QDialog(parent)
+    , ui_(std::make_unique<Ui_SelectDataFilesAdditionalSetup>())
+    , errPsDialog_(new FileDialog(this))
+{
+    ui_->setupUi(this);
+    errPsDialog_->setFileMode(QFileDialog::ExistingFile);
+    connect(ui_->SelectErrPsDef, &QPushButton::clicked, errPsDialog_, &QWidget::show);
+    connect(errPsDialog_, &QFileDialog::fileSelected, this,
+            &SelectDataFilesAdditionalSetup::errPsDefSelected);
+    connect(ui_->UseErrPs, &QCheckBox::toggled, this,
+            &SelectDataFilesAdditionalSetup::toggledUseErrPs);
+    connect(ui_->SetDarkArea, &QPushButton::clicked, this,
+            &SelectDataFilesAdditionalSetup::setDarkArea);
+    connect(ui_->UpdateDarkArea, &QPushButton::clicked, this,
+            &SelectDataFilesAdditionalSetup::updateDarkArea);
+    connect(ui_->ClearDarkArea, &QPushButton::clicked, this,
+            &SelectDataFilesAdditionalSetup::clearDarkArea);
+}
+
+SelectDataFilesAdditionalSetup::~SelectDataFilesAdditionalSetup() = default;
+
+bool SelectDataFilesAdditionalSetup::showLatest() const
+{
+    return ui_->ShowLatest->isChecked();
+}
+
+void SelectDataFilesAdditionalSetup::setShowLatest(bool f)
+{
+    ui_->ShowLatest->setChecked(f);
+}
+
+bool SelectDataFilesAdditionalSetup::ignoreLive() const
+{
+    return ui_->IgnoreLiveFiles->isChecked();
+}
+
+void SelectDataFilesAdditionalSetup::errPsDefSelected(const QString& fname)
+{
+    const bool read = errPoints_.readFile(fname, 0);
+    ui_->ErrPsFile->setText(read ? errPoints_.fileName : QString());
+    errPoints_.active = read && ui_->UseErrPs->isChecked();
+}
+
+void SelectDataFilesAdditionalSetup::toggledUseErrPs(bool f)
+{
+    errPoints_.active = f;
+}
+
+void SelectDataFilesAdditionalSetup::darkArea(const T20& area)
+{
+    ui_->DarkArea->setText(QStringLiteral("(%1,%2)-(%3,%4)")
+                               .arg(truncatedInt(area.x()))
+                               .arg(truncatedInt(area.y()))
+                               .arg(truncatedInt(area.x() + area.width()))
+                               .arg(truncatedInt(area.y() + area.height())));
+}

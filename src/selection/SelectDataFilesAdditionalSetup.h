@@ -1,0 +1,42 @@
+#pragma once
+
+#include "image/ErrPoints.h"
+#include "selection/T20.h"
+
+#include <QDialog>
+
+#include <memory>
+
+class FileDialog;
+class Ui_SelectDataFilesAdditionalSetup;
+
+/// Further settings of one stack: display while loading, its list of bad pixels, its dark area.
+class SelectDataFilesAdditionalSetup : public QDialog
+{
+    Q_OBJECT
+public:
+    explicit SelectDataFilesAdditionalSetup(QWidget* parent = nullptr);
+    ~SelectDataFilesAdditionalSetup() override;
+
+    bool showLatest() const;
+    void setShowLatest(bool f);
+    bool ignoreLive() const;
+    /// Bad pixels for images read from now on.
+    const ErrPoints& errPoints() const { return errPoints_; }
+
+Q_SIGNALS:
+    void setDarkArea();
+    void updateDarkArea();
+    void clearDarkArea();
+
+public Q_SLOTS:
+    void errPsDefSelected(const QString& fname);
+    void toggledUseErrPs(bool f);
+    /// Shows the rectangle of the dark area.
+    void darkArea(const T20& area);
+
+private:
+    std::unique_ptr<Ui_SelectDataFilesAdditionalSetup> ui_;
+    FileDialog* errPsDialog_;
+    ErrPoints errPoints_;
+};

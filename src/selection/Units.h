@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QObject>
+
+/// Holds the spacing of the monochromator crystal for conversions between energy and angle.
+class Units : public QObject
+{
+    Q_OBJECT
+public:
+    using QObject::QObject;
+    double d = 3.13553; ///< [angstrom]
+
+public Q_SLOTS:
+    void setD(double D) { d = D; }
+};

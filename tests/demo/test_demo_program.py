@@ -1,0 +1,49 @@
+"""Runs the real program on the demonstration experiment, written in each image format.
+
+The maps must hold the planted fields within the limits, and be the same for all formats.
+usage: test_demo_program.py <morvenkite> <morvenkite-demo>
+"""
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+DEMO = sys.argv.pop()
+PROGRAM = sys.argv.pop()
+ENVIRONMENT = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+
+
+def run(*arguments):
+    """Exit code and all output of a program."""
+    result = subprocess.run(list(map(str, arguments)), env=ENVIRONMENT, timeout=300, text=True,
+                            stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
+    return result.returncode, result.stdout
+
+
+class DemoProgram(unittest.TestCase):
+    """The whole road by configuration and batch file, without a display."""
+
+    def succeed(self, *arguments):
+        code, output = run(*arguments)
+        self.assertEqual(code, 0, output[-4000:])
+
+    def analyse(self, folder, image_format):
+        """Writes an experiment and lets the program analyse it."""
+        self.succeed(DEMO, "write", folder, "--size", 100, "--format", image_format)
+        self.succeed(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / "demo.bat", "-x")
+
+    def test_the_maps_hold_the_planted_fields_in_every_format(self):
+        with tempfile.TemporaryDirectory(prefix="a demo ") as parent:
+            folders = {name: pathlib.Path(parent) / name
+                       for name in ("tiff", "img16", "img32", "brnx")}
+            for name, folder in folders.items():
+                with self.subTest(name):
+                    self.analyse(folder, name)
+                    self.succeed(DEMO, "compare", folder)
+                    self.succeed(DEMO, "compare", folders["tiff"], "--other", folder)
+
+
+if __name__ == "__main__":
+    unittest.main()
