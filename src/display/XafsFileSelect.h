@@ -5,6 +5,7 @@
 #include <memory>
 
 class FileDialog;
+class QFileDialog;
 class Ui_XafsFileSelect;
 
 /// The row that selects one spectrum file: its name, the buttons, and a box that tells whether the
