@@ -234,7 +234,8 @@ void Analyzer::showFit(const LcfResult& result)
         row->setWeight(result.ratios.at(k));
         row->setResult(result.dMuts.at(k));
     }
-    fitResult_ = result.fit;
+    if (result.fit)
+        fitResult_ = *result.fit;
 }
 
 void Analyzer::setContAccess(bool f)

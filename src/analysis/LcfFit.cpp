@@ -270,8 +270,8 @@ LcfResult LcfPlan::fit(const XafsSpectrum& s)
         Spectrum curve;
         curve.setPoints(fitCurve(weights_.data()));
         sampleFit(curve, s.doubleNormalizedPreBase);
-        result.fit =
-            XafsSpectrum(curve, QStringLiteral("anal-LCF"), VictLine::Straight, 0.0, request_.sElm);
+        result.fit = std::make_shared<XafsSpectrum>(curve, QStringLiteral("anal-LCF"),
+                                                    VictLine::Straight, 0.0, request_.sElm);
     }
     result.zansa = residual(s);
     return result;

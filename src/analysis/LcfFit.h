@@ -5,6 +5,7 @@
 #include <QMetaType>
 #include <QVector>
 
+#include <memory>
 #include <vector>
 
 /// What the fit needs of one reference row, copied when a request is made: workers never see rows.
@@ -36,7 +37,7 @@ struct LcfResult
     QVector<double> ratios;  ///< fitted weight of each active reference, not limited
     QVector<double> dMuts;   ///< weight times the edge step of the spectrum
     double zansa = 0.0;      ///< residual; only when fitted
-    XafsSpectrum fit;        ///< the fit curve, normalised; not stored during a walk
+    std::shared_ptr<const XafsSpectrum> fit; ///< the fit curve, normalised; null during a walk
 };
 
 /// A linear combination fit prepared for many spectra: whatever does not change from one spectrum

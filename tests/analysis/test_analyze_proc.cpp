@@ -124,7 +124,7 @@ void TestAnalyzeProc::answersAcrossTheQueueAndTellsTheResidual()
     const auto result = finished.first().first().value<AnalysisResult>();
     QCOMPARE(newZ.count(), 1);
     QCOMPARE(newZ.first().first().toDouble(), result.lcf.first().zansa);
-    QVERIFY(!result.lcf.first().fit.isEmpty());
+    QVERIFY(result.lcf.first().fit && !result.lcf.first().fit->isEmpty());
 }
 
 void TestAnalyzeProc::leavesTheResidualAloneDuringAWalk()
@@ -141,7 +141,7 @@ void TestAnalyzeProc::leavesTheResidualAloneDuringAWalk()
     LcfRequest walk = fourRows();
     walk.inWalk = true;
     QCOMPARE(result.lcf.at(2).zansa, fitLcf(requestOf(1).spectra.first(), walk).zansa);
-    QVERIFY(result.lcf.at(2).fit.isEmpty());
+    QVERIFY(!result.lcf.at(2).fit);
 }
 
 void TestAnalyzeProc::aSpectrumWithoutPointsStillGetsItsAnswer()
@@ -161,7 +161,7 @@ void TestAnalyzeProc::endsPromptlyInTheMiddleOfARequest()
     {
         Worker worker;
         worker.setContAccess(true);
-        worker.send(requestOf(300000, 1));
+        worker.send(requestOf(40000, 1));
         QTest::qWait(5);
         timer.start();
     }

@@ -187,7 +187,7 @@ void TestAnalyzer::aSingleFitFillsTheRows()
     QCOMPARE(panel.refs().at(2)->weight(), expected.ratios.at(1));
     QCOMPARE(rowText(panel.refs().at(2), "T"), QString::number(expected.dMuts.at(1), 'g', 6));
     QCOMPARE(panel.refs().at(1)->weight(), 0.0);
-    QCOMPARE(panel.fitResult().points, expected.fit.points);
+    QCOMPARE(panel.fitResult().points, expected.fit->points);
     QCOMPARE(text(panel, "DispZansa"), QString::number(expected.zansa, 'g', 6));
 }
 
