@@ -81,8 +81,8 @@ public Q_SLOTS:
     bool askAnalyzeCond(AnalyzeCond& ac) const;
     void cBarUpdating();
     void cBarUpdated();
-    void loadedI1(TiffData* data, int fNo);
-    void loadedI0(TiffData* data, int fNo);
+    void loadedI1(TiffData* image, int fNo);
+    void loadedI0(TiffData* image, int fNo);
     void start2DAnalysis();
     void stop2DAnalysis();
     void analyzeASpectrumFinished(const AnalysisResult& result);
@@ -172,7 +172,7 @@ private:
     LoadJob loadJob(const Stack& stack, const QStringList& files, EX_CMD_ID id) const;
     void readI1(const QStringList& files, bool newFile, int ticket);
     void readI0(const QStringList& files, bool newFile, int ticket);
-    void takeLoaded(Stack& stack, TiffData* data, int fNo);
+    void takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack);
     Stack& shownStack();
     const Stack& shownStack() const;

@@ -32,8 +32,10 @@ bool Body::askAnalyzeCond(AnalyzeCond& ac) const
     if (i1Stack_.isEmpty())
         return false;
     const TiffData& first = *i1Stack_.first();
+    const QRectF area = ui_->dispA->hasSelection() ? ui_->dispA->selectedArea()
+                                                   : QRectF(0, 0, imgW_, imgH_);
     ac = AnalyzeCond(first.width, first.height, ui_->HWidth->text().toInt(),
-                     ui_->VWidth->text().toInt(), ui_->dispA->area(), -1, -1);
+                     ui_->VWidth->text().toInt(), area, -1, -1);
     return true;
 }
 

@@ -34,11 +34,6 @@ bool onArg(const CmdLine& cmd, int i)
     return intArg(cmd, i) == 1;
 }
 
-QString sixDigits(double v)
-{
-    return QString::number(v, 'g', 6);
-}
-
 bool isNewMode(const CmdLine& cmd)
 {
     return cmd.arg(0).toUpper() == QLatin1String("NEW");

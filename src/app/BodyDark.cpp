@@ -75,7 +75,7 @@ void Body::setDarkArea(Stack& stack)
         qDebug() << "Dark area not set: no area is selected in the image";
         return;
     }
-    stack.darkArea = ui_->dispA->area();
+    stack.darkArea = ui_->dispA->selectedArea();
     stack.darkAreaOn = true;
     stack.row->darkArea(stack.darkArea);
     // The selection was drawn for the dark area alone; the user's earlier one comes back.

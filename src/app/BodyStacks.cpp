@@ -1,5 +1,6 @@
 #include "app/Body.h"
 
+#include "analysis/Analyzer.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "selection/SelectDataFiles.h"
@@ -90,22 +91,22 @@ void Body::readI0(const QStringList& files, bool newFile, int ticket)
     Q_EMIT loadI0Files(job);
 }
 
-void Body::takeLoaded(Stack& stack, TiffData* data, int fNo)
+void Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
 {
-    data->energy = stack.row->addFile(data->fileName, fNo);
+    image->energy = stack.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
-    if (!data->pictureMatches(*ui_->CBar))
-        data->buildImage(*ui_->CBar);
-    stack.images->append(data);
+    if (!image->pictureMatches(*ui_->CBar))
+        image->buildImage(*ui_->CBar);
+    stack.images->append(image);
     if (stack.darkAreaOn)
         fillDarkAverages(stack);
 }
 
-void Body::loadedI1(TiffData* data, int fNo)
+void Body::loadedI1(TiffData* image, int fNo)
 {
-    if (!data)
+    if (!image)
         return;
-    takeLoaded(i1_, data, fNo);
+    takeLoaded(i1_, image, fNo);
     if (i1Stack_.size() == 1)
         takeImageGeometry();
     if (!i1_.row->showLatest())
@@ -116,10 +117,10 @@ void Body::loadedI1(TiffData* data, int fNo)
     showData(last);
 }
 
-void Body::loadedI0(TiffData* data, int fNo)
+void Body::loadedI0(TiffData* image, int fNo)
 {
-    if (data)
-        takeLoaded(i0_, data, fNo);
+    if (image)
+        takeLoaded(i0_, image, fNo);
 }
 
 void Body::takeImageGeometry()

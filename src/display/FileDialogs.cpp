@@ -37,7 +37,10 @@ void FDGroup::add(QFileDialog* dialog)
 
 void FDGroup::currentChanged(const QString& path)
 {
-    sameDirectory(QFileInfo(path).canonicalPath());
+    // A name that is being typed has no folder yet; Qt would give the working folder for it.
+    const QFileInfo file(path);
+    if (file.exists())
+        sameDirectory(file.canonicalPath());
 }
 
 void FDGroup::directoryEntered(const QString& dir)
@@ -48,8 +51,6 @@ void FDGroup::directoryEntered(const QString& dir)
 void FDGroup::sameDirectory(const QString& path)
 {
     const QString folder = QDir(path).absolutePath();
-    if (path.isEmpty())
-        return;
     // Only dialogs elsewhere are moved, or their signals would run in a circle.
     for (QFileDialog* dialog : qAsConst(dialogs_)) {
         if (dialog->directory().absolutePath() != folder)

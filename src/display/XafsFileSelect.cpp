@@ -54,9 +54,9 @@ void XafsFileSelect::load(const QString& fname)
     fileValid_ = true;
     ui_->Selected->setText(fname);
     ui_->Selected->setToolTip(fname);
-    const QString folder = QFileInfo(fname).canonicalPath();
-    if (!folder.isEmpty())
-        dialog_->setDirectory(folder);
+    const QFileInfo file(fname);
+    if (file.exists())
+        dialog_->setDirectory(file.canonicalPath());
     Q_EMIT newFile(fname);
 }
 

@@ -76,6 +76,7 @@ void paintRows(const TiffData& image, const ColorScale& scale, uchar* buffer, in
             const double v = inside ? static_cast<double>(row[column]) : 0.0;
             out = scale.mapValue((v - image.minVal) / span, out);
         }
+        std::fill(out, buffer + size_t(y + 1) * size_t(stride), uchar(0));
     }
 }
 
@@ -85,14 +86,17 @@ void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buf
 {
     const double span = image.maxVal - image.minVal;
     std::vector<uchar> table(size_t(std::numeric_limits<quint16>::max()) + 1);
-    // Corrected bad pixels may lie outside the extremes, which were taken when the image was read.
-    for (size_t v = 0; v < table.size(); ++v)
-        scale.mapValue((double(v) - image.minVal) / span, &table[v]);
+    const auto enter = [&](int v) { scale.mapValue((v - image.minVal) / span, &table[size_t(v)]); };
+    for (int v = truncatedInt(image.minVal); v <= truncatedInt(image.maxVal); ++v)
+        enter(v);
+    // The one value that may lie outside the extremes: a bad pixel without a good neighbour.
+    enter(0);
     for (int y = 0; y < image.height; ++y) {
         const quint16* row = image.row<quint16>(y);
         uchar* out = buffer + size_t(y) * size_t(stride);
         for (int x = 0; x < image.width; ++x)
             out[x] = table[row[x]];
+        std::fill(out + image.width, out + stride, uchar(0));
     }
 }
 
@@ -278,7 +282,12 @@ void TiffData::buildImage(const ColorScale& scale)
     const int stride = displayStride(format, width);
     if (stride < 1 || height < 1)
         return;
-    displayBuf_ = std::make_unique<uchar[]>(size_t(stride) * size_t(height));
+    const size_t bytes = size_t(stride) * size_t(height);
+    displayBuf_.reset(new (std::nothrow) uchar[bytes]);
+    if (!displayBuf_)
+        return;
+    if (pixelType == NoPixels)
+        std::fill(displayBuf_.get(), displayBuf_.get() + bytes, uchar(0));
     if (paintsByTable(*this)) {
         paintRowsByTable(*this, scale, displayBuf_.get(), stride);
     } else {

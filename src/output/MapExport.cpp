@@ -27,7 +27,7 @@ QString mapFileName(const QString& fname, int number, const QString& extension)
 }
 
 bool saveMapAsTiff(Analyzed2DRes& map, const QString& fname, int number,
-                   const MapSaveOptions& options)
+                   const TiffSaveOptions& options)
 {
     const std::unique_ptr<quint16[]> values(map.tiffDataForSave(
         options.fixedScale, options.scaleMin, options.scaleMax, options.asAnalyzed));
@@ -41,7 +41,7 @@ bool saveMapAsTiff(Analyzed2DRes& map, const QString& fname, int number,
 }
 
 bool saveMapAsText(const Analyzed2DRes& map, const QString& fname, int number,
-                   const MapSaveOptions& options)
+                   const TextSaveOptions& options)
 {
     return map.saveAsText(QFileInfo(mapFileName(fname, number, QStringLiteral("dat"))),
                           options.asAnalyzed, options.commaSeparated, options.asXYVal);

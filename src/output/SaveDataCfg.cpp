@@ -18,16 +18,16 @@ bool SaveDataCfg::savesAsTiff() const
     return ui_->SaveAsTiff->isChecked();
 }
 
-MapSaveOptions SaveDataCfg::options() const
+TiffSaveOptions SaveDataCfg::tiffOptions() const
 {
-    MapSaveOptions options;
-    options.fixedScale = ui_->TiffFixedScale->isChecked();
-    options.scaleMin = ui_->TiffScaleMin->text().toDouble();
-    options.scaleMax = ui_->TiffScaleMax->text().toDouble();
-    options.asAnalyzed = ui_->TiffAsAnalyzed->isChecked();
-    options.commaSeparated = ui_->DataCommaSeparated->isChecked();
-    options.asXYVal = ui_->DataXYVal->isChecked();
-    return options;
+    return {ui_->TiffFixedScale->isChecked(), ui_->TiffScaleMin->text().toDouble(),
+            ui_->TiffScaleMax->text().toDouble(), ui_->TiffAsAnalyzed->isChecked()};
+}
+
+TextSaveOptions SaveDataCfg::textOptions() const
+{
+    return {ui_->TiffAsAnalyzed->isChecked(), ui_->DataCommaSeparated->isChecked(),
+            ui_->DataXYVal->isChecked()};
 }
 
 void SaveDataCfg::toggledSaveAs(bool f)

@@ -18,8 +18,8 @@ public:
 
     /// TIFF is chosen, else text.
     bool savesAsTiff() const;
-    /// What the panel shows.
-    MapSaveOptions options() const;
+    TiffSaveOptions tiffOptions() const;
+    TextSaveOptions textOptions() const;
 
 public Q_SLOTS:
     /// Enables the settings of TIFF (f) or of text.

@@ -60,10 +60,11 @@ struct PairBounds
     Pair high = {runningMaxStart, runningMaxStart};
 
     /// Nan is passed over.
-    void take(Pair p)
+    void take(Pair p) { merge({p, p}); }
+    void merge(const PairBounds& other)
     {
-        low = p < low ? p : low;
-        high = p > high ? p : high;
+        low = other.low < low ? other.low : low;
+        high = other.high > high ? other.high : high;
     }
 };
 
@@ -79,8 +80,7 @@ PairBounds boundsOf(const void* pairs, int n)
     }
     if (i < n)
         even.take(pairAt(pairs, i));
-    even.take(odd.low);
-    even.take(odd.high);
+    even.merge(odd);
     return even;
 }
 

@@ -2,6 +2,7 @@
 #include "display/ImgDispA.h"
 #include "maps/Analyzed2DRes.h"
 
+#include <QPainter>
 #include <QSignalSpy>
 #include <QWheelEvent>
 #include <QtTest>
@@ -229,9 +230,11 @@ void TestImageArea::nearerHandleOfTheBarIsDragged()
     QCOMPARE(updating.size(), 1);
     QCOMPARE(updated.size(), 1);
     // Half way between both handles neither is taken, yet the click is told.
-    QTest::mousePress(&bar, Qt::LeftButton, Qt::NoModifier, {5, 35});
+    bar.lowHandle = 0.25;
+    bar.highHandle = 0.75;
+    QTest::mousePress(&bar, Qt::LeftButton, Qt::NoModifier, {5, 50});
     QVERIFY(!bar.dragging);
-    QTest::mouseRelease(&bar, Qt::LeftButton, Qt::NoModifier, {5, 35});
+    QTest::mouseRelease(&bar, Qt::LeftButton, Qt::NoModifier, {5, 50});
     QCOMPARE(updated.size(), 2);
     bar.setRange(-1, 5);
     QCOMPARE(bar.rangeMax, 5.0);

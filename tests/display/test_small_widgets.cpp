@@ -31,6 +31,7 @@ void TestSmallWidgets::fileRowTellsAndForgetsItsFile()
     const QSignalSpy cleared(&row, &XafsFileSelect::cleared);
     const QSignalSpy used(&row, &XafsFileSelect::changedUse);
     const QString file = dir.filePath("a.dat");
+    QVERIFY(QFile(file).open(QIODevice::WriteOnly));
     row.load(file);
     QCOMPARE(files.size(), 1);
     QVERIFY(row.isFileValid());

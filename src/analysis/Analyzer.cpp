@@ -1,0 +1,340 @@
+#include "analysis/Analyzer.h"
+
+#include "analysis/LCFReference.h"
+#include "ui_Analyzer.h"
+
+#include <QButtonGroup>
+#include <QDebug>
+
+namespace {
+
+constexpr int rowsAtStart = 4;
+constexpr int maxRows = 100;
+
+/// Places of the fixed buttons in the image group, counted behind the rows that exist at start.
+constexpr int showZId = rowsAtStart + 3;
+
+/// Row maps and fixed maps share the two pairs of scale fields: jumps the one, and weights and
+/// relative residuals the other.
+enum MapKind
+{
+    DMutKind = 0,
+    RatioKind = 1
+};
+
+double value(const QLineEdit* field)
+{
+    return field->text().toDouble();
+}
+
+void setValue(QLineEdit* field, double v)
+{
+    field->setText(QString::number(v, 'g', 6));
+}
+
+} // namespace
+
+Analyzer::Analyzer(QWidget* parent)
+    : QFrame(parent)
+    , ui_(std::make_unique<Ui_Analyzer>())
+    , zansaMap_(QStringLiteral("a2d Zansa"))
+    , dEdgeMap_(QStringLiteral("a2d dEdge"))
+    , refGroup_(new QButtonGroup(this))
+    , proc_(std::make_unique<AnalyzeProc>())
+{
+    ui_->setupUi(this);
+    for (int i = 0; i < rowsAtStart; ++i)
+        addNewRef();
+    refGroup_->addButton(ui_->ShowZ, showZId);
+    auto* const kindGroup = new QButtonGroup(this);
+    kindGroup->addButton(ui_->SelDMut);
+    kindGroup->addButton(ui_->SelRatio);
+    connectForm();
+    startWorker();
+}
+
+Analyzer::~Analyzer()
+{
+    proc_->requestStop();
+    thread_.quit();
+    thread_.wait();
+}
+
+void Analyzer::connectForm()
+{
+    connect(ui_->AddRef, &QPushButton::clicked, this, &Analyzer::addNewRef);
+    connect(ui_->AskAnalyze, &QPushButton::clicked, this, &Analyzer::askAnalyze);
+    connect(refGroup_, &QButtonGroup::idClicked, this, &Analyzer::selectedNewRef);
+    connect(ui_->SelDMut, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
+    connect(ui_->SelRatio, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
+    connect(ui_->FixedScale, &QCheckBox::toggled, this, &Analyzer::scalePolicyChanged);
+    for (const QLineEdit* field :
+         {ui_->DMutScaleMin, ui_->DMutScaleMax, ui_->RatioScaleMin, ui_->RatioScaleMax})
+        connect(field, &QLineEdit::editingFinished, this, &Analyzer::scaleChanged);
+}
+
+void Analyzer::startWorker()
+{
+    proc_->moveToThread(&thread_);
+    connect(this, &Analyzer::analyzeSpectrum0, proc_.get(), &AnalyzeProc::analyzeSpectrum0);
+    connect(this, &Analyzer::contAccessChanged, proc_.get(), &AnalyzeProc::setContAccess);
+    connect(proc_.get(), &AnalyzeProc::finished, this, &Analyzer::analyzeSpectrumFinished);
+    connect(proc_.get(), &AnalyzeProc::newZ, this, &Analyzer::noticedNewZ);
+    thread_.start();
+}
+
+void Analyzer::addNewRef()
+{
+    auto* const row = new LCFReference(ui_->RefBase);
+    ui_->RefRows->addWidget(row);
+    refs_.append(row);
+    refGroup_->addButton(row->showButton(), refs_.size() - 1);
+    for (int kind = 0; kind < mapKinds(); ++kind)
+        row->map(kind)->fixedScale = ui_->FixedScale->isChecked();
+    connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
+    connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
+}
+
+QVector<int> Analyzer::activeRows() const
+{
+    QVector<int> rows;
+    for (int i = 0; i < refs_.size(); ++i) {
+        if (refs_.at(i)->isActive())
+            rows.append(i);
+    }
+    return rows;
+}
+
+int Analyzer::firstUsedRow() const
+{
+    for (int i = 0; i < refs_.size(); ++i) {
+        if (refs_.at(i)->isUsed())
+            return i;
+    }
+    return 0;
+}
+
+int Analyzer::mapKindIndex() const
+{
+    return ui_->SelRatio->isChecked() ? RatioKind : DMutKind;
+}
+
+void Analyzer::setMapKind(int k)
+{
+    if (k == 0)
+        ui_->SelRatio->setChecked(true);
+    else if (k == 1)
+        ui_->SelDMut->setChecked(true);
+}
+
+Analyzed2DRes* Analyzer::selectedMap()
+{
+    if (ui_->ShowZ->isChecked())
+        return &zansaMap_;
+    // Ids of rows added later are those of fixed buttons too, which were numbered first.
+    const int id = refGroup_->checkedId();
+    return id >= 0 && id < refs_.size() ? refs_.at(id)->map(mapKindIndex()) : nullptr;
+}
+
+void Analyzer::setMode(int m)
+{
+    // By number: fits of the map, residual absorption, elements, sum of images, map arithmetic,
+    // edge position.
+    QCheckBox* const boxes[] = {ui_->SelMLCFAnal, nullptr, nullptr, nullptr, nullptr, nullptr};
+    if (m < 0 || m >= static_cast<int>(std::size(boxes)))
+        return;
+    for (QCheckBox* box : boxes) {
+        if (box != nullptr)
+            box->setChecked(box == boxes[m]);
+    }
+}
+
+bool Analyzer::walkAnalysisSelected() const
+{
+    return ui_->SelMLCFAnal->isChecked();
+}
+
+bool Analyzer::displaysOnTime() const
+{
+    return ui_->DispOnTime->isChecked();
+}
+
+LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm) const
+{
+    LcfRequest request;
+    request.rows.reserve(refs_.size());
+    for (const LCFReference* row : refs_)
+        request.rows.append(row->data());
+    request.rangeStart = value(ui_->LCFRange1);
+    request.rangeEnd = value(ui_->LCFRange2);
+    request.inWalk = contAccess_;
+    request.sElm = sElm;
+    return request;
+}
+
+void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
+{
+    lastSElm_ = sElm;
+    if (contAccess_ || !walkAnalysisSelected())
+        return;
+    AnalysisRequest request;
+    request.number = ++singleRequests_;
+    request.spectra = {s};
+    request.lcf = true;
+    request.lcfConditions = lcfRequest(sElm);
+    Q_EMIT analyzeSpectrum0(request);
+}
+
+void Analyzer::analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm)
+{
+    AnalysisRequest complete = request;
+    complete.lcf = walkAnalysisSelected();
+    complete.lcfConditions = lcfRequest(sElm);
+    Q_EMIT analyzeSpectrum0(complete);
+}
+
+void Analyzer::analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
+{
+    spectrum_ = s;
+    analyzeSpectrum(spectrum_, sElm);
+}
+
+void Analyzer::reAnalyzeSpectrum()
+{
+    if (!spectrum_.isEmpty())
+        analyzeSpectrum(spectrum_, lastSElm_);
+}
+
+void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
+{
+    const bool single = result.walk == 0;
+    const bool newest = result.number == singleRequests_;
+    // The rows keep their weights during a walk, and an older answer must not overwrite a newer.
+    if (single && newest && !contAccess_ && !result.lcf.isEmpty())
+        showFit(result.lcf.first());
+    Q_EMIT finished(result);
+}
+
+void Analyzer::showFit(const LcfResult& result)
+{
+    if (!result.fitted)
+        return;
+    for (int k = 0; k < result.activeRows.size(); ++k) {
+        LCFReference* const row = refs_.at(result.activeRows.at(k));
+        row->setWeight(result.ratios.at(k));
+        row->setResult(result.dMuts.at(k));
+    }
+    fitResult_ = result.fit;
+}
+
+void Analyzer::setContAccess(bool f)
+{
+    contAccess_ = f;
+    Q_EMIT contAccessChanged(f);
+}
+
+void Analyzer::setProgress(double perCent)
+{
+    ui_->Progress->setText(QString::asprintf("%5.2f", perCent));
+}
+
+void Analyzer::noticedNewZ(double z)
+{
+    ui_->DispZansa->setText(QString::number(z, 'g', 6));
+}
+
+void Analyzer::setLCFStd(int no, bool use, double dE, const QString& fname, const QString& isVic)
+{
+    if (no < 0 || no >= maxRows) {
+        qDebug() << "No reference row" << no;
+        return;
+    }
+    while (refs_.size() <= no)
+        addNewRef();
+    refs_.at(no)->setStd(use, dE, fname, isVic);
+}
+
+void Analyzer::selectedNewRef(int /*i*/)
+{
+    Q_EMIT changedSelection();
+    tellScaleOfSelected();
+}
+
+void Analyzer::selectedImgChanged(bool f)
+{
+    // Of the two buttons that a choice changes, the one that goes on tells it.
+    if (f)
+        Q_EMIT changedSelection();
+}
+
+void Analyzer::selectImageById(int id)
+{
+    QAbstractButton* const button = refGroup_->button(id);
+    if (button == nullptr)
+        return;
+    button->setChecked(true);
+    Q_EMIT changedSelection();
+}
+
+template<typename Action>
+void Analyzer::forEachMap(Action action)
+{
+    for (const LCFReference* row : qAsConst(refs_)) {
+        action(row->map(0), DMutKind);
+        action(row->map(1), RatioKind);
+    }
+    action(&zansaMap_, RatioKind);
+    action(&dEdgeMap_, RatioKind);
+}
+
+void Analyzer::tellScaleOfSelected()
+{
+    if (const Analyzed2DRes* map = selectedMap())
+        Q_EMIT scaleShown(map->scale().min, map->scale().max);
+}
+
+void Analyzer::scalePolicyChanged(bool f)
+{
+    scaleChanged();
+    forEachMap([f](Analyzed2DRes* map, MapKind) { map->setFixedScale(f); });
+    tellScaleOfSelected();
+    Q_EMIT changedSelection();
+}
+
+void Analyzer::scaleChanged()
+{
+    const double min[] = {value(ui_->DMutScaleMin), value(ui_->RatioScaleMin)};
+    const double max[] = {value(ui_->DMutScaleMax), value(ui_->RatioScaleMax)};
+    forEachMap([&](Analyzed2DRes* map, MapKind kind) { map->setScale(min[kind], max[kind]); });
+    tellScaleOfSelected();
+    Q_EMIT changedSelection();
+}
+
+void Analyzer::setFixedScale(bool f)
+{
+    ui_->FixedScale->setChecked(f);
+}
+
+void Analyzer::setDMutScaleMax(double max)
+{
+    setValue(ui_->DMutScaleMax, max);
+    scaleChanged();
+}
+
+void Analyzer::setDMutScaleMin(double min)
+{
+    setValue(ui_->DMutScaleMin, min);
+    scaleChanged();
+}
+
+void Analyzer::setRatioScaleMax(double max)
+{
+    setValue(ui_->RatioScaleMax, max);
+    scaleChanged();
+}
+
+void Analyzer::setRatioScaleMin(double min)
+{
+    setValue(ui_->RatioScaleMin, min);
+    scaleChanged();
+}

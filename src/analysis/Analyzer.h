@@ -1,0 +1,123 @@
+#pragma once
+
+#include "analysis/AnalyzeProc.h"
+#include "maps/Analyzed2DRes.h"
+
+#include <QFrame>
+#include <QThread>
+
+#include <memory>
+
+class LCFReference;
+class QButtonGroup;
+class Ui_Analyzer;
+
+/// The analysis panel: the reference rows, the conditions of the analyses, the choice of the map
+/// that the image view shows, and the analysis worker with its thread.
+///
+/// A single spectrum is sent with analyzeSpectrum() and its results come into the rows; a walk is
+/// the main window's, which sends its spectra with analyzeInWalk() and records what finished()
+/// brings.
+class Analyzer : public QFrame
+{
+    Q_OBJECT
+public:
+    explicit Analyzer(QWidget* parent = nullptr);
+    /// Stops the worker within a position and waits for its thread.
+    ~Analyzer() override;
+
+    const QVector<LCFReference*>& refs() const { return refs_; }
+    /// Indices of the rows that take part in fits.
+    QVector<int> activeRows() const;
+    /// Index of the first row whose use box is checked, else 0.
+    int firstUsedRow() const;
+
+    /// Kinds of map that each row has: 0 the jump that the reference carries, 1 its weight.
+    static constexpr int mapKinds() { return 2; }
+    /// Kind of map shown for a row.
+    int mapKindIndex() const;
+    /// Shows weights for 0 and jumps for 1, the other way round than mapKindIndex() counts: batch
+    /// files are written so.
+    void setMapKind(int k);
+
+    Analyzed2DRes* zansaMap() { return &zansaMap_; }
+    Analyzed2DRes* dEdgeMap() { return &dEdgeMap_; }
+    /// The map that the image view is to show; null when none is chosen.
+    Analyzed2DRes* selectedMap();
+
+    /// Switches the analysis of number m on and all others off; another number changes nothing.
+    void setMode(int m);
+    /// An analysis that walks over the map is switched on.
+    bool walkAnalysisSelected() const;
+    /// Maps are to be painted after each row of a walk.
+    bool displaysOnTime() const;
+
+    /// Conditions of a fit as the panel stands, with copies of all rows.
+    LcfRequest lcfRequest(const SuggestElm& sElm) const;
+    /// Sends a single spectrum for analysis; does nothing during a walk or with no analysis on.
+    void analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
+    /// Adds the panel's conditions to a request of a walk and sends it.
+    void analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm);
+
+    /// Curve of the last single fit.
+    const XafsSpectrum& fitResult() const { return fitResult_; }
+
+public Q_SLOTS:
+    void addNewRef();
+    void selectedNewRef(int i);
+    void scalePolicyChanged(bool f);
+    void scaleChanged();
+    void selectedImgChanged(bool f);
+    void noticedNewZ(double z);
+    /// On during a walk.
+    void setContAccess(bool f);
+    /// Keeps the spectrum and analyses it.
+    void analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
+    /// Analyses the kept spectrum again, for changed references.
+    void reAnalyzeSpectrum();
+    void setProgress(double perCent);
+    /// Fills row `no` (see LCFReference::setStd), adding rows up to it; at most 100 rows.
+    void setLCFStd(int no, bool use, double dE, const QString& fname, const QString& isVic);
+    /// Chooses the shown map by its id in the image group; an unknown id changes nothing.
+    void selectImageById(int id);
+    void setFixedScale(bool f);
+    void setDMutScaleMax(double max);
+    void setDMutScaleMin(double min);
+    void setRatioScaleMax(double max);
+    void setRatioScaleMin(double min);
+
+Q_SIGNALS:
+    void askAnalyze();
+    void analyzeSpectrum0(const AnalysisRequest& request);
+    void contAccessChanged(bool f);
+    /// A request was answered.
+    void finished(const AnalysisResult& result);
+    /// Another map is to be shown, or the shown one looks different.
+    void changedSelection();
+    /// Scale of the shown map, for the colour bar.
+    void scaleShown(double min, double max);
+
+private:
+    Q_DISABLE_COPY(Analyzer)
+
+    void connectForm();
+    void startWorker();
+    void analyzeSpectrumFinished(const AnalysisResult& result);
+    void showFit(const LcfResult& result);
+    void tellScaleOfSelected();
+    template<typename Action>
+    void forEachMap(Action action);
+
+    const std::unique_ptr<Ui_Analyzer> ui_;
+    Analyzed2DRes zansaMap_;
+    Analyzed2DRes dEdgeMap_;
+    QVector<LCFReference*> refs_; ///< children of the form
+    QButtonGroup* refGroup_;      ///< choice of the shown map
+    QThread thread_;
+    std::unique_ptr<AnalyzeProc> proc_; ///< lives in thread_
+    XafsSpectrum spectrum_;
+    XafsSpectrum fitResult_;
+    SuggestElm lastSElm_;
+    int singleRequests_ = 0; ///< number of the single request sent last
+    bool contAccess_ = false;
+};
