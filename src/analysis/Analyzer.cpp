@@ -89,8 +89,14 @@ void Analyzer::addNewRef()
     ui_->RefRows->addWidget(row);
     refs_.append(row);
     refGroup_->addButton(row->showButton(), refs_.size() - 1);
-    for (int kind = 0; kind < mapKinds(); ++kind)
-        row->map(kind)->fixedScale = ui_->FixedScale->isChecked();
+    // Straight into the records: an empty map needs no picture.
+    for (int kind = 0; kind < mapKinds(); ++kind) {
+        Analyzed2DRes* const map = row->map(kind);
+        const Analyzed2DRes::Scale scale = scaleOfKind(kind);
+        map->fixedScale = ui_->FixedScale->isChecked();
+        map->fixedMin = scale.min;
+        map->fixedMax = scale.max;
+    }
     connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
     connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
 }
@@ -295,17 +301,23 @@ void Analyzer::tellScaleOfSelected()
 
 void Analyzer::scalePolicyChanged(bool f)
 {
+    forEachMap([f](Analyzed2DRes* map, MapKind) { map->fixedScale = f; });
     scaleChanged();
-    forEachMap([f](Analyzed2DRes* map, MapKind) { map->setFixedScale(f); });
-    tellScaleOfSelected();
-    Q_EMIT changedSelection();
+}
+
+Analyzed2DRes::Scale Analyzer::scaleOfKind(int kind) const
+{
+    if (kind == DMutKind)
+        return {value(ui_->DMutScaleMin), value(ui_->DMutScaleMax)};
+    return {value(ui_->RatioScaleMin), value(ui_->RatioScaleMax)};
 }
 
 void Analyzer::scaleChanged()
 {
-    const double min[] = {value(ui_->DMutScaleMin), value(ui_->RatioScaleMin)};
-    const double max[] = {value(ui_->DMutScaleMax), value(ui_->RatioScaleMax)};
-    forEachMap([&](Analyzed2DRes* map, MapKind kind) { map->setScale(min[kind], max[kind]); });
+    const Analyzed2DRes::Scale scales[] = {scaleOfKind(DMutKind), scaleOfKind(RatioKind)};
+    forEachMap([&](Analyzed2DRes* map, MapKind kind) {
+        map->setScale(scales[kind].min, scales[kind].max);
+    });
     tellScaleOfSelected();
     Q_EMIT changedSelection();
 }

@@ -65,7 +65,9 @@ public:
 public Q_SLOTS:
     void addNewRef();
     void selectedNewRef(int i);
+    /// Paints all maps by the fixed scales (f) or by the range of their values.
     void scalePolicyChanged(bool f);
+    /// Gives all maps the scales of the fields and paints them.
     void scaleChanged();
     void selectedImgChanged(bool f);
     void noticedNewZ(double z);
@@ -105,6 +107,8 @@ private:
     void analyzeSpectrumFinished(const AnalysisResult& result);
     void showFit(const LcfResult& result);
     void tellScaleOfSelected();
+    /// The scale that the fields give to maps of a kind.
+    Analyzed2DRes::Scale scaleOfKind(int kind) const;
     template<typename Action>
     void forEachMap(Action action);
 

@@ -325,7 +325,8 @@ bool Analyzed2DRes::saveAsText(const QFileInfo& fi, bool /*asAnalyzed*/, bool us
     else
         writeRows(out, separator);
     out.flush();
-    if (file.commit())
+    // commit() alone does not see a fault in writing out what was still buffered.
+    if (out.status() == QTextStream::Ok && file.error() == QFileDevice::NoError && file.commit())
         return true;
     qDebug() << "Can't write" << fi.filePath();
     return false;

@@ -36,8 +36,8 @@ public:
             i0.append(writeImage(QStringLiteral("i0_%1.img").arg(i, 3, 10, QLatin1Char('0')),
                                  [](int, int) { return 4e9; }));
         }
-        references = {writeReference(QStringLiteral("a.dat"), mu0),
-                      writeReference(QStringLiteral("b.dat"), mu1)};
+        references << writeReference(QStringLiteral("a.dat"), mu0)
+                   << writeReference(QStringLiteral("b.dat"), mu1);
     }
 
     /// Planted share of reference 0.

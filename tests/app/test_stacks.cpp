@@ -3,6 +3,7 @@
 #include "selection/SelectDataFiles.h"
 #include "support/LogCapture.h"
 
+#include <QLineEdit>
 #include <QSlider>
 
 /// Stacks, dark terms and browsing in the main window.

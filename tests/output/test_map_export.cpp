@@ -233,7 +233,7 @@ void TestMapExport::savesOneValueAPixelOrAPosition()
     Analyzed2DRes map(QStringLiteral("m"));
     const AnalyzeCond ac(11, 7, half, half, area, -1, -1);
     fillDiagonally(map, ac);
-    MapSaveOptions options;
+    TiffSaveOptions options;
     options.fixedScale = true;
     options.scaleMax = 65535.0; // values as they are
     options.asAnalyzed = asAnalyzed;
@@ -254,7 +254,7 @@ void TestMapExport::savesTextByItsOptions()
 {
     Analyzed2DRes map(QStringLiteral("m"));
     fillDiagonally(map, AnalyzeCond(6, 3, 1, 1, QRectF(0, 0, 6, 3), -1, -1));
-    MapSaveOptions options;
+    TextSaveOptions options;
     options.asXYVal = false;
     QVERIFY(saveMapAsText(map, dir_.filePath(QStringLiteral("m.tif")), 0, options));
     QFile file(dir_.filePath(QStringLiteral("m-0.dat")));

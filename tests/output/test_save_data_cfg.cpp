@@ -26,7 +26,7 @@ bool enabled(const SaveDataCfg& cfg, const char* name)
 void TestSaveDataCfg::startsWithItsDefaults()
 {
     const SaveDataCfg cfg;
-    const MapSaveOptions options = cfg.options();
+    const TiffSaveOptions options = cfg.tiffOptions();
     QCOMPARE(cfg.windowTitle(), QStringLiteral("Save Data Configuration"));
     QVERIFY(!options.fixedScale && !options.asAnalyzed);
     QCOMPARE(options.scaleMin, 0.0);
@@ -56,12 +56,12 @@ void TestSaveDataCfg::slotsSetWhatAMouseWouldSet()
     cfg.setSaveTiffAsAnalyzed(true);
     QCOMPARE(cfg.findChild<QLineEdit*>(QStringLiteral("TiffScaleMin"))->text(),
              QStringLiteral("-0.123457"));
-    const MapSaveOptions options = cfg.options();
+    const TiffSaveOptions options = cfg.tiffOptions();
     QVERIFY(options.fixedScale && options.asAnalyzed);
     QCOMPARE(options.scaleMin, -0.123457);
     QCOMPARE(options.scaleMax, 1e7);
     cfg.findChild<QLineEdit*>(QStringLiteral("TiffScaleMax"))->setText(QStringLiteral("wrong"));
-    QCOMPARE(cfg.options().scaleMax, 0.0);
+    QCOMPARE(cfg.tiffOptions().scaleMax, 0.0);
 }
 
 void TestSaveDataCfg::separatorAndLayoutAreIndependent()
@@ -69,10 +69,10 @@ void TestSaveDataCfg::separatorAndLayoutAreIndependent()
     SaveDataCfg cfg;
     cfg.setSaveTextAsSSV();
     cfg.setSaveTextAsXYVal();
-    QVERIFY(!cfg.options().commaSeparated && cfg.options().asXYVal);
+    QVERIFY(!cfg.textOptions().commaSeparated && cfg.textOptions().asXYVal);
     cfg.setSaveTextAsCSV();
     cfg.setSaveTextAsValValVal();
-    QVERIFY(cfg.options().commaSeparated && !cfg.options().asXYVal);
+    QVERIFY(cfg.textOptions().commaSeparated && !cfg.textOptions().asXYVal);
 }
 
 QTEST_MAIN(TestSaveDataCfg)
