@@ -48,8 +48,8 @@ public:
     static double mu0(double E) { return 0.2 + edge(E); }
     static double mu1(double E)
     {
-        const double t = E - 8984.0;
-        return 0.2 + edge(E) + 0.3 * std::exp(-t * t / 2.0);
+        const double t = E - 8982.0;
+        return 0.2 + edge(E) + 0.3 * std::exp(-t * t / 0.32);
     }
 
     QString filePath(const QString& name) const { return dir.filePath(name); }
