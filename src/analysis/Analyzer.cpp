@@ -5,6 +5,7 @@
 
 #include <QButtonGroup>
 #include <QDebug>
+#include <QScrollBar>
 
 namespace {
 
@@ -45,6 +46,9 @@ Analyzer::Analyzer(QWidget* parent)
     ui_->setupUi(this);
     for (int i = 0; i < rowsAtStart; ++i)
         addNewRef();
+    // Rows scroll up and down only, so they must fit in width.
+    ui_->RefScroll->setMinimumWidth(refs_.first()->minimumSizeHint().width() +
+                                    ui_->RefScroll->verticalScrollBar()->sizeHint().width());
     refGroup_->addButton(ui_->ShowZ, showZId);
     auto* const kindGroup = new QButtonGroup(this);
     kindGroup->addButton(ui_->SelDMut);
