@@ -5,8 +5,8 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache pkg-config python3
     qtbase5-dev qtbase5-dev-tools qttools5-dev-tools
-    libtiff-dev libfftw3-dev libbenchmark-dev
-    xvfb xauth xdotool fonts-dejavu-core)
+    qt5-image-formats-plugins libtiff-dev libfftw3-dev libbenchmark-dev
+    xvfb xauth xdotool python3-xlib fonts-dejavu-core)
 
 missing=()
 for package in "${packages[@]}"; do

@@ -1,14 +1,23 @@
 #include "display/CrossSView.h"
 
-#include "common/Constants.h"
 #include "common/SafeInt.h"
 
 #include <QPainter>
 #include <QPolygon>
 
+#include <cmath>
+
 namespace {
 
 constexpr QRgb cursorColour = qRgb(192, 192, 0);
+
+/// Pixel coordinates beyond any screen that the painter still takes.
+constexpr int farPixel = 32000;
+
+int pixel(double v)
+{
+    return qBound(-farPixel, truncatedInt(v), farPixel);
+}
 
 } // namespace
 
@@ -16,6 +25,24 @@ CrossSView::CrossSView(QWidget* parent)
     : DispA(parent)
 {
     connect(this, &DispA::drawImage1, this, &CrossSView::draw);
+}
+
+/// Counts that vanished can make infinite values, which must not flatten all others.
+void CrossSView::Range::add(double v)
+{
+    if (!std::isfinite(v))
+        return;
+    min = qMin(min, v);
+    max = qMax(max, v);
+}
+
+/// A level curve runs through the middle of a range round it.
+void CrossSView::Range::widenIfEmpty()
+{
+    if (max > min)
+        return;
+    min -= 0.5;
+    max = min + 1.0;
 }
 
 void CrossSView::setVertical(bool f)
@@ -33,14 +60,13 @@ void CrossSView::setCursorPos(int pos)
 void CrossSView::setPoints(const QVector<QPointF>& points)
 {
     points_ = points;
-    posMin_ = valueMin_ = runningMinStart;
-    posMax_ = valueMax_ = runningMaxStart;
+    positions_ = values_ = Range();
     for (const QPointF& point : points_) {
-        posMin_ = qMin(posMin_, point.x());
-        posMax_ = qMax(posMax_, point.x());
-        valueMin_ = qMin(valueMin_, point.y());
-        valueMax_ = qMax(valueMax_, point.y());
+        positions_.add(point.x());
+        values_.add(point.y());
     }
+    positions_.widenIfEmpty();
+    values_.widenIfEmpty();
     update();
 }
 
@@ -51,23 +77,23 @@ void CrossSView::draw(QPainter* p)
     if (points_.isEmpty())
         return;
     if (vertical_)
-        plot.setRealArea(valueMin_, posMin_, valueMax_, posMax_);
+        plot.setRealArea(values_.min, positions_.min, values_.max, positions_.max);
     else
-        plot.setRealArea(posMin_, valueMin_, posMax_, valueMax_);
+        plot.setRealArea(positions_.min, values_.min, positions_.max, values_.max);
     QPolygon line;
     line.reserve(points_.size());
     for (const QPointF& point : qAsConst(points_)) {
         const double x = vertical_ ? point.y() : point.x();
         const double y = vertical_ ? point.x() : point.y();
-        line.append(QPoint(truncatedInt(plot.realToScreenX(x)), truncatedInt(plot.realToScreenY(y))));
+        line.append(QPoint(pixel(plot.realToScreenX(x)), pixel(plot.realToScreenY(y))));
     }
     p->drawPolyline(line);
     p->setPen(QColor(cursorColour));
     if (vertical_) {
-        const int y = truncatedInt(plot.realToScreenY(cursorPos_));
+        const int y = pixel(plot.realToScreenY(cursorPos_));
         p->drawLine(0, y, width(), y);
     } else {
-        const int x = truncatedInt(plot.realToScreenX(cursorPos_));
+        const int x = pixel(plot.realToScreenX(cursorPos_));
         p->drawLine(x, 0, x, height());
     }
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/Constants.h"
 #include "display/DispA.h"
 
 #include <QPointF>
@@ -14,7 +15,7 @@ public:
 
     /// In a vertical strip the values run to the right and the positions upward.
     void setVertical(bool f);
-    /// (position, value) pairs; bounds are taken from them.
+    /// (position, value) pairs; the plot spans the finite ones.
     void setPoints(const QVector<QPointF>& points);
     void setCursorPos(int pos);
 
@@ -22,8 +23,18 @@ public Q_SLOTS:
     void draw(QPainter* p);
 
 private:
+    /// Ends of one axis.
+    struct Range
+    {
+        double min = runningMinStart;
+        double max = runningMaxStart;
+        void add(double v);
+        void widenIfEmpty();
+    };
+
     QVector<QPointF> points_;
     bool vertical_ = false;
-    double posMin_ = 0.0, posMax_ = 0.0, valueMin_ = 0.0, valueMax_ = 0.0;
+    Range positions_;
+    Range values_;
     int cursorPos_ = 0;
 };

@@ -20,6 +20,14 @@ SelectImgDialog::SelectImgDialog(QWidget* parent)
                     QStringLiteral("Any Files (* *.*)")});
 }
 
+EShiftMapDialog::EShiftMapDialog(QWidget* parent)
+    : FileDialog(parent)
+{
+    setWindowTitle(tr("Energy Shift Map"));
+    setNameFilters(
+        {QStringLiteral("Energy Shift Map File (*.emp)"), QStringLiteral("Any Files (* *.*)")});
+}
+
 FDGroup::FDGroup(QObject* parent)
     : QObject(parent)
 {

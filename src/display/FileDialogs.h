@@ -20,6 +20,14 @@ public:
     explicit SelectImgDialog(QWidget* parent = nullptr);
 };
 
+/// Chooses energy shift map files.
+class EShiftMapDialog : public FileDialog
+{
+    Q_OBJECT
+public:
+    explicit EShiftMapDialog(QWidget* parent = nullptr);
+};
+
 /// Keeps all its dialogs in the folder in which the user last looked.
 class FDGroup : public QObject
 {

@@ -5,6 +5,10 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
 namespace {
 
 /// Share of the widget at each side in which the wheel zooms in one direction alone.
@@ -13,6 +17,18 @@ constexpr double edgeStrip = 0.1;
 bool inStrip(double fraction)
 {
     return fraction < edgeStrip || fraction > 1.0 - edgeStrip;
+}
+
+/// Coordinates [pixels] up to which a view is copied as it stands; no detector comes near it, and a
+/// zoom without limits would ask for any amount of memory.
+constexpr double maxCopiedCoordinate = 32767.0;
+
+/// Written so that nan counts as too far.
+bool canBeCopied(const QRectF& view)
+{
+    const double ends[] = {view.left(), view.top(), view.right(), view.bottom()};
+    return std::all_of(std::begin(ends), std::end(ends),
+                       [](double end) { return std::abs(end) <= maxCopiedCoordinate; });
 }
 
 } // namespace
@@ -59,6 +75,8 @@ QImage ImgDispA::viewImage() const
     const QImage* shown = currentImage();
     if (!shown)
         return {};
+    if (!canBeCopied(viewWindow_))
+        return shown->copy();
     // Both corners belong to the copy, so it is a pixel larger than the view each way.
     const QPoint topLeft(truncatedInt(viewWindow_.left()), truncatedInt(viewWindow_.top()));
     const QPoint bottomRight(truncatedInt(viewWindow_.left() + viewWindow_.width()),
@@ -98,11 +116,27 @@ void ImgDispA::drawImage(QPainter* p)
     } else {
         Q_EMIT rangeShown(image_.min, image_.max);
     }
-    const QRectF target(0, 0, width(), height());
-    p->drawImage(target, *shown, viewWindow_);
     coord.setScreenArea(0, 0, width(), height());
     coord.setRealArea(viewWindow_.left(), viewWindow_.top(), viewWindow_.right(),
                       viewWindow_.bottom());
+    drawInView(p, *shown);
+}
+
+void ImgDispA::drawInView(QPainter* p, const QImage& picture) const
+{
+    const QRectF whole(picture.rect());
+    if (whole.contains(viewWindow_)) {
+        p->drawImage(QRectF(0, 0, width(), height()), picture, viewWindow_);
+        return;
+    }
+    // Only what lies in the picture goes to the painter: a view may be wider than it can scale.
+    const QRectF visible = viewWindow_.intersected(whole);
+    if (!(visible.width() > 0 && visible.height() > 0))
+        return;
+    const QPointF corner(coord.realToScreenX(visible.left()), coord.realToScreenY(visible.top()));
+    const QPointF opposite(coord.realToScreenX(visible.right()),
+                           coord.realToScreenY(visible.bottom()));
+    p->drawImage(QRectF(corner, opposite).normalized(), picture, visible);
 }
 
 QPointF ImgDispA::imagePoint(const QPoint& pixel) const

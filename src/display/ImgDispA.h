@@ -35,7 +35,8 @@ public:
     void setAnalyzedRes(Analyzed2DRes* map);
     /// Picture of the image, or of the map while the over layer shows; may be null.
     const QImage* currentImage() const;
-    /// Copy of the part in view, a null image without a picture.
+    /// Copy of the part in view, a null image without a picture. Of a view that reaches far beyond
+    /// any image, the whole picture.
     QImage viewImage() const;
 
     const QRectF& viewWindow() const { return viewWindow_; }
@@ -70,6 +71,7 @@ public Q_SLOTS:
 
 private:
     void drawImage(QPainter* p);
+    void drawInView(QPainter* p, const QImage& picture) const;
     void onMousePressed();
     void onMouseReleased();
     void onMouseMoved();

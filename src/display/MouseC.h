@@ -26,7 +26,8 @@ public:
     int doubleClickModifiers = Qt::NoModifier;
 
     /// Gestures: the left button's codes; the right button's are 8 higher.
-    enum Action {
+    enum Action
+    {
         Plain = 0,
         Shift = 1,
         Ctrl = 2,

@@ -13,8 +13,8 @@ XafsFileSelect::XafsFileSelect(QWidget* parent)
     ui_->setupUi(this);
     ui_->Caption->hide();
     dialog_->setFileMode(QFileDialog::ExistingFile);
-    dialog_->setNameFilters({QStringLiteral("XAFS Data File (*.dat)"),
-                             QStringLiteral("Any Files (* *.*)")});
+    dialog_->setNameFilters(
+        {QStringLiteral("XAFS Data File (*.dat)"), QStringLiteral("Any Files (* *.*)")});
     connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
     connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
     connect(dialog_, &QFileDialog::fileSelected, this, &XafsFileSelect::fileSelected);
@@ -37,6 +37,11 @@ void XafsFileSelect::setCaption(const QString& caption)
 {
     ui_->Caption->setText(caption);
     ui_->Caption->setVisible(!caption.isEmpty());
+}
+
+bool XafsFileSelect::isUseShown() const
+{
+    return !ui_->Use->isHidden();
 }
 
 QFileDialog* XafsFileSelect::dialog() const

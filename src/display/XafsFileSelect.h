@@ -13,6 +13,8 @@ class Ui_XafsFileSelect;
 class XafsFileSelect : public QFrame
 {
     Q_OBJECT
+    // A form that holds the row can choose whether it has a use box.
+    Q_PROPERTY(bool useShown READ isUseShown WRITE showUse)
 public:
     explicit XafsFileSelect(QWidget* parent = nullptr);
     ~XafsFileSelect() override;
@@ -21,6 +23,7 @@ public:
     bool isUsed() const;
     bool isFileValid() const { return fileValid_; }
     void setCaption(const QString& caption);
+    bool isUseShown() const;
     QFileDialog* dialog() const;
 
 Q_SIGNALS:

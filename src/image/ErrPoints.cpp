@@ -19,7 +19,8 @@ bool ErrPoints::readFile(const QString& fname, int keep)
         clear();
     active = false;
     QFile file(fname);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    // Opening a pipe may never return, and a device may never end.
+    if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qDebug() << "Can't Open" << fname;
         fileName.clear();
         clear();

@@ -6,6 +6,7 @@
 
 #include <QDebug>
 #include <QFile>
+#include <QFileInfo>
 
 #include <limits>
 #include <new>
@@ -120,7 +121,8 @@ bool TiffData::readFile(const QString& name, const ErrPoints& list, const std::a
 {
     errPs = list;
     QFile file(name);
-    if (!file.open(QIODevice::ReadOnly)) {
+    // Opening a pipe may never return, and the loader could not be stopped.
+    if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
         qDebug() << "Can not open (1)" << name;
         return false;
     }

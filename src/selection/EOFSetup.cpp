@@ -6,6 +6,8 @@
 #include <QButtonGroup>
 #include <QDebug>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 
 namespace {
 
@@ -142,7 +144,8 @@ void EOFSetup::setReference(const QString& fname)
 void EOFSetup::refFileSelected(const QString& fname)
 {
     QFile file(fname);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    // Opening a pipe may never return, and a device may never end.
+    if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qDebug() << "Can't open ref file" << fname;
         refEnergies_.clear();
         ui_->RefFile->fileNameValid(false);
@@ -163,6 +166,8 @@ void EOFSetup::newPatternSelected(const QString& pattern)
 void EOFSetup::newPattern()
 {
     const QString pattern = ui_->Pattern->text();
+    if (!QRegularExpression(pattern).isValid())
+        qDebug() << "Energy pattern matches nothing, it does not compile:" << pattern;
     const bool inKeV = pattern.toUpper().contains(QLatin1String("KEV"));
     ui_->Factor->setText(inKeV ? QStringLiteral("1000") : QStringLiteral("1"));
     int at = ui_->Patterns->findText(pattern);

@@ -17,7 +17,9 @@ constexpr int maxEnergies = 1000000;
 double byName(const EnergyRule& rule, const QString& fileName, int fNo)
 {
     double energy = fNo;
-    const QRegularExpressionMatch match = QRegularExpression(rule.pattern).match(fileName);
+    const QRegularExpression pattern(rule.pattern);
+    const QRegularExpressionMatch match =
+        pattern.isValid() ? pattern.match(fileName) : QRegularExpressionMatch();
     if (match.hasMatch()) {
         QString text = match.captured().toUpper();
         text.replace(QLatin1Char('_'), QLatin1Char('.'));

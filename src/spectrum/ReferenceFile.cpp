@@ -13,7 +13,7 @@ constexpr double defaultSpacing = 3.13553; // Si(111) [angstrom]
 /// The next line, or nothing in place of one that is too long.
 QString nextLine(QTextStream& in)
 {
-    const QString line = in.readLine(longestLine);
+    QString line = in.readLine(longestLine);
     if (line.size() < longestLine)
         return line;
     // The rest comes in pieces of full length up to the one that ends at the line's end.

@@ -126,9 +126,10 @@ bool XafsSpectrum::fitLines(double edgeE, int backgroundMode)
     const bool postFitted = post.fit(*this, edgeE + dPostS, x(size() - 1), backgroundMode);
     const double gap = postAt(edgeE) - preAt(edgeE);
     if (gap < 0.0) {
-        // Pushed past each other, so that a tenth of the gap is left with the right sign.
-        pre.raise(-0.55 * gap);
-        post.raise(0.55 * gap);
+        // Pushed past each other, so that the lines come to lie in the right order, a tenth of the
+        // gap apart.
+        pre.raise(0.55 * gap);
+        post.raise(-0.55 * gap);
     }
     pre.genCorrectedInPost(post);
     post.genCorrectedInPre(pre);
@@ -291,7 +292,8 @@ double XafsSpectrum::findBestShift(const XafsSpectrum& ref, double range, double
     double bestShift = 0.0;
     int tried = 0;
     for (; step >= minStep && step > 0.0; step *= 0.1, range *= 0.1) {
-        for (double d = -range; d <= range; d += step) {
+        double d = -range;
+        while (d <= range) {
             if (++tried > mostShiftsTried) {
                 qDebug() << "shift search given up: range" << range << "is too wide for step"
                          << step;
@@ -302,6 +304,7 @@ double XafsSpectrum::findBestShift(const XafsSpectrum& ref, double range, double
                 best = product;
                 bestShift = centre + d;
             }
+            d += step;
         }
     }
     return bestShift;

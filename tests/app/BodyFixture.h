@@ -43,12 +43,13 @@ public:
     /// Planted share of reference 0.
     static double fraction(int x, int y) { return 0.1 + 0.06 * x + 0.02 * y; }
 
-    /// Edges that differ by a bump above the edge alone, far from both lines' ranges.
+    /// Edges that differ by a bump just above the edge alone, so that both lines of any mixture are
+    /// the same and the planted shares come back but for the rounding of the pixels.
     static double mu0(double E) { return 0.2 + edge(E); }
     static double mu1(double E)
     {
-        const double t = E - 8988.0;
-        return 0.2 + edge(E) + 0.3 * std::exp(-t * t / 2.0);
+        const double t = E - 8982.0;
+        return 0.2 + edge(E) + 0.3 * std::exp(-t * t / 0.32);
     }
 
     QString filePath(const QString& name) const { return dir.filePath(name); }
@@ -59,7 +60,7 @@ public:
     QStringList references;
 
 private:
-    static double edge(double E) { return 0.5 * (1.0 + std::tanh((E - 8980.0) / 1.5)); }
+    static double edge(double E) { return 0.5 * (1.0 + std::tanh((E - 8980.0) / 0.5)); }
 
     QString writeImage(const QString& name, const PixelFunction& f)
     {

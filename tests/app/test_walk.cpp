@@ -41,7 +41,8 @@ void TestWalk::plantedFractionsComeBack()
     for (int y = 0; y < experiment_.height; ++y) {
         for (int x = 0; x < experiment_.width; ++x) {
             const double f = SmallExperiment::fraction(x, y);
-            QVERIFY(std::abs(ratioMap(body, 0)->valueAt(x, y) - f) < 1e-6);
+            QVERIFY2(std::abs(ratioMap(body, 0)->valueAt(x, y) - f) < 1e-6,
+                     qPrintable(QString::number(ratioMap(body, 0)->valueAt(x, y) - f)));
             QVERIFY(std::abs(ratioMap(body, 1)->valueAt(x, y) - (1 - f)) < 1e-6);
             // No row was fitted before, so the fit curve of the walk is zero: each of the points
             // counts as a full residual.

@@ -7,6 +7,8 @@
 #include <QWheelEvent>
 #include <QtTest>
 
+#include <limits>
+
 /// The image area and the colour bar with a real mouse.
 class TestImageArea : public QObject
 {
@@ -23,6 +25,8 @@ private Q_SLOTS:
     void viewIsKeptWhenTheImageChanges();
     void selectionByCommandCanBeRecalled();
     void viewImageIsAPixelLarger();
+    void viewBeyondTheImageLeavesTheRestWhite();
+    void viewWithoutLimitsCostsNothing();
     void overLayerShowsTheMap();
     void inverseComparisonInY();
     void layersArePaintedInOrder();
@@ -38,7 +42,8 @@ private:
     }
     void wheel(const QPoint& at, int delta)
     {
-        QMouseEvent move(QEvent::MouseMove, QPointF(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QMouseEvent move(QEvent::MouseMove, QPointF(at), Qt::NoButton, Qt::NoButton,
+                         Qt::NoModifier);
         QApplication::sendEvent(area_.get(), &move);
         QWheelEvent turn(at, at, QPoint(), QPoint(0, delta), Qt::NoButton, Qt::NoModifier,
                          Qt::NoScrollPhase, false);
@@ -126,10 +131,12 @@ void TestImageArea::wheelZoomsRoundTheCursorAndInStripsOneWay()
 void TestImageArea::altKeepsTheMouseQuiet()
 {
     const QSignalSpy moved(area_.get(), &ImgDispA::mouseMoved);
-    QMouseEvent quiet(QEvent::MouseMove, QPointF(10, 10), Qt::NoButton, Qt::NoButton, Qt::AltModifier);
+    QMouseEvent quiet(QEvent::MouseMove, QPointF(10, 10), Qt::NoButton, Qt::NoButton,
+                      Qt::AltModifier);
     QApplication::sendEvent(area_.get(), &quiet);
     QCOMPARE(moved.size(), 0);
-    QMouseEvent loud(QEvent::MouseMove, QPointF(15, 25), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent loud(QEvent::MouseMove, QPointF(15, 25), Qt::NoButton, Qt::NoButton,
+                     Qt::NoModifier);
     QApplication::sendEvent(area_.get(), &loud);
     QCOMPARE(moved.size(), 1);
     QCOMPARE(moved[0][0].toDouble(), 1.5);
@@ -171,6 +178,29 @@ void TestImageArea::viewImageIsAPixelLarger()
     QVERIFY(area_->viewImage().isNull());
 }
 
+void TestImageArea::viewBeyondTheImageLeavesTheRestWhite()
+{
+    area_->setFrameShape(QFrame::NoFrame);
+    area_->setSelectedArea(-20, -10, 60, 30); // the image fills the second quarter each way
+    area_->setViewWAsSelectedArea();
+    const QImage shown = area_->grab().toImage();
+    for (const QPoint& inside : {QPoint(51, 26), QPoint(98, 48)})
+        QCOMPARE(shown.pixelColor(inside), QColor(100, 100, 100));
+    for (const QPoint& outside : {QPoint(48, 30), QPoint(102, 30), QPoint(60, 23), QPoint(60, 52)})
+        QCOMPARE(shown.pixelColor(outside), QColor(Qt::white));
+    QCOMPARE(area_->coord.realToScreenX(0), 50.0);
+}
+
+void TestImageArea::viewWithoutLimitsCostsNothing()
+{
+    constexpr int low = std::numeric_limits<int>::min();
+    constexpr int high = std::numeric_limits<int>::max();
+    area_->setSelectedArea(low, low, high, high);
+    area_->setViewWAsSelectedArea();
+    area_->grab();
+    QCOMPARE(area_->viewImage().size(), picture_.size());
+}
+
 void TestImageArea::overLayerShowsTheMap()
 {
     const QSignalSpy range(area_.get(), &ImgDispA::rangeShown);
@@ -206,9 +236,8 @@ void TestImageArea::inverseComparisonInY()
 
 void TestImageArea::layersArePaintedInOrder()
 {
-    connect(area_.get(), &DispA::drawImage2, this, [](QPainter* p) {
-        p->fillRect(0, 0, 10, 10, Qt::red);
-    });
+    connect(area_.get(), &DispA::drawImage2, this,
+            [](QPainter* p) { p->fillRect(0, 0, 10, 10, Qt::red); });
     const QImage shown = area_->grab().toImage();
     QCOMPARE(shown.pixelColor(5, 5), QColor(Qt::red));
     QCOMPARE(shown.pixelColor(50, 50), QColor(100, 100, 100));
@@ -222,7 +251,8 @@ void TestImageArea::nearerHandleOfTheBarIsDragged()
     const QSignalSpy updated(&bar, &ColorBar::cBarUpdated);
     QTest::mousePress(&bar, Qt::LeftButton, Qt::NoModifier, {5, 80});
     QVERIFY(bar.dragging);
-    QMouseEvent move(QEvent::MouseMove, QPointF(5, 70), Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent move(QEvent::MouseMove, QPointF(5, 70), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
     QApplication::sendEvent(&bar, &move);
     QTest::mouseRelease(&bar, Qt::LeftButton, Qt::NoModifier, {5, 70});
     QCOMPARE(bar.lowHandle, 0.3);

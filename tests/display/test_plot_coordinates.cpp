@@ -35,7 +35,8 @@ void TestPlotCoordinates::realAndScreenValuesAreInverse()
     for (const double v : {8900.0, 8987.5, 9200.0})
         QVERIFY(qAbs(c.screenToRealX(c.realToScreenX(v)) - v) < 1e-9);
     QVERIFY(qAbs(c.screenToRealDY(c.realToScreenDY(0.25)) - 0.25) < 1e-12);
-    QVERIFY(qAbs(c.screenToRealOffsetX(c.plotX0 + 10) + 8900 - c.screenToRealX(c.plotX0 + 10)) < 1e-9);
+    QVERIFY(qAbs(c.screenToRealOffsetX(c.plotX0 + 10) + 8900 - c.screenToRealX(c.plotX0 + 10)) <
+            1e-9);
     QCOMPARE(c.screenToRealClampedX(-1e6), 8900.0);
     QCOMPARE(c.screenToRealClampedY(-1e6), 3.0);
     QCOMPARE(c.screenToRealClampedY(1e6), -1.0);
@@ -142,7 +143,8 @@ void TestPlotCoordinates::positionsAreRoundedHalfUp_data()
 void TestPlotCoordinates::positionsAreRoundedHalfUp()
 {
     QFETCH(double, at);
-    const QMouseEvent e(QEvent::MouseMove, QPointF(at, 7), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    const QMouseEvent e(QEvent::MouseMove, QPointF(at, 7), Qt::NoButton, Qt::NoButton,
+                        Qt::NoModifier);
     MouseC mouse;
     mouse.recordMove(e);
     QTEST(mouse.pos.x(), "pixel");

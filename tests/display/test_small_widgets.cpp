@@ -1,5 +1,6 @@
 #include "display/CrossSView.h"
 #include "display/FileDialogs.h"
+#include "display/SmallWidgets.h"
 #include "display/XafsFileSelect.h"
 
 #include <QCheckBox>
@@ -21,6 +22,8 @@ private Q_SLOTS:
     void dialogIsHeldOnceAndForgottenWhenItDies();
     void crossSectionDrawsAnythingWithoutFault_data();
     void crossSectionDrawsAnythingWithoutFault();
+    void oneInfiniteValueFlattensNoCrossSection();
+    void uprightWidgetsReadDownward();
 };
 
 void TestSmallWidgets::fileRowTellsAndForgetsItsFile()
@@ -112,6 +115,48 @@ void TestSmallWidgets::crossSectionDrawsAnythingWithoutFault()
         else if (marks)
             QVERIFY(coloured > 100);
     }
+}
+
+void TestSmallWidgets::oneInfiniteValueFlattensNoCrossSection()
+{
+    CrossSView view;
+    view.setFrameShape(QFrame::NoFrame);
+    view.resize(100, 60);
+    view.setPoints({{0, 0}, {49, 4}, {50, HUGE_VAL}, {51, 2}, {100, 2}});
+    view.setCursorPos(-1);
+    const QImage shown = view.grab().toImage();
+    QCOMPARE(shown.pixelColor(75, 30), QColor(Qt::black)); // half way between 0 and 4
+    view.setPoints({{0, 7}, {100, 7}});
+    QCOMPARE(view.grab().toImage().pixelColor(30, 30), QColor(Qt::black));
+}
+
+void TestSmallWidgets::uprightWidgetsReadDownward()
+{
+    const QString text = "Vertical";
+    const QLabel flatLabel(text);
+    VLabel label;
+    label.setText(text);
+    QCOMPARE(label.sizeHint(), flatLabel.sizeHint().transposed());
+    QPushButton flatButton(text);
+    VPushButton button;
+    button.setText(text);
+    QCOMPARE(button.text(), text);
+    QCOMPARE(button.sizeHint(), flatButton.sizeHint().transposed());
+    // The text stands upright: it darkens the left and right margins of neither widget.
+    button.resize(60, 120);
+    const QImage shown = button.grab().toImage();
+    const auto darkIn = [&](int x0, int x1, int y0, int y1) {
+        int dark = 0;
+        for (int y = y0; y < y1; ++y) {
+            for (int x = x0; x < x1; ++x)
+                dark += shown.pixelColor(x, y).lightness() < 60 ? 1 : 0;
+        }
+        return dark;
+    };
+    QVERIFY(darkIn(20, 40, 35, 55) > 0);
+    QVERIFY(darkIn(20, 40, 65, 85) > 0);
+    QCOMPARE(darkIn(5, 15, 10, 110), 0);
+    QCOMPARE(darkIn(45, 55, 10, 110), 0);
 }
 
 QTEST_MAIN(TestSmallWidgets)

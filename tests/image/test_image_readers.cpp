@@ -6,6 +6,10 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
 namespace {
 
 double ramp(int x, int y)
@@ -31,6 +35,7 @@ private Q_SLOTS:
     void badPixelsAreCorrectedButNotInBrnx();
     void brokenFilesAreRefusedWithOneLogLine_data();
     void brokenFilesAreRefusedWithOneLogLine();
+    void pipeIsRefusedAtOnce();
     void truncatedTiffRowsReadAsZero();
     void everyTruncationIsSurvived_data();
     void everyTruncationIsSurvived();
@@ -55,9 +60,9 @@ void TestImageReaders::readsEveryFormatPixelByPixel_data()
     QTest::newRow("tiff") << tiffBytes(7, 5, ramp) << int(TiffData::TiffWords) << 1.0;
     QTest::newRow("img, 16 bit by default")
         << imgBytes(7, 5, "ExposureTime=0.1", 2, ramp) << int(TiffData::ImgWords) << 1.0;
-    QTest::newRow("img, 32 bit") << imgBytes(7, 5, "BytesPerPixel=4,", 4,
-                                             [](int x, int y) { return 100000.0 * ramp(x, y); })
-                                 << int(TiffData::ImgLongs) << 100000.0;
+    QTest::newRow("img, 32 bit") << imgBytes(7, 5, "BytesPerPixel=4,", 4, [](int x, int y) {
+        return 100000.0 * ramp(x, y);
+    }) << int(TiffData::ImgLongs) << 100000.0;
     QTest::newRow("brnx") << brnxBytes(7, 5, [](int x, int y) { return ramp(x, y) / 500.0; })
                           << int(TiffData::Floats) << 1.0;
 }
@@ -126,8 +131,8 @@ void TestImageReaders::imgHeaderGivesTheOriginOnTheDetector()
 void TestImageReaders::negativeBrnxValuesReadAsZero()
 {
     TiffData image;
-    QVERIFY(image.readFile(
-        write(brnxBytes(2, 1, [](int x, int) { return x == 0 ? -0.1 : 1.0; })), ErrPoints()));
+    QVERIFY(image.readFile(write(brnxBytes(2, 1, [](int x, int) { return x == 0 ? -0.1 : 1.0; })),
+                           ErrPoints()));
     QCOMPARE(image.pixel(0, 0), 0.0);
     QCOMPARE(image.pixel(1, 0), 500.0);
 }
@@ -154,8 +159,8 @@ void TestImageReaders::badPixelsAreCorrectedButNotInBrnx()
     TiffData img;
     QVERIFY(img.readFile(write(imgBytes(3, 3, "", 2, ramp, 10, 20)), bad));
     // Mean of the seven good neighbours of (1, 1), cut to the pixel's type.
-    const double sum = ramp(0, 0) + ramp(0, 1) + ramp(0, 2) + ramp(1, 0) + ramp(1, 2) +
-                       ramp(2, 0) + ramp(2, 2);
+    const double sum =
+        ramp(0, 0) + ramp(0, 1) + ramp(0, 2) + ramp(1, 0) + ramp(1, 2) + ramp(2, 0) + ramp(2, 2);
     QCOMPARE(img.pixel(1, 1), std::floor(sum / 7));
 
     ErrPoints first;
@@ -177,14 +182,16 @@ void TestImageReaders::brokenFilesAreRefusedWithOneLogLine_data()
     QTest::newRow("empty") << QByteArray() << "Error on reading file (1)";
     QTest::newRow("ten bytes") << QByteArray("IIIIIIIIII") << "Error on reading file (1)";
     QTest::newRow("wrong magic") << QByteArray("GIF89a and some more") << "Not an image file";
-    QTest::newRow("tiff magic alone") << QByteArray("II*\0 nothing of a tiff", 23) << "Can not open tiff";
+    QTest::newRow("tiff magic alone")
+        << QByteArray("II*\0 nothing of a tiff", 23) << "Can not open tiff";
     QTest::newRow("tiff of 8 bit") << tiffBytes(4, 4, ramp, 0, 8) << "16 bit";
     QTest::newRow("tiff with a huge header") << hugeTiff << "Image size";
     QTest::newRow("img cut short") << img.left(img.size() - 1) << "Error on reading (3)";
     QTest::newRow("img header alone") << img.left(20) << "Error on reading (3)";
     QTest::newRow("img of 32 bit cut short")
         << imgBytes(3, 3, "BytesPerPixel=4,", 2, ramp) << "Error on reading (2)";
-    QTest::newRow("brnx without size") << QByteArray("#BRNX-CTImg\n1 2 3\n4 5 6\n") << "No image size";
+    QTest::newRow("brnx without size")
+        << QByteArray("#BRNX-CTImg\n1 2 3\n4 5 6\n") << "No image size";
     QTest::newRow("brnx with a huge header")
         << QByteArray("#BRNX-CTImg\n# RANGE_X1 = 16384\n# RANGE_Y1 = 16384\n1 1 1\n")
         << "Image size exceeds";
@@ -203,6 +210,21 @@ void TestImageReaders::brokenFilesAreRefusedWithOneLogLine()
     QVERIFY(!image.readFile(name, ErrPoints()));
     QCOMPARE(log.linesWith(line), 1);
     QCOMPARE(log.linesWith(name), 1);
+}
+
+void TestImageReaders::pipeIsRefusedAtOnce()
+{
+#ifdef Q_OS_UNIX
+    const QTemporaryDir dir;
+    const QString pipe = dir.filePath("pipe.tif");
+    QCOMPARE(mkfifo(qPrintable(pipe), 0600), 0);
+    const LogCapture log;
+    TiffData image;
+    QVERIFY(!image.readFile(pipe, ErrPoints())); // opening it would wait for a writer
+    QCOMPARE(log.linesWith(pipe), 1);
+#else
+    QSKIP("pipes are no files here");
+#endif
 }
 
 void TestImageReaders::truncatedTiffRowsReadAsZero()
@@ -248,8 +270,8 @@ void TestImageReaders::stopEndsTheReading()
 {
     const std::atomic<bool> stop{true};
     LogCapture log;
-    for (const QByteArray& bytes : {tiffBytes(2, 2, ramp), imgBytes(2, 2, "", 2, ramp),
-                                    brnxBytes(2, 2, ramp)}) {
+    for (const QByteArray& bytes :
+         {tiffBytes(2, 2, ramp), imgBytes(2, 2, "", 2, ramp), brnxBytes(2, 2, ramp)}) {
         TiffData image;
         QVERIFY(!image.readFile(write(bytes), ErrPoints(), &stop));
     }

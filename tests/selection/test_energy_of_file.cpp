@@ -30,11 +30,15 @@ void TestEnergyOfFile::energyInTheName_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<double>("energy");
     const QString keV = "\\d\\d_\\d\\d\\d\\d\\d\\dKeV";
-    QTest::newRow("decimal by underscore") << "\\d\\d\\d\\d_\\d\\d" << 1.0 << "/d/0123_45.tif" << 123.45;
-    QTest::newRow("unit is taken away") << "\\d\\d\\d\\d\\.\\d\\deV" << 1.0 << "a_7112.50eV.img" << 7112.5;
+    QTest::newRow("decimal by underscore")
+        << "\\d\\d\\d\\d_\\d\\d" << 1.0 << "/d/0123_45.tif" << 123.45;
+    QTest::newRow("unit is taken away")
+        << "\\d\\d\\d\\d\\.\\d\\deV" << 1.0 << "a_7112.50eV.img" << 7112.5;
     QTest::newRow("keV by the factor") << keV << 1000.0 << "07_112500KeV.dat" << 7112.5;
-    QTest::newRow("optional digit") << "(\\d|)\\d\\d\\d\\d_\\d\\d\\d\\d" << 1.0 << "x10123_2500" << 10123.25;
-    QTest::newRow("the path counts too") << "\\d\\d\\d\\d\\.\\d" << 1.0 << "/run9000.5/a.tif" << 9000.5;
+    QTest::newRow("optional digit")
+        << "(\\d|)\\d\\d\\d\\d_\\d\\d\\d\\d" << 1.0 << "x10123_2500" << 10123.25;
+    QTest::newRow("the path counts too")
+        << "\\d\\d\\d\\d\\.\\d" << 1.0 << "/run9000.5/a.tif" << 9000.5;
     QTest::newRow("no match gives the number") << "\\d\\d\\d\\d_\\d\\d" << 10.0 << "a.tif" << 70.0;
     QTest::newRow("factor 0 does not count") << "\\d\\d\\d\\d_\\d\\d" << 0.0 << "a.tif" << 7.0;
     QTest::newRow("broken pattern does not match") << "((" << 1.0 << "((" << 7.0;
@@ -56,10 +60,10 @@ void TestEnergyOfFile::patternThatRunsAwayIsGivenUp()
 {
     EnergyRule rule;
     rule.source = EnergyRule::ByName;
-    rule.pattern = "(a+)+b";
+    rule.pattern = "(a+)+$";
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(energyOfFile(rule, QString(5000, 'a'), 3), 3.0);
+    QCOMPARE(energyOfFile(rule, QString(5000, 'a') + '!', 3), 3.0);
     QVERIFY(timer.elapsed() < 5000);
 }
 
@@ -75,7 +79,8 @@ void TestEnergyOfFile::energyByCalculation_data()
     QTest::newRow("keV") << 1 << true << 9.0 << 0.002 << 9.02 << 9010.0;
     const double d = 3.13553;
     const double half = (std::asin(12398.424360387684 / 9000 / 2 / d) +
-                         std::asin(12398.424360387684 / 9020 / 2 / d)) / 2;
+                         std::asin(12398.424360387684 / 9020 / 2 / d)) /
+                        2;
     const double middle = 12398.424360387684 / (2 * d * std::sin(half));
     QTest::newRow("eV, even in angle") << 0 << false << 9000.0 << 2.0 << 9020.0 << middle;
     QTest::newRow("keV, even in angle") << 1 << false << 9.0 << 2.0 << 9.02 << middle;
@@ -129,7 +134,8 @@ void TestEnergyOfFile::scanFiles_data()
     QTest::addColumn<QByteArray>("text");
     QTest::addColumn<QVector<double>>("angles");
     const QVector<double> two{12.5, 12.4};
-    QTest::newRow("9809") << QByteArray("  9809 scan\nD= 3.1\n Offset 0 0\n1 12.5 0\n2 12.4 0\n") << two;
+    QTest::newRow("9809") << QByteArray("  9809 scan\nD= 3.1\n Offset 0 0\n1 12.5 0\n2 12.4 0\n")
+                          << two;
     QTest::newRow("9809 without Offset") << QByteArray("9809\n1 12.5\n") << QVector<double>();
     QTest::newRow("plain, from its first line on") << QByteArray("12.5 1\n# no\n\n12.4\n") << two;
     QTest::newRow("empty") << QByteArray() << QVector<double>();

@@ -113,9 +113,12 @@ void TestFileRows::patternSetsTheFactorAndIsRemembered()
     QCOMPARE(setup.rule().factor, 1000.0);
     QCOMPARE(patterns->count(), 11);
     QCOMPARE(patterns->currentText(), QString("\\d_kev"));
+    const LogCapture log;
+    setup.setPattern("((");
+    QCOMPARE(log.linesWith("does not compile"), 1);
     setup.setPattern(patterns->itemText(2));
     QCOMPARE(setup.rule().factor, 1.0);
-    QCOMPARE(patterns->count(), 11);
+    QCOMPARE(patterns->count(), 12);
 }
 
 void TestFileRows::rulesExcludeEachOther()
@@ -141,6 +144,8 @@ void TestFileRows::referenceFileOfARow()
     row.setEngByRef("/none");
     QCOMPARE(log.linesWith("Can't open ref file"), 1);
     QCOMPARE(row.addFile("c", 4), 8004.0);
+    row.setEngByRef("/dev/zero"); // never ends
+    QCOMPARE(row.addFile("c", 4), 8004.0);
     row.setEngByRef(QString());
     QCOMPARE(row.addFile("d", 0), 0.0);
 }
@@ -159,6 +164,8 @@ void TestFileRows::badPixelListOfARow()
     setup.errPsDefSelected(file);
     QVERIFY(setup.errPoints().active);
     QVERIFY(child<QLabel>(setup, "ErrPsFile")->text().endsWith("bad.txt"));
+    setup.errPsDefSelected("/dev/zero"); // never ends
+    QVERIFY(!setup.errPoints().active);
     setup.errPsDefSelected("/none");
     QVERIFY(!setup.errPoints().active);
     QVERIFY(child<QLabel>(setup, "ErrPsFile")->text().isEmpty());

@@ -352,8 +352,8 @@ inline void Spectrum::normalize(int mode)
     post.fit(x, mu, midx + (elm.use ? elm.postStart : 10.0), X(n() - 1), mode);
     const double gap = post.at(midx) - pre.at(midx);
     if (gap < 0) {
-        pre.c0 -= 0.55 * gap;
-        post.c0 += 0.55 * gap;
+        pre.c0 += 0.55 * gap;
+        post.c0 -= 0.55 * gap;
     }
     bendPre(pre, post);
     bendPost(post, pre);
@@ -417,12 +417,14 @@ inline double Spectrum::findBestShift(const Spectrum& ref, double range, double 
     double best = -1e300;
     double bestShift = 0.0;
     while (step >= minStep) {
-        for (double d = -range; d <= range; d += step) {
+        double d = -range;
+        while (d <= range) {
             const double v = innerProduct(c + d, ref);
             if (v > best) {
                 best = v;
                 bestShift = c + d;
             }
+            d += step;
         }
         step *= 0.1;
         range *= 0.1;

@@ -6,6 +6,16 @@
 
 #include <cmath>
 
+namespace {
+/// Photoelectric cross section of copper by the coefficients of a shell.
+double copperSection(size_t shell, double keV)
+{
+    const AbsorptionRecord& copper = absorptionTable[29];
+    const double l = 12.398424360387684 / keV;
+    return copper.c[shell] * std::pow(l, 3) - copper.d[shell] * std::pow(l, 4);
+}
+} // namespace
+
 class TestElementTable : public QObject
 {
     Q_OBJECT
@@ -63,14 +73,9 @@ void TestElementTable::coefficientsJumpAtTheCopperEdge()
     // Photoelectric cross sections of copper from the usual tables [cm2/g]. Two coefficients follow
     // them to some 8 percent at the ends of the long range between the LI and the K edge.
     loadElementTables();
-    const AbsorptionRecord& copper = absorptionTable[29];
-    const auto section = [&](size_t shell, double keV) {
-        const double l = 12.398424360387684 / keV;
-        return copper.c[shell] * std::pow(l, 3) - copper.d[shell] * std::pow(l, 4);
-    };
-    QVERIFY(std::abs(section(1, 8.97) / 36.7 - 1) < 0.1);
-    QVERIFY(std::abs(section(0, 9.0) / 275.0 - 1) < 0.05);
-    QVERIFY(std::abs(section(0, 22.16) / 24.8 - 1) < 0.05);
+    QVERIFY(std::abs(copperSection(1, 8.97) / 36.7 - 1) < 0.1);
+    QVERIFY(std::abs(copperSection(0, 9.0) / 275.0 - 1) < 0.05);
+    QVERIFY(std::abs(copperSection(0, 22.16) / 24.8 - 1) < 0.05);
 }
 
 void TestElementTable::namesBecomeNumbers()

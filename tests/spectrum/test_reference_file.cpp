@@ -112,8 +112,10 @@ void TestReferenceFile::hostileFilesAreSurvived()
     QFETCH(int, points);
     const ReferenceFile f = read(bytes);
     QCOMPARE(f.mu.size(), points);
-    XafsSpectrum(f.mu, QString(), VictLine::Straight, 0.0, SuggestElm());
-    XafsSpectrum(f.mu, QString(), VictLine::Victoreen, 0.0, SuggestElm());
+    for (const int mode : {VictLine::Straight, VictLine::Victoreen}) {
+        const XafsSpectrum x(f.mu, QString(), mode, 0.0, SuggestElm());
+        QCOMPARE(x.normalizedPreBase.size(), points);
+    }
 }
 
 void TestReferenceFile::overlongLinesAreSkippedWhole()
