@@ -1,5 +1,16 @@
 #include "analysis/AnalyzeProc.h"
 
+namespace {
+
+XafsSpectrum normalized(const XafsSpectrum& raw)
+{
+    XafsSpectrum s = raw;
+    s.normalizeIfData(s.mode);
+    return s;
+}
+
+} // namespace
+
 AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& stop)
 {
     AnalysisResult result;
@@ -12,7 +23,7 @@ AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& 
     for (const XafsSpectrum& s : request.spectra) {
         if (stop)
             break;
-        result.lcf.append(plan.fit(s));
+        result.lcf.append(request.normalize ? plan.fit(normalized(s)) : plan.fit(s));
     }
     return result;
 }

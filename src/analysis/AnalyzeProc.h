@@ -13,6 +13,9 @@ struct AnalysisRequest
     int walk = 0;   ///< number of the walk that asks, 0 for a single spectrum
     int number = 0; ///< place of the request in its walk
     QVector<XafsSpectrum> spectra;
+    /// The spectra are raw curves that the worker normalises first, each in its mode: in a walk
+    /// that leaves the GUI thread free to form the next ones.
+    bool normalize = false;
     bool lcf = false; ///< run the linear combination fit
     LcfRequest lcfConditions;
 };

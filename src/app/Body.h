@@ -191,7 +191,7 @@ private:
     void startWalk(int ticket);
     void prepareMaps(const AnalyzeCond& cond);
     void sendNextRequest();
-    QVector<XafsSpectrum> spectraOf(const WalkRun& run) const;
+    QVector<XafsSpectrum> rawSpectraOf(const WalkRun& run) const;
     double shiftAt(int x, int y) const;
     void recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
                             const LcfResult& result);

@@ -103,7 +103,7 @@ double Body::shiftAt(int x, int y) const
     return energyShiftMap_.valueAt(imgX0_ + x - mapX0_, imgY0_ + y - mapY0_);
 }
 
-QVector<XafsSpectrum> Body::spectraOf(const WalkRun& run) const
+QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
 {
     const AnalyzeCond& at = run.first;
     const BlockConditions conditions = blockConditions(at.halfX, at.halfY);
@@ -114,8 +114,8 @@ QVector<XafsSpectrum> Body::spectraOf(const WalkRun& run) const
     QVector<XafsSpectrum> spectra;
     spectra.reserve(run.count);
     for (int k = 0; k < run.count; ++k) {
-        spectra.append(XafsSpectrum(raw[k], name, VictLine::Straight,
-                                    shiftAt(at.cx + k * at.stepX, at.cy), elm));
+        spectra.append(XafsSpectrum::unnormalized(raw[k], name, VictLine::Straight,
+                                                  shiftAt(at.cx + k * at.stepX, at.cy), elm));
     }
     return spectra;
 }
@@ -132,7 +132,8 @@ void Body::sendNextRequest()
     AnalysisRequest request;
     request.walk = walk_.number;
     request.number = walk_.sent++;
-    request.spectra = spectraOf(pending.run);
+    request.spectra = rawSpectraOf(pending.run);
+    request.normalize = true;
     pending.activeRows = analyzer_->activeRows();
     walk_.pending.enqueue(pending);
     analyzer_->analyzeInWalk(request, suggestElm());

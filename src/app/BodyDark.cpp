@@ -104,6 +104,7 @@ void Body::clearDarkArea(Stack& stack)
 {
     stack.darkAreaOn = false;
     stack.darkAvg.clear();
+    stack.row->noDarkArea();
     ui_->dispA->update();
 }
 

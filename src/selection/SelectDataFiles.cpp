@@ -230,3 +230,8 @@ void SelectDataFiles::darkArea(const T20& area)
 {
     addSetup_->darkArea(area);
 }
+
+void SelectDataFiles::noDarkArea()
+{
+    addSetup_->noDarkArea();
+}

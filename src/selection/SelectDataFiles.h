@@ -77,8 +77,9 @@ public Q_SLOTS:
     /// Shows the exposure time [ms]; nothing unless it is known (ok).
     void setExpTimeMS(double ms, bool ok);
     void setEngByRef(const QString& fname);
-    /// Shows the rectangle of the dark area.
+    /// Shows the rectangle of the dark area, or that there is none.
     void darkArea(const T20& area);
+    void noDarkArea();
 
 private:
     void showCount();

@@ -53,6 +53,11 @@ void SelectDataFilesAdditionalSetup::toggledUseErrPs(bool f)
     errPoints_.active = f;
 }
 
+void SelectDataFilesAdditionalSetup::noDarkArea()
+{
+    ui_->DarkArea->setText(QStringLiteral("(-,-)-(-,-)"));
+}
+
 void SelectDataFilesAdditionalSetup::darkArea(const T20& area)
 {
     ui_->DarkArea->setText(QStringLiteral("(%1,%2)-(%3,%4)")

@@ -32,8 +32,9 @@ Q_SIGNALS:
 public Q_SLOTS:
     void errPsDefSelected(const QString& fname);
     void toggledUseErrPs(bool f);
-    /// Shows the rectangle of the dark area.
+    /// Shows the rectangle of the dark area, or that there is none.
     void darkArea(const T20& area);
+    void noDarkArea();
 
 private:
     std::unique_ptr<Ui_SelectDataFilesAdditionalSetup> ui_;

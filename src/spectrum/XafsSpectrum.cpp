@@ -50,6 +50,18 @@ XafsSpectrum::XafsSpectrum(const Spectrum& s, const QString& spectrumName, int b
     normalizeIfData(backgroundMode);
 }
 
+XafsSpectrum XafsSpectrum::unnormalized(const Spectrum& s, const QString& spectrumName,
+                                        int backgroundMode, double energyOffset,
+                                        const SuggestElm& elm)
+{
+    XafsSpectrum result;
+    static_cast<Spectrum&>(result) = s;
+    result.init(spectrumName, elm);
+    result.mode = backgroundMode;
+    result.eOffset = energyOffset;
+    return result;
+}
+
 void XafsSpectrum::init(const QString& spectrumName, const SuggestElm& elm)
 {
     name = spectrumName;

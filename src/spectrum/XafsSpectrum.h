@@ -44,6 +44,11 @@ public:
     XafsSpectrum(const Spectrum& s, const QString& spectrumName, int backgroundMode,
                  double energyOffset, const SuggestElm& elm);
 
+    /// The same without normalising: for normalizeIfData(mode) later, in another thread.
+    static XafsSpectrum unnormalized(const Spectrum& s, const QString& spectrumName,
+                                     int backgroundMode, double energyOffset,
+                                     const SuggestElm& elm);
+
     void init(const QString& spectrumName, const SuggestElm& elm);
 
     /// Fits the lines, finds midx and dMut and makes the four curves. n >= 1.

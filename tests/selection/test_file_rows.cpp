@@ -182,6 +182,8 @@ void TestFileRows::darkAreaIsShownAndAskedFor()
     QCOMPARE(set.size() + 10 * update.size() + 100 * clear.size(), 111);
     row.darkArea(QRectF(1.9, 2.9, 3, -1e300));
     QCOMPARE(child<QLabel>(row, "DarkArea")->text(), QString("(1,2)-(4,-2147483648)"));
+    row.noDarkArea();
+    QCOMPARE(child<QLabel>(row, "DarkArea")->text(), QString("(-,-)-(-,-)"));
 }
 
 QTEST_MAIN(TestFileRows)
