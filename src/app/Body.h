@@ -175,8 +175,7 @@ private:
     void takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack);
     Stack& shownStack();
-    const Stack& shownStack() const;
-    void showImage(const TiffData* image);
+    void showImage(TiffData* image);
     void takeImageGeometry();
 
     // BodyDark.cpp
@@ -215,6 +214,7 @@ private:
     TiffStack i0Stack_;
     Stack i1_;
     Stack i0_;
+    TiffData* shownImage_ = nullptr; ///< image of a stack in the image area, or null
     std::unique_ptr<TiffData> dark_;
     Analyzed2DRes energyShiftMap_;
     int imgW_ = -1; ///< size and detector origin of the stack, from the first I1 image
@@ -241,5 +241,4 @@ private:
     Walk walk_;
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
-    bool closing_ = false;
 };

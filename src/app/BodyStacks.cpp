@@ -12,7 +12,7 @@
 
 namespace {
 
-ShownImage shownImage(const TiffData& image)
+ShownImage pictureOf(const TiffData& image)
 {
     return {image.image(), image.width, image.height, image.minVal, image.maxVal};
 }
@@ -29,14 +29,15 @@ bool uniformExposure(const TiffStack& images)
 
 void Body::clearI1Files()
 {
-    ui_->dispA->setImage({});
+    showImage(nullptr);
     clearStack(i1_);
 }
 
 void Body::clearI0Files()
 {
-    if (&shownStack() == &i0_)
-        ui_->dispA->setImage({});
+    // Whatever button is on, an image of the stack may still be the one that is shown.
+    if (i0Stack_.contains(shownImage_))
+        showImage(nullptr);
     clearStack(i0_);
 }
 
@@ -109,7 +110,7 @@ void Body::loadedI1(TiffData* image, int fNo)
     takeLoaded(i1_, image, fNo);
     if (i1Stack_.size() == 1)
         takeImageGeometry();
-    if (!i1_.row->showLatest())
+    if (i1_.loading && !i1_.row->showLatest())
         return;
     const int last = i1Stack_.size() - 1;
     ui_->SeekBar->setMaximum(last);
@@ -164,10 +165,11 @@ Body::Stack& Body::shownStack()
     return ui_->ShowI0->isChecked() ? i0_ : i1_;
 }
 
-void Body::showImage(const TiffData* image)
+void Body::showImage(TiffData* image)
 {
+    shownImage_ = image;
     ui_->dispA->setShowOverLayer(false);
-    ui_->dispA->setImage(image ? shownImage(*image) : ShownImage());
+    ui_->dispA->setImage(image ? pictureOf(*image) : ShownImage());
 }
 
 void Body::showData(int no)
@@ -235,13 +237,9 @@ void Body::cBarUpdating()
             energyShiftMap_.genImg();
     } else if (ui_->ShowResAnalysis->isChecked()) {
         setupResAnalysisImage();
-    } else {
-        const Stack& stack = shownStack();
-        const int no = ui_->ImgNo->text().toInt();
-        if (no >= 0 && no < stack.images->size()) {
-            stack.images->at(no)->buildImage(*ui_->CBar);
-            showImage(stack.images->at(no));
-        }
+    } else if (shownImage_) {
+        shownImage_->buildImage(*ui_->CBar);
+        showImage(shownImage_);
     }
     ui_->dispA->update();
 }
@@ -253,5 +251,6 @@ void Body::cBarUpdated()
         for (TiffData* image : qAsConst(*shownStack().images))
             image->buildImage(*ui_->CBar);
     }
+    // Hands the shown image's new picture over: the old one is gone.
     cBarUpdating();
 }
