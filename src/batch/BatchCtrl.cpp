@@ -1,6 +1,7 @@
 #include "batch/BatchCtrl.h"
 
 #include "batch/BatchDispatcher.h"
+#include "common/SaveFile.h"
 #include "common/Settings.h"
 #include "common/TextFile.h"
 #include "ui_BatchCtrl.h"
@@ -8,7 +9,6 @@
 #include <QDebug>
 #include <QFileDialog>
 #include <QFontDatabase>
-#include <QSaveFile>
 
 namespace {
 
@@ -146,7 +146,7 @@ void BatchCtrl::save(const QString& fname)
     QSaveFile file(fname);
     const QByteArray bytes = ui_->BatchCmds->toPlainText().toUtf8();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(bytes) < 0 ||
-        !file.commit()) {
+        !commitWritten(file)) {
         qDebug() << "Can't write batch file" << fname << ":" << file.errorString();
     }
 }

@@ -2,10 +2,10 @@
 
 #include "common/ColorScale.h"
 #include "common/Constants.h"
+#include "common/SaveFile.h"
 
 #include <QDebug>
 #include <QLocale>
-#include <QSaveFile>
 #include <QTextStream>
 
 #include <algorithm>
@@ -325,8 +325,7 @@ bool Analyzed2DRes::saveAsText(const QFileInfo& fi, bool /*asAnalyzed*/, bool us
     else
         writeRows(out, separator);
     out.flush();
-    // commit() alone does not see a fault in writing out what was still buffered.
-    if (out.status() == QTextStream::Ok && file.error() == QFileDevice::NoError && file.commit())
+    if (out.status() == QTextStream::Ok && commitWritten(file))
         return true;
     qDebug() << "Can't write" << fi.filePath();
     return false;

@@ -3,6 +3,7 @@
 #include "spectrum/Matrix.h"
 
 #include <array>
+#include <cstddef>
 
 /// Outcome of solveSmall: the first step that failed.
 enum class SolveStep

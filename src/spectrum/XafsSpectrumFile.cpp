@@ -1,10 +1,11 @@
 #include "spectrum/ReferenceFile.h"
 #include "spectrum/XafsSpectrum.h"
 
+#include "common/SaveFile.h"
+
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QTextStream>
 
 namespace {
@@ -65,7 +66,7 @@ void XafsSpectrum::dump(const QString& fname, bool withEOffset) const
     QTextStream out(&file);
     dumpTo(out, withEOffset);
     out.flush();
-    if (!file.commit())
+    if (!commitWritten(file))
         qDebug() << "can't write spectrum" << fname;
 }
 
