@@ -17,7 +17,8 @@ QStringList writeStack(const QString& folder)
     QStringList files;
     for (int i = 0; i < synthetic::energies; ++i) {
         const auto image = synthetic::i1Image(i);
-        files.append(QDir(folder).filePath(QStringLiteral("%1.tif").arg(i, 4, 10, QLatin1Char('0'))));
+        files.append(
+            QDir(folder).filePath(QStringLiteral("%1.tif").arg(i, 4, 10, QLatin1Char('0'))));
         TiffWriter::writeU16(files.last(), image->width, image->height, image->row<quint16>(0));
     }
     return files;

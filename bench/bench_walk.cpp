@@ -28,8 +28,10 @@ Body& preparedBody()
         return *body;
     body = std::make_unique<Body>();
     for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")}) {
-        command(*body, QStringLiteral("eng_calc_base_%1 %2").arg(stack).arg(synthetic::firstEnergy));
-        command(*body, QStringLiteral("eng_calc_delta_%1 %2").arg(stack).arg(synthetic::energyStep));
+        command(*body,
+                QStringLiteral("eng_calc_base_%1 %2").arg(stack).arg(synthetic::firstEnergy));
+        command(*body,
+                QStringLiteral("eng_calc_delta_%1 %2").arg(stack).arg(synthetic::energyStep));
         command(*body, QStringLiteral("eng_calc_even_in_eng_%1 1").arg(stack));
     }
     for (int i = 0; i < synthetic::energies; ++i) {

@@ -1,5 +1,9 @@
 #include "analysis/AnalyzeProc.h"
 
+#include <QElapsedTimer>
+
+#include <algorithm>
+
 namespace {
 
 XafsSpectrum normalized(const XafsSpectrum& raw)
@@ -44,9 +48,14 @@ void AnalyzeProc::analyzeSpectrum0(const AnalysisRequest& request)
 {
     AnalysisRequest asked = request;
     asked.lcfConditions.inWalk = contAccess_;
-    const AnalysisResult result = analyze(asked, stop_);
-    if (!contAccess_ && !result.lcf.isEmpty() && result.lcf.first().fitted)
-        Q_EMIT newZ(result.lcf.first().zansa);
+    QElapsedTimer timer;
+    timer.start();
+    AnalysisResult result = analyze(asked, stop_);
+    result.tookMs = double(timer.nsecsElapsed()) * 1e-6;
+    const auto last = std::find_if(result.lcf.crbegin(), result.lcf.crend(),
+                                   [](const LcfResult& fit) { return fit.fitted; });
+    if (last != result.lcf.crend())
+        Q_EMIT newZ(last->zansa);
     // Also after a stop: whoever waits for an answer must get one.
     Q_EMIT finished(result);
 }

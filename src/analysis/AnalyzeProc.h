@@ -26,6 +26,7 @@ struct AnalysisResult
     int walk = 0;
     int number = 0;
     QVector<LcfResult> lcf; ///< empty unless asked for
+    double tookMs = 0.0;    ///< time that the worker spent on it [ms]
 };
 
 Q_DECLARE_METATYPE(AnalysisRequest)
@@ -52,7 +53,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void finished(const AnalysisResult& result);
-    /// Residual of a single fit.
+    /// Residual of the last fit of a request.
     void newZ(double z);
 
 private:

@@ -1,6 +1,7 @@
 #include "analysis/Analyzer.h"
 
 #include "analysis/LCFReference.h"
+#include "common/FieldText.h"
 #include "ui_Analyzer.h"
 
 #include <QButtonGroup>
@@ -30,7 +31,7 @@ double value(const QLineEdit* field)
 
 void setValue(QLineEdit* field, double v)
 {
-    field->setText(QString::number(v, 'g', 6));
+    field->setText(fieldText(v));
 }
 
 } // namespace
@@ -251,7 +252,7 @@ void Analyzer::setProgress(double perCent)
 
 void Analyzer::noticedNewZ(double z)
 {
-    ui_->DispZansa->setText(QString::number(z, 'g', 6));
+    ui_->DispZansa->setText(fieldText(z));
 }
 
 void Analyzer::setLCFStd(int no, bool use, double dE, const QString& fname, const QString& isVic)

@@ -1,15 +1,11 @@
 #include "analysis/LCFReference.h"
 
+#include "common/FieldText.h"
 #include "ui_LCFReference.h"
 
 #include <QDebug>
 
 namespace {
-
-QString fieldText(double v)
-{
-    return QString::number(v, 'g', 6);
-}
 
 } // namespace
 

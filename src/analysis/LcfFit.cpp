@@ -183,8 +183,7 @@ void LcfPlan::chooseResidualPoints(const Spectrum& curve)
 {
     residualPoints_.clear();
     for (int i = 1; i < curve.size() - 1; ++i) {
-        // The position's offset stays in this energy, unlike in that of the fit. Deliberate: maps
-        // of the residual have always been made so.
+        // The position's offset stays in this energy, unlike in that of the fit: deliberate.
         const double e = curve.x(i);
         if (!(e < fitStart_ || e > fitEnd_))
             residualPoints_.push_back(i);

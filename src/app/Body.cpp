@@ -4,6 +4,7 @@
 #include "batch/BatchCtrl.h"
 #include "batch/BatchDispatcher.h"
 #include "common/Cfg.h"
+#include "common/FieldText.h"
 #include "common/Settings.h"
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
@@ -22,7 +23,13 @@
 namespace {
 
 /// Ids of the image choice buttons, as the batch language knows them.
-enum ImageChoice { ShowDataId = 0, ShowI0Id = 1, ShowShiftMapId = 2, ShowResAnalysisId = 3 };
+enum ImageChoice
+{
+    ShowDataId = 0,
+    ShowI0Id = 1,
+    ShowShiftMapId = 2,
+    ShowResAnalysisId = 3
+};
 
 constexpr double shiftMapDeglitchRange = 0.9;
 constexpr double shiftMapDeglitchFactor = 2.0;
@@ -72,6 +79,7 @@ Body::Body(QWidget* parent)
 
 Body::~Body()
 {
+    closing_ = true;
     i1Loader_->requestStop();
     i0Loader_->requestStop();
     dispatcher_->requestStop();
@@ -89,6 +97,7 @@ Body::~Body()
 
 void Body::closeEvent(QCloseEvent* event)
 {
+    closing_ = true;
     i1Loader_->requestStop();
     i0Loader_->requestStop();
     dispatcher_->requestStop();
@@ -107,6 +116,8 @@ void Body::setupBatch()
     batchCtrl_ = new BatchCtrl;
     windows_.append(batchCtrl_);
     batchCtrl_->setDispatcher(dispatcher_.get());
+    for (QFileDialog* dialog : batchCtrl_->dialogs())
+        dataDialogs_->add(dialog);
     connect(ui_->BatchCtrlB, &QPushButton::clicked, batchCtrl_, &QWidget::show);
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
     connect(this, &Body::finishBatchExec, dispatcher_.get(), &BatchDispatcher::finishBatchExec);
@@ -133,8 +144,10 @@ void Body::setupStacks()
     connect(this, &Body::loadI0Files, i0Loader_.get(), &LoadTiff::loadTiffs);
     connect(i1Loader_.get(), &LoadTiff::loaded, this, &Body::loadedI1);
     connect(i0Loader_.get(), &LoadTiff::loaded, this, &Body::loadedI0);
-    connect(i1Loader_.get(), &LoadTiff::finishLoadFiles, this, &Body::finishedLoadI1Files);
-    connect(i0Loader_.get(), &LoadTiff::finishLoadFiles, this, &Body::finishedLoadI0Files);
+    connect(i1Loader_.get(), &LoadTiff::finishLoadFiles, this,
+            [this](EX_CMD_ID, int, int jobsDone) { finishedLoadI1Files(jobsDone); });
+    connect(i0Loader_.get(), &LoadTiff::finishLoadFiles, this,
+            [this](EX_CMD_ID, int, int jobsDone) { finishedLoadI0Files(jobsDone); });
     startLoader(i1LoadThread_, *i1Loader_);
     startLoader(i0LoadThread_, *i0Loader_);
 
@@ -284,7 +297,7 @@ void Body::refreshEdgeEnergy()
     const int z = atomicNumber(ui_->SuggestingElm->text());
     if (z > 0) {
         const double energy = edgeEnergy(z, ui_->SuggestingEdge->currentIndex());
-        ui_->SuggestingEeV->setText(QString::number(energy, 'g', 6));
+        ui_->SuggestingEeV->setText(fieldText(energy));
     }
 }
 

@@ -25,6 +25,7 @@ class SaveDataCfg;
 class SelectDataFiles;
 class SelectImgDialog;
 class Ui_Body;
+class XafsFileSelect;
 
 /// The main window: owner of all data (stacks, dark image, maps) and conductor of all other parts.
 /// Panels hold settings and results of their own and talk to it through signals. A slot reads its
@@ -48,8 +49,8 @@ public:
     const TiffStack& i0Stack() const { return i0Stack_; }
     Analyzer* analyzer() const { return analyzer_; }
 
-    /// Spectrum of (energy, mu) of the block round (x, y) under the form's conditions; empty outside
-    /// the image.
+    /// Spectrum of (energy, mu) of the block round (x, y) under the form's conditions; empty
+    /// outside the image.
     Spectrum rawXafsAt(int x, int y, int halfX, int halfY) const;
     /// The same for the box (x1, y1)-(x2, y2), through its middle and half its sides.
     Spectrum rawXafsOfBox(int x1, int y1, int x2, int y2) const;
@@ -70,8 +71,8 @@ public Q_SLOTS:
     void clearI0Files();
     void readI1Files(const QStringList& files, bool newFile);
     void readI0Files(const QStringList& files, bool newFile);
-    void finishedLoadI1Files();
-    void finishedLoadI0Files();
+    void finishedLoadI1Files(int jobsDone);
+    void finishedLoadI0Files(int jobsDone);
     void showData(int no);
     void selectedDark(const QString& fname);
     void clearDark();
@@ -129,30 +130,34 @@ private:
     friend struct Commands;
 
     /// One of the two stacks with all that belongs to it.
-    struct Stack {
+    struct Stack
+    {
         TiffStack* images;
         SelectDataFiles* row;
-        bool loading = false; ///< a job is under way; plots stay quiet
+        int jobsSent = 0;
+        int jobsDone = 0; ///< while behind jobsSent a load is under way, and plots stay quiet
         bool darkAreaOn = false;
-        QRectF darkArea;          ///< [image pixels]
-        QVector<double> darkAvg;  ///< mean over the area per image, the dark image's taken off
+        QRectF darkArea;         ///< [image pixels]
+        QVector<double> darkAvg; ///< mean over the area per image, the dark image's taken off
     };
 
     /// Positions sent to the analysis worker and not yet recorded.
-    struct PendingRequest {
+    struct PendingRequest
+    {
         WalkRun run;
         QVector<int> activeRows; ///< reference row of each fitted weight
     };
 
     /// The state of a walk over the map.
-    struct Walk {
+    struct Walk
+    {
         bool running = false; ///< the flag that keeps a second walk from starting
         int number = 0;       ///< tells results of this walk from those of an earlier one
         int sent = 0;
         WalkRuns runs; ///< the positions not yet sent
         int positionsPerRequest = 1;
-        double zansa = 0.0; ///< residual of the last position that had an edge
-        int ticket = 0;     ///< of the batch command that started it
+        double formingMs = 0.0; ///< time to form the spectra of the last request, a position [ms]
+        int ticket = 0;         ///< of the batch command that started it
         QQueue<PendingRequest> pending;
     };
 
@@ -173,7 +178,7 @@ private:
     void readI1(const QStringList& files, bool newFile, int ticket);
     void readI0(const QStringList& files, bool newFile, int ticket);
     void takeLoaded(Stack& stack, TiffData* image, int fNo);
-    void finishLoad(Stack& stack);
+    void finishLoad(Stack& stack, int jobsDone);
     Stack& shownStack();
     void showImage(TiffData* image);
     void takeImageGeometry();
@@ -184,7 +189,7 @@ private:
     void refillDarkAverages(Stack& stack);
     void clearDarkArea(Stack& stack);
     void loadDefaultErrPoints();
-    void loadTotalI0(XafsSpectrum& total, const QString& fname);
+    void loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname);
 
     // BodyAnalysis.cpp
     void startWalk(int ticket);
@@ -194,6 +199,7 @@ private:
     double shiftAt(int x, int y) const;
     void recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
                             const LcfResult& result);
+    void adaptRequestSize(double workerMs, int positions);
     void recordRequest(const PendingRequest& pending, const AnalysisResult& result);
     void finishRow(const AnalyzeCond& at);
     void endWalk();
@@ -239,6 +245,8 @@ private:
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
+    double zansa_ = 0.0;   ///< residual of the last fit; a position without an edge shows it again
+    bool closing_ = false; ///< the window is closed: no command is run any more
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

@@ -32,8 +32,8 @@ bool Body::askAnalyzeCond(AnalyzeCond& ac) const
     if (i1Stack_.isEmpty())
         return false;
     const TiffData& first = *i1Stack_.first();
-    const QRectF area = ui_->dispA->hasSelection() ? ui_->dispA->selectedArea()
-                                                   : QRectF(0, 0, imgW_, imgH_);
+    const QRectF area =
+        ui_->dispA->hasSelection() ? ui_->dispA->selectedArea() : QRectF(0, 0, imgW_, imgH_);
     ac = AnalyzeCond(first.width, first.height, ui_->HWidth->text().toInt(),
                      ui_->VWidth->text().toInt(), area, -1, -1);
     return true;
@@ -138,17 +138,27 @@ void Body::sendNextRequest()
     walk_.pending.enqueue(pending);
     analyzer_->analyzeInWalk(request, suggestElm());
 
-    const double msPerPosition = double(timer.nsecsElapsed()) * 1e-6 / pending.run.count;
+    walk_.formingMs = double(timer.nsecsElapsed()) * 1e-6 / pending.run.count;
+}
+
+/// Sizes the next request by the slower of the two threads.
+void Body::adaptRequestSize(double workerMs, int positions)
+{
+    const double msPerPosition = qMax(walk_.formingMs, workerMs / positions);
     walk_.positionsPerRequest =
         qBound(1, truncatedInt(requestMs / qMax(msPerPosition, 1e-6)), maxPositionsPerRequest_);
 }
 
 void Body::analyzeASpectrumFinished(const AnalysisResult& result)
 {
+    if (result.walk == 0 && result.lcf.value(0).fitted)
+        zansa_ = result.lcf.first().zansa;
     // Results of a walk that was stopped, or of one before it, are not recorded.
     if (!walk_.running || result.walk != walk_.number || walk_.pending.isEmpty())
         return;
-    recordRequest(walk_.pending.dequeue(), result);
+    const PendingRequest pending = walk_.pending.dequeue();
+    recordRequest(pending, result);
+    adaptRequestSize(result.tookMs, pending.run.count);
     if (i1Stack_.isEmpty()) {
         qDebug() << "2D analysis ended: the I1 images are gone";
         endWalk();
@@ -175,14 +185,16 @@ void Body::recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeR
     const int refCount = resMaps_.size() / Analyzer::mapKinds();
     for (int k = 0; k < activeRows.size(); ++k) {
         const int row = activeRows[k];
+        if (row >= refCount)
+            continue; // a row added since the walk began has no map in it
         resMaps_[row]->setData(at.cx, at.cy, at.halfX, at.halfY, result.dMuts.value(k, 0.0));
         resMaps_[row + refCount]->setData(at.cx, at.cy, at.halfX, at.halfY,
                                           result.ratios.value(k, 0.0));
     }
     // A position without an edge is not fitted and shows the residual of the one before.
     if (result.fitted)
-        walk_.zansa = result.zansa;
-    analyzer_->zansaMap()->setData(at.cx, at.cy, at.halfX, at.halfY, walk_.zansa);
+        zansa_ = result.zansa;
+    analyzer_->zansaMap()->setData(at.cx, at.cy, at.halfX, at.halfY, zansa_);
 }
 
 void Body::finishRow(const AnalyzeCond& at)

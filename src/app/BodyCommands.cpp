@@ -108,7 +108,11 @@ struct Body::Commands
     using Handler = void (*)(Body& body, const CmdLine& cmd);
 
     /// Who reports the end of a command.
-    enum End { AtOnce, Later };
+    enum End
+    {
+        AtOnce,
+        Later
+    };
 
     struct Entry
     {
@@ -168,30 +172,35 @@ struct Body::Commands
         b.ui_->CBar->setRange(doubleArg(c, 0), doubleArg(c, 1));
     }
 
+    using B = Body;
+    using C = CmdLine;
+    static QVector<Entry> stackCommands();
+    static QVector<Entry> viewCommands();
+    static QVector<Entry> analyzerCommands();
+    static QVector<Entry> savingCommands();
+    static QVector<Entry> conditionCommands();
     static const Table& table();
 };
 
-const Body::Commands::Table& Body::Commands::table()
+/// Loading and clearing the stacks.
+QVector<Body::Commands::Entry> Body::Commands::stackCommands()
 {
-    using B = Body;
-    using C = CmdLine;
-    static const Entry entries[] = {
+    return {
         {ExCmdClearI1Files, [](B& b, const C&) { b.clearI1Files(); }},
         {ExCmdClearI0Files, [](B& b, const C&) { b.clearI0Files(); }},
         {ExCmdLoadI1Files, [](B& b, const C& c) { loadFiles(b, c, false); }, Later},
         {ExCmdLoadI0Files, [](B& b, const C& c) { loadFiles(b, c, true); }, Later},
         {ExCmdLoadI1FilesOfPattern, [](B& b, const C& c) { loadPattern(b, c, false); }, Later},
         {ExCmdLoadI0FilesOfPattern, [](B& b, const C& c) { loadPattern(b, c, true); }, Later},
-        {ExCmdSetFluoType, [](B& b, const C& c) { b.ui_->FluoType->setChecked(onArg(c, 0)); }},
-        {ExCmdSetBandW,
-         [](B& b, const C& c) { b.ui_->HWidth->setText(QString::number(intArg(c, 0))); }},
-        {ExCmdSetBandH,
-         [](B& b, const C& c) { b.ui_->VWidth->setText(QString::number(intArg(c, 0))); }},
+    };
+}
+
+/// The image area, its selection and the colour bar.
+QVector<Body::Commands::Entry> Body::Commands::viewCommands()
+{
+    return {
         {ExCmdSelectDispImage, selectDispImage},
         {ExCmdSeekImage, [](B& b, const C& c) { b.seekImage(intArg(c, 0)); }},
-        {ExCmdSaveData, [](B& b, const C& c) { b.saveData(c.arg(0)); }},
-        {ExCmdSaveDataAsTiff,
-         [](B& b, const C& c) { b.saveDataAsTiff(c.arg(0), b.analyzer_->firstUsedRow()); }},
         {ExCmdMovePosition,
          [](B& b, const C& c) { b.ui_->dispA->setRealMousePos(intArg(c, 0), intArg(c, 1)); }},
         {ExCmdCbarSetRange, setColourRange},
@@ -206,6 +215,13 @@ const Body::Commands::Table& Body::Commands::table()
          }},
         {ExCmdScaleReset, [](B& b, const C&) { b.ui_->dispA->resetImageViewWindow(); }},
         {ExCmdZoomIn, [](B& b, const C&) { b.ui_->dispA->setViewWAsSelectedArea(); }},
+    };
+}
+
+/// The analysis panel and its walk.
+QVector<Body::Commands::Entry> Body::Commands::analyzerCommands()
+{
+    return {
         {ExCmdAnalyzerShowWindow, [](B& b, const C&) { b.analyzer_->show(); }},
         {ExCmdAnalyzerSetLCFStd, setReference},
         {ExCmdAnalyzerExecLCF, [](B& b, const C& c) { b.startWalk(c.ticket); }, Later},
@@ -238,6 +254,16 @@ const Body::Commands::Table& Body::Commands::table()
          [](B& b, const C& c) { b.analyzer_->setRatioScaleMin(doubleArg(c, 0)); }},
         {ExCmdAnalyzerSelectAnalysisMode,
          [](B& b, const C& c) { b.analyzer_->setMode(intArg(c, 0)); }},
+    };
+}
+
+/// Saving of maps, and the end of the program.
+QVector<Body::Commands::Entry> Body::Commands::savingCommands()
+{
+    return {
+        {ExCmdSaveData, [](B& b, const C& c) { b.saveData(c.arg(0)); }},
+        {ExCmdSaveDataAsTiff,
+         [](B& b, const C& c) { b.saveDataAsTiff(c.arg(0), b.analyzer_->firstUsedRow()); }},
         {ExCmdSaveDataCfgShowWindow, [](B& b, const C&) { b.saveDataCfg_->show(); }},
         {ExCmdSaveDataCfgSaveAsTiff,
          [](B& b, const C&) {
@@ -264,6 +290,18 @@ const Body::Commands::Table& Body::Commands::table()
          [](B& b, const C&) { b.saveDataCfg_->setSaveTextAsValValVal(); }},
         // Nobody reports the end: the program ends.
         {ExCmdQuit, [](B& b, const C&) { Q_EMIT b.finishing(); }, Later},
+    };
+}
+
+/// Conditions of the block spectrum and of its edge.
+QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
+{
+    return {
+        {ExCmdSetFluoType, [](B& b, const C& c) { b.ui_->FluoType->setChecked(onArg(c, 0)); }},
+        {ExCmdSetBandW,
+         [](B& b, const C& c) { b.ui_->HWidth->setText(QString::number(intArg(c, 0))); }},
+        {ExCmdSetBandH,
+         [](B& b, const C& c) { b.ui_->VWidth->setText(QString::number(intArg(c, 0))); }},
         {ExCmdUseI0, [](B& b, const C& c) { b.ui_->UseI0->setChecked(onArg(c, 0)); }},
         {ExCmdSuggestElm,
          [](B& b, const C& c) {
@@ -288,11 +326,18 @@ const Body::Commands::Table& Body::Commands::table()
         {ExCmdClearI0DarkArea, [](B& b, const C&) { b.clearI0DarkArea(); }},
         {ExCmdClearI1DarkArea, [](B& b, const C&) { b.clearI1DarkArea(); }},
     };
+}
+
+const Body::Commands::Table& Body::Commands::table()
+{
     static const Table byId = [] {
         Table t;
-        for (const Entry& entry : entries) {
-            t[entry.id].run = entry.run;
-            t[entry.id].end = entry.end;
+        for (const auto& group : {stackCommands(), viewCommands(), analyzerCommands(),
+                                  savingCommands(), conditionCommands()}) {
+            for (const Entry& entry : group) {
+                t[entry.id].run = entry.run;
+                t[entry.id].end = entry.end;
+            }
         }
         for (const RowCommand& command : rowCommands) {
             t[command.i0].runOnRow = t[command.i1].runOnRow = command.run;
@@ -305,6 +350,8 @@ const Body::Commands::Table& Body::Commands::table()
 
 void Body::execCmdSlot(const CmdLine& cmd, bool inRem)
 {
+    if (closing_)
+        return;
     if (inRem) {
         Q_EMIT finishBatchExec(ExCmdNone, cmd.ticket);
         return;

@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "common/Cfg.h"
+#include "common/FieldText.h"
 #include "common/Settings.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
@@ -55,7 +56,7 @@ void Body::selectedDark(const QString& fname)
         return;
     image->buildImage(*theColorBar);
     ui_->DarkFileName->setText(fname);
-    ui_->DarkExpTime->setText(QString::number(image->exposureMs, 'g', 6));
+    ui_->DarkExpTime->setText(fieldText(image->exposureMs));
     dark_ = std::move(image);
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
@@ -158,19 +159,22 @@ void Body::clearedBG()
 void Body::selectedBG(const QString& fname)
 {
     XafsSpectrum fresh;
-    bgValid_ = fresh.load(fname);
-    if (bgValid_)
-        bgSpectrum_ = fresh;
-    else
+    if (!fresh.load(fname)) {
         qDebug() << "No background spectrum in" << fname;
-    ui_->SelectBG->fileNameValid(bgValid_);
+        ui_->SelectBG->clear();
+        return;
+    }
+    bgSpectrum_ = fresh;
+    bgValid_ = true;
 }
 
-void Body::loadTotalI0(XafsSpectrum& total, const QString& fname)
+/// A file that fails empties the row and the spectrum: what is shown is what is calculated with.
+void Body::loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname)
 {
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
         qDebug() << "No total I0 spectrum in" << fname;
+        row.clear();
         return;
     }
     total = fresh;
@@ -180,13 +184,13 @@ void Body::loadTotalI0(XafsSpectrum& total, const QString& fname)
 
 void Body::newTotalI0ofI1File(const QString& fname)
 {
-    loadTotalI0(totalI0ofI1_, fname);
+    loadTotalI0(totalI0ofI1_, *ui_->TotalI0ofI1XAFS, fname);
 }
 
 void Body::newTotalI0ofI0File(const QString& fname)
 {
     // Kept and logged; no calculation reads it, on purpose.
-    loadTotalI0(totalI0ofI0_, fname);
+    loadTotalI0(totalI0ofI0_, *ui_->TotalI0ofI0XAFS, fname);
 }
 
 void Body::loadDefaultErrPoints()

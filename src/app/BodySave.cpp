@@ -30,7 +30,8 @@ void Body::saveData(const QString& fname)
     qDebug() << "selected tiff";
     saveDataAsTiff(fname, no);
     // The suffix carries a hyphen of its own, on purpose: map.tif gives map-0--cBar.tif.
-    const QString barName = addSuffix(addSuffix(fname, QString::number(no)), QStringLiteral("-cBar"));
+    const QString barName =
+        addSuffix(addSuffix(fname, QString::number(no)), QStringLiteral("-cBar"));
     if (!ui_->CBar->barPixmap.save(barName))
         qDebug() << "Can't save the colour bar" << barName;
 }

@@ -78,7 +78,7 @@ void Body::readI1(const QStringList& files, bool newFile, int ticket)
         clearI1Files();
     LoadJob job = loadJob(i1_, files, ExCmdLoadI1Files);
     job.ticket = ticket;
-    i1_.loading = true;
+    ++i1_.jobsSent;
     Q_EMIT loadI1Files(job);
 }
 
@@ -88,7 +88,7 @@ void Body::readI0(const QStringList& files, bool newFile, int ticket)
         clearI0Files();
     LoadJob job = loadJob(i0_, files, ExCmdLoadI0Files);
     job.ticket = ticket;
-    i0_.loading = true;
+    ++i0_.jobsSent;
     Q_EMIT loadI0Files(job);
 }
 
@@ -110,7 +110,7 @@ void Body::loadedI1(TiffData* image, int fNo)
     takeLoaded(i1_, image, fNo);
     if (i1Stack_.size() == 1)
         takeImageGeometry();
-    if (i1_.loading && !i1_.row->showLatest())
+    if (i1_.jobsDone < i1_.jobsSent && !i1_.row->showLatest())
         return;
     const int last = i1Stack_.size() - 1;
     ui_->SeekBar->setMaximum(last);
@@ -133,19 +133,19 @@ void Body::takeImageGeometry()
     imgY0_ = first.y0;
 }
 
-void Body::finishedLoadI1Files()
+void Body::finishedLoadI1Files(int jobsDone)
 {
-    finishLoad(i1_);
+    finishLoad(i1_, jobsDone);
 }
 
-void Body::finishedLoadI0Files()
+void Body::finishedLoadI0Files(int jobsDone)
 {
-    finishLoad(i0_);
+    finishLoad(i0_, jobsDone);
 }
 
-void Body::finishLoad(Stack& stack)
+void Body::finishLoad(Stack& stack, int jobsDone)
 {
-    stack.loading = false;
+    stack.jobsDone = jobsDone;
     curX_ = 0;
     curY_ = 0;
     refillDarkAverages(stack);
@@ -177,8 +177,9 @@ void Body::showData(int no)
     const TiffStack& images = *shownStack().images;
     if (no < 0 || no >= images.size())
         return;
-    ui_->SeekBar->setMaximum(images.size() - 1);
+    // Quiet already here: a smaller maximum moves the slider.
     const QSignalBlocker quiet(ui_->SeekBar);
+    ui_->SeekBar->setMaximum(images.size() - 1);
     ui_->SeekBar->setValue(no);
     ui_->ImgNo->setText(QString::number(no));
     ui_->ImgNo->setToolTip(images[no]->fileName);

@@ -31,7 +31,6 @@ int main(int argc, char** argv)
     qDebug() << "application folder" << QCoreApplication::applicationDirPath();
 
     const QString cfgPath = configPath(theCfg(), QCoreApplication::applicationDirPath());
-    qDebug() << "cfg file" << cfgPath;
     theCfg().readFile(cfgPath);
     applySettings(theCfg());
     const StartOptions options = readStartOptions(theCfg());

@@ -73,7 +73,7 @@ void BatchCtrl::setUpDialogs()
         dialog->setOption(QFileDialog::DontUseNativeDialog);
         dialog->setFileMode(QFileDialog::AnyFile);
         dialog->setNameFilters(filters);
-        dialog->setDirectory(DataRoot);
+        dialog->setDirectory(BatchRoot);
     }
     saveDialog_->setAcceptMode(QFileDialog::AcceptSave);
     connect(ui_->Save, &QPushButton::clicked, saveDialog_, &QFileDialog::show);

@@ -4,6 +4,7 @@
 
 #include <QMainWindow>
 #include <QPointer>
+#include <QVector>
 
 #include <memory>
 
@@ -26,6 +27,9 @@ public:
     /// called before the configuration's own lines are given to the dispatcher: execBatchSlot()
     /// waits for the end of that first run.
     void setDispatcher(BatchDispatcher* dispatcher);
+
+    /// The dialogs that load and save batch files, for a group that shares a folder.
+    QVector<QFileDialog*> dialogs() const { return {loadDialog_, saveDialog_}; }
 
 Q_SIGNALS:
     void doDispatchCmds(QStringList cmdLines);

@@ -43,7 +43,7 @@ int displayStride(int format, int width);
 QColor plotColor(int i);
 
 /// The one colour bar of the program, through which images and maps turn into pixels; null as
-/// long as no bar exists (tests and tools without a window), when defaultColorScale() serves.
+/// long as no bar exists (tests and tools without a window), when currentColorScale() serves.
 extern ColorScale* theColorBar;
 
 /// `*theColorBar`, or a scale with default handles where there is no bar. GUI thread.

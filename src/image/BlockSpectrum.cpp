@@ -205,8 +205,7 @@ Spectrum rawI1(const TiffStack& i1, const BlockConditions& conditions, int x, in
         return spectrum;
     spectrum.points.reserve(i1.size());
     for (const TiffData* image : i1) {
-        spectrum.append(image->energy,
-                        image->blockSum(x, y, conditions.halfX, conditions.halfY));
+        spectrum.append(image->energy, image->blockSum(x, y, conditions.halfX, conditions.halfY));
     }
     return spectrum;
 }

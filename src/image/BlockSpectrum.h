@@ -3,16 +3,19 @@
 #include "image/TiffData.h"
 #include "spectrum/Spectrum.h"
 
+#include <cmath>
 #include <vector>
 
 /// The images that a block spectrum is formed from; not owned, and unchanged while in use.
-struct StackPair {
+struct StackPair
+{
     const TiffStack& i1;
     const TiffStack& i0;
 };
 
 /// All conditions of a block spectrum, gathered once from wherever they are kept.
-struct BlockConditions {
+struct BlockConditions
+{
     int halfX = 0; ///< the block spans 2*halfX+1 by 2*halfY+1 pixels
     int halfY = 0;
     int imageWidth = -1; ///< positions outside give an empty spectrum
@@ -33,9 +36,10 @@ struct BlockConditions {
     bool totalI0Loaded = false; ///< totalI0 replaces I0, point i for image i, 0 past its end
     Spectrum totalI0;
 
-    int blockPixels() const
+    /// Number of pixels in a block, also where it hangs over the edge.
+    double blockPixels() const
     {
-        return (2 * qAbs(halfX) + 1) * (2 * qAbs(halfY) + 1);
+        return (2.0 * std::abs(double(halfX)) + 1.0) * (2.0 * std::abs(double(halfY)) + 1.0);
     }
 };
 
@@ -58,7 +62,8 @@ public:
 
 private:
     /// Energy of an I1 image on the line through two I0 images.
-    struct I0Line {
+    struct I0Line
+    {
         int low;
         int high;
         double lowEnergy;
@@ -75,10 +80,10 @@ private:
     const BlockConditions conditions_;
     const double blockPixels_;
     std::vector<double> energies_;
-    std::vector<I0Line> lines_;   ///< one an I1 image, when two or more I0 images exist
-    std::vector<int> usedI0_;     ///< I0 images whose sums are needed
-    std::vector<double> i0Sums_;  ///< [I0 image][position of the chunk]
-    std::vector<double> i1Dark_;  ///< dark term per position of the chunk
+    std::vector<I0Line> lines_;  ///< one an I1 image, when two or more I0 images exist
+    std::vector<int> usedI0_;    ///< I0 images whose sums are needed
+    std::vector<double> i0Sums_; ///< [I0 image][position of the chunk]
+    std::vector<double> i1Dark_; ///< dark term per position of the chunk
     std::vector<double> i0Dark_;
 };
 

@@ -1,6 +1,7 @@
 #include "image/ImageReaders.h"
 #include "image/TiffData.h"
 
+#include "common/CappedLine.h"
 #include "common/SafeInt.h"
 #include "common/TextItems.h"
 
@@ -15,14 +16,16 @@ constexpr double countsPerUnit = 500.0;
 /// A header of more lines than this is none.
 constexpr int maxHeaderLines = 1000;
 
-struct Range {
+struct Range
+{
     int x0 = 0;
     int x1 = 0;
     int y0 = 0;
     int y1 = 0;
 };
 
-struct RangeKey {
+struct RangeKey
+{
     const char* key;
     int Range::*end;
 };
@@ -103,7 +106,7 @@ int readBrnxHeader(TiffData& image, QIODevice& file)
     int lines = 0;
     while (lines < maxHeaderLines) {
         const qint64 lineStart = file.pos();
-        const QByteArray line = file.readLine(maxLineBytes);
+        const QByteArray line = readCappedLine(file, maxLineBytes);
         if (!line.trimmed().startsWith('#')) {
             file.seek(lineStart);
             break;

@@ -1,5 +1,6 @@
 #include "image/ErrPoints.h"
 
+#include "common/CappedLine.h"
 #include "common/TextItems.h"
 
 #include <QDebug>
@@ -34,7 +35,7 @@ bool ErrPoints::readFile(const QString& fname, int keep)
 void ErrPoints::read(QIODevice& in)
 {
     while (!in.atEnd()) {
-        const QString line = QString::fromUtf8(in.readLine(maxLineBytes));
+        const QString line = QString::fromUtf8(readCappedLine(in, maxLineBytes));
         QStringList size;
         // Looked for before comments are cut: the line is one itself.
         if (startsWithItems(line.simplified(), size, 2, QStringLiteral("# Size"))) {

@@ -17,7 +17,8 @@ constexpr int commentAt = 64;
 constexpr int headerBytes = 40;
 constexpr int fewestHeaderBytes = 10;
 
-struct UnitScale {
+struct UnitScale
+{
     const char* unit;
     double toMs;
 };

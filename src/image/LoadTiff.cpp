@@ -30,7 +30,7 @@ void LoadTiff::treatQues()
     if (index_ < job.files.size()) {
         // The end is looked for behind a file only, so the first one is always tried.
         readOne(job);
-        index_ += qMax(1, job.skip);
+        index_ = int(qMin<qint64>(qint64(index_) + qMax(1, job.skip), job.files.size()));
     }
     if (index_ >= job.files.size() - job.cutLast)
         endJob();
@@ -53,6 +53,7 @@ void LoadTiff::readOne(const LoadJob& job)
 void LoadTiff::endJob()
 {
     const LoadJob ended = queue_.takeFirst();
+    ++jobsDone_;
     if (ended.ticket != 0)
         ticket_ = ended.ticket;
     if (!queue_.isEmpty()) {
@@ -63,5 +64,5 @@ void LoadTiff::endJob()
     busy_ = false;
     const int ticket = ticket_;
     ticket_ = 0;
-    Q_EMIT finishLoadFiles(ended.loadCmdId, ticket);
+    Q_EMIT finishLoadFiles(ended.loadCmdId, ticket, jobsDone_);
 }

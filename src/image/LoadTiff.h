@@ -15,16 +15,17 @@ class TiffData;
 
 /// A list of files to load, with all that reading them needs, by value: nothing of it is shared
 /// with the thread that asked.
-struct LoadJob {
+struct LoadJob
+{
     QStringList files;
     bool ignoreLive = false; ///< pass over files with "Live" in their path
     int skip = 1;            ///< step through the list
     int cutFirst = 0;        ///< files left out at the start and at the end
     int cutLast = 0;
     ErrPoints errPs;
-    ColorScale scale;                  ///< pictures are made with it
-    EX_CMD_ID loadCmdId = ExCmdNone;   ///< passed back at the end
-    int ticket = 0; ///< number of the batch command that asked, 0 for a click
+    ColorScale scale;                ///< pictures are made with it
+    EX_CMD_ID loadCmdId = ExCmdNone; ///< passed back at the end
+    int ticket = 0;                  ///< number of the batch command that asked, 0 for a click
 };
 
 Q_DECLARE_METATYPE(LoadJob)
@@ -49,9 +50,9 @@ Q_SIGNALS:
     void loadNext();
     /// An image with its picture; the receiver owns it. fNo is the place in the job's full list.
     void loaded(TiffData* data, int fNo);
-    /// The queue has run empty: id of the last job, and the last ticket among the jobs since the
-    /// worker was idle.
-    void finishLoadFiles(EX_CMD_ID id, int ticket);
+    /// The queue has run empty: id of the last job, the last ticket among the jobs since the worker
+    /// was idle, and the number of jobs ended so far.
+    void finishLoadFiles(EX_CMD_ID id, int ticket, int jobsDone);
 
 private:
     void readOne(const LoadJob& job);
@@ -61,5 +62,6 @@ private:
     bool busy_ = false;
     int index_ = 0;
     int ticket_ = 0;
+    int jobsDone_ = 0;
     std::atomic<bool> stop_{false};
 };

@@ -21,7 +21,8 @@ R withPixelType(const TiffData& image, R none, F f)
 }
 
 /// Columns or rows first..last of the stored pixels, empty when first > last.
-struct PixelRange {
+struct PixelRange
+{
     int first;
     int last;
 };

@@ -22,7 +22,8 @@
 class TiffData
 {
 public:
-    enum PixelType {
+    enum PixelType
+    {
         TiffWords = 0, ///< unsigned 16 bit, from a TIFF
         ImgWords = 1,  ///< unsigned 16 bit, from an IMG file
         ImgLongs = 2,  ///< unsigned 32 bit
@@ -38,9 +39,9 @@ public:
     int x0 = 0; ///< position of the image on the detector
     int y0 = 0;
     ErrPoints errPs;
-    double minVal; ///< smallest and largest pixel read
-    double maxVal; ///< starts at the smallest positive double, which an all-zero image keeps
-    double energy = 0.0;       ///< [eV]
+    double minVal;       ///< smallest and largest pixel read
+    double maxVal;       ///< starts at the smallest positive double, which an all-zero image keeps
+    double energy = 0.0; ///< [eV]
     double exposureMs = 100.0; ///< [ms]
     int shiftX = 0;            ///< registration shift [pixels]
     int shiftY = 0;
@@ -127,7 +128,8 @@ double stackBlockSum(const TiffStack& stack, double E, int x, int y, int hw, int
 
 /// The two images that stackBlockSum interpolates between at energy E. The stack holds two images
 /// or more.
-struct StackSpan {
+struct StackSpan
+{
     int low;
     int high;
 };

@@ -11,7 +11,8 @@
 
 namespace {
 
-struct TiffCloser {
+struct TiffCloser
+{
     void operator()(TIFF* tif) const { TIFFClose(tif); }
 };
 using TiffHandle = std::unique_ptr<TIFF, TiffCloser>;
@@ -59,7 +60,8 @@ double exifExposureMs(TIFF* tif)
 {
     double seconds = 0.1;
     toff_t offset = 0;
-    if (TIFFGetField(tif, TIFFTAG_EXIFIFD, &offset) == 1 && TIFFReadEXIFDirectory(tif, offset) == 1) {
+    if (TIFFGetField(tif, TIFFTAG_EXIFIFD, &offset) == 1 &&
+        TIFFReadEXIFDirectory(tif, offset) == 1) {
         float value = 0.0F;
         double wide = 0.0;
         // libtiff hands rational EXIF tags out as float or double by its field table.

@@ -13,9 +13,6 @@
 
 namespace {
 
-/// More positions than any image has pixels: the area lies far outside the image.
-constexpr qint64 maxSavedValues = qint64(1) << 28;
-
 std::size_t pixelCount(const AnalyzeCond& ac)
 {
     if (ac.width < 1 || ac.height < 1)
@@ -142,7 +139,7 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     data_ = other->data_;
     procData_ = other->procData_;
     // Only as many bytes as the map has pixels: where rows are padded the last ones stay black
-    // until the next genImg(). Deliberate, captured maps have always looked like that.
+    // until the next genImg(), on purpose.
     imageBytes_.assign(other->imageBytes_.size(), 0);
     const std::size_t copied = std::min(pixelCount(stepper), imageBytes_.size());
     std::copy_n(other->imageBytes_.begin(), copied, imageBytes_.begin());
@@ -278,7 +275,7 @@ quint16* Analyzed2DRes::tiffDataForSave(bool fixedScaleGiven, double scaleMin, d
     const qint64 positions = qint64(stepper.columns()) * stepper.rows();
     if (field.empty())
         return nullptr;
-    if (asAnalyzed && positions > maxSavedValues) {
+    if (asAnalyzed && positions > maxPositions) {
         qDebug() << "Too many positions to save in map" << name;
         return nullptr;
     }
@@ -300,7 +297,8 @@ quint16* Analyzed2DRes::positionsTo16(const std::vector<double>& field, const Sc
     walk.start();
     int count = 0;
     do {
-        out[count++] = scaledTo16(clampedTo(s, sample(field, walk.cx, walk.cy)), s);
+        const double v = sample(field, walk.cx, walk.cy);
+        out[count++] = std::isfinite(v) ? scaledTo16(clampedTo(s, v), s) : quint16(0);
     } while (walk.next());
     savedSamples = count;
     return out;
@@ -314,7 +312,7 @@ bool Analyzed2DRes::saveAsText(const QFileInfo& fi, bool /*asAnalyzed*/, bool us
         qDebug() << "Can't open" << fi.filePath();
         return false;
     }
-    if (qint64(stepper.columns()) * stepper.rows() > maxSavedValues) {
+    if (qint64(stepper.columns()) * stepper.rows() > maxPositions) {
         qDebug() << "Too many positions to save in map" << name;
         return false;
     }
@@ -346,8 +344,8 @@ void Analyzed2DRes::writeRows(QTextStream& out, QChar separator) const
     AnalyzeCond walk = stepper;
     walk.start();
     do {
-        // Each row opens with its line end, the first one too: readers of these files skip the
-        // empty first line.
+        // Each row opens with its line end, the first one too, so the file begins with an empty
+        // line. Deliberate.
         out << (walk.newLine ? QLatin1Char('\n') : separator)
             << shortest(valueAt(walk.cx, walk.cy));
     } while (walk.next());

@@ -102,6 +102,10 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY(Analyzed2DRes)
 
+    /// More positions than any image has pixels: the area lies far outside the image.
+    static constexpr qint64 maxPositions = qint64(1) << 28;
+
+    bool canFilter() const;
     void freeBuffers();
     void resetRanges();
     double sample(const std::vector<double>& field, int x, int y) const;

@@ -23,6 +23,16 @@ void forEachPosition(AnalyzeCond walk, const char* label, Visit visit)
 
 } // namespace
 
+bool Analyzed2DRes::canFilter() const
+{
+    if (data_.empty() || procData_.empty())
+        return false;
+    const bool walkable = qint64(stepper.columns()) * stepper.rows() <= maxPositions;
+    if (!walkable)
+        qDebug() << "Too many positions to filter in map" << name;
+    return walkable;
+}
+
 void Analyzed2DRes::setDeglitchConds(double f, double r)
 {
     deglitchFactor = f;
@@ -71,7 +81,7 @@ void Analyzed2DRes::storeProcessed(const AnalyzeCond& at, double v)
 
 void Analyzed2DRes::deglitch()
 {
-    if (data_.empty() || procData_.empty())
+    if (!canFilter())
         return;
     double sum = 0.0;
     qint64 count = 0;
@@ -128,7 +138,7 @@ double Analyzed2DRes::levelNeighbourMean(const AnalyzeCond& at, double mean, dou
 
 void Analyzed2DRes::deglitch2(double limit)
 {
-    if (data_.empty() || procData_.empty())
+    if (!canFilter())
         return;
     const double mean = commonLevel(limit);
     procMin = runningMinStart;

@@ -3,7 +3,8 @@
 #include "maps/AnalyzeCond.h"
 
 /// Consecutive positions of one row of a walk: those of `first`, first.next(), ... `count` of them.
-struct WalkRun {
+struct WalkRun
+{
     AnalyzeCond first;
     int count = 0;
 };

