@@ -207,6 +207,7 @@ void Body::setupImageView()
     connect(ui_->CBarAll, &QPushButton::clicked, this, &Body::cBarUpdated);
     connect(ui_->CBar, &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
     connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
+    connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, ui_->CBar, &ColorBar::setRange);
     connect(ui_->dispA, &ImgDispA::rangeShown, ui_->CBar, &ColorBar::setRange);
 
     connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
