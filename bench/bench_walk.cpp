@@ -3,6 +3,7 @@
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
 
+#include <QCoreApplication>
 #include <QEventLoop>
 #include <QTemporaryDir>
 
@@ -27,6 +28,8 @@ Body& preparedBody()
     if (body)
         return *body;
     body = std::make_unique<Body>();
+    // The window must go before the application does.
+    qAddPostRoutine([] { body.reset(); });
     for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")}) {
         command(*body,
                 QStringLiteral("eng_calc_base_%1 %2").arg(stack).arg(synthetic::firstEnergy));

@@ -9,7 +9,7 @@ namespace {
 XafsSpectrum normalized(const XafsSpectrum& raw)
 {
     XafsSpectrum s = raw;
-    s.normalizeIfData(s.mode);
+    s.normalizeIfData(s.mode, XafsSpectrum::FittedCurve);
     return s;
 }
 

@@ -76,13 +76,13 @@ void XafsSpectrum::init(const QString& spectrumName, const SuggestElm& elm)
     outOfRangeMidx = noisyMidx = false;
 }
 
-void XafsSpectrum::normalizeIfData(int backgroundMode)
+void XafsSpectrum::normalizeIfData(int backgroundMode, Curves curves)
 {
     if (!isEmpty())
-        normalize(backgroundMode);
+        normalize(backgroundMode, curves);
 }
 
-void XafsSpectrum::normalize(int backgroundMode)
+void XafsSpectrum::normalize(int backgroundMode, Curves curves)
 {
     genSmoothed(2);
     midx = x(steepestIndex());
@@ -90,7 +90,7 @@ void XafsSpectrum::normalize(int backgroundMode)
     const LineSamples samples(*this);
     midx = midPoint(samples);
     dMut = postAt(midx) - preAt(midx);
-    makeNormalizedCurves(samples);
+    makeNormalizedCurves(samples, curves);
     guardEdge();
 }
 
@@ -239,7 +239,7 @@ void XafsSpectrum::smoothedAtRawEnergies(QVarLengthArray<double, 512>& values) c
         values[i] = cursor.smoothedAt(x(i) + shift());
 }
 
-void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples)
+void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curves)
 {
     const int n = size();
     QVarLengthArray<double, 1024> scratch(4 * n);
@@ -260,6 +260,8 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples)
     for (int i = 0; i < n; ++i)
         value[i] = overPre[i] / gap[i];
     doubleNormalizedPreBase.setPoints(E, value, n);
+    if (curves == FittedCurve)
+        return;
     for (int i = 0; i < n; ++i)
         value[i] = overPost[i] / gap[i];
     doubleNormalizedPostBase.setPoints(E, value, n);

@@ -15,6 +15,13 @@ class QTextStream;
 class XafsSpectrum : public Spectrum
 {
 public:
+    /// Which normalised curves are made: a walk over a map reads doubleNormalizedPreBase alone.
+    enum Curves
+    {
+        AllCurves,
+        FittedCurve
+    };
+
     qint64 isMute = 1; ///< 0 after load() of a "9809" file, else 1
     QString name = QStringLiteral("No Name");
     SuggestElm sElm;
@@ -51,10 +58,10 @@ public:
 
     void init(const QString& spectrumName, const SuggestElm& elm);
 
-    /// Fits the lines, finds midx and dMut and makes the four curves. n >= 1.
-    void normalize(int backgroundMode);
+    /// Fits the lines, finds midx and dMut and makes the normalised curves. n >= 1.
+    void normalize(int backgroundMode, Curves curves = AllCurves);
     /// normalize() unless the spectrum is empty.
-    void normalizeIfData(int backgroundMode);
+    void normalizeIfData(int backgroundMode, Curves curves = AllCurves);
 
     bool fitLines(double edgeE, int backgroundMode);
     double findMidx() const;
@@ -91,7 +98,7 @@ private:
     bool readsOwnGrid(const LineSamples& samples) const;
     double smoothedOnGrid(const LineSamples& samples, int i) const;
     void smoothedAtRawEnergies(QVarLengthArray<double, 512>& values) const;
-    void makeNormalizedCurves(const LineSamples& samples);
+    void makeNormalizedCurves(const LineSamples& samples, Curves curves);
     void guardEdge();
 };
 
