@@ -11,5 +11,7 @@ if [[ $preset != asan && $preset != tsan ]]; then
 fi
 scripts/setup.sh
 cmake --preset "$preset"
-cmake --build --preset "$preset" --parallel "$(nproc)"
+targets=(all)
+[[ $preset == asan ]] || targets=(worker_tests)
+cmake --build --preset "$preset" --parallel "$(nproc)" --target "${targets[@]}"
 ctest --preset "$preset" --parallel "$(nproc)"
