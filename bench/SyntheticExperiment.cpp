@@ -89,7 +89,7 @@ BlockConditions synthetic::conditions(int half)
 
 QString synthetic::writeReference(const QString& folder, int r)
 {
-    const QString name = QDir(folder).filePath(QStringLiteral("ref%1.dat").arg(r));
+    QString name = QDir(folder).filePath(QStringLiteral("ref%1.dat").arg(r));
     QFile file(name);
     if (file.open(QIODevice::WriteOnly | QIODevice::Text)) {
         QTextStream out(&file);

@@ -100,12 +100,14 @@ void Body::prepareMaps(const AnalyzeCond& cond)
 /// Shift of an image position from the energy shift map [eV], 0 outside the map.
 double Body::shiftAt(int x, int y) const
 {
-    return energyShiftMap_.valueAt(imgX0_ + x - mapX0_, imgY0_ + y - mapY0_);
+    const auto onMap = [](qint64 v) { return int(qBound<qint64>(-1, v, INT_MAX)); };
+    return energyShiftMap_.valueAt(onMap(qint64(imgX0_) + x - mapX0_),
+                                   onMap(qint64(imgY0_) + y - mapY0_));
 }
 
 QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
 {
-    const AnalyzeCond& at = run.first;
+    AnalyzeCond at = run.first;
     const BlockConditions conditions = blockConditions(at.halfX, at.halfY);
     const SuggestElm elm = suggestElm();
     BlockSpectra blocks({i1Stack_, i0Stack_}, conditions);
@@ -113,9 +115,10 @@ QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
     const QString name = QStringLiteral("Body-AaP");
     QVector<XafsSpectrum> spectra;
     spectra.reserve(run.count);
-    for (int k = 0; k < run.count; ++k) {
-        spectra.append(XafsSpectrum::unnormalized(raw[k], name, VictLine::Straight,
-                                                  shiftAt(at.cx + k * at.stepX, at.cy), elm));
+    for (const Spectrum& curve : raw) {
+        spectra.append(XafsSpectrum::unnormalized(curve, name, VictLine::Straight,
+                                                  shiftAt(at.cx, at.cy), elm));
+        at.next();
     }
     return spectra;
 }
