@@ -8,10 +8,17 @@
 
 namespace {
 
+quint64 bitsOf(double v)
+{
+    quint64 bits;
+    std::memcpy(&bits, &v, sizeof bits);
+    return bits;
+}
+
 /// True when both doubles are the same to the last bit, nan included.
 bool sameBits(double a, double b)
 {
-    return std::memcmp(&a, &b, sizeof a) == 0 || (a == 0.0 && b == 0.0);
+    return bitsOf(a) == bitsOf(b) || (a == 0.0 && b == 0.0);
 }
 
 bool sameBits(const QVector<double>& a, const QVector<double>& b)

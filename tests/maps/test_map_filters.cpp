@@ -21,7 +21,8 @@ struct Samples
     }
     double at(int i, int j) const
     {
-        return values[static_cast<std::size_t>(pixelY(j) * ac.width + pixelX(i))];
+        return values.at(static_cast<std::size_t>(pixelX(i)) +
+                         static_cast<std::size_t>(pixelY(j)) * static_cast<std::size_t>(ac.width));
     }
 };
 
