@@ -4,10 +4,8 @@
 #include "app/Body.h"
 #include "support/ImageFiles.h"
 
-#include <QFile>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTextStream>
 #include <QtTest>
 
 #include <cmath>
@@ -25,19 +23,20 @@ public:
 
     SmallExperiment()
     {
+        QByteArray table[2];
         for (int i = 0; i < energies; ++i) {
             const double E = firstEnergy + energyStep * i;
-            i1.append(writeImage(QStringLiteral("i1_%1.img").arg(i, 3, 10, QLatin1Char('0')),
-                                 [=](int x, int y) {
-                                     const double f = fraction(x, y);
-                                     const double mu = f * mu0(E) + (1 - f) * mu1(E);
-                                     return 4e9 * std::exp(-mu);
-                                 }));
-            i0.append(writeImage(QStringLiteral("i0_%1.img").arg(i, 3, 10, QLatin1Char('0')),
-                                 [](int, int) { return 4e9; }));
+            const QString name = QString::number(1000 + i) + ".img";
+            i1 << write("i1_" + name, image([E](int x, int y) {
+                            const double f = fraction(x, y);
+                            return 4e9 * std::exp(-f * mu0(E) - (1 - f) * mu1(E));
+                        }));
+            i0 << write("i0_" + name, image([](int, int) { return 4e9; }));
+            for (const int r : {0, 1})
+                table[r] += QByteArray::number(E) + ' ' +
+                            QByteArray::number(r == 0 ? mu0(E) : mu1(E), 'g', 17) + '\n';
         }
-        references << writeReference(QStringLiteral("a.dat"), mu0)
-                   << writeReference(QStringLiteral("b.dat"), mu1);
+        references << write("a.dat", table[0]) << write("b.dat", table[1]);
     }
 
     /// Planted share of reference 0.
@@ -52,7 +51,11 @@ public:
         return 0.2 + edge(E) + 0.3 * std::exp(-t * t / 0.32);
     }
 
-    QString filePath(const QString& name) const { return dir.filePath(name); }
+    /// Path of a file of the folder, written anew.
+    QString write(const QString& name, const QByteArray& bytes) const
+    {
+        return writeBytes(dir.filePath(name), bytes) ? dir.filePath(name) : QString();
+    }
 
     QTemporaryDir dir;
     QStringList i1;
@@ -62,90 +65,47 @@ public:
 private:
     static double edge(double E) { return 0.5 * (1.0 + std::tanh((E - 8980.0) / 0.5)); }
 
-    QString writeImage(const QString& name, const PixelFunction& f)
+    static QByteArray image(const PixelFunction& f)
     {
-        const QString path = dir.filePath(name);
-        writeBytes(path, imgBytes(width, height, "BytesPerPixel=4,ExposureTime=20 ms,", 4, f));
-        return path;
-    }
-
-    QString writeReference(const QString& name, double (*mu)(double))
-    {
-        QString text;
-        QTextStream out(&text);
-        out.setRealNumberPrecision(17);
-        for (int i = 0; i < energies; ++i) {
-            const double E = firstEnergy + energyStep * i;
-            out << E << ' ' << mu(E) << '\n';
-        }
-        const QString path = dir.filePath(name);
-        writeBytes(path, text.toUtf8());
-        return path;
+        return imgBytes(width, height, "BytesPerPixel=4,ExposureTime=20 ms,", 4, f);
     }
 };
 
-/// Drives a main window as a batch does: commands by text, each waited for by its ticket.
-class BodyDriver
+/// A main window driven as a batch does: commands by text, each waited for by its ticket.
+class DrivenBody : public Body
 {
 public:
-    explicit BodyDriver(Body& body)
-        : body_(body)
-        , ends_(&body, &Body::finishBatchExec)
-    {
-    }
-
     /// Runs one command and waits for its report; false when none comes in time.
-    bool run(const QString& text, int waitMs = 10000)
+    bool run(const QString& text)
     {
         CmdLine line(text);
-        line.ticket = ++ticket_;
-        body_.execCmdSlot(line, false);
-        QElapsedTimer timer;
-        timer.start();
-        while (!reported(ticket_) && timer.elapsed() < waitMs)
-            QTest::qWait(2);
-        return reported(ticket_);
+        const int ticket = line.ticket = ++ticket_;
+        execCmdSlot(line, false);
+        return QTest::qWaitFor(
+            [=] { return !ends_.isEmpty() && ends_.last()[1].toInt() == ticket; }, 60000);
     }
 
     bool runAll(const QStringList& lines)
     {
-        for (const QString& line : lines) {
-            if (!run(line))
-                return false;
-        }
-        return true;
+        return std::all_of(lines.begin(), lines.end(), [this](const QString& l) { return run(l); });
     }
 
     /// Energies, stacks and references of the experiment.
     bool load(const SmallExperiment& e)
     {
-        const QString all = QStringLiteral(" new ") + e.dir.path() + QStringLiteral("/ ");
-        QStringList lines;
-        for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")}) {
-            lines << QStringLiteral("eng_calc_base_%1 %2").arg(stack).arg(e.firstEnergy)
-                  << QStringLiteral("eng_calc_delta_%1 %2").arg(stack).arg(e.energyStep)
-                  << QStringLiteral("eng_calc_even_in_eng_%1 1").arg(stack)
-                  << QStringLiteral("load_%1_files_of_pattern").arg(stack) + all + stack +
-                         QStringLiteral("_*.img");
-        }
+        QStringList lines{"Use_I0 1", "set_band_w 0", "set_band_h 0"};
+        for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")})
+            lines << "eng_calc_base_" + stack + " 8920"
+                  << "eng_calc_delta_" + stack + " 2"
+                  << "eng_calc_even_in_eng_" + stack + " 1"
+                  << QStringLiteral("load_%1_files_of_pattern new %2/ %1_*.img")
+                         .arg(stack, e.dir.path());
         for (int r = 0; r < e.references.size(); ++r)
             lines << QStringLiteral("analyzer_set_LCF_std %1 0 0 %2").arg(r).arg(e.references[r]);
-        lines << QStringLiteral("Use_I0 1") << QStringLiteral("set_band_w 0")
-              << QStringLiteral("set_band_h 0");
         return runAll(lines);
     }
 
 private:
-    bool reported(int ticket) const
-    {
-        for (const QList<QVariant>& end : ends_) {
-            if (end[1].toInt() == ticket)
-                return true;
-        }
-        return false;
-    }
-
-    Body& body_;
-    QSignalSpy ends_;
+    QSignalSpy ends_{this, &Body::finishBatchExec};
     int ticket_ = 0;
 };

@@ -1,308 +1,169 @@
 #include "PlainAnalysis.h"
 
 #include <QDir>
-#include <QFile>
-#include <QRegularExpression>
 #include <QTextStream>
-#include <QtEndian>
 
 #include <tiffio.h>
 
 #include <cmath>
 
 namespace {
-QVector<double> readTiff(const QString& fname, QSize* size)
+QVector<double> readTiff(const QString& fname, int* width)
 {
     TIFF* tiff = TIFFOpen(QFile::encodeName(fname).constData(), "r");
-    if (tiff == nullptr) {
-        return {};
-    }
-    uint32_t width = 0;
-    uint32_t height = 0;
-    TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, &width);
+    quint32 height = 0;
+    TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, width);
     TIFFGetField(tiff, TIFFTAG_IMAGELENGTH, &height);
-    *size = QSize(static_cast<int>(width), static_cast<int>(height));
     QVector<double> pixels;
-    QVector<quint16> row(static_cast<int>(TIFFScanlineSize(tiff)) / 2);
-    for (uint32_t y = 0; y < height; ++y) {
+    QVector<quint16> row(*width);
+    for (quint32 y = 0; y < height; ++y) {
         TIFFReadScanline(tiff, row.data(), y, 0);
-        for (int x = 0; x < size->width(); ++x) {
-            pixels.append(row[x]);
-        }
+        for (const quint16 pixel : row)
+            pixels.append(pixel);
     }
     TIFFClose(tiff);
     return pixels;
 }
 
-QVector<double> readImg(const QByteArray& bytes, QSize* size)
+/// Constant and slope of the least-squares line through the points from one energy to another.
+QPointF lineThrough(const plain::Curve& curve, double from, double to)
 {
-    const auto word = [&bytes](int offset) {
-        return static_cast<int>(qFromLittleEndian<quint16>(bytes.constData() + offset));
-    };
-    const int commentSize = word(2);
-    *size = QSize(word(4), word(6));
-    const int pixelSize = bytes.mid(64, commentSize).contains("BytesPerPixel=4,") ? 4 : 2;
-    const char* pixel = bytes.constData() + 64 + commentSize;
-    const int count = size->width() * size->height();
-    QVector<double> pixels;
-    if (bytes.size() != 64 + commentSize + count * pixelSize) {
-        return pixels;
+    double n = 0.0, sx = 0.0, sy = 0.0, sxx = 0.0, sxy = 0.0;
+    for (const QPointF& p : curve) {
+        const double weight = p.x() >= from && p.x() < to ? 1.0 : 0.0;
+        const double x = weight * p.x();
+        n += weight;
+        sx += x;
+        sy += weight * p.y();
+        sxx += x * x;
+        sxy += x * p.y();
     }
-    for (int i = 0; i < count; ++i, pixel += pixelSize) {
-        pixels.append(pixelSize == 4 ? static_cast<double>(qFromLittleEndian<quint32>(pixel))
-                                     : static_cast<double>(qFromLittleEndian<quint16>(pixel)));
-    }
-    return pixels;
+    const double slope = (n * sxy - sx * sy) / (n * sxx - sx * sx);
+    return {(sy - slope * sx) / n, slope};
 }
 
-QVector<double> readBrnx(const QByteArray& bytes, QSize* size)
+double valueAt(const plain::Curve& curve, double energy)
 {
-    QVector<double> pixels;
-    for (const QByteArray& line : bytes.split('\n')) {
-        const QList<QByteArray> items = line.split(' ');
-        if (line.startsWith("# RANGE_X1")) {
-            size->setWidth(items[3].toInt());
-        } else if (line.startsWith("# RANGE_Y1")) {
-            size->setHeight(items[3].toInt());
-        } else if (!line.startsWith('#') && items.size() == 3) {
-            pixels.append(static_cast<float>(items[2].toDouble() * 500.0));
-        }
-    }
-    return pixels;
-}
-
-struct Line
-{
-    double constant;
-    double slope;
-    double at(double x) const { return constant + slope * x; }
-};
-
-/// Least-squares line through the points from `first` to before `last`, taken about their mean.
-Line lineThrough(const plain::Curve& curve, int first, int last)
-{
-    double meanX = 0.0;
-    double meanY = 0.0;
-    for (int i = first; i < last; ++i) {
-        meanX += curve[i].x() / (last - first);
-        meanY += curve[i].y() / (last - first);
-    }
-    double xx = 0.0;
-    double xy = 0.0;
-    for (int i = first; i < last; ++i) {
-        xx += (curve[i].x() - meanX) * (curve[i].x() - meanX);
-        xy += (curve[i].x() - meanX) * (curve[i].y() - meanY);
-    }
-    return {meanY - xy / xx * meanX, xy / xx};
-}
-
-/// Index left of the steepest rise of the five-point mean.
-int steepest(const plain::Curve& curve)
-{
-    int best = 2;
-    double bestRise = 0.0;
-    for (int i = 2; i + 3 < curve.size(); ++i) {
-        const double rise = curve[i + 3].y() - curve[i - 2].y();
-        if (rise > bestRise) {
-            bestRise = rise;
-            best = i;
-        }
-    }
-    return best;
-}
-
-int firstAtOrAbove(const plain::Curve& curve, double energy)
-{
-    int i = 0;
-    while (i < curve.size() && curve[i].x() < energy) {
+    int i = 1;
+    while (i < curve.size() - 1 && curve[i].x() < energy)
         ++i;
-    }
-    return i;
+    const QPointF slope = curve[i] - curve[i - 1];
+    return curve[i - 1].y() + slope.y() * (energy - curve[i - 1].x()) / slope.x();
 }
 
-/// Sums of blocks side by side, walking by rows of blocks.
-QVector<double> blockSums(const QVector<double>& image, const QSize& size, int halfWidth)
+/// Sums over squares of `side` pixels, in rows, with the dark level of the image's corner off.
+QVector<double> netSums(const QString& fname, int darkSize, int side)
 {
-    const int step = 2 * halfWidth + 1;
-    QVector<double> sums;
-    for (int y0 = 0; y0 + halfWidth < size.height(); y0 += step) {
-        for (int x0 = 0; x0 + halfWidth < size.width(); x0 += step) {
-            double sum = 0.0;
-            for (int y = y0; y < qMin(y0 + step, size.height()); ++y) {
-                for (int x = x0; x < qMin(x0 + step, size.width()); ++x) {
-                    sum += image[y * size.width() + x];
-                }
-            }
-            sums.append(sum);
-        }
-    }
-    return sums;
-}
-
-/// Block sums of an image with the dark level of its corner taken off.
-QVector<double> netSums(const QString& fname, int darkSize, int halfWidth)
-{
-    QSize size;
-    const QVector<double> image = plain::readImage(fname, &size);
+    int width = 0;
+    const QVector<double> image = readTiff(fname, &width);
     double dark = 0.0;
-    for (int y = 0; y < darkSize; ++y) {
-        for (int x = 0; x < darkSize; ++x) {
-            dark += image[y * size.width() + x] / (darkSize * darkSize);
-        }
-    }
-    const int side = 2 * halfWidth + 1;
-    QVector<double> sums = blockSums(image, size, halfWidth);
-    for (double& sum : sums) {
-        sum -= dark * side * side;
-    }
+    for (int i = 0; i < darkSize * darkSize; ++i)
+        dark += image[i / darkSize * width + i % darkSize] / (darkSize * darkSize);
+    const int columns = width / side;
+    QVector<double> sums(image.size() / (side * side), -dark * side * side);
+    for (int i = 0; i < image.size(); ++i)
+        sums[i / width / side * columns + i % width / side] += image[i];
     return sums;
-}
-
-QVector<plain::Curve> blockSpectra(const QString& folder, const QString& suffix, double firstEnergy,
-                                   double energyStep, int darkSize, int halfWidth)
-{
-    const QDir dir(folder + QStringLiteral("/images"));
-    const QStringList files = dir.entryList({QStringLiteral("i1_*.") + suffix}, QDir::Files);
-    QVector<plain::Curve> spectra;
-    for (int e = 0; e < files.size(); ++e) {
-        QString i0Name = files[e];
-        i0Name.replace(1, 1, QLatin1Char('0'));
-        const QVector<double> i1 = netSums(dir.filePath(files[e]), darkSize, halfWidth);
-        const QVector<double> i0 = netSums(dir.filePath(i0Name), darkSize, halfWidth);
-        spectra.resize(i1.size());
-        for (int b = 0; b < i1.size(); ++b) {
-            const double mu = i0[b] * i1[b] > 0.0 ? std::log(i0[b] / i1[b]) : 1.0;
-            spectra[b].append(QPointF(firstEnergy + energyStep * e, mu));
-        }
-    }
-    return spectra;
-}
-
-/// Solves a symmetric positive definite system by elimination.
-QVector<double> solved(QVector<QVector<double>> a, QVector<double> b)
-{
-    const int n = b.size();
-    for (int k = 0; k < n; ++k) {
-        for (int i = 0; i < n; ++i) {
-            if (i == k) {
-                continue;
-            }
-            const double factor = a[i][k] / a[k][k];
-            for (int j = k; j < n; ++j) {
-                a[i][j] -= factor * a[k][j];
-            }
-            b[i] -= factor * b[k];
-        }
-    }
-    for (int k = 0; k < n; ++k) {
-        b[k] /= a[k][k];
-    }
-    return b;
 }
 } // namespace
-
-QVector<double> plain::readImage(const QString& fname, QSize* size)
-{
-    QFile file(fname);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    const QByteArray bytes = file.readAll();
-    if (bytes.startsWith("II")) {
-        return readTiff(fname, size);
-    }
-    if (bytes.startsWith("IM")) {
-        return readImg(bytes, size);
-    }
-    return bytes.startsWith("#BRNX-CTImg") ? readBrnx(bytes, size) : QVector<double>();
-}
 
 plain::Curve plain::readReference(const QString& fname)
 {
     QFile file(fname);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        return {};
-    }
+    file.open(QIODevice::ReadOnly | QIODevice::Text);
     QTextStream in(&file);
     const bool angles = in.readLine().startsWith(QLatin1String("9809"));
-    bool inData = !angles;
     double spacing = 0.0;
     Curve curve;
     while (!in.atEnd()) {
         const QStringList items = in.readLine().split(QLatin1Char(' '), Qt::SkipEmptyParts);
-        if (!inData) {
-            const int key = items.indexOf(QStringLiteral("D="));
-            spacing = key < 0 ? spacing : items[key + 1].toDouble();
-            inData = !items.isEmpty() && items[0] == QLatin1String("Offset");
-        } else if (angles && items.size() == 5) {
-            const double angle = items[1].toDouble() * 3.1415926535 / 180.0;
-            curve.append(QPointF(12398.424360387684 / (2.0 * spacing * std::sin(angle)),
-                                 std::log(items[3].toDouble() / items[4].toDouble())));
-        } else if (!angles && !items[0].startsWith(QLatin1Char('#'))) {
-            curve.append(QPointF(items[0].toDouble(), items[1].toDouble()));
-        }
+        const double x = items.value(angles ? 1 : 0).toDouble();
+        if (items.contains(QStringLiteral("D=")))
+            spacing = items[items.indexOf(QStringLiteral("D=")) + 1].toDouble();
+        else if (x > 0.0 && (!angles || items.size() == 5))
+            curve.append(
+                angles ? QPointF(12398.424360387684 / (2.0 * spacing * std::sin(x * M_PI / 180.0)),
+                                 std::log(items[3].toDouble() / items[4].toDouble()))
+                       : QPointF(x, items[1].toDouble()));
     }
     return curve;
 }
 
 plain::Curve plain::normalised(const Curve& curve, double* edgeStep)
 {
-    const double edge = curve[steepest(curve)].x();
-    const Line pre = lineThrough(curve, 0, firstAtOrAbove(curve, edge - 10.0));
-    const Line post = lineThrough(curve, firstAtOrAbove(curve, edge + 10.0), curve.size());
-    if (edgeStep != nullptr) {
-        *edgeStep = post.at(edge) - pre.at(edge);
-    }
+    int best = 2; // left of the steepest rise of the five-point mean
+    for (int i = 2; i + 3 < curve.size(); ++i)
+        if (curve[i + 3].y() - curve[i - 2].y() > curve[best + 3].y() - curve[best - 2].y())
+            best = i;
+    const double edge = curve[best].x();
+    const QPointF pre = lineThrough(curve, 0.0, edge - 10.0);
+    const QPointF gap = lineThrough(curve, edge + 10.0, 1e9) - pre;
+    const auto at = [](const QPointF& line, double x) { return line.x() + line.y() * x; };
+    if (edgeStep != nullptr)
+        *edgeStep = at(gap, edge);
     Curve result;
-    for (const QPointF& p : curve) {
-        const double gap = post.at(p.x()) - pre.at(p.x());
-        result.append(QPointF(p.x(), (p.y() - pre.at(p.x())) / gap));
-    }
+    for (const QPointF& p : curve)
+        result.append(QPointF(p.x(), (p.y() - at(pre, p.x())) / at(gap, p.x())));
     return result;
 }
 
-double plain::valueAt(const Curve& curve, double energy)
+QVector<plain::Curve> plain::references(const QString& folder)
 {
-    const int above = qBound(1, firstAtOrAbove(curve, energy), curve.size() - 1);
-    const QPointF& p = curve[above - 1];
-    const QPointF& q = curve[above];
-    return p.y() + (q.y() - p.y()) * (energy - p.x()) / (q.x() - p.x());
+    QVector<Curve> found;
+    for (const QFileInfo& file :
+         QDir(folder + QStringLiteral("/references")).entryInfoList(QDir::Files))
+        found.append(normalised(readReference(file.filePath())));
+    return found;
 }
 
 QVector<double> plain::weights(const Curve& sample, const QVector<Curve>& references)
 {
     const int n = references.size();
-    QVector<QVector<double>> a(n, QVector<double>(n, 0.0));
-    QVector<double> b(n, 0.0);
-    QVector<double> row(n);
+    QVector<QVector<double>> a(n, QVector<double>(n + 1, 0.0)); // the right side is the last column
     for (const QPointF& p : sample) {
-        for (int i = 0; i < n; ++i) {
-            row[i] = valueAt(references[i], p.x());
-        }
-        for (int i = 0; i < n; ++i) {
-            for (int j = 0; j < n; ++j) {
+        QVector<double> row;
+        for (const Curve& reference : references)
+            row.append(valueAt(reference, p.x()));
+        row.append(p.y());
+        for (int i = 0; i < n; ++i)
+            for (int j = 0; j <= n; ++j)
                 a[i][j] += row[i] * row[j];
-            }
-            b[i] += row[i] * p.y();
+    }
+    for (int k = 0; k < n; ++k) {
+        for (int i = 0; i < n; ++i) {
+            const double factor = i == k ? 0.0 : a[i][k] / a[k][k];
+            for (int j = k; j <= n; ++j)
+                a[i][j] -= factor * a[k][j];
         }
     }
-    return solved(a, b);
+    QVector<double> found;
+    for (int k = 0; k < n; ++k)
+        found.append(a[k][n] / a[k][k]);
+    return found;
 }
 
-plain::Maps plain::analyse(const QString& folder, const QString& suffix, double firstEnergy,
-                           double energyStep, int darkSize, int halfWidth,
-                           const QVector<Curve>& references)
+plain::Maps plain::analyse(const QString& folder, double firstEnergy, double energyStep,
+                           int darkSize, int side)
 {
+    const QDir dir(folder + QStringLiteral("/images"));
+    QVector<Curve> spectra;
+    for (QString name : dir.entryList({QStringLiteral("i1_*.tif")}, QDir::Files)) {
+        const QVector<double> i1 = netSums(dir.filePath(name), darkSize, side);
+        const QVector<double> i0 =
+            netSums(dir.filePath(name.replace(1, 1, QLatin1Char('0'))), darkSize, side);
+        spectra.resize(i1.size());
+        for (int b = 0; b < i1.size(); ++b)
+            spectra[b].append(QPointF(firstEnergy + energyStep * spectra[b].size(),
+                                      i0[b] * i1[b] > 0.0 ? std::log(i0[b] / i1[b]) : 1.0));
+    }
+    const QVector<Curve> standards = references(folder);
     Maps maps;
-    maps.ratio.resize(references.size());
-    maps.dmut.resize(references.size());
-    for (const Curve& spectrum :
-         blockSpectra(folder, suffix, firstEnergy, energyStep, darkSize, halfWidth)) {
+    for (const Curve& spectrum : spectra) {
         double edgeStep = 0.0;
-        const QVector<double> w = weights(normalised(spectrum, &edgeStep), references);
+        const QVector<double> w = weights(normalised(spectrum, &edgeStep), standards);
         for (int r = 0; r < w.size(); ++r) {
-            maps.ratio[r].append(w[r]);
-            maps.dmut[r].append(w[r] * edgeStep);
+            maps[{QStringLiteral("ratio"), r}].append(w[r]);
+            maps[{QStringLiteral("dmut"), r}].append(w[r] * edgeStep);
         }
     }
     return maps;

@@ -1,7 +1,7 @@
 #pragma once
 
+#include <QMap>
 #include <QPointF>
-#include <QSize>
 #include <QString>
 #include <QVector>
 
@@ -10,9 +10,6 @@
 namespace plain {
 using Curve = QVector<QPointF>;
 
-/// Reads an image of the detector formats by its first bytes; an empty vector when it is none.
-QVector<double> readImage(const QString& fname, QSize* size);
-
 /// Reads a reference spectrum of either layout.
 Curve readReference(const QString& fname);
 
@@ -20,20 +17,16 @@ Curve readReference(const QString& fname);
 /// steepest rise of the curve, and the gap of the lines there.
 Curve normalised(const Curve& curve, double* edgeStep = nullptr);
 
-double valueAt(const Curve& curve, double energy);
+/// The normalised references of an experiment's folder.
+QVector<Curve> references(const QString& folder);
 
 /// Weights of the references in the least-squares sense; all curves normalised.
 QVector<double> weights(const Curve& sample, const QVector<Curve>& references);
 
-/// Maps of one walk: for each block and reference the weight, and the block's edge step.
-struct Maps
-{
-    QVector<QVector<double>> ratio; ///< [reference][block]
-    QVector<QVector<double>> dmut;
-};
+/// Weights ("ratio") and weights times edge step ("dmut") of a reference, a value each block.
+using Maps = QMap<QPair<QString, int>, QVector<double>>;
 
-/// Analyses blocks side by side over the whole of an experiment's images. The dark level is the
-/// mean over the square of `darkSize` pixels in the first corner.
-Maps analyse(const QString& folder, const QString& suffix, double firstEnergy, double energyStep,
-             int darkSize, int halfWidth, const QVector<Curve>& references);
+/// Analyses the TIFF images of an experiment in squares of `side` pixels, which divides their size.
+/// The dark level is the mean over the square of `darkSize` pixels in the first corner.
+Maps analyse(const QString& folder, double firstEnergy, double energyStep, int darkSize, int side);
 } // namespace plain

@@ -1,18 +1,39 @@
+#include "Compare.h"
 #include "CountRandom.h"
-#include "Experiment.h"
-#include "MapFiles.h"
+#include "DemoFiles.h"
+#include "PlainAnalysis.h"
 
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTextStream>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
-ExperimentConditions smallExperiment()
+constexpr int columns = 24;
+
+/// Writes a map under the names and in the forms in which the program saves it.
+void saveMap(const QString& folder, const QString& kind, int species, const QVector<double>& values)
 {
-    ExperimentConditions conditions;
-    conditions.size = 60;
-    return conditions;
+    QFile file(demoFiles::mapText(folder, kind, species));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QTextStream out(&file);
+    QVector<quint16> scaled;
+    for (int i = 0; i < values.size(); ++i) {
+        out << i % columns * 5 + 2 << ' ' << i / columns * 5 + 2 << ' '
+            << QString::number(values[i], 'g', 6) << '\n';
+        const double level = (values[i] - mapScaleMin) / (mapScaleMax - mapScaleMin);
+        scaled.append(quint16(65535.0 * std::clamp(level, 0.0, 1.0)));
+    }
+    const QString tiff = demoFiles::mapTiff(folder, kind, species);
+    QVERIFY(writeImage(ImageFormat::Tiff, tiff, columns, columns, scaled));
+}
+
+void saveMaps(const QString& folder, const plain::Maps& maps)
+{
+    for (auto map = maps.begin(); map != maps.end(); ++map)
+        saveMap(folder, map.key().first, map.key().second, map.value());
 }
 
 QByteArray bytesOf(const QString& fname)
@@ -25,186 +46,184 @@ QByteArray bytesOf(const QString& fname)
 class TestDemoExperiment : public QObject
 {
     Q_OBJECT
-
 private Q_SLOTS:
-    void theGeneratorsHaveTheirMeanAndVariance_data();
-    void theGeneratorsHaveTheirMeanAndVariance();
-    void everyReferenceHasTheSameLinesAndStep_data();
-    void everyReferenceHasTheSameLinesAndStep();
-    void everyFormatHoldsTheSameCounts_data();
-    void everyFormatHoldsTheSameCounts();
-    void theSeedFixesEveryFile();
-    void theDetectorHasItsFaults();
-    void aNoiselessMixtureGivesItsWeights_data();
-    void aNoiselessMixtureGivesItsWeights();
-};
-
-void TestDemoExperiment::theGeneratorsHaveTheirMeanAndVariance_data()
-{
-    QTest::addColumn<double>("mean");
-    QTest::newRow("by products") << 3.5;
-    QTest::newRow("by rejection, few") << 12.0;
-    QTest::newRow("by rejection, many") << 30000.0;
-}
-
-void TestDemoExperiment::theGeneratorsHaveTheirMeanAndVariance()
-{
-    QFETCH(double, mean);
-    CountRandom random(7, 3);
-    constexpr int samples = 40000;
-    double sum = 0.0;
-    double squares = 0.0;
-    double normalSquares = 0.0;
-    for (int i = 0; i < samples; ++i) {
-        const double difference = random.poisson(mean) - mean;
-        const double normal = random.normal();
-        sum += difference;
-        squares += difference * difference;
-        normalSquares += normal * normal;
+    void initTestCase()
+    {
+        QVERIFY(write(dir_.path(), 5 * columns, 1));
+        const ScanEnergies scan = scanEnergies(ExperimentConditions().energies);
+        maps_ = plain::analyse(dir_.path(), scan.first, scan.step, darkCornerOf(120), 5);
     }
-    // Four standard deviations of each estimate.
-    QVERIFY(std::fabs(sum / samples) < 4.0 * std::sqrt(mean / samples));
-    const double spread = std::sqrt((2.0 + 1.0 / mean) / samples);
-    QVERIFY(std::fabs(squares / samples / mean - 1.0) < 4.0 * spread);
-    QVERIFY(std::fabs(normalSquares / samples - 1.0) < 4.0 * std::sqrt(2.0 / samples));
-    QCOMPARE(random.poisson(0.0), 0.0);
-}
 
-void TestDemoExperiment::everyReferenceHasTheSameLinesAndStep_data()
-{
-    QTest::addColumn<int>("species");
-    for (int s = 0; s < speciesCount; ++s) {
-        QTest::addRow("species %d", s) << s;
-    }
-}
+    void init() { saveMaps(dir_.path(), maps_); }
 
-void TestDemoExperiment::everyReferenceHasTheSameLinesAndStep()
-{
-    QFETCH(int, species);
-    QTemporaryDir dir;
-    const QString fname = dir.filePath(QStringLiteral("reference.dat"));
-    QFile file(fname);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(referenceText(species).toLatin1());
-    file.close();
-    double edgeStep = 0.0;
-    const plain::Curve curve = plain::normalised(plain::readReference(fname), &edgeStep);
-    QVERIFY(curve.size() > 500);
-    QVERIFY(std::fabs(edgeStep - referenceStep) < 2e-4);
-    // The file gives back the shape at every energy, through angles or not.
-    for (const QPointF& p : curve) {
-        QVERIFY(std::fabs(p.y() - speciesShape(species, p.x())) < 5e-4);
-    }
-}
-
-void TestDemoExperiment::everyFormatHoldsTheSameCounts_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char* name : {"tiff", "img16", "img32", "brnx"}) {
-        QTest::newRow(name) << QString::fromLatin1(name);
-    }
-}
-
-void TestDemoExperiment::everyFormatHoldsTheSameCounts()
-{
-    QFETCH(QString, name);
-    ImageFormat format = ImageFormat::Tiff;
-    QVERIFY(imageFormatOf(name, &format));
-    QTemporaryDir dir;
-    // Wider than high, and with the extremes, so that swapped sides or a sign show.
-    QVector<quint16> counts;
-    for (int i = 0; i < 7 * 5; ++i) {
-        counts.append(static_cast<quint16>(i * 1927));
-    }
-    counts[3] = 65535;
-    const QString fname = dir.filePath(QStringLiteral("i1_0000.") + imageSuffix(format));
-    QVERIFY(writeImage(format, fname, 7, 5, counts));
-    QSize size;
-    const QVector<double> pixels = plain::readImage(fname, &size);
-    QCOMPARE(size, QSize(7, 5));
-    QCOMPARE(pixels.size(), counts.size());
-    for (int i = 0; i < counts.size(); ++i) {
-        QCOMPARE(pixels[i], static_cast<double>(counts[i]));
-    }
-    QVERIFY(!writeImage(format, dir.filePath(QStringLiteral("none/i1.x")), 7, 5, counts));
-}
-
-void TestDemoExperiment::theSeedFixesEveryFile()
-{
-    ExperimentConditions conditions = smallExperiment();
-    conditions.energies = 41;
-    QTemporaryDir first;
-    QTemporaryDir second;
-    QTemporaryDir other;
-    QString error;
-    QVERIFY(writeExperiment(first.path(), conditions, ImageFormat::Img16, &error));
-    QVERIFY(writeExperiment(second.path(), conditions, ImageFormat::Img16, &error));
-    conditions.seed = 2;
-    QVERIFY(writeExperiment(other.path(), conditions, ImageFormat::Img16, &error));
-    for (const char* name : {"images/i1_0000.img", "images/i0_0040.img", "bad-pixels.txt"}) {
-        const QString path = QLatin1Char('/') + QString::fromLatin1(name);
-        const QByteArray bytes = bytesOf(first.path() + path);
-        QVERIFY(!bytes.isEmpty());
-        QCOMPARE(bytesOf(second.path() + path), bytes);
-        QVERIFY(bytesOf(other.path() + path) != bytes);
-    }
-}
-
-void TestDemoExperiment::theDetectorHasItsFaults()
-{
-    const Phantom phantom = makePhantom(smallExperiment());
-    const QVector<quint16> i1 = exposure(phantom, Stack::I1, 40);
-    const QVector<quint16> i0 = exposure(phantom, Stack::I0, 40);
-    QVERIFY(!phantom.hot.isEmpty() && !phantom.dead.isEmpty());
-    for (const QPoint& p : phantom.hot) {
-        QCOMPARE(i1[p.y() * 60 + p.x()], hotCount);
-    }
-    for (const QPoint& p : phantom.dead) {
-        QCOMPARE(i0[p.y() * 60 + p.x()], quint16(0));
-    }
-    // The corner reads the dark level alone, whatever the beam does.
-    QVERIFY(std::fabs(i0[61] - darkLevel) < 20.0);
-    QVERIFY(i0[30 * 60 + 30] > 20000);
-}
-
-void TestDemoExperiment::aNoiselessMixtureGivesItsWeights_data()
-{
-    QTest::addColumn<double>("first");
-    QTest::addColumn<double>("second");
-    QTest::newRow("pure first") << 1.0 << 0.0;
-    QTest::newRow("pure second") << 0.0 << 1.0;
-    QTest::newRow("pure third") << 0.0 << 0.0;
-    QTest::newRow("all three") << 0.2 << 0.3;
-}
-
-void TestDemoExperiment::aNoiselessMixtureGivesItsWeights()
-{
-    QFETCH(double, first);
-    QFETCH(double, second);
-    const QVector<double> planted{first, second, 1.0 - first - second};
-    QTemporaryDir dir;
-    QString error;
-    ExperimentConditions conditions = smallExperiment();
-    conditions.size = 40;
-    QVERIFY(writeExperiment(dir.path(), conditions, ImageFormat::Img16, &error));
-    const ScanEnergies scan = scanEnergies(conditions.energies);
-    plain::Curve sample;
-    for (int i = 0; i < scan.count; ++i) {
-        const double energy = scan.at(i);
-        double mu = 0.3 * backgroundShape(energy);
-        for (int s = 0; s < speciesCount; ++s) {
-            mu += 0.7 * planted[s] * speciesShape(s, energy);
+    void theGeneratorsHaveTheirMeanAndVariance()
+    {
+        for (const double mean : {3.5, 12.0, 30000.0}) { // products, rejection of few and many
+            CountRandom random(7, 3);
+            constexpr int samples = 40000;
+            double sum = 0.0;
+            double squares = 0.0;
+            double normalSquares = 0.0;
+            for (int i = 0; i < samples; ++i) {
+                const double difference = random.poisson(mean) - mean;
+                sum += difference;
+                squares += difference * difference;
+                normalSquares += std::pow(random.normal(), 2);
+            }
+            // Four standard deviations of each estimate.
+            const double spread = 4.0 * std::sqrt((2.0 + 1.0 / mean) / samples);
+            QVERIFY(std::fabs(sum / samples) < 4.0 * std::sqrt(mean / samples));
+            QVERIFY(std::fabs(squares / samples / mean - 1.0) < spread);
+            QVERIFY(std::fabs(normalSquares / samples - 1.0) < spread);
         }
-        sample.append(QPointF(energy, mu));
     }
-    double edgeStep = 0.0;
-    const QVector<double> found =
-        plain::weights(plain::normalised(sample, &edgeStep), savedReferences(dir.path()));
-    for (int s = 0; s < speciesCount; ++s) {
-        QVERIFY(std::fabs(found[s] - planted[s]) < 2e-3);
+
+    void everyReferenceHasTheSameLinesAndStep()
+    {
+        for (int s = 0; s < speciesCount; ++s) {
+            double edgeStep = 0.0;
+            const plain::Curve curve = plain::normalised(
+                plain::readReference(demoFiles::referenceFile(dir_.path(), s)), &edgeStep);
+            QVERIFY(curve.size() > 500 && std::fabs(edgeStep - referenceStep) < 2e-4);
+            // The file gives back the shape at every energy, through angles or not.
+            for (const QPointF& p : curve)
+                QVERIFY(std::fabs(p.y() - speciesShape(s, p.x())) < 5e-4);
+        }
     }
-    QVERIFY(std::fabs(edgeStep - 0.7) < 1e-3);
-}
+
+    void theSeedFixesEveryFile()
+    {
+        QTemporaryDir dirs[3];
+        for (const int i : {0, 1, 2})
+            QVERIFY(write(dirs[i].path(), 60, i / 2 + 1));
+        for (const char* name : {"/images/i1_0000.tif", "/images/i0_0040.tif", "/bad-pixels.txt"}) {
+            const QByteArray bytes = bytesOf(dirs[0].path() + name);
+            QVERIFY(!bytes.isEmpty() && bytesOf(dirs[1].path() + name) == bytes);
+            QVERIFY(bytesOf(dirs[2].path() + name) != bytes);
+        }
+        QVERIFY(!write(dirs[0].filePath("bad-pixels.txt"), 60, 1)); // not a folder
+    }
+
+    void theDetectorHasItsFaults()
+    {
+        const Phantom phantom = makePhantom(conditions(60, 1));
+        const QVector<quint16> i0 = exposure(phantom, Stack::I0, 40);
+        QVERIFY(!phantom.hot.isEmpty() && !phantom.dead.isEmpty());
+        for (const QPoint& p : phantom.hot + phantom.dead)
+            QCOMPARE(i0[p.y() * 60 + p.x()], phantom.hot.contains(p) ? hotCount : quint16(0));
+        // The corner reads the dark level alone, whatever the beam does.
+        QVERIFY(std::fabs(i0[61] - darkLevel) < 20.0 && i0[30 * 60 + 30] > 20000);
+    }
+
+    void aNoiselessMixtureGivesItsWeights()
+    {
+        const double planted[] = {0.2, 0.3, 0.5};
+        const ScanEnergies scan = scanEnergies(ExperimentConditions().energies);
+        plain::Curve sample;
+        for (int i = 0; i < scan.count; ++i) {
+            double mu = 0.3 * backgroundShape(scan.at(i));
+            for (int s = 0; s < speciesCount; ++s)
+                mu += 0.7 * planted[s] * speciesShape(s, scan.at(i));
+            sample.append(QPointF(scan.at(i), mu));
+        }
+        double edgeStep = 0.0;
+        const QVector<double> found =
+            plain::weights(plain::normalised(sample, &edgeStep), plain::references(dir_.path()));
+        for (int s = 0; s < speciesCount; ++s)
+            QVERIFY(std::fabs(found[s] - planted[s]) < 2e-3);
+        QVERIFY(std::fabs(edgeStep - 0.7) < 1e-3);
+    }
+
+    /// Plain code that shares nothing with the program gets from the images to the planted weights.
+    void aPlainAnalysisOfTheImagesFindsThePlantedFields()
+    {
+        QCOMPARE(compared(), compareWithin);
+        QCOMPARE(text_.count(" ok\n"), 2 * speciesCount);
+        QVERIFY(QFile::exists(dir_.filePath("pictures/truth-result-2.png")));
+    }
+
+    void aFaultyMapIsOutside()
+    {
+        const struct
+        {
+            const char* kind;
+            double shift, ripple;
+        } rows[] = {
+            {"ratio", 0.04, 0.0}, {"ratio", 0.0, 0.1}, {"dmut", -0.04, 0.0}, {"ratio", NAN, 0.0}};
+        for (const auto& row : rows) {
+            QVector<double> values = maps_[{row.kind, 1}];
+            for (int i = 0; i < values.size(); ++i)
+                values[i] += row.shift + (i % 2 == 0 ? row.ripple : -row.ripple);
+            saveMap(dir_.path(), row.kind, 1, values);
+            QVERIFY(compared() == compareOutside && text_.count(" OUTSIDE\n") == 1);
+            saveMaps(dir_.path(), maps_);
+        }
+    }
+
+    void aMissingOrShortFileIsNamed()
+    {
+        for (const char* name : {"maps/ratio-ref2-0.dat", "maps/dmut-ref0-0.tif", "truth.dat"}) {
+            const QString path = dir_.filePath(name);
+            QVERIFY(QFile::copy(path, path + ".kept"));
+            QVERIFY(QFile::resize(path, QFileInfo(path).size() / 2));
+            QVERIFY(compared() == compareFailed && text_.contains(path));
+            QVERIFY(QFile::remove(path));
+            QVERIFY(compared() == compareFailed && text_.contains(path));
+            QVERIFY(QFile::rename(path + ".kept", path));
+        }
+    }
+
+    void blocksOfBadPixelsDoNotCount()
+    {
+        const Phantom phantom = makePhantom(conditions(5 * columns, 1));
+        QVector<double> values = maps_[{"ratio", 0}];
+        for (const QPoint& p : phantom.hot + phantom.dead)
+            values[p.y() / 5 * columns + p.x() / 5] = 1000.0;
+        values[0] = 1000.0; // in the corner without beam
+        saveMap(dir_.path(), "ratio", 0, values);
+        QCOMPARE(compared(), compareWithin);
+    }
+
+    void twoFoldersAreHeldAgainstEachOther()
+    {
+        QTemporaryDir other;
+        QVERIFY(QDir(other.path()).mkpath("maps"));
+        QTextStream out(&text_);
+        plain::Maps changed = maps_;
+        saveMaps(other.path(), changed);
+        QCOMPARE(compareFolders(dir_.path(), other.path(), -1, out), compareWithin);
+        changed[{"dmut", 2}][columns * columns / 2 + 5] += 0.001;
+        saveMaps(other.path(), changed);
+        QCOMPARE(compareFolders(dir_.path(), other.path(), -1, out), compareOutside);
+        QVERIFY(QFile::remove(demoFiles::mapText(other.path(), "ratio", 1)));
+        QCOMPARE(compareFolders(dir_.path(), other.path(), -1, out), compareFailed);
+    }
+
+private:
+    static ExperimentConditions conditions(int size, quint64 seed)
+    {
+        ExperimentConditions c;
+        c.size = size;
+        c.seed = seed;
+        return c;
+    }
+    static bool write(const QString& folder, int size, quint64 seed)
+    {
+        QString error;
+        return writeExperiment(folder, conditions(size, seed), ImageFormat::Tiff, &error);
+    }
+
+    CompareResult compared()
+    {
+        text_.clear();
+        QTextStream out(&text_);
+        return compareWithTruth(dir_.path(), -1, out);
+    }
+
+    QTemporaryDir dir_;
+    plain::Maps maps_;
+    QString text_;
+};
 
 QTEST_GUILESS_MAIN(TestDemoExperiment)
 #include "test_demo_experiment.moc"

@@ -1,40 +1,32 @@
-#include "maps/Analyzed2DRes.h"
-
 #include "common/ColorScale.h"
+#include "maps/Analyzed2DRes.h"
 
 #include <QtTest>
 
+#include <cmath>
 #include <limits>
-#include <memory>
+#include <numeric>
+#include <random>
+
+using Positions = QVector<QPoint>;
+using Values = std::vector<double>;
 
 namespace {
-
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double inf = std::numeric_limits<double>::infinity();
-
-AnalyzeCond wholeImage(int w, int h, int half = 0)
-{
-    return AnalyzeCond(w, h, half, half, QRectF(0, 0, w, h), -1, -1);
-}
+constexpr int highest = std::numeric_limits<int>::max();
 
 /// A map of one value a pixel, in row order.
 void fill(Analyzed2DRes& map, int w, int h, const QVector<double>& values)
 {
-    map.prepare(wholeImage(w, h));
+    map.prepare(AnalyzeCond(w, h, 0, 0, QRectF(0, 0, w, h), -1, -1));
     for (int i = 0; i < values.size(); ++i)
         map.setData(i % w, i / w, 0, 0, values[i]);
 }
 
-QVector<double> fieldOf(const Analyzed2DRes& map)
-{
-    const int n = map.stepper.width * map.stepper.height;
-    return map.data() == nullptr ? QVector<double>() : QVector<double>(map.data(), map.data() + n);
-}
-
 QVector<int> savedBy(Analyzed2DRes& map, bool fixed, double lo, double hi, bool asAnalyzed)
 {
-    const std::unique_ptr<quint16[]> saved(map.tiffDataForSave(fixed, lo, hi, asAnalyzed));
-    return saved ? QVector<int>(saved.get(), saved.get() + map.savedSamples) : QVector<int>();
+    const QScopedArrayPointer<quint16> saved(map.tiffDataForSave(fixed, lo, hi, asAnalyzed));
+    return saved ? QVector<int>(saved.data(), saved.data() + map.savedSamples) : QVector<int>();
 }
 
 QByteArray greyRow(const Analyzed2DRes& map, int y)
@@ -42,275 +34,281 @@ QByteArray greyRow(const Analyzed2DRes& map, int y)
     return {reinterpret_cast<const char*>(map.img()->constScanLine(y)), map.img()->width()};
 }
 
+const Positions four{{-1, 0}, {1, 0}, {0, -1}, {0, 1}};
+const Positions eight{{-1, -1}, {-1, 0}, {-1, 1}, {0, -1}, {0, 1}, {1, -1}, {1, 0}, {1, 1}};
+
+/// The samples of a walk by column and row.
+struct Samples
+{
+    AnalyzeCond ac;
+    Values field; ///< one value a pixel
+    Positions all;
+
+    std::size_t pixel(const QPoint& p) const
+    {
+        const int x = ac.x0 + ac.halfX + p.x() * ac.stepX;
+        const int y = ac.y0 + ac.halfY + p.y() * ac.stepY;
+        return x >= 0 && x < 31 && y >= 0 && y < 23 ? std::size_t(y * 31 + x) : field.size();
+    }
+    double at(const QPoint& p) const { return field[pixel(p)]; }
+
+    /// Values of the neighbours that lie in the image.
+    Values near(const QPoint& p, const Positions& steps) const
+    {
+        Values found;
+        for (const QPoint& d : steps)
+            if (pixel(p + d) < field.size())
+                found.push_back(at(p + d));
+        return found;
+    }
+};
+
+double meanOf(const Values& v, double fallback)
+{
+    return v.empty() ? fallback : std::accumulate(v.begin(), v.end(), 0.0) / double(v.size());
+}
+
+/// A noisy field of blocks with glitches: values near 10, some near 1000, some very negative.
+Samples plant(Analyzed2DRes& map, int half, const QRectF& area)
+{
+    AnalyzeCond walk(31, 23, half, half, area, -1, -1);
+    map.prepare(walk);
+    std::mt19937 random(7);
+    Samples s{walk, {}, {}};
+    do {
+        const auto dice = random() % 20;
+        const double v = 9.0 + double(random() % 2000) / 1000.0;
+        map.setData(walk.cx, walk.cy, half, half, dice == 0 ? 1000.0 : dice == 1 ? -300.0 : v);
+        s.all.append({s.all.size() % walk.columns(), s.all.size() / walk.columns()});
+    } while (walk.next());
+    s.field.assign(map.data(), map.data() + 31 * 23);
+    return s;
+}
+
+double roughness(const Samples& s, const QPoint& p)
+{
+    Values d;
+    for (const Values& v : {s.near(p, four.mid(0, 2)), s.near(p, four.mid(2, 2))})
+        if (v.size() == 2)
+            d.push_back(std::fabs(2 * s.at(p) - v[0] - v[1]));
+    return meanOf(d, 0.0);
+}
 } // namespace
 
+/// The walk over an area and the map it fills.
 class TestAnalyzedMap : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void startsEmpty();
-    void storesBlocksClippedAndKeepsTheFirstExtremes();
-    void paintsThroughTheColourScale();
-    void paintsTheProcessedFieldAndFixedScales();
-    void survivesValuesThatAreNoNumbers();
-    void scalesPositionsTo16Bits_data();
-    void scalesPositionsTo16Bits();
-    void wrapsPixelsOutOfScale();
-    void savesPositionsPastTheImageAsZero();
-    void writesText_data();
-    void writesText();
-    void refusesATextFileThatCanNotBeWritten();
-    void copiesAFinishedMapWhole();
-    void copiesOnlySettingsOfAMapWithoutPicture();
-    void clears();
-};
+    void initTestCase() { QLoggingCategory::setFilterRules("*.debug=false"); }
 
-void TestAnalyzedMap::startsEmpty()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    QVERIFY(map.img() == nullptr);
-    QVERIFY(map.data() == nullptr);
-    QVERIFY(map.tiffDataForSave(false, 0, 1, false) == nullptr);
-    QCOMPARE(map.valueAt(0, 0), 0.0);
-    map.setData(0, 0, 1, 1, 3.0);
-    map.deglitch();
-    map.deglitch2(40.0);
-    map.copyProc2Data();
-    map.setFixedScale(true);
-    QVERIFY(map.imgValid);
-    QVERIFY(map.img()->isNull());
-    QCOMPARE(map.max, 3.0);
-}
+    void walksThePositionsOfAnArea()
+    {
+        const auto check = [](QSize half, const QRectF& area, int step, const Positions& expected) {
+            AnalyzeCond ac(20, 10, half.width(), half.height(), area, step, step);
+            QCOMPARE(ac.columns() * ac.rows(), expected.size());
+            Positions seen;
+            do {
+                QCOMPARE(ac.newLine, ac.cx == expected.first().x());
+                seen.append({ac.cx, ac.cy});
+            } while (ac.next() && seen.size() < 100);
+            QCOMPARE(seen, expected);
+        };
+        check({2, 1}, {0, 0, 13, 4}, -1, {{2, 1}, {7, 1}, {12, 1}}); // the last one overhangs
+        check({1, 0}, {0, 0, 4, 1}, 3, {{1, 0}}); // a centre at the end is left out
+        check({1, 1}, {2, 2, 4, 4}, 2, {{3, 3}, {5, 3}, {3, 5}, {5, 5}});
+        check({1, 1}, {4, 5, 0, 0}, -1, {{5, 6}}); // an empty area
+        check({0, 0}, {5.9, 3.9, -3, -1}, -1, {{2, 2}, {3, 2}, {4, 2}});
+        check({0, 0}, {-1.5, -0.5, 2.7, 1}, -1, {{-1, 0}, {0, 0}});
+    }
 
-void TestAnalyzedMap::storesBlocksClippedAndKeepsTheFirstExtremes()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    map.prepare(wholeImage(4, 3));
-    map.setData(3, 0, -1, 1, 5.0);
-    map.setData(0, 2, 0, 0, -1.0);
-    map.setData(1, 1, 0, 0, 5.0);
-    map.setData(9, 9, 1, 1, -1.0);
-    QCOMPARE(fieldOf(map), (QVector<double>{0, 0, 5, 5, 0, 5, 5, 5, -1, 0, 0, 0}));
-    QCOMPARE(QPoint(map.maxX, map.maxY), QPoint(3, 0));
-    QCOMPARE(QPoint(map.minX, map.minY), QPoint(0, 2));
-    // A value out of the image still counts for the extremes.
-    map.setData(-5, 0, 1, 1, 80.0);
-    QCOMPARE(map.max, 80.0);
-    QCOMPARE(map.valueAt(-1, 0), 0.0);
-    QCOMPARE(map.valueAt(3, 1), 5.0);
-}
+    void endsWhateverIsTyped()
+    {
+        const QRectF wild(1e300, noNumber, 3, -HUGE_VAL);
+        for (const int half : {-1, 0, highest}) {
+            for (const int step : {-1, 0, highest}) {
+                AnalyzeCond ac(5, 5, half, half, half == 0 ? wild : QRectF(0, 0, 5, 5), step, step);
+                int count = 1;
+                while (ac.next() && count <= 36)
+                    ++count;
+                QVERIFY(count <= 36);
+            }
+        }
+    }
 
-void TestAnalyzedMap::paintsThroughTheColourScale()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 5, 2, {0, 1, 2, 3, 4, 4, 3, 2, 1, 0});
-    QVERIFY(!map.imgValid);
-    map.genImg();
-    QVERIFY(map.imgValid);
-    QCOMPARE(map.img()->format(), QImage::Format_Grayscale8);
-    QCOMPARE(map.img()->size(), QSize(5, 2));
-    QCOMPARE(map.img()->bytesPerLine(), 8);
-    const char up[] = {0, 64, char(128), char(192), char(255)};
-    const char down[] = {char(255), char(192), char(128), 64, 0};
-    QCOMPARE(greyRow(map, 0), QByteArray(up, 5));
-    QCOMPARE(greyRow(map, 1), QByteArray(down, 5));
-    map.imgFormat = ColorScale::Hot;
-    map.genImg();
-    QCOMPARE(map.img()->format(), QImage::Format_RGB888);
-    QCOMPARE(map.img()->pixelColor(0, 0), QColor(Qt::black));
-    QCOMPARE(map.img()->pixelColor(4, 1), map.img()->pixelColor(0, 0));
-}
+    void storesBlocksClippedAndKeepsTheFirstExtremes()
+    {
+        Analyzed2DRes map("m");
+        fill(map, 4, 3, {});
+        map.setData(3, 0, -1, 1, 5.0);
+        map.setData(0, 2, 0, 0, -1.0);
+        map.setData(1, 1, 0, 0, 5.0);
+        map.setData(9, 9, 1, 1, -1.0);
+        QCOMPARE(QVector<double>(map.data(), map.data() + 12),
+                 (QVector<double>{0, 0, 5, 5, 0, 5, 5, 5, -1, 0, 0, 0}));
+        QCOMPARE(QLine(map.maxX, map.maxY, map.minX, map.minY), QLine(3, 0, 0, 2));
+        map.setData(-5, 0, 1, 1, 80.0); // out of the image, yet counted: deliberate
+        QVERIFY(map.max == 80.0 && map.valueAt(-1, 0) == 0.0);
+    }
 
-void TestAnalyzedMap::paintsTheProcessedFieldAndFixedScales()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 3, 1, {0, 1, 2});
-    QSignalSpy scales(&map, &Analyzed2DRes::scaleChanged);
-    map.setScale(0.0, 4.0);
-    QCOMPARE(scales.takeFirst(), (QVariantList{0.0, 2.0}));
-    map.setFixedScale(true);
-    QCOMPARE(scales.takeFirst(), (QVariantList{0.0, 4.0}));
-    QCOMPARE(greyRow(map, 0), QByteArray("\0\x40\x80", 3));
-    map.setFixedScale(false);
-    QCOMPARE(scales.takeFirst(), (QVariantList{0.0, 2.0}));
-    QCOMPARE(greyRow(map, 0), QByteArray("\0\x80\xff", 3));
-    map.selectProcImg(true);
-    QVERIFY(scales.isEmpty());
-    QCOMPARE(map.scale().max, 1.0);
-    QCOMPARE(greyRow(map, 0), QByteArray(3, '\0'));
-}
+    void paintsInItsScaleAndColours()
+    {
+        Analyzed2DRes map("m");
+        fill(map, 3, 2, {0, 1, 2, 2, 1, 0});
+        QSignalSpy scales(&map, &Analyzed2DRes::scaleChanged);
+        map.setScale(0.0, 4.0);
+        QCOMPARE(scales.takeFirst(), (QVariantList{0.0, 2.0}));
+        QCOMPARE(greyRow(map, 0), QByteArray("\0\x80\xff", 3));
+        QCOMPARE(greyRow(map, 1), QByteArray("\xff\x80\0", 3));
+        map.setFixedScale(true);
+        QCOMPARE(scales.takeFirst(), (QVariantList{0.0, 4.0}));
+        QCOMPARE(greyRow(map, 0), QByteArray("\0\x40\x80", 3));
+        map.selectProcImg(true);
+        QVERIFY(scales.isEmpty());
+        QCOMPARE(greyRow(map, 0), QByteArray(3, '\0'));
+        map.imgFormat = ColorScale::Hot;
+        map.genImg();
+        QVERIFY(map.img()->format() == QImage::Format_RGB888 && qGray(map.img()->pixel(0, 0)) == 0);
+    }
 
-void TestAnalyzedMap::survivesValuesThatAreNoNumbers()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 4, 1, {noNumber, inf, -inf, 1.0});
-    map.genImg();
-    QCOMPARE(map.img()->size(), QSize(4, 1));
-    QVERIFY(std::isnan(map.valueAt(0, 0)));
-    QCOMPARE(savedBy(map, true, 0.0, 2.0, true), (QVector<int>{0, 65535, 0, 32767}));
-    QCOMPARE(savedBy(map, true, 0.0, 2.0, false), (QVector<int>{0, 0, 0, 32767}));
-    fill(map, 2, 1, {3.0, 3.0}); // one value only: a scale without span
-    map.genImg();
-    QCOMPARE(savedBy(map, false, 0.0, 0.0, true), (QVector<int>{0, 0}));
-}
+    void savesValuesOfAnyKindAsPixels()
+    {
+        Analyzed2DRes map("m");
+        fill(map, 4, 1, {noNumber, HUGE_VAL, -HUGE_VAL, 1.0});
+        QVERIFY(std::isnan(map.valueAt(0, 0)));
+        QCOMPARE(savedBy(map, true, 0.0, 2.0, true), (QVector<int>{0, 65535, 0, 32767}));
+        QCOMPARE(savedBy(map, true, 0.0, 2.0, false), (QVector<int>{0, 0, 0, 32767}));
+        // Pixels out of scale wrap, deliberately; 1e30 * 65535 is a multiple of 65536.
+        fill(map, 5, 1, {0.0, 1.0, 1.0 + 2.0 / 65535, -1.0 / 65535, 1e30});
+        QCOMPARE(savedBy(map, true, 0.0, 1.0, false), (QVector<int>{0, 65535, 1, 65535, 0}));
+    }
 
-void TestAnalyzedMap::scalesPositionsTo16Bits_data()
-{
-    QTest::addColumn<bool>("fixed");
-    QTest::addColumn<bool>("proc");
-    QTest::addColumn<QVector<int>>("expected");
-    // Values 1, 2, 4 and 8 in blocks of 3 by 3; the processed field is their copy, of scale 0..1.
-    QTest::newRow("own scale") << false << false << QVector<int>{0, 9362, 28086, 65535};
-    QTest::newRow("given scale clamps") << true << false << QVector<int>{0, 0, 32767, 65535};
-    QTest::newRow("processed field") << false << true << QVector<int>{65535, 65535, 65535, 65535};
-}
-
-void TestAnalyzedMap::scalesPositionsTo16Bits()
-{
-    QFETCH(bool, fixed);
-    QFETCH(bool, proc);
-    QFETCH(QVector<int>, expected);
-    Analyzed2DRes map(QStringLiteral("m"));
-    map.prepare(wholeImage(6, 6, 1));
-    map.setData(1, 1, 1, 1, 1.0);
-    map.setData(4, 1, 1, 1, 2.0);
-    map.setData(1, 4, 1, 1, 4.0);
-    map.setData(4, 4, 1, 1, 8.0);
-    if (proc) {
+    void savesPositionsInTheirScale()
+    {
+        Analyzed2DRes map("m");
+        map.prepare(AnalyzeCond(6, 6, 1, 1, QRectF(0, 0, 6, 6), -1, -1));
+        for (int i = 0; i < 4; ++i)
+            map.setData(1 + i % 2 * 3, 1 + i / 2 * 3, 1, 1, 1 << i);
+        QCOMPARE(savedBy(map, false, 2.0, 6.0, true), (QVector<int>{0, 9362, 28086, 65535}));
+        QCOMPARE(savedBy(map, true, 2.0, 6.0, true), (QVector<int>{0, 0, 32767, 65535}));
         map.deglitch2(40.0); // nothing stands out: a plain copy
         map.procMin = 0.0;
         map.procMax = 1.0;
         map.useProc = true;
+        QCOMPARE(savedBy(map, false, 2.0, 6.0, true), QVector<int>(4, 65535));
+        map.useProc = false;
+        map.prepare(AnalyzeCond(2, 1, 0, 0, QRectF(-1, 0, 4, 1), -1, -1)); // past the image: zero
+        map.setData(0, 0, 0, 0, 1.0);
+        QCOMPARE(savedBy(map, true, 0.0, 1.0, true), (QVector<int>{0, 65535, 0, 0}));
+        map.prepare(AnalyzeCond(2, 1, 0, 0, QRectF(-1e9, -1e9, 2e9, 2e9), -1, -1));
+        QVERIFY(map.tiffDataForSave(true, 0.0, 1.0, true) == nullptr);
     }
-    QCOMPARE(savedBy(map, fixed, 2.0, 6.0, true), expected);
-    QCOMPARE(map.savedSamples, 4);
-}
 
-void TestAnalyzedMap::wrapsPixelsOutOfScale()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 6, 1, {0.0, 1.0, 1.0 + 2.0 / 65535, -1.0 / 65535, 1e30, 65536.0});
-    // Cut to integers: 65535; 65537 = 1 and -1 = 65535 modulo 65536; 1e30 * 65535 is a multiple of
-    // 65536; 65536 * 65535 too.
-    QCOMPARE(savedBy(map, true, 0.0, 1.0, false), (QVector<int>{0, 65535, 1, 65535, 0, 0}));
-    QCOMPARE(map.savedSamples, 6);
-}
+    void writesText()
+    {
+        Analyzed2DRes map("m");
+        map.prepare(AnalyzeCond(4, 2, 0, 0, QRectF(1, 0, 2, 2), -1, -1));
+        const double values[] = {0.1, -3e-20, noNumber, 1234567.875};
+        for (int i = 0; i < 4; ++i)
+            map.setData(1 + i % 2, i / 2, 0, 0, values[i]);
+        map.useProc = true; // text is of the field as analysed all the same
+        const QTemporaryDir dir;
+        const QFileInfo fi(dir.filePath("m.dat"));
+        for (const int i : {0, 1, 2, 3}) {
+            QByteArray text = i / 2 == 1 ? "1 0 0.1\n2 0 -3e-20\n1 1 nan\n2 1 1234567.875\n"
+                                         : "\n0.1 -3e-20\nnan 1234567.875\n";
+            QVERIFY(map.saveAsText(fi, i % 2 == 0, i % 2 == 1, i / 2 == 1));
+            QFile file(fi.filePath());
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            QCOMPARE(file.readAll(), i % 2 == 1 ? text.replace(' ', ',') : text);
+        }
+    }
 
-void TestAnalyzedMap::savesPositionsPastTheImageAsZero()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    map.prepare(AnalyzeCond(2, 1, 0, 0, QRectF(-1, 0, 5, 2), -1, -1));
-    map.setData(0, 0, 0, 0, 1.0);
-    map.setData(1, 0, 0, 0, 1.0);
-    QCOMPARE(savedBy(map, true, 0.0, 1.0, true),
-             (QVector<int>{0, 65535, 65535, 0, 0, 0, 0, 0, 0, 0}));
-    map.prepare(AnalyzeCond(2, 1, 0, 0, QRectF(-1e9, -1e9, 2e9, 2e9), -1, -1));
-    QVERIFY(map.tiffDataForSave(true, 0.0, 1.0, true) == nullptr);
-}
+    void copiesAFinishedMapWholeAndElseItsSettings()
+    {
+        Analyzed2DRes map("m");
+        fill(map, 5, 2, {0, 1, 2, 3, 4, 4, 4, 4, 4, 4});
+        Analyzed2DRes copy("c"); // without a walk nothing harms it
+        copy.setData(0, 0, 1, 1, 3.0);
+        copy.deglitch();
+        copy.deglitch2(40.0);
+        copy.copyProc2Data();
+        copy.setFixedScale(true);
+        QVERIFY(copy.img()->isNull() && !copy.data() && !copy.tiffDataForSave(false, 0, 1, false));
+        fill(copy, 3, 1, {1, 2, 3});
+        copy.genImg();
+        copy.copyFrom(&map); // without a picture
+        QVERIFY(!copy.data() && !copy.img() && !copy.imgValid && copy.max == 4.0);
+        copy.setFixedScale(true); // paints although there is no field
+        map.setScale(0.0, 4.0);
+        map.deglitch2(2.5);
+        copy.copyFrom(&map);
+        map.clear();
+        QVERIFY(!map.img() && !map.data() && !map.imgValid && map.min > map.max);
+        copy.copyFrom(nullptr);
+        QVERIFY(copy.name == "m" && copy.valueAt(3, 0) == 3.0 && copy.procData());
+        // 10 of the 16 bytes of the padded picture come along: deliberate.
+        QCOMPARE(greyRow(copy, 0), QByteArray("\0\x40\x80\xc0\xff", 5));
+        QCOMPARE(greyRow(copy, 1), QByteArray("\xff\xff\0\0\0", 5));
+    }
 
-void TestAnalyzedMap::writesText_data()
-{
-    QTest::addColumn<bool>("comma");
-    QTest::addColumn<bool>("xyz");
-    QTest::addColumn<QByteArray>("expected");
-    QTest::newRow("points, blanks")
-        << false << true << QByteArray("1 0 0.1\n2 0 -3e-20\n1 1 nan\n2 1 1234567.875\n");
-    QTest::newRow("points, commas")
-        << true << true << QByteArray("1,0,0.1\n2,0,-3e-20\n1,1,nan\n2,1,1234567.875\n");
-    QTest::newRow("rows, blanks") << false << false
-                                  << QByteArray("\n0.1 -3e-20\nnan 1234567.875\n");
-    QTest::newRow("rows, commas") << true << false << QByteArray("\n0.1,-3e-20\nnan,1234567.875\n");
-}
+    void filtersEqualTheirPlainForms()
+    {
+        for (const QRectF& area : {QRectF(0, 0, 31, 23), QRectF(3, 2, 20, 15), QRectF(0, 0, 31, 1)})
+            checkFilters(area);
+    }
 
-void TestAnalyzedMap::writesText()
-{
-    QFETCH(bool, comma);
-    QFETCH(bool, xyz);
-    QFETCH(QByteArray, expected);
-    Analyzed2DRes map(QStringLiteral("m"));
-    map.prepare(AnalyzeCond(4, 2, 0, 0, QRectF(1, 0, 2, 2), -1, -1));
-    map.setData(1, 0, 0, 0, 0.1);
-    map.setData(2, 0, 0, 0, -3e-20);
-    map.setData(1, 1, 0, 0, noNumber);
-    map.setData(2, 1, 0, 0, 1234567.875);
-    map.useProc = true; // text is of the field as analysed all the same
-    const QTemporaryDir dir;
-    const QFileInfo fi(dir.filePath(QStringLiteral("m.dat")));
-    QVERIFY(map.saveAsText(fi, !comma, comma, xyz));
-    QFile file(fi.filePath());
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), expected);
-}
+    void showsAndKeepsTheProcessedFieldOnlyOnDemand()
+    {
+        Analyzed2DRes map("m");
+        plant(map, 0, QRectF(0, 0, 31, 23));
+        map.genImg();
+        const QImage before = map.img()->copy();
+        map.deglitch2(40.0);
+        QCOMPARE(*map.img(), before);
+        map.selectProcImg(true);
+        QVERIFY(*map.img() != before);
+        map.copyProc2Data();
+        QVERIFY(map.max == map.procMax && std::equal(map.data(), map.data() + 713, map.procData()));
+    }
 
-void TestAnalyzedMap::refusesATextFileThatCanNotBeWritten()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    map.prepare(wholeImage(1, 1));
-    const QTemporaryDir dir;
-    const QString path = dir.filePath(QStringLiteral("none/m.dat"));
-    const QString line = QStringLiteral("Can't open \"%1\"").arg(path);
-    QTest::ignoreMessage(QtDebugMsg, line.toUtf8().constData());
-    QVERIFY(!map.saveAsText(QFileInfo(path), false, false, false));
-    QVERIFY(QDir(dir.path()).isEmpty());
-}
-
-void TestAnalyzedMap::copiesAFinishedMapWhole()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 5, 2, {0, 1, 2, 3, 4, 4, 4, 4, 4, 4});
-    map.setNo(12);
-    map.setDeglitchConds(3.0, 0.25);
-    map.setScale(0.0, 4.0);
-    map.deglitch2(2.5);
-    Analyzed2DRes copy(QStringLiteral("c"));
-    copy.copyFrom(&map);
-    map.clear();
-    QCOMPARE(copy.name, QStringLiteral("m"));
-    QCOMPARE(copy.no, 12);
-    QCOMPARE(copy.stepper.width, 5);
-    QCOMPARE(copy.deglitchRange, 0.25);
-    QCOMPARE(copy.fixedMax, 4.0);
-    QCOMPARE(copy.valueAt(3, 0), 3.0);
-    QVERIFY(copy.procData() != nullptr);
-    // 10 of the 16 bytes of the padded picture come along, so the second row holds two pixels.
-    QCOMPARE(greyRow(copy, 0), QByteArray("\0\x40\x80\xc0\xff", 5));
-    QCOMPARE(greyRow(copy, 1), QByteArray("\xff\xff\0\0\0", 5));
-    copy.genImg();
-    QCOMPARE(greyRow(copy, 1), QByteArray(5, '\xff'));
-    copy.copyFrom(nullptr);
-    QCOMPARE(copy.valueAt(3, 0), 3.0);
-}
-
-void TestAnalyzedMap::copiesOnlySettingsOfAMapWithoutPicture()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 2, 1, {1, 2});
-    Analyzed2DRes copy(QStringLiteral("c"));
-    fill(copy, 3, 3, {1, 2, 3, 4, 5, 6, 7, 8, 9});
-    copy.genImg();
-    copy.copyFrom(&map);
-    QVERIFY(copy.data() == nullptr);
-    QVERIFY(copy.img() == nullptr);
-    QVERIFY(!copy.imgValid);
-    QCOMPARE(copy.stepper.width, 2);
-    QCOMPARE(copy.max, 2.0);
-    copy.setFixedScale(true); // paints although there is no field
-    copy.setData(1, 0, 1, 1, 1.0);
-    QCOMPARE(copy.valueAt(1, 0), 0.0);
-}
-
-void TestAnalyzedMap::clears()
-{
-    Analyzed2DRes map(QStringLiteral("m"));
-    fill(map, 2, 1, {1, 2});
-    map.genImg();
-    map.clear();
-    QVERIFY(map.img() == nullptr);
-    QVERIFY(map.data() == nullptr);
-    QVERIFY(!map.imgValid);
-    QCOMPARE(map.stepper.width, 0);
-    QVERIFY(map.min > map.max);
-}
+private:
+    static void checkFilters(const QRectF& area)
+    {
+        Analyzed2DRes map("m");
+        const Samples s = plant(map, area.height() > 1 ? 1 : 0, area);
+        double rough = 0.0;
+        Values common;
+        for (const QPoint& p : s.all) {
+            rough += roughness(s, p);
+            if (std::fabs(s.at(p)) < 40.0)
+                common.push_back(s.at(p));
+        }
+        const double threshold = 1.5 * (rough / s.all.size());
+        const double mean = meanOf(common, 0.0);
+        const double range = (map.max - map.min) * 0.3;
+        map.setDeglitchConds(1.5, 0.3);
+        map.deglitch();
+        const Values first(map.procData(), map.procData() + 31 * 23);
+        map.deglitch2(40.0);
+        double highest = -1e300;
+        for (const QPoint& p : s.all) {
+            const double v = s.at(p);
+            const bool glitch =
+                roughness(s, p) > threshold && (v < map.min + range || v > map.max - range);
+            QCOMPARE(first[s.pixel(p)], glitch ? meanOf(s.near(p, four), v) : v);
+            Values usual;
+            for (const double n : s.near(p, eight))
+                if (std::fabs(n - mean) < 40.0)
+                    usual.push_back(n);
+            const double two = std::fabs(v - mean) > 40.0 ? meanOf(usual, 0.0) : v;
+            QCOMPARE(map.procData()[s.pixel(p)], two);
+            QCOMPARE(map.data()[s.pixel(p)], v);
+            highest = std::max(highest, two);
+        }
+        QCOMPARE(map.procMax, highest);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestAnalyzedMap)
 #include "test_analyzed_map.moc"

@@ -1,0 +1,262 @@
+#include "BodyFixture.h"
+#include "analysis/LCFReference.h"
+#include "display/ImgDispA.h"
+#include "selection/SelectDataFiles.h"
+#include "support/LogCapture.h"
+
+#include <QLineEdit>
+#include <QSlider>
+
+/// Stacks, dark terms, browsing and the walk in the main window, by its real signals and threads.
+class TestMainWindow : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void quietLoadBringsSliderAndRowUpToDate()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        QCOMPARE(body.i1Stack().size(), experiment_.energies);
+        auto* slider = body.findChild<QSlider*>("SeekBar");
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QCOMPARE(slider->maximum(), experiment_.energies - 1);
+        QCOMPARE(row->currentIndex(), experiment_.energies - 1);
+        QCOMPARE(row->exposureText(), QString("20"));
+        QCOMPARE(body.i1Stack()[3]->energy, experiment_.firstEnergy + 3 * experiment_.energyStep);
+        slider->setValue(4);
+        QCOMPARE(row->currentIndex(), 4);
+        QCOMPARE(body.findChild<QLineEdit*>("ImgNo")->text(), QString("4"));
+        QVERIFY(body.findChild<ImgDispA*>("dispA")->currentImage());
+    }
+
+    void failedFilesLeaveGapsInTheRow()
+    {
+        DrivenBody body;
+        const LogCapture log;
+        QVERIFY(body.run(QStringLiteral("load_I1_files new %1 /none %2")
+                             .arg(experiment_.i1[0], experiment_.i1[1])));
+        QVERIFY(body.run("LOAD_i1_FILES Add " + experiment_.i1[0]));
+        QCOMPARE(body.i1Stack().size(), 3);
+        QCOMPARE(body.findChild<SelectDataFiles*>("SelectI1Files")->count(), 3);
+        QCOMPARE(log.linesWith("/none"), 1);
+    }
+
+    void differingExposuresTurnTheFieldRed()
+    {
+        const QString other = experiment_.write(
+            "other.img", imgBytes(12, 7, "ExposureTime=30 ms", 2, [](int, int) { return 1; }));
+        DrivenBody body;
+        QVERIFY(body.run(QStringLiteral("load_I1_files new %1 %2").arg(experiment_.i1[0], other)));
+        const auto styles = [&body] {
+            QString all;
+            const auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+            for (const QLineEdit* edit : row->findChildren<QLineEdit*>())
+                all += edit->styleSheet();
+            return all;
+        };
+        QVERIFY(styles().contains("rgb(255, 192, 192)"));
+        QVERIFY(body.run(QStringLiteral("load_I1_files new %1").arg(experiment_.i1[0])));
+        QVERIFY(!styles().contains("rgb(255, 192, 192)"));
+    }
+
+    void darkAreaIsTakenOffAndTheSelectionComesBack()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        auto* area = body.findChild<ImgDispA*>("dispA");
+        const LogCapture log;
+        QVERIFY(body.run("set_i1_dark_area"));
+        QCOMPARE(log.linesWith("no area is selected"), 1);
+        QVERIFY(
+            body.runAll({"select_region 1 1 5 5", "select_region 8 2 9 4", "set_i1_dark_area"}));
+        QCOMPARE(area->area(), QRectF(1, 1, 4, 4));
+        const TiffStack& i1 = body.i1Stack();
+        const Spectrum spectrum = body.rawXafsAt(3, 3, 1, 1);
+        for (int i = 0; i < i1.size(); i += 20) {
+            const double dark = i1[i]->areaMean(QRectF(8, 2, 1, 2)) * 9;
+            const double counts = i1[i]->blockSum(3, 3, 1, 1) - dark;
+            const double i0 = body.i0Stack()[i]->blockSum(3, 3, 1, 1);
+            QCOMPARE(spectrum.y(i), counts * i0 > 0 ? std::log(i0 / counts) : 1.0);
+        }
+        QVERIFY(body.run("clear_i1_dark_area"));
+        QCOMPARE(body.rawXafsAt(3, 3, 0, 0).y(0),
+                 std::log(body.i0Stack()[0]->pixel(3, 3) / i1[0]->pixel(3, 3)));
+    }
+
+    void darkImageIsScaledToTheExposureOfTheForm()
+    {
+        const QString dark =
+            experiment_.write("dark.img", imgBytes(12, 7, "ExposureTime=10 ms", 2,
+                                                   [](int x, int y) { return 1000 + x + y; }));
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        body.selectedDark(dark);
+        QCOMPARE(body.findChild<QLineEdit*>("DarkExpTime")->text(), QString("10"));
+        const double level = 1005.0 / 10.0 * 20.0;
+        QCOMPARE(body.rawXafsAt(2, 3, 0, 0).y(7),
+                 std::log((body.i0Stack()[7]->pixel(2, 3) - level) /
+                          (body.i1Stack()[7]->pixel(2, 3) - level)));
+        body.selectedDark("/none");
+        QVERIFY(!body.blockConditions(0, 0).dark);
+        body.selectedDark(dark);
+        body.clearDark();
+        QCOMPARE(body.rawXafsAt(2, 3, 0, 0).y(7),
+                 std::log(body.i0Stack()[7]->pixel(2, 3) / body.i1Stack()[7]->pixel(2, 3)));
+    }
+
+    void totalI0ReplacesI0()
+    {
+        const QString total =
+            experiment_.write("total.dat", "9809 scan\nOffset\n1 12.7 0 5e9 1\n2 12.6 0 6e9 1\n");
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        body.newTotalI0ofI1File(total);
+        const Spectrum spectrum = body.rawXafsAt(1, 1, 0, 0);
+        QCOMPARE(spectrum.y(1), std::log(6e9 / body.i1Stack()[1]->pixel(1, 1)));
+        QCOMPARE(spectrum.y(2), 1.0); // past the end of the file I0 counts as 0
+    }
+
+    void suggestedElementShowsItsEdge()
+    {
+        DrivenBody body;
+        const auto* energy = body.findChild<QLineEdit*>("SuggestingEeV");
+        QCOMPARE(energy->text(), QString("8984.36"));
+        QVERIFY(body.runAll({"Suggesting_Elm Fe", "Suggest_Elm 1", "Suggesting_Pre_End_eV -15"}));
+        QVERIFY(std::abs(energy->text().toDouble() - 7112.0) < 2.0);
+        QVERIFY(body.suggestElm().use && body.suggestElm().preEnd == -15.0);
+    }
+
+    void unavailableCommandsLogAndReport()
+    {
+        DrivenBody body;
+        const LogCapture log;
+        QVERIFY(body.run("calib_load_map a.emp"));
+        QCOMPARE(log.linesWith("calib_load_map"), 1);
+        QVERIFY(body.run("no_such_command"));
+    }
+
+    void commandsInARemStretchDoNothing()
+    {
+        Body body;
+        const QSignalSpy ends(&body, &Body::finishBatchExec);
+        CmdLine line("set_band_w 77");
+        line.ticket = 3;
+        body.execCmdSlot(line, true);
+        QCOMPARE(ends.size(), 1);
+        QCOMPARE(ends[0][0].toInt(), int(ExCmdNone));
+        QCOMPARE(ends[0][1].toInt(), 3);
+        QCOMPARE(body.findChild<QLineEdit*>("HWidth")->text(), QString("10"));
+    }
+
+    void plantedFractionsComeBack()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        QVERIFY(body.run("analyzer_exec_LCF"));
+        for (int y = 0; y < experiment_.height; ++y) {
+            for (int x = 0; x < experiment_.width; ++x) {
+                const double f = SmallExperiment::fraction(x, y);
+                QVERIFY2(std::abs(ratioMap(body, 0)->valueAt(x, y) - f) < 1e-6,
+                         qPrintable(QString::number(ratioMap(body, 0)->valueAt(x, y) - f)));
+                QVERIFY(std::abs(ratioMap(body, 1)->valueAt(x, y) - (1 - f)) < 1e-6);
+                // No row was fitted before, so the fit curve of the walk is zero: each of the
+                // points counts as a full residual.
+                QVERIFY(std::abs(body.analyzer()->zansaMap()->valueAt(x, y) -
+                                 1.0 / experiment_.energies) < 1e-12);
+            }
+        }
+        QVERIFY(ratioMap(body, 0)->imgValid);
+    }
+
+    void requestsOfAnySizeGiveTheSameMaps()
+    {
+        QVector<QVector<double>> maps;
+        for (const int positions : {1, 5, 4096}) {
+            DrivenBody body;
+            body.setMaxPositionsPerRequest(positions);
+            QVERIFY(body.load(experiment_));
+            QVERIFY(body.run("analyzer_exec_LCF"));
+            maps.append(values(ratioMap(body, 0)) + values(body.analyzer()->refs()[1]->map(0)) +
+                        values(body.analyzer()->zansaMap()));
+        }
+        QCOMPARE(maps[0], maps[1]);
+        QCOMPARE(maps[0], maps[2]);
+    }
+
+    void blocksAreWalkedSideBySideAndClipped()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        QVERIFY(body.runAll({"set_band_w 2", "set_band_h 1", "analyzer_exec_LCF"}));
+        const Analyzed2DRes* map = ratioMap(body, 0);
+        // Centres at 2, 7 and, overhanging, none: 12 is not below the end of the area.
+        QCOMPARE(map->valueAt(0, 0), map->valueAt(4, 2));
+        QVERIFY(map->valueAt(5, 0) != map->valueAt(4, 0));
+        QCOMPARE(map->valueAt(5, 3), map->valueAt(9, 5));
+        QCOMPARE(map->valueAt(10, 0), 0.0);
+    }
+
+    void stopKeepsWhatWasRecordedAndASecondWalkStartsAnew()
+    {
+        DrivenBody body;
+        body.setMaxPositionsPerRequest(1);
+        QVERIFY(body.load(experiment_));
+        body.start2DAnalysis();
+        body.start2DAnalysis(); // the same button stops
+        QTest::qWait(30);
+        QVERIFY(!ratioMap(body, 0)->imgValid);
+        const QVector<double> stopped = values(ratioMap(body, 0));
+        QTest::qWait(30);
+        QCOMPARE(values(ratioMap(body, 0)), stopped);
+        QVERIFY(body.run("analyzer_exec_LCF"));
+        QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
+    }
+
+    void positionsOutsideTheImageDoNotStallTheWalk()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        QVERIFY(body.runAll({"select_region 9 5 30 20", "analyzer_exec_LCF"}));
+        QVERIFY(std::abs(ratioMap(body, 0)->valueAt(11, 6) - SmallExperiment::fraction(11, 6)) <
+                1e-6);
+        QCOMPARE(ratioMap(body, 0)->valueAt(8, 6), 0.0);
+    }
+
+    void clearedImagesEndTheWalk()
+    {
+        DrivenBody body;
+        body.setMaxPositionsPerRequest(1);
+        QVERIFY(body.load(experiment_));
+        QTimer::singleShot(0, &body, &Body::clearI1Files);
+        QVERIFY(body.run("analyzer_exec_LCF"));
+    }
+
+    void uncheckedReferenceKeepsAnEmptyMap()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        QVERIFY(body.runAll(
+            {QStringLiteral("analyzer_set_LCF_std 0 0 0 %1 0").arg(experiment_.references[0]),
+             "analyzer_exec_LCF"}));
+        QCOMPARE(values(ratioMap(body, 0)).count(0.0), experiment_.width * experiment_.height);
+        QVERIFY(ratioMap(body, 1)->valueAt(3, 3) > 0.5);
+    }
+
+private:
+    static QVector<double> values(const Analyzed2DRes* map)
+    {
+        const int n = map->stepper.width * map->stepper.height;
+        QVector<double> v(n);
+        std::copy(map->data(), map->data() + n, v.begin());
+        return v;
+    }
+    static Analyzed2DRes* ratioMap(const Body& body, int row)
+    {
+        return body.analyzer()->refs()[row]->map(1);
+    }
+
+    SmallExperiment experiment_;
+};
+
+QTEST_MAIN(TestMainWindow)
+#include "test_main_window.moc"
