@@ -1,50 +1,20 @@
-// Tests of texts are full of them: plain literals read better here.
-#undef QT_NO_CAST_FROM_ASCII
-
 #include "batch/BatchDispatcher.h"
 
 #include <QtTest>
 
-#include <memory>
-
-namespace {
-
-const QString endlessLoop = ":for L n 1 2 -1\n:next L";
-
-} // namespace
-
-/// Stands for the main window: takes the commands on this thread, and reports their ends at once
-/// or when the test says so.
-class FakeExecutor : public QObject
+/// The test stands for the main window: takes the commands on this thread, and reports their ends
+/// at once or when a test says so.
+class TestBatchDispatcher : public QObject
 {
     Q_OBJECT
 
-public:
-    FakeExecutor()
-    {
-        thread_.start();
-        dispatcher = new BatchDispatcher;
-        dispatcher->moveToThread(&thread_);
-        connect(&thread_, &QThread::finished, dispatcher, &QObject::deleteLater);
-        connect(dispatcher, &BatchDispatcher::execCmdSig, this, &FakeExecutor::exec);
-        connect(dispatcher, &BatchDispatcher::Log, this, [this](const QString& text) {
-            log += text;
-            longestLog = qMax(longestLog, text.size());
-            if (showsLog)
-                dispatcher->logShown(text.size());
-        });
-        connect(dispatcher, &BatchDispatcher::runEnded, this, [this] { ++ends; });
-        connect(this, &FakeExecutor::start, dispatcher, &BatchDispatcher::doDispatchCmds);
-        connect(this, &FakeExecutor::stop, dispatcher, &BatchDispatcher::batchStopSlot);
-        connect(this, &FakeExecutor::finished, dispatcher, &BatchDispatcher::finishBatchExec);
-    }
-
-    ~FakeExecutor() override
-    {
-        dispatcher->requestStop();
-        thread_.quit();
-        thread_.wait();
-    }
+    const QString endlessLoop_ = ":for L n 1 2 -1\n:next L";
+    QThread thread_;
+    std::unique_ptr<BatchDispatcher> dispatcher_;
+    QString commands_, log_;
+    int ends_;
+    int ticket_;   ///< of the latest command
+    bool reports_; ///< reports each command's end at once
 
     void run(const QString& text) { Q_EMIT start(text.split('\n')); }
 
@@ -52,207 +22,114 @@ public:
     /// have arrived here.
     void settle()
     {
-        QMetaObject::invokeMethod(
-            dispatcher, [] {}, Qt::BlockingQueuedConnection);
-        QMetaObject::invokeMethod(
-            dispatcher, [] {}, Qt::BlockingQueuedConnection);
+        for (int i = 0; i < 2; ++i)
+            QMetaObject::invokeMethod(
+                dispatcher_.get(), [] {}, Qt::BlockingQueuedConnection);
         QCoreApplication::sendPostedEvents();
     }
-
-    BatchDispatcher* dispatcher;
-    QString commands;
-    QString log;
-    int ends = 0;
-    int longestLog = 0;
-    bool reports = true;  ///< reports each command's end at once
-    bool showsLog = true; ///< tells that the log was taken
-    QVector<int> tickets;
 
 Q_SIGNALS:
     void start(QStringList lines);
     void stop();
     void finished(int id, int ticket);
 
-private:
-    void exec(const CmdLine& cmd, bool inRem)
-    {
-        commands += (inRem ? "~" : "") + cmd.args.join(' ') + ';';
-        tickets.append(cmd.ticket);
-        if (reports)
-            Q_EMIT finished(126, cmd.ticket);
-    }
-
-    QThread thread_;
-};
-
-class TestBatchDispatcher : public QObject
-{
-    Q_OBJECT
-
 private Q_SLOTS:
-    void init() { executor_ = std::make_unique<FakeExecutor>(); }
-    void cleanup() { executor_.reset(); }
-
-    void commandsRunInOrderEachAfterTheOtherReport();
-    void runEndsOnlyAfterTheLastReport();
-    void newTextStartsOnlyAfterStop();
-    void newTextDuringARunTakesThePlaceOfTheRest();
-    void onlyTheAwaitedReportTakesTheNextLine();
-    void stopLeavesARemStretch();
-    void longLoopWithoutCommandsIsRun();
-    void endlessLoopHearsStop();
-    void stopAndStartInOneGoTakesEachLineOnce();
-    void unreadLogPausesTheRun();
-    void requestedStopEndsTheThread();
-
-private:
-    std::unique_ptr<FakeExecutor> executor_;
-};
-
-void TestBatchDispatcher::commandsRunInOrderEachAfterTheOtherReport()
-{
-    executor_->run(":for L n 1 3\nzoom_in n\n:next L\n:rem_start\nquit now\n:rem_end\nquit");
-    QTRY_COMPARE(executor_->ends, 1);
-    QCOMPARE(executor_->commands, "1;2;3;~now;;");
-    QCOMPARE(executor_->log, "for L : n = 1\nzoom_in : 1\nnext L : n = 2\nzoom_in : 2\n"
-                             "next L : n = 3\nzoom_in : 3\nnext L : n = 3\nquit : \n");
-}
-
-void TestBatchDispatcher::runEndsOnlyAfterTheLastReport()
-{
-    executor_->reports = false;
-    executor_->run("zoom_in a\nzoom_in b");
-    QTRY_COMPARE(executor_->commands, "a;");
-    executor_->settle();
-    QCOMPARE(executor_->commands, "a;");
-    Q_EMIT executor_->finished(0, executor_->tickets.last());
-    QTRY_COMPARE(executor_->commands, "a;b;");
-    executor_->settle();
-    QCOMPARE(executor_->ends, 0);
-    Q_EMIT executor_->finished(0, executor_->tickets.last());
-    QTRY_COMPARE(executor_->ends, 1);
-}
-
-void TestBatchDispatcher::newTextStartsOnlyAfterStop()
-{
-    // A run of no lines counts like any other.
-    Q_EMIT executor_->start({});
-    QTRY_COMPARE(executor_->ends, 1);
-    executor_->run("zoom_in a");
-    executor_->settle();
-    QCOMPARE(executor_->commands, QString());
-    Q_EMIT executor_->stop();
-    executor_->run("zoom_in b\n:end\nzoom_in c");
-    QTRY_COMPARE(executor_->ends, 2);
-    QCOMPARE(executor_->commands, "b;");
-}
-
-void TestBatchDispatcher::newTextDuringARunTakesThePlaceOfTheRest()
-{
-    executor_->reports = false;
-    executor_->run("zoom_in a\nzoom_in b");
-    QTRY_COMPARE(executor_->commands, "a;");
-    executor_->run("zoom_in x\nzoom_in y\nzoom_in z");
-    executor_->reports = true;
-    Q_EMIT executor_->finished(0, executor_->tickets.last());
-    QTRY_COMPARE(executor_->ends, 1);
-    QCOMPARE(executor_->commands, "a;y;z;");
-}
-
-void TestBatchDispatcher::onlyTheAwaitedReportTakesTheNextLine()
-{
-    executor_->reports = false;
-    executor_->run("zoom_in a\nzoom_in b");
-    QTRY_COMPARE(executor_->commands, "a;");
-    const int late = executor_->tickets.last();
-    Q_EMIT executor_->finished(56, 0); // a click
-    Q_EMIT executor_->stop();
-    executor_->run("zoom_in c\nzoom_in d");
-    QTRY_COMPARE(executor_->commands, "a;c;");
-    Q_EMIT executor_->finished(56, late);
-    Q_EMIT executor_->finished(56, 0);
-    executor_->settle();
-    QCOMPARE(executor_->commands, "a;c;");
-    const int awaited = executor_->tickets.last();
-    Q_EMIT executor_->finished(56, awaited);
-    Q_EMIT executor_->finished(56, awaited); // told twice
-    QTRY_COMPARE(executor_->commands, "a;c;d;");
-    executor_->settle();
-    QCOMPARE(executor_->ends, 0);
-}
-
-void TestBatchDispatcher::stopLeavesARemStretch()
-{
-    executor_->reports = false;
-    executor_->run(":rem_start\nzoom_in a");
-    QTRY_COMPARE(executor_->commands, "~a;");
-    Q_EMIT executor_->stop();
-    executor_->run("zoom_in b");
-    QTRY_COMPARE(executor_->commands, "~a;b;");
-}
-
-void TestBatchDispatcher::longLoopWithoutCommandsIsRun()
-{
-    executor_->run(":for L n 1 100000\n:next L\nzoom_in n");
-    QTRY_COMPARE_WITH_TIMEOUT(executor_->ends, 1, 30000);
-    QCOMPARE(executor_->commands, "100000;");
-    QCOMPARE(executor_->log.count('\n'), 100002);
-    QVERIFY(executor_->longestLog < 70000);
-}
-
-void TestBatchDispatcher::endlessLoopHearsStop()
-{
-    executor_->run(endlessLoop);
-    QTRY_VERIFY(!executor_->log.isEmpty());
-    QElapsedTimer timer;
-    timer.start();
-    Q_EMIT executor_->stop();
-    executor_->run(":end");
-    QTRY_COMPARE(executor_->ends, 1);
-    // Some 20 ms on an idle machine; the rest is for one that is busy.
-    QVERIFY2(timer.elapsed() < 500, qPrintable(QString::number(timer.elapsed())));
-}
-
-void TestBatchDispatcher::stopAndStartInOneGoTakesEachLineOnce()
-{
-    for (int i = 0; i < 20; ++i) {
-        executor_->reports = false;
-        executor_->commands.clear();
-        executor_->run(endlessLoop);
-        QTRY_VERIFY(executor_->log.size() > 0);
-        Q_EMIT executor_->stop();
-        executor_->run("zoom_in a\nzoom_in b");
-        QTRY_COMPARE(executor_->commands, "a;");
-        executor_->settle();
-        QCOMPARE(executor_->commands, "a;");
-        Q_EMIT executor_->stop();
-        executor_->log.clear();
+    void init()
+    {
+        commands_.clear();
+        log_.clear();
+        ends_ = 0;
+        reports_ = true;
+        dispatcher_ = std::make_unique<BatchDispatcher>();
+        dispatcher_->moveToThread(&thread_);
+        thread_.start();
+        using D = BatchDispatcher;
+        const D* const d = dispatcher_.get();
+        connect(this, &TestBatchDispatcher::start, d, &D::doDispatchCmds);
+        connect(this, &TestBatchDispatcher::stop, d, &D::batchStopSlot);
+        connect(this, &TestBatchDispatcher::finished, d, &D::finishBatchExec);
+        connect(d, &D::runEnded, this, [this] { ++ends_; });
+        connect(d, &D::execCmdSig, this, [this](const CmdLine& cmd, bool inRem) {
+            commands_ += (inRem ? "~" : "") + cmd.args.join(' ') + ';';
+            ticket_ = cmd.ticket;
+            if (reports_)
+                Q_EMIT finished(56, ticket_);
+        });
+        connect(d, &D::Log, this, [this](const QString& text) { log_ += text; });
     }
-}
 
-void TestBatchDispatcher::unreadLogPausesTheRun()
-{
-    executor_->showsLog = false;
-    executor_->dispatcher->setLogPaced(true);
-    executor_->run(endlessLoop);
-    QTRY_VERIFY(executor_->log.size() > 64000);
-    const int size = executor_->log.size();
-    for (int i = 0; i < 5; ++i)
-        executor_->settle();
-    QVERIFY(executor_->log.size() < size + 70000);
-    executor_->dispatcher->logShown(executor_->log.size());
-    QTRY_VERIFY(executor_->log.size() > size + 64000);
-}
+    void cleanup()
+    {
+        dispatcher_->requestStop(); // ends the thread even out of an endless loop
+        thread_.quit();
+        QVERIFY(thread_.wait(5000)); // [ms], some 20 on an idle machine
+        QCoreApplication::processEvents();
+    }
 
-void TestBatchDispatcher::requestedStopEndsTheThread()
-{
-    executor_->run(endlessLoop);
-    QTRY_VERIFY(!executor_->log.isEmpty());
-    QElapsedTimer timer;
-    timer.start();
-    executor_.reset();
-    QVERIFY(timer.elapsed() < 500);
-}
+    void onlyTheAwaitedReportTakesTheNextLine()
+    {
+        reports_ = false;
+        run(":rem_start\nzoom_in a\nzoom_in b");
+        QTRY_COMPARE(commands_, "~a;");
+        const int late = ticket_;
+        Q_EMIT finished(56, 0); // a click
+        Q_EMIT stop();          // leaves the rem stretch
+        run("zoom_in c\nzoom_in d");
+        QTRY_COMPARE(commands_, "~a;c;");
+        Q_EMIT finished(56, late);
+        Q_EMIT finished(56, 0);
+        settle();
+        QCOMPARE(commands_, "~a;c;");
+        const int awaited = ticket_;
+        Q_EMIT finished(56, awaited);
+        Q_EMIT finished(56, awaited); // told twice
+        QTRY_COMPARE(commands_, "~a;c;d;");
+        settle();
+        QCOMPARE(ends_, 0);
+        run("zoom_in x\nzoom_in y\nzoom_in z"); // takes the place of the rest
+        Q_EMIT finished(56, ticket_);
+        QTRY_COMPARE(commands_, "~a;c;d;z;");
+        Q_EMIT finished(56, ticket_);
+        QTRY_COMPARE(ends_, 1);
+    }
+
+    void loopsWithoutCommandsAreRunAndStopped()
+    {
+        run(":for L n 1 100000\n:next L\nzoom_in n");
+        QTRY_COMPARE_WITH_TIMEOUT(ends_, 1, 30000);
+        QCOMPARE(commands_, "100000;");
+        QCOMPARE(log_.count('\n'), 100002);
+
+        // Out of an endless loop, stop and start in one go take each line once.
+        Q_EMIT stop();
+        reports_ = false;
+        for (int i = 0; i < 20; ++i) {
+            commands_.clear();
+            log_.clear();
+            run(endlessLoop_);
+            QTRY_VERIFY(!log_.isEmpty());
+            Q_EMIT stop();
+            run("zoom_in a\nzoom_in b");
+            QTRY_COMPARE(commands_, "a;");
+            settle();
+            QCOMPARE(commands_, "a;");
+            Q_EMIT stop();
+        }
+    }
+
+    void unreadLogPausesTheRun()
+    {
+        dispatcher_->setLogPaced(true);
+        run(endlessLoop_);
+        QTRY_VERIFY(log_.size() > 64000);
+        const int size = log_.size();
+        for (int i = 0; i < 5; ++i)
+            settle();
+        QVERIFY(log_.size() < size + 70000);
+        dispatcher_->logShown(log_.size()); // and cleanup() ends an endless loop
+        QTRY_VERIFY(log_.size() > size + 64000);
+    }
+};
 
 QTEST_GUILESS_MAIN(TestBatchDispatcher)
 #include "test_batch_dispatcher.moc"

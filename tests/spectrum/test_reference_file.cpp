@@ -1,6 +1,8 @@
 #include "common/Bragg.h"
+#include "spectrum/ElementTable.h"
 #include "spectrum/ReferenceFile.h"
 #include "spectrum/XafsSpectrum.h"
+#include "support/ImageFiles.h"
 
 #include <QBuffer>
 #include <QTemporaryDir>
@@ -28,165 +30,108 @@ bool near(double a, double b)
     return std::abs(a - b) < 1e-9 * std::abs(b);
 }
 
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
 const QByteArray scanHead = " 9809  XX-10A\nsample D= 3.1 A  other\nMono : D=9.9 D=\n\n";
 } // namespace
 
+/// The files that spectra come from, and the tables of the elements.
 class TestReferenceFile : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void scanFilesGiveEnergyAndAbsorption();
-    void scanFilesWithoutDataOrSpacing();
-    void simpleFilesGiveTheirTwoColumns();
-    void hostileFilesAreSurvived_data();
-    void hostileFilesAreSurvived();
-    void overlongLinesAreSkippedWhole();
-    void loadingLeavesNothingOfAnEarlierFile();
-    void missingFilesAndDevicesAreRefused();
-    void anglesAndEnergiesAreInverse();
-};
+    void filesGiveTheirCurves()
+    {
+        const ReferenceFile f =
+            read(scanHead + "Offset 0 0 D= 7.0\n1 13.5 1.0 40000 20000\r\n"
+                            "2 13.4 1.0 40000\n3 13.3 1.0 40000 0\n"
+                            "\t4\t13.2  1.0 -10 -20 extra\n5 13.1 1.0 10 oops\n");
+        QVERIFY(f.is9809 && f.mu.size() == 4);
+        QVERIFY(near(f.mu.x(0), energyAt(13.5, 3.1)) && near(f.mu.y(0), std::log(2.0)));
+        QVERIFY(f.mu.y(1) == 1.0 && f.mu.y(3) == 1.0); // no intensity, and no number
+        QVERIFY(near(f.mu.y(2), std::log(0.5)));
+        QVERIFY(f.i0.y(0) == 40000.0 && f.i1.y(2) == -20.0 && f.i1.x(2) == f.mu.x(2));
+        QVERIFY(read("9809\n1 13.5 1.0 40000 20000\n").mu.isEmpty()); // no "Offset"
+        QVERIFY(near(read("9809\nOffset\n1 13.5 1 2 1\n").mu.x(0), energyAt(13.5, 3.13553)));
 
-void TestReferenceFile::scanFilesGiveEnergyAndAbsorption()
-{
-    const ReferenceFile f = read(scanHead + "Offset 0 0 D= 7.0\n"
-                                            "1 13.5 1.0 40000 20000\r\n"
-                                            "2 13.4 1.0 40000\n"
-                                            "3 13.3 1.0 40000 0\n"
-                                            "\t4\t13.2  1.0 -10 -20 extra\n"
-                                            "5 13.1 1.0 10 oops\n");
-    QVERIFY(f.is9809);
-    QCOMPARE(f.mu.size(), 4);
-    QCOMPARE(f.i0.size(), 4);
-    QVERIFY(near(f.mu.x(0), energyAt(13.5, 3.1)));
-    QVERIFY(near(f.mu.y(0), std::log(2.0)));
-    QCOMPARE(f.mu.y(1), 1.0); // no intensity behind the sample
-    QVERIFY(near(f.mu.y(2), std::log(0.5)));
-    QCOMPARE(f.mu.y(3), 1.0); // no number
-    QCOMPARE(f.i0.y(0), 40000.0);
-    QCOMPARE(f.i1.y(2), -20.0);
-    QCOMPARE(f.i1.x(2), f.mu.x(2));
-    QCOMPARE(f.mu.yMax, 1.0);
-}
-
-void TestReferenceFile::scanFilesWithoutDataOrSpacing()
-{
-    QVERIFY(read("9809\n1 13.5 1.0 40000 20000\n").mu.isEmpty()); // no "Offset"
-    const ReferenceFile f = read("9809\nOffset\n1 13.5 1 2 1\n");
-    QVERIFY(near(f.mu.x(0), energyAt(13.5, 3.13553)));
-}
-
-void TestReferenceFile::simpleFilesGiveTheirTwoColumns()
-{
-    const ReferenceFile f =
-        read("# E mu\n  # more\n8970 0.25 7\n8975\n\n8980\t0.5\n#8985 9\nx 1\n");
-    QVERIFY(!f.is9809);
-    QCOMPARE(f.mu.points,
-             QVector<QPointF>({QPointF(8970, 0.25), QPointF(8980, 0.5), QPointF(0, 1)}));
-    QVERIFY(f.i0.isEmpty());
-}
-
-void TestReferenceFile::hostileFilesAreSurvived_data()
-{
-    QTest::addColumn<QByteArray>("bytes");
-    QTest::addColumn<int>("points");
-    QTest::newRow("empty") << QByteArray() << 0;
-    QTest::newRow("blank lines") << QByteArray("\n \r\n\t") << 0;
-    QTest::newRow("cut within the first word") << QByteArray("98") << 0;
-    QTest::newRow("cut within a data line") << scanHead + "Offset\n1 13.5 1 2 1\n2 13." << 1;
-    QTest::newRow("zero bytes") << QByteArray(100000, '\0') << 0;
-    QTest::newRow("binary") << QByteArray::fromHex("0001fffe0a80c3280d0a39383039") << 0;
-    QTest::newRow("numbers out of range") << QByteArray("1e999 nan\n-inf 1e-999\n") << 2;
-    QTest::newRow("zero spacing and angle") << QByteArray("9809\nD= 0\nOffset\n1 0 1 2 1\n") << 1;
-}
-
-void TestReferenceFile::hostileFilesAreSurvived()
-{
-    QFETCH(QByteArray, bytes);
-    QFETCH(int, points);
-    const ReferenceFile f = read(bytes);
-    QCOMPARE(f.mu.size(), points);
-    for (const int mode : {VictLine::Straight, VictLine::Victoreen}) {
-        const XafsSpectrum x(f.mu, QString(), mode, 0.0, SuggestElm());
-        QCOMPARE(x.normalizedPreBase.size(), points);
+        const ReferenceFile simple = read("# E mu\n8970 0.25 7\n8975\n\n8980\t0.5\n#8985 9\nx 1\n");
+        QVERIFY(!simple.is9809 && simple.i0.isEmpty());
+        QCOMPARE(simple.mu.points, QVector<QPointF>({{8970, 0.25}, {8980, 0.5}, {0, 1}}));
+        QVERIFY(near(angleOfEnergy(energyAt(12.7, 3.13553), 3.13553), 12.7));
+        QCOMPARE(angleOfEnergy(1500.0, 3.13553), -1.0); // below the crystal's lowest energy
     }
-}
 
-void TestReferenceFile::overlongLinesAreSkippedWhole()
-{
-    // Their later parts must not pass for lines of their own, whatever the length.
-    for (const int length : {65535, 65536, 65537, 131072, 1000000}) {
-        QByteArray line(length, 'x');
-        line.replace(0, 4, "5 6 ");
-        line.replace(line.size() - 4, 4, " 7 8");
-        const ReferenceFile f = read("1 2\n" + line + "\n3 4\n");
-        const int kept = length < 65536 ? 3 : 2;
-        QCOMPARE(f.mu.size(), kept);
-        QCOMPARE(f.mu.points.last(), QPointF(3, 4));
+    void hostileFilesAreSurvived()
+    {
+        const QByteArray rows[] = {"\n \r\n\t",
+                                   "98",
+                                   QByteArray(100000, '\0'),
+                                   QByteArray::fromHex("0001fffe0a80c3280d0a39383039"),
+                                   scanHead + "Offset\n1 13.5 1 2 1\n2 13.",
+                                   "9809\nD= 0\nOffset\n1 0 1 2 1\n",
+                                   "1e999 nan\n-inf 1e-999\n"};
+        const int points[] = {0, 0, 0, 0, 1, 1, 2};
+        for (int i = 0; i < 7; ++i) {
+            const ReferenceFile f = read(rows[i]);
+            QCOMPARE(f.mu.size(), points[i]);
+            for (const int mode : {VictLine::Straight, VictLine::Victoreen})
+                QCOMPARE(XafsSpectrum(f.mu, "", mode, 0.0, SuggestElm()).normalizedPreBase.size(),
+                         points[i]);
+        }
+        // The later parts of overlong lines must not pass for lines of their own.
+        for (const int length : {65535, 65536, 65537, 131072, 1000000}) {
+            const ReferenceFile f = read("1 2\n5 6 " + QByteArray(length - 8, 'x') + " 7 8\n3 4\n");
+            QCOMPARE(f.mu.size(), length < 65536 ? 3 : 2);
+            QCOMPARE(f.mu.points.last(), QPointF(3, 4));
+        }
     }
-}
 
-void TestReferenceFile::loadingLeavesNothingOfAnEarlierFile()
-{
-    const QTemporaryDir dir;
-    const QString scan = dir.filePath(QStringLiteral("scan.dat"));
-    const QString simple = dir.filePath(QStringLiteral("simple.dat"));
-    QByteArray lines = scanHead + "Offset\n";
-    for (int i = 0; i < 60; ++i)
-        lines += "1 " + QByteArray::number(13.6 - 0.02 * i) + " 1 100 " +
-                 QByteArray::number(i < 30 ? 90 - i / 10.0 : 30 - i / 5.0) + "\n";
-    write(scan, lines);
-    write(simple, "8970 0.5\n8980 0.6\n");
-
-    XafsSpectrum s;
-    s.isShifted = true;
-    s.eShift = 0.5;
-    QVERIFY(s.loadAndNormalize(scan));
-    QCOMPARE(s.isMute, qint64(0));
-    QCOMPARE(s.i0Spectrum.size(), 60);
-    QVERIFY(s.dMut > 0.5);
-    QCOMPARE(s.normalizedPreBase.size(), 60);
-
-    QVERIFY(s.load(simple));
-    QCOMPARE(s.isMute, qint64(1));
-    QCOMPARE(s.size(), 2);
-    QCOMPARE(s.xMax, 8980.0);
-    QVERIFY(s.i0Spectrum.isEmpty() && s.i1Spectrum.isEmpty() && s.smoothed.isEmpty());
-    QVERIFY(s.normalizedPreBase.isEmpty() && s.doubleNormalizedPostBase.isEmpty());
-    QVERIFY(s.pre.isEmpty() && s.post.isEmpty() && !s.pre.ok);
-    QCOMPARE(s.dMut, 0.0);
-    QCOMPARE(s.eShift, 0.5); // a setting, not the file's
-}
-
-void TestReferenceFile::missingFilesAndDevicesAreRefused()
-{
-    const QTemporaryDir dir;
-    const QString empty = dir.filePath(QStringLiteral("empty.dat"));
-    write(empty, QByteArray());
-    for (const QString& name : {dir.filePath(QStringLiteral("none.dat")), dir.path(), empty,
-                                QStringLiteral("/dev/zero"), QString()}) {
+    void loadingLeavesNothingOfAnEarlierFile()
+    {
+        const QTemporaryDir dir;
+        QByteArray lines = scanHead + "Offset\n";
+        for (int i = 0; i < 60; ++i)
+            lines += "1 " + QByteArray::number(13.6 - 0.02 * i) + " 1 100 " +
+                     QByteArray::number(i < 30 ? 90 - i / 10.0 : 30 - i / 5.0) + "\n";
+        QVERIFY(writeBytes(dir.filePath("scan"), lines));
+        QVERIFY(writeBytes(dir.filePath("simple"), "8970 0.5\n8980 0.6\n"));
+        QVERIFY(writeBytes(dir.filePath("empty"), ""));
         XafsSpectrum s;
-        s.append(1.0, 2.0);
-        s.isMute = 0;
-        QVERIFY(!s.loadAndNormalize(name));
-        QVERIFY(s.isEmpty());
-        QCOMPARE(s.isMute, qint64(1));
+        QVERIFY(s.loadAndNormalize(dir.filePath("scan")));
+        QVERIFY(s.isMute == 0 && s.i0Spectrum.size() == 60 && s.dMut > 0.5);
+        QVERIFY(s.load(dir.filePath("simple")));
+        QVERIFY(s.isMute == 1 && s.size() == 2 && s.xMax == 8980.0 && s.dMut == 0.0);
+        QVERIFY(s.i0Spectrum.isEmpty() && s.i1Spectrum.isEmpty() && s.smoothed.isEmpty());
+        QVERIFY(s.normalizedPreBase.isEmpty() && s.pre.isEmpty() && !s.pre.ok);
+        for (const QString& name :
+             {dir.filePath("none"), dir.path(), dir.filePath("empty"), QString("/dev/zero")}) {
+            s.append(1.0, 2.0);
+            s.isMute = 0;
+            QVERIFY(!s.loadAndNormalize(name) && s.isEmpty() && s.isMute == 1);
+        }
     }
-}
 
-void TestReferenceFile::anglesAndEnergiesAreInverse()
-{
-    QVERIFY(near(energyOfAngle(12.7, 3.13553), energyAt(12.7, 3.13553)));
-    QVERIFY(near(angleOfEnergy(energyOfAngle(12.7, 3.13553), 3.13553), 12.7));
-    QCOMPARE(angleOfEnergy(1500.0, 3.13553), -1.0); // below the lowest energy of the crystal
-    QVERIFY(std::isinf(energyOfAngle(0.0, 3.13553)));
-}
+    void elementTablesAreThoseOfTheProgram()
+    {
+        QVERIFY(edgeEnergy(29, 0) == 1000.0 * 8.98436029 && edgeEnergy(92, 3) == 17168.0);
+        for (const auto& [z, edge] :
+             {std::pair(1, 1), {95, 0}, {100, 0}, {-1, 0}, {29, 5}, {29, -1}})
+            QCOMPARE(edgeEnergy(z, edge), 0.0);
+        for (size_t z = 1; z <= 92; ++z) {
+            const AbsorptionRecord& row = absorptionTable[z];
+            QCOMPARE(row.z, int(z));
+            // Inner shells are bound tighter, and the K edge rises with the atomic number.
+            QVERIFY(row.edge[0] > absorptionTable[z - 1].edge[0]);
+            for (size_t shell = 1; shell < 5; ++shell)
+                QVERIFY(row.edge[shell] <= row.edge[shell - 1]);
+        }
+        QVERIFY(atomicNumber("Cu") == 29 && atomicNumber("cu") == -1 && atomicNumber("") == -1);
+        QVERIFY(edgeNo("K") == 0 && edgeNo("lI") == 1 && edgeNo("LII") == 2 && edgeNo("") == 0);
+        QString text = QString("Xx 0 1.5 - -2 3 =\n") + QString("A 1 1\n").repeated(1000);
+        QTextStream longTable(&text);
+        QCOMPARE(readAbsorptionTable(longTable), 100);
+        QVERIFY(absorptionTable[0].edge[0] == 1.5 && absorptionTable[0].edge[1] == 0.0); // "="
+        QVERIFY(absorptionTable[0].c[0] == 0.0 && absorptionTable[0].d[0] == 3.0);       // negative
+    }
+};
 
 QTEST_APPLESS_MAIN(TestReferenceFile)
 #include "test_reference_file.moc"

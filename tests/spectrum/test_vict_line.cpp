@@ -1,20 +1,19 @@
+#include "spectrum/LeastSquare.h"
+#include "spectrum/Matrix.h"
 #include "spectrum/VictLine.h"
 
 #include <QtTest>
 
 #include <cmath>
+#include <random>
 
 namespace {
-constexpr double hc = 12398.424360387684;
-
 template<class F>
-Spectrum sampled(double from, double to, int n, F f)
+Spectrum sampled(double from, double step, int n, F f)
 {
     Spectrum s;
-    for (int i = 0; i < n; ++i) {
-        const double E = from + (to - from) * i / (n - 1);
-        s.append(E, f(E));
-    }
+    for (int i = 0; i < n; ++i)
+        s.append(from + step * i, f(from + step * i));
     return s;
 }
 
@@ -34,219 +33,166 @@ bool near(double a, double b, double tolerance)
 }
 } // namespace
 
+/// Systems of equations, polynomials and background lines that are fitted by them, and bends.
 class TestVictLine : public QObject
 {
     Q_OBJECT
+
+    double** a = Matrix::allocMatrix(8);
+    double** l = Matrix::allocMatrix(8);
+    double** u = Matrix::allocMatrix(8);
+    double* b = Matrix::allocVector(8);
+    double* y = Matrix::allocVector(8);
+    double* x = Matrix::allocVector(8);
+    int* pivots = Matrix::allocPivots(8);
+
+    bool solve(int n) const
+    {
+        return Matrix::makeLU(n, a, l, u, pivots) && Matrix::solveLV(n, l, b, y, pivots) &&
+               Matrix::solveUV(n, u, y, x, pivots);
+    }
+
 private Q_SLOTS:
-    void victoreenDataGiveTheirCoefficients();
-    void straightDataGiveTheirCoefficients();
-    void residualsDifferAtTheUpperEnd();
-    void poorFitsKeepEarlierCoefficients();
-    void bendJoinsBothLines_data();
-    void bendJoinsBothLines();
-    void bendIsMadeOnlyWhereLinesConverge();
-    void arraysReadLikeSingleEnergies_data();
-    void arraysReadLikeSingleEnergies();
-    void crossingsAreFoundWithinTheRange();
+    void cleanupTestCase()
+    {
+        for (double** m : {a, l, u})
+            Matrix::freeMatrix(8, m);
+        for (double* v : {b, y, x})
+            Matrix::freeVector(v);
+        Matrix::freePivots(pivots);
+    }
+
+    void plantedSolutionsComeBack()
+    {
+        std::mt19937 random(1);
+        std::uniform_real_distribution<double> value(-1.0, 1.0);
+        for (int n = 1; n <= 8; ++n) {
+            for (int i = 0; i < n; ++i) {
+                b[i] = 0.0;
+                for (int j = 0; j < n; ++j) {
+                    a[i][j] = i + j == 0 && n > 1 ? 0.0 : value(random); // 0: needs an exchange
+                    b[i] += a[i][j] * (j + 1);
+                }
+            }
+            QVERIFY(solve(n));
+            for (int j = 0; j < n; ++j)
+                QVERIFY(std::abs(x[pivots[j]] - (j + 1)) < 1e-9);
+        }
+    }
+
+    void singularSystemsAndNanAreSurvived()
+    {
+        const double rows[3][3] = {{0, 2, 1}, {0, 4, 3}, {0, 1, 9}};
+        for (int i = 0; i < 3; ++i)
+            std::copy_n(rows[i], 3, a[i]);
+        QVERIFY(!solve(3));
+        // Column 0 keeps its place and is skipped; column 1 then chooses the greater of two.
+        QVERIFY(pivots[0] == 0 && pivots[1] == 1 && l[2][1] == 0.25 && u[2][2] == 8.25);
+        QVERIFY(Matrix::makeLU(0, nullptr, nullptr, nullptr, nullptr));
+        Matrix::identity(2, a);
+        a[0][0] = std::nan("");
+        a[1][0] = 1e-9;
+        QVERIFY(Matrix::hasNaNMatrix(2, a) && solve(2) && Matrix::hasNaNVector(2, x));
+        QCOMPARE(pivots[0], 1); // no comparison chooses the nan
+    }
+
+    void polynomialComesBackWithItsResidual()
+    {
+        LeastSquare fit(2);
+        fit.coeffs = {5.0, 6.0};
+        fit.add(0.0, 1.0);
+        QVERIFY(!fit.solve() && fit.coeffs == QVector<double>({5.0, 6.0})); // singular
+        for (int i = 1; i < 20; ++i)
+            fit.add(i / 10.0, 1.0 - 3.0 * i / 10.0 + (i % 2 == 0 ? 0.1 : -0.1));
+        QVERIFY(fit.solve());
+        fit.calcRMS();
+        QVERIFY(std::abs(fit.coeffs[1] + 3.0) < 0.05 && std::abs(fit.rms - 0.1) < 0.01);
+    }
+
+    void plantedCoefficientsComeBack()
+    {
+        // Coefficients of a copper foil's size; the normal equations lose some eight digits.
+        const auto truth = [](double E) {
+            return 0.3 + 0.4 * std::pow(12398.424360387684 / E, 3) -
+                   0.1 * std::pow(12398.424360387684 / E, 4);
+        };
+        VictLine v;
+        QVERIFY(v.fit(sampled(8000, 20, 200, truth), 8000, 12000.1, VictLine::Victoreen));
+        QVERIFY(near(v.c0, 0.3, 1e-6) && near(v.c1, 0.4, 1e-6) && near(v.c2, -0.1, 1e-6));
+        QVERIFY(near(v.at(9500), truth(9500), 1e-10) && v.ok && v.rms < 1e-9);
+        Spectrum s = sampled(8800, 5, 41, [](double E) { return 2.0 - 1e-4 * E; });
+        s.append(9010, 500.0);            // beyond the range
+        QVERIFY(v.fit(s, 8800, 9005, 7)); // any mode but 0 is straight
+        QVERIFY(near(v.slope, -1e-4, 1e-11) && near(v.c0, 2.0, 1e-7) && v.count == 41);
+        s.isShifted = true; // the range and the line are those of the shifted energies
+        s.eShift = 20.0;
+        QVERIFY(v.fit(s, 8780, 8985, VictLine::Straight) && v.count == 41);
+        QVERIFY(near(v.at(8880), 2.0 - 0.89, 1e-8));
+    }
+
+    void poorFitsKeepEarlierCoefficients()
+    {
+        const Spectrum s = sampled(8800, 10, 11, [](double E) { return E / 1000; });
+        VictLine v = straight(3.0, 1.0, 0, 1);
+        v.c1 = 4.0;
+        QVERIFY(!v.fit(Spectrum(), 8800, 8900, VictLine::Straight)); // too few points in all
+        QVERIFY(v.slope == 3.0 && v.rms == 0.0);
+        QVERIFY(!v.fit(s, 9000, 9100, VictLine::Victoreen)); // none in range: singular
+        QVERIFY(v.c0 == 1.0 - 3.0 * 9000.0 && v.c1 == 4.0 && v.rms == 1.0);
+        QVERIFY(!v.fit(s, 8815, 8825, VictLine::Straight)); // a single point in range
+        QVERIFY(v.slope == 0.0 && v.c0 == 8.82 && v.rms == 0.0);
+        QVERIFY(!v.fit(s, 8821, 8825, VictLine::Straight)); // none
+        QVERIFY(v.c0 == 0.0 && v.rms == 1.0);
+        // The residual's upper end belongs to the Victoreen form only: deliberate.
+        QVERIFY(v.fit(s, 8800, 8900, VictLine::Straight) && v.count == 10);
+        QVERIFY(v.fit(s, 8800, 8900, VictLine::Victoreen) && v.count == 11);
+    }
+
+    void bendJoinsBothLines()
+    {
+        // Kind of bend (2 Bezier, 0 cubic), slopes before and behind the edge, and where the bend
+        // ends on the other side, worked out by hand from the two lines, which are at 0.2 and 1.2
+        // at 9000 eV. The cubic has one form for lines that cross between and one for others.
+        const double rows[][5] = {{2, 1e-3, -1e-3, 9600, 0.377063},  {2, -4e-3, 1e-3, 8800, 1.275},
+                                  {0, 2e-3, -2e-3, 9600, -0.497778}, {0, 1e-4, -1e-4, 9600, 0.197},
+                                  {0, -8e-3, 8e-3, 8580, 3.56},      {0, -1e-4, 1e-4, 8800, 1.202}};
+        for (const auto& [kind, preSlope, postSlope, farE, farValue] : rows) {
+            VictLine pre = straight(preSlope, 0.2, 8800, 8970);
+            VictLine post = straight(postSlope, 1.2, 9020, 9600);
+            pre.corrMode = post.corrMode = int(kind);
+            pre.genCorrectedInPost(post);
+            post.genCorrectedInPre(pre);
+            const bool above = preSlope > postSlope;
+            QVERIFY(pre.corrected == above && post.corrected == !above);
+            VictLine& bent = above ? pre : post;
+            // The plain line holds on the fitted side, the bend joins it there with the same slope
+            // (the last Bezier sample before the upper end is a hundredth short of it, hence the
+            // tolerance).
+            const double joint = above ? bent.endE : bent.startE;
+            const double outside = above ? 1.0 : -1.0;
+            QVERIFY(bent.correctedAbove == above && bent.at(joint) == bent.plainAt(joint));
+            QVERIFY(near(bent.at(joint + 1e-6 * outside), bent.plainAt(joint), 2e-3));
+            QVERIFY(
+                near((bent.at(joint + outside) - bent.at(joint + 0.5 * outside)) / (0.5 * outside),
+                     bent.slope, 2e-3));
+            QVERIFY(near(bent.at(farE), farValue, 5e-3));
+        }
+    }
+
+    void bendIsMadeOnlyWhereLinesConverge()
+    {
+        const VictLine post = straight(1e-3, 1.2, 9020, 9600);
+        // Parallel; meeting at 19000 eV, far beyond twice the span; without a span; Victoreen.
+        VictLine lines[] = {straight(1e-3, 0.2, 8800, 8970), straight(1.1e-3, 0.2, 8800, 8970),
+                            straight(5e-3, 0.2, 8800, 9600), straight(5e-3, 0.2, 8800, 8970)};
+        lines[3].mode = VictLine::Victoreen;
+        for (VictLine& line : lines) {
+            line.corrected = true; // left over from an earlier fit
+            line.genCorrectedInPost(post);
+            QVERIFY(!line.corrected && line.isEmpty());
+        }
+    }
 };
-
-void TestVictLine::victoreenDataGiveTheirCoefficients()
-{
-    // Coefficients of a copper foil's size; the normal equations lose some eight digits.
-    const auto truth = [](double E) {
-        const double l = hc / E;
-        return 0.3 + 0.4 * std::pow(l, 3) - 0.1 * std::pow(l, 4);
-    };
-    VictLine v;
-    QVERIFY(v.fit(sampled(8000, 12000, 200, truth), 8000, 12000.1, VictLine::Victoreen));
-    QVERIFY(near(v.c0, 0.3, 1e-6));
-    QVERIFY(near(v.c1, 0.4, 1e-6));
-    QVERIFY(near(v.c2, -0.1, 1e-6));
-    QVERIFY(near(v.at(9500), truth(9500), 1e-10));
-    QVERIFY(v.ok && v.rms < 1e-9);
-    QCOMPARE(v.count, 200);
-}
-
-void TestVictLine::straightDataGiveTheirCoefficients()
-{
-    Spectrum s = sampled(8800, 9000, 41, [](double E) { return 2.0 - 1e-4 * E; });
-    s.append(9010, 500.0); // beyond the range
-    VictLine v;
-    QVERIFY(v.fit(s, 8800, 9005, 7)); // any mode but 0 is straight
-    QVERIFY(near(v.slope, -1e-4, 1e-11));
-    QVERIFY(near(v.c0, 2.0, 1e-7));
-    QVERIFY(near(v.at(9500), 2.0 - 0.95, 1e-8));
-    QCOMPARE(v.count, 41);
-
-    s.isShifted = true; // the range and the line are those of the shifted energies
-    s.eShift = 20.0;
-    QVERIFY(v.fit(s, 8780, 8985, VictLine::Straight));
-    QCOMPARE(v.count, 41);
-    QVERIFY(near(v.at(8880), 2.0 - 0.89, 1e-8));
-}
-
-void TestVictLine::residualsDifferAtTheUpperEnd()
-{
-    const Spectrum s = sampled(8800, 8900, 11, [](double) { return 1.0; });
-    VictLine v;
-    v.fit(s, 8800, 8900, VictLine::Straight);
-    QCOMPARE(v.count, 10);
-    v.fit(s, 8800, 8900, VictLine::Victoreen);
-    QCOMPARE(v.count, 11);
-}
-
-void TestVictLine::poorFitsKeepEarlierCoefficients()
-{
-    const Spectrum s = sampled(8800, 8900, 11, [](double E) { return E / 1000; });
-    VictLine v = straight(3.0, 1.0, 0, 1);
-    v.c1 = 4.0;
-    const double c0 = v.c0;
-    QVERIFY(!v.fit(Spectrum(), 8800, 8900, VictLine::Straight)); // too few points in all
-    QCOMPARE(v.slope, 3.0);
-    QCOMPARE(v.rms, 0.0);
-
-    QVERIFY(!v.fit(s, 9000, 9100, VictLine::Victoreen)); // none in range: singular
-    QCOMPARE(v.c0, c0);
-    QCOMPARE(v.c1, 4.0);
-    QCOMPARE(v.rms, 1.0);
-
-    QVERIFY(!v.fit(s, 8815, 8825, VictLine::Straight)); // a single point in range
-    QCOMPARE(v.slope, 0.0);
-    QCOMPARE(v.c0, 8.82);
-    QCOMPARE(v.rms, 0.0);
-    QVERIFY(!v.fit(s, 8821, 8825, VictLine::Straight)); // none
-    QCOMPARE(v.c0, 0.0);
-    QCOMPARE(v.rms, 1.0);
-}
-
-void TestVictLine::bendJoinsBothLines_data()
-{
-    QTest::addColumn<int>("corrMode");
-    QTest::addColumn<double>("preSlope");
-    QTest::addColumn<double>("postSlope");
-    // Where the bend ends on the other side, worked out by hand from the two lines, which are at
-    // 0.2 and 1.2 at 9000 eV.
-    QTest::addColumn<double>("farE");
-    QTest::addColumn<double>("farValue");
-    QTest::newRow("Bezier, pre-edge line") << 2 << 1e-3 << -1e-3 << 9600.0 << 0.377063;
-    QTest::newRow("Bezier, post-edge line") << 2 << -4e-3 << 1e-3 << 8800.0 << 1.275;
-    QTest::newRow("cubic, pre-edge line, crossing inside")
-        << 0 << 2e-3 << -2e-3 << 9600.0 << -0.497778;
-    QTest::newRow("cubic, pre-edge line, crossing outside")
-        << 0 << 1e-4 << -1e-4 << 9600.0 << 0.197;
-    QTest::newRow("cubic, post-edge line, crossing inside") << 0 << -8e-3 << 8e-3 << 8580.0 << 3.56;
-    QTest::newRow("cubic, post-edge line, crossing outside")
-        << 0 << -1e-4 << 1e-4 << 8800.0 << 1.202;
-}
-
-void TestVictLine::bendJoinsBothLines()
-{
-    QFETCH(int, corrMode);
-    QFETCH(double, preSlope);
-    QFETCH(double, postSlope);
-    QFETCH(double, farE);
-    QFETCH(double, farValue);
-    VictLine pre = straight(preSlope, 0.2, 8800, 8970);
-    VictLine post = straight(postSlope, 1.2, 9020, 9600);
-    pre.corrMode = post.corrMode = corrMode;
-    pre.genCorrectedInPost(post);
-    post.genCorrectedInPre(pre);
-    const bool above = preSlope > postSlope;
-    QCOMPARE(pre.corrected, above);
-    QCOMPARE(post.corrected, !above);
-    VictLine& bent = above ? pre : post;
-    QCOMPARE(bent.correctedAbove, above);
-    // The plain line holds on the fitted side, the bend joins it there with the same slope (the
-    // last Bezier sample before the upper end is a hundredth short of it, hence the tolerance).
-    const double joint = above ? bent.endE : bent.startE;
-    const double outside = above ? 1.0 : -1.0;
-    QCOMPARE(bent.at(joint), bent.plainAt(joint));
-    QVERIFY(near(bent.at(joint + 1e-6 * outside), bent.plainAt(joint), 2e-3));
-    QVERIFY(near((bent.at(joint + outside) - bent.at(joint + 0.5 * outside)) / (0.5 * outside),
-                 bent.slope, 2e-3));
-    QVERIFY(near(bent.at(farE), farValue, 5e-3));
-    if (corrMode != 2)
-        return;
-    QCOMPARE(bent.size(), 100);
-    for (int E = 8800; E <= 9600; E += 8) // the lines stay apart
-        QVERIFY2(pre.at(E) < post.at(E), qPrintable(QString::number(E)));
-}
-
-void TestVictLine::bendIsMadeOnlyWhereLinesConverge()
-{
-    VictLine post = straight(1e-3, 1.2, 9020, 9600);
-    VictLine parallel = straight(1e-3, 0.2, 8800, 8970);
-    parallel.corrected = true; // left over from an earlier fit
-    parallel.genCorrectedInPost(post);
-    post.genCorrectedInPre(parallel);
-    QVERIFY(!parallel.corrected && !post.corrected);
-
-    // The lines meet at 9000 + 1 / 1e-4 = 19000, far beyond twice the span of 630.
-    VictLine far = straight(1.1e-3, 0.2, 8800, 8970);
-    far.genCorrectedInPost(post);
-    QVERIFY(!far.corrected && far.isEmpty());
-
-    VictLine noSpan = straight(5e-3, 0.2, 8800, 9600);
-    noSpan.genCorrectedInPost(post);
-    QVERIFY(!noSpan.corrected);
-    QTest::ignoreMessage(QtDebugMsg, "make  LU (2) false in VictLine genCorrectedInPost");
-    noSpan.corrMode = 0;
-    noSpan.genCorrectedInPost(post);
-    QVERIFY(!noSpan.corrected);
-
-    VictLine victoreen = straight(5e-3, 0.2, 8800, 8970);
-    victoreen.mode = VictLine::Victoreen;
-    victoreen.corrected = true;
-    victoreen.genCorrectedInPost(post);
-    QVERIFY(!victoreen.corrected);
-}
-
-void TestVictLine::arraysReadLikeSingleEnergies_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<int>("corrMode");
-    QTest::addColumn<int>("bends");
-    QTest::newRow("straight") << 1 << 2 << 0;
-    QTest::newRow("Victoreen") << 0 << 2 << 0;
-    QTest::newRow("Bezier bend") << 1 << 2 << 1;
-    QTest::newRow("two Bezier bends in the list") << 1 << 2 << 2;
-    QTest::newRow("cubic bend") << 1 << 0 << 1;
-}
-
-void TestVictLine::arraysReadLikeSingleEnergies()
-{
-    QFETCH(int, mode);
-    QFETCH(int, corrMode);
-    QFETCH(int, bends);
-    VictLine v = straight(1e-3, 0.2, 8800, 8970);
-    v.corrMode = corrMode;
-    for (int i = 0; i < bends; ++i)
-        v.genCorrectedInPost(straight(-1e-3, 1.2, 9020, 9600));
-    v.mode = mode;
-    v.c1 = 0.4;
-    v.c2 = 0.1;
-    QCOMPARE(v.corrected, bends > 0);
-    QVector<double> energies;
-    for (int i = 0; i < 97; ++i)
-        energies.append(8790.3 + 9.1 * i);
-    energies << 8970.0 << 9000.0; // the joint itself, and a step back
-    QVector<double> values(energies.size());
-    v.valuesAt(energies.constData(), energies.size(), values.data());
-    for (int i = 0; i < energies.size(); ++i)
-        QVERIFY(values[i] == v.at(energies[i]));
-}
-
-void TestVictLine::crossingsAreFoundWithinTheRange()
-{
-    const VictLine a = straight(1e-3, 1.0, 0, 0);
-    VictLine b = straight(-1e-3, 1.0, 0, 0); // they meet at 9000
-    QVERIFY(a.crossesWithin(b, 8990, 9010));
-    QVERIFY(!a.crossesWithin(b, 9001, 9010));
-    QVERIFY(a.crossesWithin(a, 0, 1));
-    QVERIFY(!a.crossesWithin(straight(1e-3, 2.0, 0, 0), 0, 1e6));
-    b.mode = VictLine::Victoreen;
-    QVERIFY(!a.crossesWithin(b, 8990, 9010));
-}
 
 QTEST_APPLESS_MAIN(TestVictLine)
 #include "test_vict_line.moc"

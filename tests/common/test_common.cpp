@@ -1,0 +1,143 @@
+#include "common/ColorScale.h"
+#include "common/FileNames.h"
+#include "common/TextItems.h"
+#include "common/WindowState.h"
+
+#include <QtTest>
+
+#include <QWidget>
+
+/// Texts taken apart and put together, the ramps of the colour bar, and kept windows.
+class TestCommon : public QObject
+{
+    Q_OBJECT
+
+    /// Each row is "line|what is split off|what the function returns".
+    static void checkRows(QString (*split)(const QString&, QString&), const QStringList& rows)
+    {
+        for (const QString& row : rows) {
+            const QString line = row.section('|', 0, 0);
+            QString found = "old";
+            const QString rest = split(line, found);
+            QCOMPARE(line + '|' + found + '|' + rest, row);
+        }
+    }
+
+private Q_SLOTS:
+    void commentBeginsAtTheFirstHashOutsideQuotes()
+    {
+        // One state serves both kinds of quotes, so a lone apostrophe hides the rest: deliberate.
+        checkRows(stripComment,
+                  {"a b||a b", "a # b # c| b # c|a ", "a \"b#c\" # d| d|a \"b#c\" ",
+                   "a 'b#c' #d|d|a 'b#c' ", "it's # text||it's # text", "\"a' # b| b|\"a' "});
+        QVERIFY(isBlank(" \t # only a comment") && !isBlank("x # y"));
+    }
+
+    void itemIsSplitOffTheLine()
+    {
+        checkRows(nextItem, {"||", " \t ||", "  ab\tcd |ab|\tcd ", "\"a b\"c d|a b|c d",
+                             "\"\" x|| x", "a\"b c\" d|a\"b| c\" d", "abc\" def|abc\"| def",
+                             QString::fromUtf8("a\u3000b c|a\u3000b| c")});
+        QTest::ignoreMessage(
+            QtDebugMsg, "In a line [ \"abc d] item is started from quote but not ended by quote");
+        QTest::ignoreMessage(QtDebugMsg,
+                             "In a line [abc\"] item is started from not quote but ended by quote");
+        checkRows(nextItem, {" \"abc d|abc d|", "abc\"|abc\"|"});
+
+        QStringList items;
+        QVERIFY(startsWithItems("# Size 10 \"\" 20 x", items, 2, "# Size"));
+        QCOMPARE(items, QStringList({"10", "20", "x"}));
+        QVERIFY(!startsWithItems("# Size 10", items, 2, "# Size") && items == QStringList("10"));
+        QVERIFY(!startsWithItems("# size 1 2", items, 0, "# Size") && items.isEmpty());
+    }
+
+    void csvFieldIsSplitOffTheLineAndQuotingIsUndone()
+    {
+        checkRows(csvField,
+                  {"||", ",b||b", "a b,c,d|a b|c,d", "abc|abc|", "\"a,b\",c|a,b|c",
+                   "\"say \"\"x\"\"\",c|say \"x\"|c", "\"a\" b,c|a|c", "\"a,b|a,b|", "\"||"});
+        for (const QString text : {"a,b", "say \"x\"", "\"", ",\",", "two  blanks"})
+            checkRows(csvField, {csvQuoted(text) + ",rest|" + text + "|rest"});
+    }
+
+    void textsAreBuilt()
+    {
+        QCOMPARE(quoted("a\"b"), QString("\"a\\\"b\""));
+        QVERIFY(spaces(-1).isEmpty() && spaces(100000).size() == 256);
+        QCOMPARE(groupThousands("1234567"), QString("1,234,567"));
+        QCOMPARE(groupThousands("-123456.56789"), QString("-123,456.56789"));
+        QCOMPARE(groupThousands("1e+06"), QString("1e+06"));
+    }
+
+    void fileNamesKeepTheirFolders()
+    {
+        const auto number = [](const QString& name, QString& numbered) {
+            numbered = withInsertedNumber(name, "1");
+            return addSuffix(name, "1");
+        };
+        checkRows(number, {"../d.x/a.dat|../d.x/a-1.dat|../d.x/a-1.dat", "d.x/a|d.x/a-1|d.x/a-1",
+                           "a.|a-1|a-1", "a.b.dat|a.b-1.dat|a.b-1.dat"});
+        const auto extend = [](const QString& name, QString& without) {
+            without = withExtension(name, "");
+            return withExtension(name, "dat");
+        };
+        checkRows(extend, {"/d/a.txt|/d/a.txt|/d/a.txt", "/d.x/a|/d.x/a|/d.x/a.dat",
+                           "/d/a.|/d/a|/d/a.dat", "||"});
+        QCOMPARE(withExtension("a", "dat"), QDir::currentPath() + "/a.dat");
+    }
+
+    void greyValueFollowsTheHandles()
+    {
+        // Low handle, high handle, value, grey.
+        const double rows[][4] = {
+            {0, 1, 0, 0},        {0, 1, 1, 255},         {0, 1, 127.999 / 256, 127},
+            {.25, .75, .5, 128}, {1, 0, 1, 0},           {1, 0, 0, 255},
+            {1, 0, .25, 192},    {.5, .5, .6, 255},      {.5, .5, .4, 0},
+            {.5, .5, .5, 0},     {0, 1, qQNaN(), 0},     {0, 1, qInf(), 255},
+            {0, 1, -qInf(), 0},  {0, 1e-300, 1e300, 255}};
+        for (const auto& [low, high, value, grey] : rows) {
+            ColorScale scale;
+            scale.lowHandle = low;
+            scale.highHandle = high;
+            QCOMPARE(double(scale.colorOfValue(value).red()), grey);
+        }
+    }
+
+    void hotRampRunsBlackRedYellowWhite()
+    {
+        ColorScale hot;
+        hot.imageFormat = ColorScale::Hot;
+        const std::pair<double, QRgb> rows[] = {
+            {0, 0xff000000},   {100, 0xff640000}, {255, 0xffff0000}, {256, 0xffff0100},
+            {510, 0xffffff00}, {511, 0xffffff01}, {765, 0xffffffff}, {qQNaN(), 0xff000000}};
+        // Half an index further, so that rounding of the division can't reach the index below.
+        for (const auto& [index, color] : rows)
+            QCOMPARE(hot.colorOfValue((index + 0.5) / 766).rgb(), color);
+        for (const int width : {1, 3, 4, 5, 257})
+            QCOMPARE(displayStride(ColorScale::Hot, width),
+                     QImage(width, 1, QImage::Format_RGB888).bytesPerLine());
+        QCOMPARE(plotColor(-1), plotColor(8));
+    }
+
+    void windowComesBackWhereItWas()
+    {
+        const QTemporaryDir store;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        bool popUp = false;
+        QWidget fresh;
+        loadWindowState(&fresh, "Fresh", &popUp);
+        QCOMPARE(QRect(fresh.pos(), fresh.size()), QRect(200, 200, 400, 400));
+        QVERIFY(fresh.isVisible() && popUp);
+        fresh.move(30, 40);
+        fresh.resize(321, 123);
+        fresh.hide();
+        saveWindowState(&fresh, "Fresh", false);
+        QWidget again;
+        loadWindowState(&again, "Fresh", &popUp);
+        QCOMPARE(QRect(again.pos(), again.size()), QRect(30, 40, 321, 123));
+        QVERIFY(!again.isVisible() && !popUp);
+    }
+};
+
+QTEST_MAIN(TestCommon)
+#include "test_common.moc"
