@@ -168,6 +168,44 @@ private Q_SLOTS:
         QVERIFY(ratioMap(body, 0)->imgValid);
     }
 
+    /// Without the rounding of pixels, through the normalisation of all three curves.
+    void noiselessMixtureGivesItsWeightsBack()
+    {
+        const auto spectrum = [](double share) {
+            Spectrum curve;
+            for (int i = 0; i < SmallExperiment::energies; ++i) {
+                const double E = SmallExperiment::firstEnergy + SmallExperiment::energyStep * i;
+                curve.append(E, share * SmallExperiment::mu0(E) +
+                                    (1 - share) * SmallExperiment::mu1(E));
+            }
+            return XafsSpectrum(curve, "mixture", VictLine::Straight, 0.0, SuggestElm());
+        };
+        LcfRequest request;
+        for (const double share : {1.0, 0.0}) {
+            LcfReferenceData row;
+            row.spectrum = spectrum(share);
+            row.active = true;
+            request.rows.append(row);
+        }
+        const LcfResult result = fitLcf(spectrum(0.3), request);
+        QVERIFY(result.fitted);
+        QVERIFY(std::abs(result.ratios[0] - 0.3) < 1e-9);
+        QVERIFY(std::abs(result.ratios[1] - 0.7) < 1e-9);
+    }
+
+    /// A row that is added in the middle of a walk has no maps in it.
+    void rowsAddedDuringAWalkChangeNoMap()
+    {
+        DrivenBody body;
+        body.setMaxPositionsPerRequest(1);
+        QVERIFY(body.load(experiment_));
+        QTimer::singleShot(0, &body, [&] {
+            body.analyzer()->setLCFStd(4, true, 0.0, experiment_.references[1], "0");
+        });
+        QVERIFY(body.run("analyzer_exec_LCF"));
+        QVERIFY(std::abs(ratioMap(body, 0)->valueAt(0, 0) - SmallExperiment::fraction(0, 0)) < 1e-6);
+    }
+
     void requestsOfAnySizeGiveTheSameMaps()
     {
         QVector<QVector<double>> maps;
@@ -201,13 +239,17 @@ private Q_SLOTS:
         DrivenBody body;
         body.setMaxPositionsPerRequest(1);
         QVERIFY(body.load(experiment_));
+        // The same button stops, here behind the tenth answer; two more are on their way then.
+        int answers = 0;
+        connect(body.analyzer(), &Analyzer::finished, this, [&](const AnalysisResult&) {
+            if (++answers == 10)
+                body.start2DAnalysis();
+        });
         body.start2DAnalysis();
-        body.start2DAnalysis(); // the same button stops
-        QTest::qWait(30);
-        QVERIFY(!ratioMap(body, 0)->imgValid);
+        QTRY_VERIFY(answers >= 11);
         const QVector<double> stopped = values(ratioMap(body, 0));
-        QTest::qWait(30);
-        QCOMPARE(values(ratioMap(body, 0)), stopped);
+        QCOMPARE(stopped.size() - stopped.count(0.0), 10);
+        QVERIFY(!ratioMap(body, 0)->imgValid);
         QVERIFY(body.run("analyzer_exec_LCF"));
         QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
     }
@@ -227,8 +269,10 @@ private Q_SLOTS:
         DrivenBody body;
         body.setMaxPositionsPerRequest(1);
         QVERIFY(body.load(experiment_));
+        const LogCapture log;
         QTimer::singleShot(0, &body, &Body::clearI1Files);
         QVERIFY(body.run("analyzer_exec_LCF"));
+        QCOMPARE(log.linesWith("the I1 images are gone"), 1);
     }
 
     void uncheckedReferenceKeepsAnEmptyMap()
