@@ -31,22 +31,17 @@ inline XafsSpectrum edgeSpectrum(const QVector<double>& energies, double edge, d
     return {s, QStringLiteral("test"), VictLine::Straight, eOffset, SuggestElm()};
 }
 
-inline LcfReferenceData referenceRow(const XafsSpectrum& s, double dE = 0.0, bool active = true,
-                                     double weight = 0.0)
-{
-    LcfReferenceData row{s, active, weight};
-    row.spectrum.isShifted = true;
-    row.spectrum.eShift = dE;
-    return row;
-}
-
 /// Four rows, the third not in use, of different energy spans and shifts.
 inline LcfRequest fourRows()
 {
     LcfRequest request;
-    request.rows = {referenceRow(edgeSpectrum(scanEnergies(300), 8990, 1.0, 9.0), 0.0, true, 0.4),
-                    referenceRow(edgeSpectrum(scanEnergies(211), 8994, 1.4, 14.0), 0.7, true, 0.5),
-                    referenceRow(edgeSpectrum(scanEnergies(150), 8997, 0.7, 5.0), 0.0, false, 9.0),
-                    referenceRow(edgeSpectrum(scanEnergies(97), 9000, 0.8, 21.0), -1.3, true, 0.2)};
+    for (int i = 0; i < 4; ++i) {
+        LcfReferenceData row{
+            edgeSpectrum(scanEnergies(300 - 65 * i), 8990 + 3 * i, 1.4 - 0.2 * i, 9 + 4 * i),
+            i != 2, 0.1 + 0.2 * i};
+        row.spectrum.isShifted = true;
+        row.spectrum.eShift = 0.7 * (i % 3);
+        request.rows.append(row);
+    }
     return request;
 }

@@ -48,7 +48,6 @@ private Q_SLOTS:
     {
         QCOMPARE(MouseC::mouseAction(Qt::LeftButton, Qt::ControlModifier | Qt::AltModifier), 6);
         QCOMPARE(MouseC::mouseAction(Qt::RightButton, Qt::ControlModifier | Qt::ShiftModifier), 12);
-        QCOMPARE(MouseC::mouseAction(Qt::MiddleButton, Qt::ShiftModifier), 16);
         const auto at = [](double x) {
             return QMouseEvent(QEvent::MouseMove, {x, 7}, Qt::LeftButton, {}, Qt::ShiftModifier);
         };
