@@ -6,7 +6,6 @@
 
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QThread>
 #include <QtTest>
 
 #include <malloc.h>
@@ -15,203 +14,128 @@
 class TestLoadTiff : public QObject
 {
     Q_OBJECT
-private Q_SLOTS:
-    void initTestCase();
-    void readsTheFilesThatTheCutsLeave_data();
-    void readsTheFilesThatTheCutsLeave();
-    void liveFilesArePassedOverAndKeepTheNumbers();
-    void failedFilesLeaveAGapAndTheEndStillComes();
-    void queuedJobsEndOnceWithTheLastIdAndTheBatchTicket();
-    void picturesAreMadeInTheWorkersThread();
-    void stopLeavesTheRestUnread();
-    void aLoadedStackCostsItsPixelsAndItsPictures();
 
-private:
-    QStringList load(LoadTiff& loader, const QVector<LoadJob>& jobs, int& id, int& ticket);
-    LoadJob job(const QStringList& files) const
+    const QTemporaryDir dir_;
+    QStringList files_;
+
+    static LoadJob job(const QStringList& files, int first = 0, int last = 0, int skip = 1)
     {
         LoadJob result;
         result.files = files;
         result.loadCmdId = ExCmdLoadI1Files;
+        result.cutFirst = first;
+        result.cutLast = last;
+        result.skip = skip;
+        result.scale.highHandle = 0.5;
         return result;
     }
 
-    QTemporaryDir dir_;
-    QStringList files_;
-};
-
-void TestLoadTiff::initTestCase()
-{
-    qRegisterMetaType<EX_CMD_ID>("EX_CMD_ID");
-    for (int i = 0; i < 10; ++i) {
-        files_.append(dir_.filePath(QStringLiteral("f%1.img").arg(i)));
-        QVERIFY(writeBytes(files_[i], imgBytes(3, 2, "", 2, [=](int, int) { return i; })));
+    /// Runs the jobs and gives "number:pixel" of each image in order of arrival, then the ids and
+    /// the tickets of the ends.
+    QString load(const QVector<LoadJob>& jobs)
+    {
+        QString arrived;
+        LoadTiff loader;
+        connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int fNo) {
+            const bool painted = data->pictureMatches(jobs.last().scale);
+            arrived += QString("%1:%2%3 ").arg(fNo).arg(data->pixel(0, 0)).arg(painted ? "" : "?");
+            delete data;
+        });
+        QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
+        for (const LoadJob& each : jobs)
+            loader.loadTiffs(each);
+        if (ends.isEmpty())
+            ends.wait(5000);
+        QCoreApplication::processEvents();
+        for (const QList<QVariant>& end : ends)
+            arrived +=
+                QString("end %1 %2").arg(end[0].toInt() - ExCmdLoadI1Files).arg(end[1].toInt());
+        return arrived;
     }
-}
 
-/// Runs the jobs and gives "number:pixel" of each image in order of arrival.
-QStringList TestLoadTiff::load(LoadTiff& loader, const QVector<LoadJob>& jobs, int& id, int& ticket)
-{
-    QStringList arrived;
-    const auto images = connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int fNo) {
-        arrived.append(QStringLiteral("%1:%2").arg(fNo).arg(data->pixel(0, 0)));
-        delete data;
-    });
-    QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
-    for (const LoadJob& each : jobs)
-        loader.loadTiffs(each);
-    if (ends.isEmpty())
-        ends.wait(5000);
-    disconnect(images);
-    QCoreApplication::processEvents();
-    id = ends.size() == 1 ? ends[0][0].toInt() : -int(ends.size());
-    ticket = ends.isEmpty() ? -1 : ends[0][1].toInt();
-    return arrived;
-}
+private Q_SLOTS:
+    void initTestCase()
+    {
+        qRegisterMetaType<EX_CMD_ID>("EX_CMD_ID");
+        for (int i = 0; i < 10; ++i) {
+            files_.append(dir_.filePath(QString("f%1.img").arg(i)));
+            QVERIFY(writeBytes(files_[i], imgBytes(3, 2, "", 2, [=](int, int) { return i; })));
+        }
+    }
 
-void TestLoadTiff::readsTheFilesThatTheCutsLeave_data()
-{
-    QTest::addColumn<int>("count");
-    QTest::addColumn<int>("cutFirst");
-    QTest::addColumn<int>("cutLast");
-    QTest::addColumn<int>("skip");
-    QTest::addColumn<QString>("numbers");
-    QTest::newRow("all") << 4 << 0 << 0 << 1 << "0:0 1:1 2:2 3:3";
-    QTest::newRow("cuts and skip") << 10 << 2 << 1 << 3 << "2:2 5:5 8:8";
-    QTest::newRow("the first is tried though the last cut excludes it") << 4 << 1 << 9 << 1 << "1:1";
-    QTest::newRow("nothing left at the front") << 4 << 4 << 0 << 1 << "";
-    QTest::newRow("cut beyond the list") << 4 << 40 << 0 << 1 << "";
-    QTest::newRow("no files") << 0 << 0 << 0 << 1 << "";
-}
+    void readsTheFilesThatTheCutsLeave()
+    {
+        const QStringList four = files_.mid(0, 4);
+        QCOMPARE(load({job(four)}), "0:0 1:1 2:2 3:3 end 0 0");
+        QCOMPARE(load({job(files_, 2, 1, 3)}), "2:2 5:5 8:8 end 0 0");
+        QCOMPARE(load({job(four, 1, 9)}), "1:1 end 0 0"); // the first is tried none the less
+        QCOMPARE(load({job(four, 40)}), "end 0 0");
+        QCOMPARE(load({job({})}), "end 0 0");
+        const LogCapture log;
+        QCOMPARE(load({job({"/none", files_[1]})}), "1:1 end 0 0"); // failed files leave a gap
+        QCOMPARE(log.linesWith("/none"), 1);
+        const QString live = dir_.filePath("aLive.img");
+        QVERIFY(QFile::copy(files_[7], live));
+        LoadJob withLive = job({files_[0], live, files_[2]});
+        QCOMPARE(load({withLive}), "0:0 1:7 2:2 end 0 0");
+        withLive.ignoreLive = true;
+        QCOMPARE(load({withLive}), "0:0 2:2 end 0 0");
+    }
 
-void TestLoadTiff::readsTheFilesThatTheCutsLeave()
-{
-    QFETCH(int, count);
-    QFETCH(int, cutFirst);
-    QFETCH(int, cutLast);
-    QFETCH(int, skip);
-    QFETCH(QString, numbers);
-    LoadJob cut = job(files_.mid(0, count));
-    cut.cutFirst = cutFirst;
-    cut.cutLast = cutLast;
-    cut.skip = skip;
-    LoadTiff loader;
-    int id = 0;
-    int ticket = 0;
-    QCOMPARE(load(loader, {cut}, id, ticket).join(QLatin1Char(' ')), numbers);
-    QCOMPARE(id, int(ExCmdLoadI1Files));
-}
+    void queuedJobsEndOnceWithTheLastIdAndTheBatchTicket()
+    {
+        LoadJob batch = job({files_[0]});
+        batch.ticket = 5;
+        LoadJob click = job({files_[1], files_[2]}, 1);
+        click.loadCmdId = ExCmdLoadI0Files;
+        const int other = int(ExCmdLoadI0Files) - int(ExCmdLoadI1Files);
+        QCOMPARE(load({batch, click}), QString("0:0 1:2 end %1 5").arg(other));
+        QCOMPARE(load({click}), QString("1:2 end %1 0").arg(other));
+    }
 
-void TestLoadTiff::liveFilesArePassedOverAndKeepTheNumbers()
-{
-    const QString live = dir_.filePath(QStringLiteral("aLive.img"));
-    QVERIFY(QFile::copy(files_[7], live));
-    LoadJob withLive = job({files_[0], live, files_[2]});
-    LoadTiff loader;
-    int id = 0;
-    int ticket = 0;
-    QCOMPARE(load(loader, {withLive}, id, ticket), QStringList({"0:0", "1:7", "2:2"}));
-    withLive.ignoreLive = true;
-    QCOMPARE(load(loader, {withLive}, id, ticket), QStringList({"0:0", "2:2"}));
-}
+    void stopLeavesTheRestUnread()
+    {
+        LoadTiff stopped;
+        int arrived = 0;
+        connect(&stopped, &LoadTiff::loaded, this, [&](TiffData* data, int) {
+            ++arrived;
+            delete data;
+            stopped.requestStop();
+        });
+        stopped.loadTiffs(job(files_));
+        QTest::qWait(50);
+        QCOMPARE(arrived, 1);
+    }
 
-void TestLoadTiff::failedFilesLeaveAGapAndTheEndStillComes()
-{
-    LogCapture log;
-    LoadTiff loader;
-    int id = 0;
-    int ticket = 0;
-    QCOMPARE(load(loader, {job({QStringLiteral("/none"), files_[1]})}, id, ticket),
-             QStringList({"1:1"}));
-    QCOMPARE(load(loader, {job({QStringLiteral("/none")})}, id, ticket), QStringList());
-    QCOMPARE(id, int(ExCmdLoadI1Files));
-    QCOMPARE(log.linesWith(QStringLiteral("/none")), 2);
-}
-
-void TestLoadTiff::queuedJobsEndOnceWithTheLastIdAndTheBatchTicket()
-{
-    LoadJob batch = job({files_[0]});
-    batch.ticket = 5;
-    LoadJob click = job({files_[1], files_[2]});
-    click.cutFirst = 1;
-    click.loadCmdId = ExCmdLoadI0Files;
-    LoadTiff loader;
-    int id = 0;
-    int ticket = 0;
-    QCOMPARE(load(loader, {batch, click}, id, ticket), QStringList({"0:0", "1:2"}));
-    QCOMPARE(id, int(ExCmdLoadI0Files));
-    QCOMPARE(ticket, 5);
-    load(loader, {click}, id, ticket);
-    QCOMPARE(ticket, 0);
-}
-
-void TestLoadTiff::picturesAreMadeInTheWorkersThread()
-{
-    QThread thread;
-    LoadTiff loader;
-    loader.moveToThread(&thread);
-    thread.start();
-    qRegisterMetaType<LoadJob>("LoadJob");
-    LoadJob scaled = job({files_[3]});
-    scaled.scale.highHandle = 0.5;
-    bool matches = false;
-    QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
-    connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int) {
-        matches = data->pictureMatches(scaled.scale);
-        delete data;
-    });
-    QMetaObject::invokeMethod(&loader, "loadTiffs", Q_ARG(LoadJob, scaled));
-    QVERIFY(!ends.isEmpty() || ends.wait(5000));
-    QVERIFY(matches);
-    thread.quit();
-    QVERIFY(thread.wait(5000));
-}
-
-void TestLoadTiff::stopLeavesTheRestUnread()
-{
-    LoadTiff loader;
-    QStringList arrived;
-    connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int fNo) {
-        arrived.append(QString::number(fNo));
-        delete data;
-        loader.requestStop();
-    });
-    loader.loadTiffs(job(files_));
-    QTest::qWait(50);
-    QCOMPARE(arrived, QStringList({"0"}));
-}
-
-/// Two bytes a pixel and one for the picture, plus 1 % for all the rest.
-void TestLoadTiff::aLoadedStackCostsItsPixelsAndItsPictures()
-{
+    /// Two bytes a pixel and one for the picture, plus 1 % for all the rest.
+    void aLoadedStackCostsItsPixelsAndItsPictures()
+    {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    QSKIP("the sanitizer replaces the allocator that is measured");
+        QSKIP("the sanitizer replaces the allocator that is measured");
 #endif
-    constexpr int images = 40;
-    constexpr int side = 512;
-    const QString name = dir_.filePath(QStringLiteral("large.img"));
-    QVERIFY(writeBytes(name, imgBytes(side, side, "", 2, [](int x, int y) { return x * y % 999; })));
-    QStringList names;
-    for (int i = 0; i < images; ++i)
-        names.append(name);
-    const auto inUse = [] {
-        const struct mallinfo2 info = mallinfo2();
-        return double(info.uordblks + info.hblkhd);
-    };
-    TiffStack stack;
-    LoadTiff loader;
-    connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int) { stack.append(data); });
-    QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
-    keepFreedMemory();
-    const double before = inUse();
-    loader.loadTiffs(job(names));
-    QVERIFY(ends.wait(20000));
-    const double cost = inUse() - before;
-    QCOMPARE(stack.size(), images);
-    deleteStack(stack);
-    const double pixels = double(images) * side * side;
-    QVERIFY2(cost <= 1.01 * 3 * pixels, qPrintable(QString::number(cost / pixels)));
-}
+        constexpr int side = 512;
+        const QString name = dir_.filePath("large.img");
+        QVERIFY(writeBytes(name,
+                           imgBytes(side, side, "", 2, [](int x, int y) { return x * y % 999; })));
+        const auto inUse = [] {
+            const struct mallinfo2 info = mallinfo2();
+            return double(info.uordblks + info.hblkhd);
+        };
+        TiffStack stack;
+        LoadTiff loader;
+        connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int) { stack.append(data); });
+        QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
+        const QStringList names = QVector<QString>(40, name).toList();
+        keepFreedMemory();
+        const double before = inUse();
+        loader.loadTiffs(job(names));
+        QVERIFY(ends.wait(20000));
+        const double cost = (inUse() - before) / (40.0 * side * side);
+        QCOMPARE(stack.size(), 40);
+        deleteStack(stack);
+        QVERIFY2(cost <= 1.01 * 3, qPrintable(QString::number(cost)));
+    }
+};
 
 QTEST_GUILESS_MAIN(TestLoadTiff)
 #include "test_load_tiff.moc"
