@@ -203,7 +203,8 @@ private Q_SLOTS:
             body.analyzer()->setLCFStd(4, true, 0.0, experiment_.references[1], "0");
         });
         QVERIFY(body.run("analyzer_exec_LCF"));
-        QVERIFY(std::abs(ratioMap(body, 0)->valueAt(0, 0) - SmallExperiment::fraction(0, 0)) < 1e-6);
+        QVERIFY(std::abs(ratioMap(body, 0)->valueAt(0, 0) - SmallExperiment::fraction(0, 0)) <
+                1e-6);
     }
 
     void requestsOfAnySizeGiveTheSameMaps()

@@ -62,7 +62,8 @@ inline QByteArray tiffBytes(int w, int h, const PixelFunction& f, int exposureMs
     const quint32 dataAt = 8;
     const quint32 dataBytes = quint32(w * h * 2);
     const quint32 ifdAt = dataAt + dataBytes;
-    struct Tag {
+    struct Tag
+    {
         quint32 id, type, count, value;
     };
     QVector<Tag> tags{{256, 4, 1, quint32(w)}, {257, 4, 1, quint32(h)}, {258, 3, 1, quint32(bits)},
