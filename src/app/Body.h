@@ -174,7 +174,7 @@ private:
 
     // BodyStacks.cpp
     void clearStack(Stack& stack);
-    LoadJob loadJob(const Stack& stack, const QStringList& files, EX_CMD_ID id) const;
+    LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket);
     void readI1(const QStringList& files, bool newFile, int ticket);
     void readI0(const QStringList& files, bool newFile, int ticket);
     void takeLoaded(Stack& stack, TiffData* image, int fNo);

@@ -48,8 +48,10 @@ void Body::clearStack(Stack& stack)
     stack.darkAvg.clear();
 }
 
-LoadJob Body::loadJob(const Stack& stack, const QStringList& files, EX_CMD_ID id) const
+/// A job by the stack's row, counted as sent.
+LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket)
 {
+    ++stack.jobsSent;
     LoadJob job;
     job.files = files;
     job.ignoreLive = stack.row->ignoreLive();
@@ -59,6 +61,7 @@ LoadJob Body::loadJob(const Stack& stack, const QStringList& files, EX_CMD_ID id
     job.errPs = stack.row->errPoints();
     job.scale = *ui_->CBar;
     job.loadCmdId = id;
+    job.ticket = ticket;
     return job;
 }
 
@@ -76,20 +79,14 @@ void Body::readI1(const QStringList& files, bool newFile, int ticket)
 {
     if (newFile)
         clearI1Files();
-    LoadJob job = loadJob(i1_, files, ExCmdLoadI1Files);
-    job.ticket = ticket;
-    ++i1_.jobsSent;
-    Q_EMIT loadI1Files(job);
+    Q_EMIT loadI1Files(newJob(i1_, files, ExCmdLoadI1Files, ticket));
 }
 
 void Body::readI0(const QStringList& files, bool newFile, int ticket)
 {
     if (newFile)
         clearI0Files();
-    LoadJob job = loadJob(i0_, files, ExCmdLoadI0Files);
-    job.ticket = ticket;
-    ++i0_.jobsSent;
-    Q_EMIT loadI0Files(job);
+    Q_EMIT loadI0Files(newJob(i0_, files, ExCmdLoadI0Files, ticket));
 }
 
 void Body::takeLoaded(Stack& stack, TiffData* image, int fNo)

@@ -7,7 +7,7 @@
 /// next call begins with the next line. Empty at the end of the device.
 inline QByteArray readCappedLine(QIODevice& in, qint64 most)
 {
-    const QByteArray line = in.readLine(most);
+    QByteArray line = in.readLine(most);
     for (QByteArray piece = line; !piece.isEmpty() && !piece.endsWith('\n');)
         piece = in.readLine(most);
     return line;

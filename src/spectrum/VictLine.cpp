@@ -31,6 +31,27 @@ void takeAll(const Spectrum& s, Take take)
         take(p->x() - shift, p->y());
 }
 
+struct Residual
+{
+    double squares = 0.0;
+    int points = 0;
+};
+
+/// Residual of the values over the points whose energies are inside.
+template<class Value, class Inside>
+Residual residualOf(const Spectrum& s, Value value, Inside inside)
+{
+    Residual sum;
+    takeAll(s, [&](double E, double mu) {
+        if (inside(E)) {
+            const double r = mu - value(E);
+            sum.squares += r * r;
+            ++sum.points;
+        }
+    });
+    return sum;
+}
+
 double victoreenAt(double c0, double c1, double c2, double E)
 {
     const double lambda = hcEvAngstrom / E;
@@ -52,20 +73,10 @@ bool VictLine::fitStraight(const Spectrum& s)
     if (s.size() < 3)
         return false;
     const bool solved = solveStraight(s);
-    const double from = startE;
-    const double to = endE;
-    const double k0 = c0;
-    const double k1 = slope;
-    double squares = 0.0;
-    int used = 0;
-    takeAll(s, [&](double E, double mu) {
-        if (from <= E && E < to) {
-            const double r = mu - (k0 + k1 * E);
-            squares += r * r;
-            ++used;
-        }
-    });
-    setRms(squares, used);
+    const Residual residual = residualOf(
+        s, [k0 = c0, k1 = slope](double E) { return k0 + k1 * E; },
+        [from = startE, to = endE](double E) { return from <= E && E < to; });
+    setRms(residual.squares, residual.points);
     return solved;
 }
 
@@ -102,23 +113,11 @@ bool VictLine::fitVictoreen(const Spectrum& s)
     if (s.size() < 4)
         return false;
     const bool solved = solveVictoreen(s);
-    const double from = startE;
-    const double to = endE;
-    const double k0 = c0;
-    const double k1 = c1;
-    const double k2 = c2;
-    double squares = 0.0;
-    int used = 0;
-    takeAll(s, [&](double E, double mu) {
-        // Unlike the straight line's, this residual takes in a point exactly at the end.
-        // Deliberate.
-        if (from <= E && E <= to) {
-            const double r = mu - victoreenAt(k0, k1, k2, E);
-            squares += r * r;
-            ++used;
-        }
-    });
-    setRms(squares, used);
+    // Unlike the straight line's, this residual takes in a point exactly at the end: deliberate.
+    const Residual residual = residualOf(
+        s, [k0 = c0, k1 = c1, k2 = c2](double E) { return victoreenAt(k0, k1, k2, E); },
+        [from = startE, to = endE](double E) { return from <= E && E <= to; });
+    setRms(residual.squares, residual.points);
     return solved;
 }
 
