@@ -24,7 +24,9 @@ void saveMap(const QString& folder, const QString& kind, int species, const QVec
         out << i % columns * 5 + 2 << ' ' << i / columns * 5 + 2 << ' '
             << QString::number(values[i], 'g', 6) << '\n';
         const double level = (values[i] - mapScaleMin) / (mapScaleMax - mapScaleMin);
-        scaled.append(quint16(65535.0 * std::clamp(level, 0.0, 1.0)));
+        // The program saves what is no number as 0.
+        const bool number = std::isfinite(level);
+        scaled.append(number ? quint16(65535.0 * std::clamp(level, 0.0, 1.0)) : quint16(0));
     }
     const QString tiff = demoFiles::mapTiff(folder, kind, species);
     QVERIFY(writeImage(ImageFormat::Tiff, tiff, columns, columns, scaled));
