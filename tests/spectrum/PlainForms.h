@@ -174,12 +174,16 @@ struct Spectrum
     {
         double best = -1e300;
         double bestShift = 0.0;
-        for (; step >= minStep; step *= 0.1, range *= 0.1) {
-            for (double d = -range; d <= range; d += step) {
+        while (step >= minStep) {
+            double d = -range;
+            while (d <= range) {
                 const double v = innerProduct(midx - ref.midx + d, ref);
                 bestShift = v > best ? midx - ref.midx + d : bestShift;
                 best = v > best ? v : best;
+                d += step;
             }
+            step *= 0.1;
+            range *= 0.1;
         }
         return bestShift;
     }
