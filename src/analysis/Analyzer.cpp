@@ -95,7 +95,7 @@ void Analyzer::addNewRef()
     refs_.append(row);
     refGroup_->addButton(row->showButton(), refs_.size() - 1);
     // Straight into the records: an empty map needs no picture.
-    for (int kind = 0; kind < mapKinds(); ++kind) {
+    for (int kind = 0; kind < LCFReference::mapKinds; ++kind) {
         Analyzed2DRes* const map = row->map(kind);
         const Analyzed2DRes::Scale scale = scaleOfKind(kind);
         map->fixedScale = ui_->FixedScale->isChecked();

@@ -32,12 +32,10 @@ public:
     /// Index of the first row whose use box is checked, else 0.
     int firstUsedRow() const;
 
-    /// Kinds of map that each row has: 0 the jump that the reference carries, 1 its weight.
-    static constexpr int mapKinds() { return 2; }
     /// Kind of map shown for a row.
     int mapKindIndex() const;
-    /// Shows weights for 0 and jumps for 1, the other way round than mapKindIndex() counts: batch
-    /// files are written so.
+    /// Shows weights for 0 and jumps for 1, the other way round than mapKindIndex() counts.
+    /// Deliberate: it is how the batch command counts.
     void setMapKind(int k);
 
     Analyzed2DRes* zansaMap() { return &zansaMap_; }

@@ -29,6 +29,7 @@ public:
     bool isActive() const;
     double weight() const { return weight_; }
 
+    /// Kinds of map that each row has: 0 the jump that the reference carries, 1 its weight.
     static constexpr int mapKinds = 2;
     /// Map of the jump that this reference carries (kind 0) or of its weight (1); that of kind 0
     /// for any other kind.

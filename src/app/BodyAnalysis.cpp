@@ -82,7 +82,7 @@ void Body::prepareMaps(const AnalyzeCond& cond)
 {
     resMaps_.clear();
     const QVector<LCFReference*>& rows = analyzer_->refs();
-    for (int kind = 0; kind < Analyzer::mapKinds(); ++kind) {
+    for (int kind = 0; kind < LCFReference::mapKinds; ++kind) {
         for (LCFReference* row : rows) {
             Analyzed2DRes* map = row->map(kind);
             map->prepare(cond);
@@ -185,7 +185,7 @@ void Body::recordRequest(const PendingRequest& pending, const AnalysisResult& re
 void Body::recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
                               const LcfResult& result)
 {
-    const int refCount = resMaps_.size() / Analyzer::mapKinds();
+    const int refCount = resMaps_.size() / LCFReference::mapKinds;
     for (int k = 0; k < activeRows.size(); ++k) {
         const int row = activeRows[k];
         if (row >= refCount)

@@ -17,6 +17,13 @@ ShownImage pictureOf(const TiffData& image)
     return {image.image(), image.width, image.height, image.minVal, image.maxVal};
 }
 
+/// Makes the picture anew unless it was made with this scale.
+void refreshPicture(TiffData& image, const ColorScale& scale)
+{
+    if (!image.pictureMatches(scale))
+        image.buildImage(scale);
+}
+
 /// All images of one exposure, compared exactly and by value.
 bool uniformExposure(const TiffStack& images)
 {
@@ -93,8 +100,7 @@ void Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
 {
     image->energy = stack.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
-    if (!image->pictureMatches(*ui_->CBar))
-        image->buildImage(*ui_->CBar);
+    refreshPicture(*image, *ui_->CBar);
     stack.images->append(image);
     if (stack.darkAreaOn)
         fillDarkAverages(stack);
@@ -236,7 +242,7 @@ void Body::cBarUpdating()
     } else if (ui_->ShowResAnalysis->isChecked()) {
         setupResAnalysisImage();
     } else if (shownImage_) {
-        shownImage_->buildImage(*ui_->CBar);
+        refreshPicture(*shownImage_, *ui_->CBar);
         showImage(shownImage_);
     }
     ui_->dispA->update();
@@ -247,7 +253,7 @@ void Body::cBarUpdated()
     qDebug() << "cBarUpdated" << ui_->CBar->rangeMin << ui_->CBar->rangeMax;
     if (ui_->ShowData->isChecked() || ui_->ShowI0->isChecked()) {
         for (TiffData* image : qAsConst(*shownStack().images))
-            image->buildImage(*ui_->CBar);
+            refreshPicture(*image, *ui_->CBar);
     }
     // Hands the shown image's new picture over: the old one is gone.
     cBarUpdating();

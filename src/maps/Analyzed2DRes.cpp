@@ -74,10 +74,16 @@ void Analyzed2DRes::resetRanges()
 
 void Analyzed2DRes::freeBuffers()
 {
+    dropPicture();
+    // Assigning an empty list would keep the memory.
+    std::vector<double>().swap(data_);
+    std::vector<double>().swap(procData_);
+}
+
+void Analyzed2DRes::dropPicture()
+{
     image_.reset();
-    imageBytes_ = {};
-    data_ = {};
-    procData_ = {};
+    std::vector<uchar>().swap(imageBytes_);
 }
 
 void Analyzed2DRes::clear()
@@ -97,8 +103,9 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
 {
     stepper = ac;
     resetRanges();
-    freeBuffers();
+    dropPicture();
     imgValid = false;
+    // A second walk over the same images finds its memory here.
     data_.assign(pixelCount(stepper), 0.0);
     procData_.assign(pixelCount(stepper), 0.0);
 }

@@ -107,6 +107,7 @@ private:
 
     bool canFilter() const;
     void freeBuffers();
+    void dropPicture();
     void resetRanges();
     double sample(const std::vector<double>& field, int x, int y) const;
     Scale fieldScale() const;
