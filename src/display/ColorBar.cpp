@@ -26,6 +26,8 @@ ColorBar::ColorBar(QWidget* parent)
 
 void ColorBar::setRange(double newMin, double newMax)
 {
+    if (newMin == rangeMin && newMax == rangeMax)
+        return;
     rangeMin = newMin;
     rangeMax = newMax;
     paintCBar();

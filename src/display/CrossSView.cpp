@@ -1,6 +1,6 @@
 #include "display/CrossSView.h"
 
-#include "common/SafeInt.h"
+#include "display/ScreenPixel.h"
 
 #include <QPainter>
 #include <QPolygon>
@@ -10,14 +10,6 @@
 namespace {
 
 constexpr QRgb cursorColour = qRgb(192, 192, 0);
-
-/// Pixel coordinates beyond any screen that the painter still takes.
-constexpr int farPixel = 32000;
-
-int pixel(double v)
-{
-    return qBound(-farPixel, truncatedInt(v), farPixel);
-}
 
 } // namespace
 
@@ -85,15 +77,15 @@ void CrossSView::draw(QPainter* p)
     for (const QPointF& point : qAsConst(points_)) {
         const double x = vertical_ ? point.y() : point.x();
         const double y = vertical_ ? point.x() : point.y();
-        line.append(QPoint(pixel(plot.realToScreenX(x)), pixel(plot.realToScreenY(y))));
+        line.append(QPoint(screenPixel(plot.realToScreenX(x)), screenPixel(plot.realToScreenY(y))));
     }
     p->drawPolyline(line);
     p->setPen(QColor(cursorColour));
     if (vertical_) {
-        const int y = pixel(plot.realToScreenY(cursorPos_));
+        const int y = screenPixel(plot.realToScreenY(cursorPos_));
         p->drawLine(0, y, width(), y);
     } else {
-        const int x = pixel(plot.realToScreenX(cursorPos_));
+        const int x = screenPixel(plot.realToScreenX(cursorPos_));
         p->drawLine(x, 0, x, height());
     }
 }
