@@ -136,8 +136,8 @@ void Body::startLoader(QThread& thread, LoadTiff& loader)
 
 void Body::setupStacks()
 {
-    i1_.row->setCaption(QStringLiteral("I1 Data"));
-    i0_.row->setCaption(QStringLiteral("I0 Data"));
+    i1_.row->setCaption(tr("I1 Data"));
+    i0_.row->setCaption(tr("I0 Data"));
     i1Loader_ = std::make_unique<LoadTiff>();
     i0Loader_ = std::make_unique<LoadTiff>();
     connect(this, &Body::loadI1Files, i1Loader_.get(), &LoadTiff::loadTiffs);
@@ -203,7 +203,7 @@ void Body::setupImageView()
         imgSelect_->addButton(button, id);
         connect(button, &QPushButton::toggled, this, &Body::dispImgSelected);
     }
-    ui_->CBarAll->setText(QStringLiteral("Set All"));
+    ui_->CBarAll->setText(tr("Set All"));
     connect(ui_->CBarAll, &QPushButton::clicked, this, &Body::cBarUpdated);
     connect(ui_->CBar, &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
     connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);

@@ -12,10 +12,10 @@
 
 void Body::showSaveDataDialog()
 {
-    const QString any = QStringLiteral("Any Files (* *.*)");
+    const QString any = tr("Any Files (* *.*)");
     saveDataDialog_->setNameFilters(saveDataCfg_->savesAsTiff()
-                                        ? QStringList{QStringLiteral("Tiff File (*.tif)"), any}
-                                        : QStringList{QStringLiteral("Data File (*.dat)"), any});
+                                        ? QStringList{tr("Tiff File (*.tif)"), any}
+                                        : QStringList{tr("Data File (*.dat)"), any});
     saveDataDialog_->show();
 }
 

@@ -1,4 +1,5 @@
 #include "app/Body.h"
+#include "app/Translation.h"
 #include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
 #include "common/Memory.h"
@@ -8,18 +9,6 @@
 #include <QDebug>
 #include <QStyleFactory>
 #include <QTranslator>
-
-namespace {
-
-/// Loads the Japanese texts of the interface; without them it stays in English.
-void installTranslation(QTranslator& translator)
-{
-    if (translator.load(QStringLiteral(":Morvenkite_ja_JP"), QCoreApplication::applicationDirPath(),
-                        QString(), QString()))
-        QCoreApplication::installTranslator(&translator);
-}
-
-} // namespace
 
 int main(int argc, char** argv)
 {

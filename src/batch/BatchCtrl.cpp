@@ -67,8 +67,7 @@ BatchCtrl::~BatchCtrl()
 
 void BatchCtrl::setUpDialogs()
 {
-    const QStringList filters = {QStringLiteral("Batch File (*.bat)"),
-                                 QStringLiteral("Any Files (* *.*)")};
+    const QStringList filters = {tr("Batch File (*.bat)"), tr("Any Files (* *.*)")};
     for (QFileDialog* dialog : {saveDialog_, loadDialog_}) {
         dialog->setOption(QFileDialog::DontUseNativeDialog);
         dialog->setFileMode(QFileDialog::AnyFile);

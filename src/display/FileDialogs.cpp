@@ -16,16 +16,15 @@ SelectImgDialog::SelectImgDialog(QWidget* parent)
 {
     setWindowTitle(tr("Select Images"));
     setFileMode(QFileDialog::ExistingFiles);
-    setNameFilters({QStringLiteral("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)"),
-                    QStringLiteral("Any Files (* *.*)")});
+    setNameFilters({tr("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)"),
+                    tr("Any Files (* *.*)")});
 }
 
 EShiftMapDialog::EShiftMapDialog(QWidget* parent)
     : FileDialog(parent)
 {
     setWindowTitle(tr("Energy Shift Map"));
-    setNameFilters(
-        {QStringLiteral("Energy Shift Map File (*.emp)"), QStringLiteral("Any Files (* *.*)")});
+    setNameFilters({tr("Energy Shift Map File (*.emp)"), tr("Any Files (* *.*)")});
 }
 
 FDGroup::FDGroup(QObject* parent)

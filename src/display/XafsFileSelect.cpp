@@ -13,8 +13,7 @@ XafsFileSelect::XafsFileSelect(QWidget* parent)
     ui_->setupUi(this);
     ui_->Caption->hide();
     dialog_->setFileMode(QFileDialog::ExistingFile);
-    dialog_->setNameFilters(
-        {QStringLiteral("XAFS Data File (*.dat)"), QStringLiteral("Any Files (* *.*)")});
+    dialog_->setNameFilters({tr("XAFS Data File (*.dat)"), tr("Any Files (* *.*)")});
     connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
     connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
     connect(dialog_, &QFileDialog::fileSelected, this, &XafsFileSelect::fileSelected);
