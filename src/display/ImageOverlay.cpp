@@ -1,7 +1,7 @@
 #include "display/ImageOverlay.h"
 
 #include "display/ChCoord.h"
-#include "display/ScreenPixel.h"
+#include "display/PlotRange.h"
 
 #include <QPainter>
 
@@ -17,10 +17,9 @@ constexpr int blockPenWidth = 2;
 
 QRect onScreen(const ChCoord& coord, const QRectF& area)
 {
-    return QRect(screenPixel(coord.realToScreenX(area.x())),
-                 screenPixel(coord.realToScreenY(area.y())),
-                 screenPixel(coord.realToScreenDX(area.width())),
-                 screenPixel(coord.realToScreenDY(area.height())));
+    return QRect(plotPixel(coord.realToScreenX(area.x())), plotPixel(coord.realToScreenY(area.y())),
+                 plotPixel(coord.realToScreenDX(area.width())),
+                 plotPixel(coord.realToScreenDY(area.height())));
 }
 
 void paintArea(QPainter& p, const ChCoord& coord, QRgb colour, const std::optional<QRectF>& area)
@@ -34,12 +33,12 @@ void paintArea(QPainter& p, const ChCoord& coord, QRgb colour, const std::option
 void paintCrossHair(QPainter& p, const ChCoord& coord, const ImageOverlay& o)
 {
     p.setPen(QColor(crossHairColour));
-    const int x = screenPixel(coord.realToScreenX(o.x));
-    const int y = screenPixel(coord.realToScreenY(o.y));
-    p.drawLine(x, screenPixel(coord.realToScreenY(o.imageHeight)), x,
-               screenPixel(coord.realToScreenY(0)));
-    p.drawLine(screenPixel(coord.realToScreenX(0)), y,
-               screenPixel(coord.realToScreenX(o.imageWidth)), y);
+    const int x = plotPixel(coord.realToScreenX(o.x));
+    const int y = plotPixel(coord.realToScreenY(o.y));
+    p.drawLine(x, plotPixel(coord.realToScreenY(o.imageHeight)), x,
+               plotPixel(coord.realToScreenY(0)));
+    p.drawLine(plotPixel(coord.realToScreenX(0)), y, plotPixel(coord.realToScreenX(o.imageWidth)),
+               y);
 }
 
 } // namespace
