@@ -10,6 +10,7 @@
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
+#include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "spectrum/ElementTable.h"
@@ -70,6 +71,7 @@ Body::Body(QWidget* parent)
     setupDark();
     setupImageView();
     setupAnalyzer();
+    setupSpectrumViews();
     setupSaving();
     disableMissingWindows();
     loadDefaultErrPoints();
@@ -186,8 +188,10 @@ void Body::setupDark()
     connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
     connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
     connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI0File);
-    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this,
-            [this] { totalI0ofI1_ = XafsSpectrum(); });
+    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this, [this] {
+        totalI0ofI1_ = XafsSpectrum();
+        refreshCursor();
+    });
     connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::cleared, this,
             [this] { totalI0ofI0_ = XafsSpectrum(); });
 }
@@ -219,6 +223,38 @@ void Body::setupImageView()
     connect(ui_->ResetScale, &QPushButton::clicked, ui_->dispA, &ImgDispA::resetImageViewWindow);
     ui_->HCross->setVertical(false);
     ui_->VCross->setVertical(true);
+    connect(ui_->dispA, &ImgDispA::mouseMoved, this,
+            qOverload<double, double>(&Body::showXafsSpectrum));
+    connect(ui_->dispA, &DispA::drawImage2, this, &Body::draw);
+    connect(ui_->dispA, &DispA::mouseMoved0, this, &Body::onMouseMovedInDispA);
+}
+
+/// A new window of the spectrum view's kind.
+XafsView* Body::newSpectrumWindow(const QString& name, const QString& title)
+{
+    auto* view = new XafsView;
+    view->setObjectName(name);
+    view->setWindowTitle(title);
+    windows_.append(view);
+    return view;
+}
+
+void Body::setupSpectrumViews()
+{
+    xafsView_ = newSpectrumWindow(QStringLiteral("XafsView"), tr("Spectrum at the position"));
+    connect(ui_->ShowXafsView, &QPushButton::clicked, xafsView_, &QWidget::show);
+    bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
+    connect(ui_->ShowBG, &QPushButton::clicked, bgView_, &QWidget::show);
+
+    // What a block spectrum is formed and normalised by.
+    for (const QLineEdit* field :
+         {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS, ui_->ThJumpSigma, ui_->SuggestingElm,
+          ui_->SuggestingEeV, ui_->DarkExpTime})
+        connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
+    for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm})
+        connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
+    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &Body::refreshCursor);
 }
 
 void Body::setupAnalyzer()
@@ -243,15 +279,30 @@ void Body::setupAnalyzer()
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
 }
 
+QFileDialog* Body::newSaveDialog(void (Body::*save)(const QString& fname))
+{
+    auto* dialog = new FileDialog(this);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDirectory(DataRoot);
+    dataDialogs_->add(dialog);
+    connect(dialog, &QFileDialog::fileSelected, this, save);
+    return dialog;
+}
+
 void Body::setupSaving()
 {
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
-    saveDataDialog_ = new FileDialog(this);
-    saveDataDialog_->setAcceptMode(QFileDialog::AcceptSave);
-    saveDataDialog_->setDirectory(DataRoot);
-    dataDialogs_->add(saveDataDialog_);
-    connect(saveDataDialog_, &QFileDialog::fileSelected, this, &Body::saveData);
+    saveDataDialog_ = newSaveDialog(&Body::saveData);
+    saveImageDialog_ = newSaveDialog(&Body::saveImage);
+    saveAllImagesDialog_ = newSaveDialog(&Body::saveAllImages);
+    for (QFileDialog* dialog : {saveImageDialog_, saveAllImagesDialog_}) {
+        dialog->setNameFilters({tr("Image File (*.png)"), tr("Any Files (* *.*)")});
+        dialog->setDefaultSuffix(QStringLiteral("png"));
+    }
+    connect(ui_->SaveImage, &QPushButton::clicked, saveImageDialog_, &QWidget::show);
+    connect(ui_->SaveAllImages, &QPushButton::clicked, saveAllImagesDialog_, &QWidget::show);
+    connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
     connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);
 }
@@ -259,10 +310,8 @@ void Body::setupSaving()
 /// Buttons of windows and exports that this version does not have yet.
 void Body::disableMissingWindows()
 {
-    QWidget* const missing[] = {ui_->ShowXafsView,  ui_->OpenCalibCtrl, ui_->ShowImgProc,
-                                ui_->ShowAnalyzer2, ui_->ShowBG,        ui_->FourierA,
-                                ui_->SaveImage,     ui_->SaveAllImages, ui_->SaveFlatDark,
-                                ui_->SaveProcPage};
+    QWidget* const missing[] = {ui_->OpenCalibCtrl, ui_->ShowImgProc, ui_->ShowAnalyzer2,
+                                ui_->FourierA, ui_->SaveProcPage};
     for (QWidget* widget : missing)
         widget->setEnabled(false);
     ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);

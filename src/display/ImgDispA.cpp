@@ -124,7 +124,21 @@ void ImgDispA::drawImage(QPainter* p)
     coord.setScreenArea(0, 0, width(), height());
     coord.setRealArea(viewWindow_.left(), viewWindow_.top(), viewWindow_.right(),
                       viewWindow_.bottom());
-    drawInView(p, *shown);
+    p->drawImage(0, 0, renderedView(*shown));
+}
+
+const QImage& ImgDispA::renderedView(const QImage& picture)
+{
+    const QSize size = this->size() * devicePixelRatioF();
+    if (rendered_.picture == picture.cacheKey() && rendered_.view == viewWindow_ &&
+        rendered_.pixels.size() == size)
+        return rendered_.pixels;
+    rendered_ = {picture.cacheKey(), viewWindow_, QImage(size, QImage::Format_RGB32)};
+    rendered_.pixels.setDevicePixelRatio(devicePixelRatioF());
+    rendered_.pixels.fill(Qt::white);
+    QPainter painter(&rendered_.pixels);
+    drawInView(&painter, picture);
+    return rendered_.pixels;
 }
 
 void ImgDispA::drawInView(QPainter* p, const QImage& picture) const

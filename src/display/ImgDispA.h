@@ -56,7 +56,7 @@ public:
     bool isInSelectedArea(int x, int y) const;
 
 Q_SIGNALS:
-    void mouseMoved(double x, double y); ///< with no button down
+    void mouseMoved(double x, double y);   ///< with no button down
     void mouseDragged(double x, double y); ///< reserved; nothing emits it
     void newAreaSelected();
     /// Range of values of what was just drawn, for the colour bar.
@@ -77,6 +77,7 @@ public Q_SLOTS:
 private:
     void drawImage(QPainter* p);
     void drawInView(QPainter* p, const QImage& picture) const;
+    const QImage& renderedView(const QImage& picture);
     void onMousePressed();
     void onMouseReleased();
     void onMouseMoved();
@@ -86,7 +87,16 @@ private:
     bool drawsSelection() const;
     void finishSelection();
 
+    /// The view as it was last rendered, and of what: mouse moves paint it again as it stands.
+    struct Rendered
+    {
+        qint64 picture = 0; ///< QImage::cacheKey, which a rebuilt picture changes
+        QRectF view;
+        QImage pixels;
+    };
+
     ShownImage image_;
+    Rendered rendered_;
     bool showOverLayer_ = false;
     QPointer<Analyzed2DRes> analyzedRes_;
     QRectF viewWindow_;

@@ -40,6 +40,7 @@ public:
     const XafsSpectrum& spectrum() const { return plot_.spectrum(); }
     const QVector<ViewCurve>& others() const { return plot_.others; }
     /// Energies at the ends of the plot [eV].
+    double markerEnergy() const { return plot_.markerEnergy; }
     double xMin() const { return plot_.range.min(); }
     double xMax() const { return plot_.range.max(); }
     /// Mapping of the plot as it was laid out last.

@@ -6,7 +6,8 @@
 #include <cmath>
 #include <vector>
 
-/// Absorption of two counts: ln(I0 / I1), 1.0 where I0 * I1 is not above 0; for fluorescence I1 / I0.
+/// Absorption of two counts: ln(I0 / I1), 1.0 where I0 * I1 is not above 0; for fluorescence I1 /
+/// I0.
 double absorption(double i0, double i1, bool fluorescence);
 
 /// The images that a block spectrum is formed from; not owned, and unchanged while in use.
