@@ -239,7 +239,7 @@
     </message>
     <message>
         <source>Scan file whose I0 replaces the I0 images, point by image</source>
-        <translation>その I0 を各点ごとに I0 画像の代わりに用いるスキャンファイル</translation>
+        <translation>I0 画像の代わりに点ごとの I0 を用いるスキャンファイル</translation>
     </message>
     <message>
         <source>Total I0 of I0</source>
@@ -762,7 +762,7 @@
     </message>
     <message>
         <source>Energy or angle behind the last step</source>
-        <translation>最後の間隔の後のエネルギーまたは角度</translation>
+        <translation>開始 + 間隔 × 点数のエネルギーまたは角度</translation>
     </message>
     <message>
         <source>Points</source>
