@@ -70,6 +70,11 @@ const QImage* ImgDispA::currentImage() const
     return analyzedRes_ ? analyzedRes_->img() : nullptr;
 }
 
+const Analyzed2DRes* ImgDispA::shownMap() const
+{
+    return showOverLayer_ ? analyzedRes_.data() : nullptr;
+}
+
 QImage ImgDispA::viewImage() const
 {
     const QImage* shown = currentImage();

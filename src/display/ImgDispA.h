@@ -39,6 +39,10 @@ public:
     /// any image, the whole picture.
     QImage viewImage() const;
 
+    /// The map on show; null while the image is.
+    const Analyzed2DRes* shownMap() const;
+    /// Image coordinates of the mouse.
+    QPointF cursorPosition() const { return imagePoint(mouse.pos); }
     const QRectF& viewWindow() const { return viewWindow_; }
     bool hasSelection() const { return hasSelection_; }
     bool isSelecting() const { return selecting_; }
@@ -53,6 +57,7 @@ public:
 
 Q_SIGNALS:
     void mouseMoved(double x, double y); ///< with no button down
+    void mouseDragged(double x, double y); ///< reserved; nothing emits it
     void newAreaSelected();
     /// Range of values of what was just drawn, for the colour bar.
     void rangeShown(double min, double max);
