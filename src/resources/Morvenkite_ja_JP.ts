@@ -1254,7 +1254,7 @@
     </message>
     <message>
         <source>S.R.</source>
-        <translation>軸復帰</translation>
+        <translation>軸リセット</translation>
     </message>
     <message>
         <source>Reset X Axis Scale</source>
