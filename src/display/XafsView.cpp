@@ -14,8 +14,7 @@ XafsView::XafsView(QWidget* parent)
     saveDialog_->setWindowTitle(tr("Save Spectra"));
     saveDialog_->setAcceptMode(QFileDialog::AcceptSave);
     saveDialog_->setDefaultSuffix(QStringLiteral("dat"));
-    saveDialog_->setNameFilters(
-        {QStringLiteral("Data File (*.dat)"), QStringLiteral("Any Files (* *.*)")});
+    saveDialog_->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});
     connectForm();
 }
 

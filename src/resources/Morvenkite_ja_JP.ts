@@ -1190,4 +1190,111 @@
         <translation>すべてのファイル (* *.*)</translation>
     </message>
 </context>
+<context>
+    <name>XafsView</name>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>Edge step and edge energy [eV] of the spectrum, and why an edge could not be found</source>
+        <translation>スペクトルの吸収端ジャンプと吸収端エネルギー [eV]、および吸収端を決められない理由</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>番号</translation>
+    </message>
+    <message>
+        <source>Index of the data point nearest to the mouse, from 0</source>
+        <translation>マウスに最も近いデータ点の番号 (0 から)</translation>
+    </message>
+    <message>
+        <source>E [eV]</source>
+        <translation>E [eV]</translation>
+    </message>
+    <message>
+        <source>Energy under the mouse [eV]. Drag the plot to move along the energy, turn the wheel to zoom</source>
+        <translation>マウス位置のエネルギー [eV]。グラフのドラッグでエネルギー方向に移動、ホイールで拡大・縮小</translation>
+    </message>
+    <message>
+        <source>Value under the mouse on the axis shown, that of the black curve: absorption, or normalised absorption</source>
+        <translation>マウス位置の縦軸の値 (黒い曲線の軸): 吸収または規格化吸収</translation>
+    </message>
+    <message>
+        <source>Normalized</source>
+        <translation>規格化</translation>
+    </message>
+    <message>
+        <source>Show the curves normalised to an edge step of 1, without their background lines</source>
+        <translation>バックグラウンド直線を除き、吸収端ジャンプを 1 に規格化した曲線を表示する</translation>
+    </message>
+    <message>
+        <source>E. Correct</source>
+        <translation>E 補正</translation>
+    </message>
+    <message>
+        <source>Move the spectrum down in energy by the edge shift of its position [eV]; the standard stays</source>
+        <translation>スペクトルをその位置の吸収端シフト [eV] だけ低エネルギー側へ移す。標準試料は動かさない</translation>
+    </message>
+    <message>
+        <source>Raw</source>
+        <translation>生データ</translation>
+    </message>
+    <message>
+        <source>Show the raw values in place of the spectra, over the number of points</source>
+        <translation>スペクトルの代わりに生の値を点番号に対して表示する</translation>
+    </message>
+    <message>
+        <source>FFT</source>
+        <translation>FFT</translation>
+    </message>
+    <message>
+        <source>Show the magnitudes of the lowest frequencies of the raw values; with Raw</source>
+        <translation>生の値の低周波成分の大きさを表示する (「生データ」と併用)</translation>
+    </message>
+    <message>
+        <source>S.R.</source>
+        <translation>軸リセット</translation>
+    </message>
+    <message>
+        <source>Reset X Axis Scale</source>
+        <translation>X 軸のスケールをリセットする</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save the spectra shown, each in a text file of its own</source>
+        <translation>表示中のスペクトルをそれぞれ別のテキストファイルに保存する</translation>
+    </message>
+    <message>
+        <source>Energy [eV]</source>
+        <translation>エネルギー [eV]</translation>
+    </message>
+    <message>
+        <source>Save Spectra</source>
+        <translation>スペクトルの保存</translation>
+    </message>
+    <message>
+        <source>dMut = %1, Edge %2 [eV] : %3 %4</source>
+        <translation>Δμt = %1, 吸収端 %2 [eV] : %3 %4</translation>
+    </message>
+    <message>
+        <source>Out of Range midx</source>
+        <translation>吸収端の中点が範囲外</translation>
+    </message>
+    <message>
+        <source>Noizy to decide midx</source>
+        <translation>雑音のため中点を決められない</translation>
+    </message>
+    <message>
+        <source>Data File (*.dat)</source>
+        <translation>データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
 </TS>
