@@ -237,24 +237,22 @@ private Q_SLOTS:
 
     void survivesAnyNumbers_data()
     {
-        constexpr double nan = std::numeric_limits<double>::quiet_NaN();
-        constexpr double inf = std::numeric_limits<double>::infinity();
+        const double nan = qQNaN(), inf = qInf();
+        const QPair<const char*, QVector<QPointF>> rows[] = {
+            {"none", {}},
+            {"one", {{9000, 1}}},
+            {"one energy", {{9000, 1}, {9000, 2}, {9000, 3}}},
+            {"level", {{9000, 1}, {9010, 1}, {9020, 1}, {9030, 1}}},
+            {"nan energies", {{nan, 1}, {nan, 2}, {9020, 3}, {nan, 4}}},
+            {"all nan", {{nan, nan}, {nan, nan}}},
+            {"infinite values", {{9000, inf}, {9010, -inf}, {9020, 1}, {9030, nan}}},
+            {"infinite energies", {{-inf, 1}, {9010, 2}, {9020, 1}, {inf, 2}}},
+            {"huge", {{-1e308, -1e308}, {0, 1e308}, {1e308, -1e308}, {1e308, 1e308}}},
+            {"tiny", {{1e-310, 1e-310}, {2e-310, 2e-310}, {3e-310, 3e-310}}},
+            {"unresolved", {{1e17, 1}, {1e17 + 16, 2}, {1e17 + 32, 3}}}};
         QTest::addColumn<QVector<QPointF>>("points");
-        const auto row = [](const char* name, const QVector<QPointF>& points) {
-            QTest::newRow(name) << points;
-        };
-        row("none", {});
-        row("one", {{9000, 1}});
-        row("one energy", {{9000, 1}, {9000, 2}, {9000, 3}});
-        row("level", {{9000, 1}, {9010, 1}, {9020, 1}, {9030, 1}});
-        row("nan values", {{9000, nan}, {9010, nan}, {9020, nan}, {9030, nan}});
-        row("nan energies", {{nan, 1}, {nan, 2}, {9020, 3}, {nan, 4}});
-        row("all nan", {{nan, nan}, {nan, nan}});
-        row("infinite values", {{9000, inf}, {9010, -inf}, {9020, 1}, {9030, 2}});
-        row("infinite energies", {{-inf, 1}, {9010, 2}, {9020, 1}, {inf, 2}});
-        row("huge", {{-1e308, -1e308}, {0, 1e308}, {1e308, -1e308}, {1e308, 1e308}});
-        row("tiny", {{1e-310, 1e-310}, {2e-310, 2e-310}, {3e-310, 3e-310}});
-        row("unresolved", {{1e17, 1}, {1e17 + 16, 2}, {1e17 + 32, 3}});
+        for (const auto& row : rows)
+            QTest::newRow(row.first) << row.second;
     }
 
     void survivesAnyNumbers()
