@@ -236,6 +236,7 @@ XafsView* Body::newSpectrumWindow(const QString& name, const QString& title)
     view->setObjectName(name);
     view->setWindowTitle(title);
     windows_.append(view);
+    dataDialogs_->add(view->saveDialog());
     return view;
 }
 
@@ -261,6 +262,7 @@ void Body::setupAnalyzer()
 {
     analyzer_ = new Analyzer;
     windows_.append(analyzer_);
+    dataDialogs_->add(analyzer_->view()->saveDialog());
     connect(ui_->ShowAnalyzer, &QPushButton::clicked, analyzer_, &Analyzer::show);
     connect(analyzer_, &Analyzer::askAnalyze, this, &Body::start2DAnalysis);
     connect(analyzer_, &Analyzer::finished, this, &Body::analyzeASpectrumFinished);

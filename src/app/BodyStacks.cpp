@@ -65,6 +65,7 @@ bool Body::isLoading(const Stack& stack)
 void Body::setStopRedraw(bool on)
 {
     xafsView_->setStopRedraw(on);
+    analyzer_->view()->setStopRedraw(on);
 }
 
 /// A job by the stack's row, counted as sent.
