@@ -76,7 +76,6 @@ public Q_SLOTS:
 
 private:
     void drawImage(QPainter* p);
-    void drawInView(QPainter* p, const QImage& picture) const;
     const QImage& renderedView(const QImage& picture);
     void onMousePressed();
     void onMouseReleased();
