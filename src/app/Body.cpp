@@ -72,6 +72,7 @@ Body::Body(QWidget* parent)
     setupAnalyzer();
     setupSaving();
     disableMissingWindows();
+    setupShell();
     loadDefaultErrPoints();
     refreshEdgeEnergy();
     startConfigBatch();

@@ -19,6 +19,7 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class FDGroup;
+class Messages;
 class QButtonGroup;
 class QFileDialog;
 class SaveDataCfg;
@@ -36,7 +37,7 @@ class XafsFileSelect;
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
 /// browsing, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
-/// BodySave.cpp output, BodyCommands.cpp batch commands.
+/// BodySave.cpp output, BodyCommands.cpp batch commands, BodyShell.cpp what surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
@@ -172,6 +173,10 @@ private:
     void startConfigBatch();
     void startLoader(QThread& thread, LoadTiff& loader);
 
+    // BodyShell.cpp
+    void setupShell();
+    void setupMessages();
+
     // BodyStacks.cpp
     void clearStack(Stack& stack);
     LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket);
@@ -239,6 +244,7 @@ private:
     Analyzer* analyzer_ = nullptr;
     BatchCtrl* batchCtrl_ = nullptr;
     SaveDataCfg* saveDataCfg_ = nullptr;
+    Messages* messages_ = nullptr;
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
     SelectImgDialog* selectImgDialog_ = nullptr;
     QFileDialog* saveDataDialog_ = nullptr;

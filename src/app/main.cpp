@@ -1,6 +1,7 @@
 #include "app/Body.h"
 #include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
+#include "common/LogRelay.h"
 #include "common/Memory.h"
 #include "common/Settings.h"
 
@@ -24,6 +25,7 @@ void installTranslation(QTranslator& translator)
 int main(int argc, char** argv)
 {
     keepFreedMemory();
+    const LogRelay logRelay;
     theCfg() = Cfg(argc, argv, QString(), QStringList());
     QApplication app(argc, argv);
     QTranslator translator;

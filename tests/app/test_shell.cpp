@@ -1,0 +1,79 @@
+#include "BodyFixture.h"
+#include "app/Messages.h"
+#include "common/LogRelay.h"
+#include "support/LogCapture.h"
+
+#include <QPlainTextEdit>
+#include <QScrollBar>
+
+#include <thread>
+
+/// What surrounds the form of the main window, by its real widgets and events.
+class TestShell : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void messagesOfAllThreadsAndTimesArrive()
+    {
+        const LogCapture previous;
+        {
+            const LogRelay relay;
+            qDebug() << "before the window";
+            Messages window;
+            std::thread([] { qWarning() << "from another thread"; }).join();
+            qDebug().noquote() << QString(100000, 'x');
+            QTRY_VERIFY(window.text().contains("from another thread"));
+            const QStringList lines = window.text().split('\n');
+            QCOMPARE(lines.size(), 4);
+            QVERIFY(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3}  before the window$")
+                        .match(lines[0])
+                        .hasMatch());
+            QVERIFY(lines[2].size() < 3000);
+            const QTemporaryDir dir;
+            window.save(dir.filePath("log.txt"));
+            QFile saved(dir.filePath("log.txt"));
+            QVERIFY(saved.open(QIODevice::ReadOnly));
+            QCOMPARE(QString::fromUtf8(saved.readAll()), window.text());
+            qDebug() << "still waiting when the window dies";
+        }
+        qDebug() << "without a relay";
+        QCOMPARE(previous.all().size(), 5);
+        QCOMPARE(previous.all()[2].size(), 100000);
+    }
+
+    void floodOfMessagesIsShownInPortions()
+    {
+        const LogCapture previous;
+        const LogRelay relay;
+        Messages window;
+        window.show();
+        auto* view = window.findChild<QPlainTextEdit*>();
+        const QSignalSpy portions(&window, &Messages::latest);
+        const auto flood = [] {
+            for (int i = 0; i < 20000; ++i)
+                qDebug() << "line" << i;
+        };
+        std::thread other(flood);
+        flood();
+        other.join();
+        QTRY_COMPARE(portions.size(), 1);
+        QCOMPARE(portions[0][0].toString(), previous.all().last());
+        QCOMPARE(view->blockCount(), LogRelay::mostLines);
+        QScrollBar* bar = view->verticalScrollBar();
+        QCOMPARE(bar->value(), bar->maximum());
+        // Whoever reads further up stays there.
+        window.clear();
+        std::thread([] {
+            for (int i = 0; i < 1000; ++i)
+                qDebug() << "line" << i;
+        }).join();
+        QTRY_COMPARE(portions.size(), 2);
+        bar->setValue(100);
+        qDebug() << "one more";
+        QTRY_COMPARE(portions.size(), 3);
+        QCOMPARE(bar->value(), 100);
+    }
+};
+
+QTEST_MAIN(TestShell)
+#include "test_shell.moc"
