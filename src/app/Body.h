@@ -20,6 +20,7 @@ class BatchCtrl;
 class BatchDispatcher;
 class FDGroup;
 class Messages;
+class ProgressSum;
 class QButtonGroup;
 class QFileDialog;
 class SaveDataCfg;
@@ -176,6 +177,8 @@ private:
     // BodyShell.cpp
     void setupShell();
     void setupMessages();
+    void setupStatusBar();
+    void showProgressOf(ProgressSum* bar);
 
     // BodyStacks.cpp
     void clearStack(Stack& stack);

@@ -1,14 +1,65 @@
 #include "app/Body.h"
 
+#include "analysis/Analyzer.h"
 #include "app/Messages.h"
+#include "app/ProgressSum.h"
+#include "common/SafeInt.h"
+#include "display/ElidedLabel.h"
+
+#include <QStatusBar>
+
+namespace {
+
+/// Pieces of work that the progress bar adds up.
+enum Work
+{
+    LoadingI1,
+    LoadingI0,
+    Walking
+};
+
+constexpr int progressBarWidth = 220; ///< [pixels]
+
+} // namespace
 
 void Body::setupShell()
 {
     setupMessages();
+    setupStatusBar();
 }
 
 void Body::setupMessages()
 {
     messages_ = new Messages;
     windows_.append(messages_);
+}
+
+void Body::setupStatusBar()
+{
+    auto* latest = new ElidedLabel;
+    latest->setObjectName(QStringLiteral("LatestMessage"));
+    statusBar()->addWidget(latest, 1);
+    connect(messages_, &Messages::latest, latest, &ElidedLabel::setLine);
+
+    auto* bar = new ProgressSum;
+    bar->setObjectName(QStringLiteral("Progress"));
+    bar->setFixedWidth(progressBarWidth);
+    statusBar()->addPermanentWidget(bar);
+    showProgressOf(bar);
+}
+
+void Body::showProgressOf(ProgressSum* bar)
+{
+    connect(i1Loader_.get(), &LoadTiff::progressed, bar,
+            [bar](int done, int total) { bar->setPart(LoadingI1, done, total); });
+    connect(i0Loader_.get(), &LoadTiff::progressed, bar,
+            [bar](int done, int total) { bar->setPart(LoadingI0, done, total); });
+    connect(analyzer_, &Analyzer::progressChanged, bar, [this, bar](double perCent) {
+        if (walk_.running)
+            bar->setPart(Walking, truncatedInt(perCent), 100);
+    });
+    connect(analyzer_, &Analyzer::contAccessChanged, bar, [bar](bool on) {
+        if (!on)
+            bar->setPart(Walking, 0, 0);
+    });
 }

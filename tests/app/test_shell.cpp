@@ -1,8 +1,10 @@
 #include "BodyFixture.h"
 #include "app/Messages.h"
+#include "app/ProgressSum.h"
 #include "common/LogRelay.h"
 #include "support/LogCapture.h"
 
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 
@@ -73,6 +75,53 @@ private Q_SLOTS:
         QTRY_COMPARE(portions.size(), 3);
         QCOMPARE(bar->value(), 100);
     }
+
+    void progressSumsWhatRunsAtTheSameTime()
+    {
+        ProgressSum bar;
+        const auto shown = [&bar] { return QPoint(bar.value(), bar.maximum()); };
+        bar.setPart(0, 3, 10);
+        bar.setPart(1, 0, 20);
+        QCOMPARE(shown(), QPoint(3, 30));
+        bar.setPart(0, 0, 0); // counts as done while the other is at work
+        bar.setPart(1, 15, 20);
+        QCOMPARE(shown(), QPoint(25, 30));
+        QVERIFY(!bar.isHidden());
+        bar.setPart(1, 0, 0);
+        QVERIFY(bar.isHidden());
+        bar.setPart(0, 1, 4);
+        QCOMPARE(shown(), QPoint(1, 4));
+    }
+
+    void progressOfALoadCountsAllFiles()
+    {
+        DrivenBody body;
+        auto* bar = body.findChild<ProgressSum*>("Progress");
+        QVector<QPoint> shown;
+        connect(bar, &QProgressBar::valueChanged, this, [&](int value) {
+            if (!bar->isHidden())
+                shown.append({value, bar->maximum()});
+        });
+        QVERIFY(body.run(QStringLiteral("load_I1_files new %1 /none %2")
+                             .arg(experiment_.i1[0], experiment_.i1[1])));
+        QCOMPARE(shown, (QVector<QPoint>{{1, 3}, {2, 3}, {3, 3}}));
+        QVERIFY(bar->isHidden());
+    }
+
+    void latestMessageStandsInTheStatusBar()
+    {
+        const LogCapture previous;
+        const LogRelay relay;
+        Body body;
+        qDebug().noquote() << QString("a <b> ").repeated(1000);
+        auto* label = body.findChild<QLabel*>("LatestMessage");
+        QTRY_VERIFY(label->text().startsWith("a <b> a"));
+        QVERIFY(label->toolTip().contains("a &lt;b&gt; a"));
+        QVERIFY(body.minimumSizeHint().width() < 1280);
+    }
+
+private:
+    SmallExperiment experiment_;
 };
 
 QTEST_MAIN(TestShell)
