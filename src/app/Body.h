@@ -23,6 +23,7 @@ class Messages;
 class ProgressSum;
 class QButtonGroup;
 class QFileDialog;
+class QMenu;
 class SaveDataCfg;
 class SelectDataFiles;
 class SelectImgDialog;
@@ -38,7 +39,8 @@ class XafsFileSelect;
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
 /// browsing, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
-/// BodySave.cpp output, BodyCommands.cpp batch commands, BodyShell.cpp what surrounds the form.
+/// BodySave.cpp output, BodyCommands.cpp batch commands, BodyMenu.cpp menus and keys, BodyShell.cpp
+/// what else surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
@@ -130,6 +132,8 @@ protected:
 private:
     struct Commands;
     friend struct Commands;
+    struct MenuEntry;
+    struct MenuTable;
 
     /// One of the two stacks with all that belongs to it.
     struct Stack
@@ -179,6 +183,14 @@ private:
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
+
+    // BodyMenu.cpp
+    static QVector<MenuTable> menuTables();
+    void setupMenuBar();
+    void addEntry(QMenu& menu, const MenuEntry& entry);
+    void openBatchFile();
+    void showGestures();
+    void showAbout();
 
     // BodyStacks.cpp
     void clearStack(Stack& stack);

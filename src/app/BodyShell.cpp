@@ -26,6 +26,7 @@ void Body::setupShell()
 {
     setupMessages();
     setupStatusBar();
+    setupMenuBar();
 }
 
 void Body::setupMessages()
@@ -38,6 +39,7 @@ void Body::setupStatusBar()
 {
     auto* latest = new ElidedLabel;
     latest->setObjectName(QStringLiteral("LatestMessage"));
+    latest->setContentsMargins(6, 0, 6, 0);
     statusBar()->addWidget(latest, 1);
     connect(messages_, &Messages::latest, latest, &ElidedLabel::setLine);
 

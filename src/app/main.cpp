@@ -28,6 +28,7 @@ int main(int argc, char** argv)
     const LogRelay logRelay;
     theCfg() = Cfg(argc, argv, QString(), QStringList());
     QApplication app(argc, argv);
+    QApplication::setApplicationVersion(QStringLiteral(MORVENKITE_VERSION));
     QTranslator translator;
     QApplication::setStyle(QStringLiteral("Fusion"));
     qDebug() << "application folder" << QCoreApplication::applicationDirPath();

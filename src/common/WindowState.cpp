@@ -37,3 +37,11 @@ void loadWindowState(QWidget* w, const QString& group, bool* popUp)
     *popUp = store.value(popUpKey, true).toBool();
     store.endGroup();
 }
+
+void bringToFront(QWidget* w)
+{
+    w->setWindowState(w->windowState() & ~Qt::WindowMinimized);
+    w->show();
+    w->raise();
+    w->activateWindow();
+}

@@ -12,3 +12,6 @@ void saveWindowState(QWidget* w, const QString& group, bool popUp);
 /// Resizes, moves and shows or hides the window as `group` tells, and stores the pop-up mode in
 /// `popUp`. An empty store gives 400 by 400 at (200, 200), shown, with pop-up mode on.
 void loadWindowState(QWidget* w, const QString& group, bool* popUp);
+
+/// Shows the window, minimised or hidden behind others as it may be, and makes it the active one.
+void bringToFront(QWidget* w);

@@ -29,6 +29,6 @@ void ElidedLabel::paintEvent(QPaintEvent* event)
 {
     Q_UNUSED(event)
     QPainter painter(this);
-    painter.drawText(rect(), int(Qt::AlignLeft | Qt::AlignVCenter),
-                     fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+    painter.drawText(contentsRect(), int(Qt::AlignLeft | Qt::AlignVCenter),
+                     fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width()));
 }

@@ -1,12 +1,20 @@
 #include "BodyFixture.h"
+#include "app/GesturesHelp.h"
 #include "app/Messages.h"
 #include "app/ProgressSum.h"
+#include "batch/BatchCtrl.h"
 #include "common/LogRelay.h"
+#include "display/ImgDispA.h"
+#include "selection/SelectDataFiles.h"
 #include "support/LogCapture.h"
 
 #include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QScrollBar>
+#include <QTableWidget>
 
 #include <thread>
 
@@ -120,7 +128,100 @@ private Q_SLOTS:
         QVERIFY(body.minimumSizeHint().width() < 1280);
     }
 
+    void menusDoWhatButtonsDo()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        action(body, "Previous Image")->trigger();
+        QCOMPARE(row->currentIndex(), experiment_.energies - 2);
+
+        QPushButton* save = body.findChild<QPushButton*>("SaveData");
+        QAction* saveData = action(body, "Save Data...");
+        for (const bool on : {false, true}) {
+            save->setEnabled(on);
+            QCOMPARE(saveData->isEnabled(), on);
+        }
+        save->parentWidget()->setEnabled(false);
+        QVERIFY(!saveData->isEnabled());
+        QPushButton* analyzer2 = body.findChild<QPushButton*>("ShowAnalyzer2");
+        for (const bool on : {true, false}) {
+            analyzer2->setVisible(on);
+            QCOMPARE(action(body, "Analyzer2")->isVisible(), on);
+        }
+
+        action(body, "Analyzer")->trigger();
+        QVERIFY(body.analyzer()->isVisible());
+        const QSignalSpy runs(body.batchCtrl(), &BatchCtrl::doDispatchCmds);
+        action(body, "Execute")->trigger();
+        QCOMPARE(runs.size(), 1);
+        action(body, "Gestures and Keys")->trigger();
+        auto* table = body.findChild<GesturesHelp*>()->findChild<QTableWidget*>();
+        QCOMPARE(table->findItems("+ , =", Qt::MatchExactly).size(), 1);
+    }
+
+    void keysActOnTheImage()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        body.show();
+        QVERIFY(QTest::qWaitForWindowActive(&body));
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        auto* image = body.findChild<ImgDispA*>("dispA");
+        QTest::mouseClick(image, Qt::LeftButton);
+        QCOMPARE(QApplication::focusWidget(), image);
+        QTest::keyClick(image, Qt::Key_Left);
+        QTest::keyClick(image, Qt::Key_Left);
+        QTest::keyClick(image, Qt::Key_Right);
+        QCOMPARE(row->currentIndex(), experiment_.energies - 2);
+        const QRectF whole(0, 0, experiment_.width, experiment_.height);
+        for (const auto modifiers : {Qt::NoModifier, Qt::KeypadModifier}) {
+            QTest::keyClick(image, Qt::Key_Plus, modifiers);
+            QVERIFY(qAbs(image->viewWindow().width() - whole.width() / 1.1) < 1e-9);
+            QVERIFY(qAbs(image->viewWindow().center().y() - whole.center().y()) < 1e-9);
+            QTest::keyClick(image, Qt::Key_Minus);
+            QVERIFY(qAbs(image->viewWindow().left()) < 1e-9);
+            QTest::keyClick(image, Qt::Key_0);
+            QCOMPARE(image->viewWindow(), whole);
+        }
+    }
+
+    void keysStayWithTheFieldThatIsEdited()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        body.show();
+        QVERIFY(QTest::qWaitForWindowActive(&body));
+        const auto* image = body.findChild<ImgDispA*>("dispA");
+        const QRectF view = image->viewWindow();
+        for (const char* name : {"HWidth", "DPreE"}) {
+            auto* field = body.findChild<QLineEdit*>(name);
+            field->setFocus();
+            field->clear();
+            QTest::keyClicks(field, "-10+");
+            QTest::keyClick(field, Qt::Key_Left);
+            QTest::keyClick(field, Qt::Key_Left);
+            QCOMPARE(field->cursorPosition(), 2);
+            QTest::keyClick(field, Qt::Key_Right);
+            QCOMPARE(field->cursorPosition(), 3);
+            QCOMPARE(field->text(), QString("-10+"));
+        }
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QCOMPARE(row->currentIndex(), experiment_.energies - 1);
+        QCOMPARE(image->viewWindow(), view);
+    }
+
 private:
+    /// The menu action with this text, marks for keys left out.
+    static QAction* action(const QMainWindow& window, const QString& text)
+    {
+        for (QAction* a : window.menuBar()->findChildren<QAction*>()) {
+            if (QString(a->text()).remove('&') == text)
+                return a;
+        }
+        return nullptr;
+    }
+
     SmallExperiment experiment_;
 };
 
