@@ -5,6 +5,9 @@
 #include "app/ProgressSum.h"
 #include "common/SafeInt.h"
 #include "display/ElidedLabel.h"
+#include "display/FileDialogs.h"
+#include "display/FileDrop.h"
+#include "ui_Body.h"
 
 #include <QStatusBar>
 
@@ -27,6 +30,10 @@ void Body::setupShell()
     setupMessages();
     setupStatusBar();
     setupMenuBar();
+    // The rows of spectra and stacks take dropped files themselves.
+    const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
+    connect(new FileDrop(ui_->DarkFileName, FileDrop::OneFile, images), &FileDrop::dropped, this,
+            [this](const QStringList& files) { selectedDark(files.first()); });
 }
 
 void Body::setupMessages()

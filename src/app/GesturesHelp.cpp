@@ -89,6 +89,7 @@ GesturesHelp::GesturesHelp(const QList<QAction*>& actions, QWidget* parent)
     table->setSelectionMode(QAbstractItemView::NoSelection);
     table->setFocusPolicy(Qt::NoFocus);
     table->verticalHeader()->hide();
+    table->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     table->horizontalHeader()->setStretchLastSection(true);
     table->resizeColumnsToContents();
 
@@ -97,5 +98,5 @@ GesturesHelp::GesturesHelp(const QList<QAction*>& actions, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->addWidget(table);
     column->addWidget(buttons);
-    resize(660, 560);
+    resize(660, 580);
 }

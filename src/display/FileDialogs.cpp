@@ -16,8 +16,12 @@ SelectImgDialog::SelectImgDialog(QWidget* parent)
 {
     setWindowTitle(tr("Select Images"));
     setFileMode(QFileDialog::ExistingFiles);
-    setNameFilters({QStringLiteral("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)"),
-                    QStringLiteral("Any Files (* *.*)")});
+    setNameFilters({imageFilter(), tr("Any Files (* *.*)")});
+}
+
+QString SelectImgDialog::imageFilter()
+{
+    return tr("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)");
 }
 
 EShiftMapDialog::EShiftMapDialog(QWidget* parent)

@@ -18,6 +18,9 @@ class SelectImgDialog : public FileDialog
     Q_OBJECT
 public:
     explicit SelectImgDialog(QWidget* parent = nullptr);
+
+    /// The filter of the three formats.
+    static QString imageFilter();
 };
 
 /// Chooses energy shift map files.

@@ -1,6 +1,7 @@
 #include "display/XafsFileSelect.h"
 
 #include "display/FileDialogs.h"
+#include "display/FileDrop.h"
 #include "ui_XafsFileSelect.h"
 
 #include <QFileInfo>
@@ -19,6 +20,8 @@ XafsFileSelect::XafsFileSelect(QWidget* parent)
     connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
     connect(dialog_, &QFileDialog::fileSelected, this, &XafsFileSelect::fileSelected);
     connect(ui_->Use, &QCheckBox::toggled, this, &XafsFileSelect::changedUse);
+    connect(new FileDrop(this, FileDrop::OneFile), &FileDrop::dropped, this,
+            [this](const QStringList& files) { fileSelected(files.first()); });
 }
 
 XafsFileSelect::~XafsFileSelect() = default;

@@ -2,6 +2,7 @@
 
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"
+#include "display/FileDrop.h"
 #include "selection/EOFSetup.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
 #include "ui_SelectDataFiles.h"
@@ -17,9 +18,12 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     connect(ui_->Files, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &SelectDataFiles::newImageSelected);
     connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
-    connect(dialog_, &QFileDialog::filesSelected, this, [this](const QStringList& files) {
+    const auto selected = [this](const QStringList& files) {
         Q_EMIT filesSelected(files, ui_->LoadNewFiles->isChecked());
-    });
+    };
+    connect(dialog_, &QFileDialog::filesSelected, this, selected);
+    connect(new FileDrop(this, FileDrop::ManyFiles, filterPatterns(SelectImgDialog::imageFilter())),
+            &FileDrop::dropped, this, selected);
     connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
     connect(ui_->Setup, &QPushButton::clicked, eofSetup_, &QWidget::show);
     connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);

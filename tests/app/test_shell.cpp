@@ -5,12 +5,14 @@
 #include "batch/BatchCtrl.h"
 #include "common/LogRelay.h"
 #include "display/ImgDispA.h"
+#include "display/XafsFileSelect.h"
 #include "selection/SelectDataFiles.h"
 #include "support/LogCapture.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -211,7 +213,69 @@ private Q_SLOTS:
         QCOMPARE(image->viewWindow(), view);
     }
 
+    void droppedFilesLoadAsIfSelected()
+    {
+        DrivenBody body;
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QSignalSpy selected(row, &SelectDataFiles::filesSelected);
+        const QString note = experiment_.write("note.txt", "no image");
+        // On a field of the row, out of order, with something else among them.
+        QVERIFY(
+            drop(row->findChild<QLineEdit*>("Skip"), {experiment_.i1[2], note, experiment_.i1[1]}));
+        QCOMPARE(selected.takeFirst(), (QVariantList{QStringList(experiment_.i1.mid(1, 2)), true}));
+        QTRY_COMPARE(body.i1Stack().size(), 2);
+        row->findChild<QAbstractButton*>("AddFiles")->setChecked(true);
+        QVERIFY(drop(row, {experiment_.i1[0]}));
+        QTRY_COMPARE(body.i1Stack().size(), 3);
+
+        // A folder gives what the dialog's filter shows of it.
+        QStringList all = experiment_.i0 + experiment_.i1 + experiment_.references;
+        std::sort(all.begin(), all.end());
+        QVERIFY(drop(row, {experiment_.dir.path()}));
+        QCOMPARE(selected.last()[0].toStringList(), all);
+
+        QVERIFY(!drop(row, {note}));
+        QVERIFY(!drop(row, {"/no/such/folder"}));
+        QCOMPARE(selected.size(), 2);
+    }
+
+    void rowsOfOneFileTakeOneFile()
+    {
+        const LogCapture quiet;
+        DrivenBody body;
+        auto* total = body.findChild<XafsFileSelect*>("TotalI0ofI1XAFS");
+        QVERIFY(!drop(total, experiment_.references));
+        QVERIFY(!drop(total, {experiment_.dir.path()}));
+        QSignalSpy loaded(total, &XafsFileSelect::newFile);
+        QVERIFY(drop(total->findChild<QLineEdit*>(), {experiment_.references[0]}));
+        QCOMPARE(loaded.size(), 1);
+        auto* dark = body.findChild<QLineEdit*>("DarkFileName");
+        QVERIFY(!drop(dark, {experiment_.write("note.txt", "no image")}));
+        QVERIFY(drop(dark, {experiment_.i0[0]}));
+        QCOMPARE(dark->text(), experiment_.i0[0]);
+    }
+
 private:
+    /// Drops files as a file manager does; whether they were taken.
+    static bool drop(QWidget* target, const QStringList& files)
+    {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString& file : files)
+            urls.append(QUrl::fromLocalFile(file));
+        data.setUrls(urls);
+        data.setText(files.join('\n'));
+        QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(target, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent event(QPoint(3, 3), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
+        return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+    }
+
     /// The menu action with this text, marks for keys left out.
     static QAction* action(const QMainWindow& window, const QString& text)
     {
