@@ -98,6 +98,7 @@ Body::~Body()
 
 void Body::closeEvent(QCloseEvent* event)
 {
+    saveWindows();
     closing_ = true;
     i1Loader_->requestStop();
     i0Loader_->requestStop();

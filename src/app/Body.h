@@ -10,6 +10,7 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMainWindow>
+#include <QMap>
 #include <QQueue>
 #include <QThread>
 
@@ -47,6 +48,10 @@ class Body : public QMainWindow
 public:
     explicit Body(QWidget* parent = nullptr);
     ~Body() override;
+
+    /// Brings the windows to where they stood when a session that called this was closed, shown or
+    /// hidden as they were; at the end of this one that is kept anew.
+    void restoreWindows();
 
     BatchCtrl* batchCtrl() const { return batchCtrl_; }
     const TiffStack& i1Stack() const { return i1Stack_; }
@@ -183,6 +188,8 @@ private:
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
+    QMap<QString, QWidget*> keptWindows();
+    void saveWindows();
 
     // BodyMenu.cpp
     static QVector<MenuTable> menuTables();
@@ -266,8 +273,9 @@ private:
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
-    double zansa_ = 0.0;   ///< residual of the last fit; a position without an edge shows it again
-    bool closing_ = false; ///< the window is closed: no command is run any more
+    double zansa_ = 0.0; ///< residual of the last fit; a position without an edge shows it again
+    bool keepsWindows_ = false;       ///< places of windows are written at the end
+    bool closing_ = false;            ///< the window is closed: no command is run any more
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

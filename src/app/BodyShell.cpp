@@ -4,6 +4,7 @@
 #include "app/Messages.h"
 #include "app/ProgressSum.h"
 #include "common/SafeInt.h"
+#include "common/WindowState.h"
 #include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
@@ -30,10 +31,47 @@ void Body::setupShell()
     setupMessages();
     setupStatusBar();
     setupMenuBar();
+    connect(this, &Body::finishing, this, &Body::saveWindows);
     // The rows of spectra and stacks take dropped files themselves.
     const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
     connect(new FileDrop(ui_->DarkFileName, FileDrop::OneFile, images), &FileDrop::dropped, this,
             [this](const QStringList& files) { selectedDark(files.first()); });
+}
+
+/// The windows whose place is kept, by the names of their groups in the store.
+QMap<QString, QWidget*> Body::keptWindows()
+{
+    QMap<QString, QWidget*> kept{{QStringLiteral("Body"), this}};
+    for (QWidget* window : qAsConst(windows_)) {
+        // Two windows of one class differ by their place in the list, which is always the same.
+        QString name = window->objectName();
+        while (kept.contains(name))
+            name += QLatin1Char('+');
+        kept.insert(name, window);
+    }
+    return kept;
+}
+
+void Body::restoreWindows()
+{
+    keepsWindows_ = true;
+    const QMap<QString, QWidget*> kept = keptWindows();
+    for (auto it = kept.cbegin(); it != kept.cend(); ++it) {
+        bool popUp = false; // no window has such a mode
+        if (isWindowStateStored(it.key()))
+            loadWindowState(it.value(), it.key(), &popUp);
+    }
+}
+
+void Body::saveWindows()
+{
+    // Once: the windows are closed one after the other, and count as hidden then.
+    if (!keepsWindows_)
+        return;
+    keepsWindows_ = false;
+    const QMap<QString, QWidget*> kept = keptWindows();
+    for (auto it = kept.cbegin(); it != kept.cend(); ++it)
+        saveWindowState(it.value(), it.key(), true);
 }
 
 void Body::setupMessages()

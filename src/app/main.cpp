@@ -43,6 +43,9 @@ int main(int argc, char** argv)
 
     Body body;
     QObject::connect(&body, &Body::finishing, &app, &QApplication::closeAllWindows);
+    // A run on its own neither follows nor changes where the user had the windows.
+    if (!options.execBatch)
+        body.restoreWindows();
     body.show();
     if (!options.batchFile.isEmpty())
         body.batchCtrl()->setBatchFile(options.batchFile);

@@ -16,6 +16,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QSettings>
 #include <QTableWidget>
 
 #include <thread>
@@ -253,6 +254,36 @@ private Q_SLOTS:
         QVERIFY(!drop(dark, {experiment_.write("note.txt", "no image")}));
         QVERIFY(drop(dark, {experiment_.i0[0]}));
         QCOMPARE(dark->text(), experiment_.i0[0]);
+    }
+
+    void windowsComeBackWhereTheyStood()
+    {
+        const QTemporaryDir store;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        const QRect place(50, 60, 700, 450);
+        {
+            Body first;
+            const QSize designed = first.size();
+            first.restoreWindows();
+            QCOMPARE(first.size(), designed); // nothing is kept yet
+            QVERIFY(!first.batchCtrl()->isVisible());
+            first.show();
+            first.batchCtrl()->setGeometry(place);
+            first.batchCtrl()->show();
+            // As a batch ends the program: the windows are closed in any order.
+            connect(&first, &Body::finishing, qApp, &QApplication::closeAllWindows);
+            Q_EMIT first.finishing();
+        }
+        {
+            Body unattended;
+            unattended.show();
+            unattended.close();
+        }
+        Body second;
+        QVERIFY(!second.batchCtrl()->isVisible());
+        second.restoreWindows();
+        QVERIFY(second.batchCtrl()->isVisible() && !second.analyzer()->isVisible());
+        QCOMPARE(second.batchCtrl()->geometry(), place);
     }
 
 private:
