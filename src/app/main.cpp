@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QDebug>
+#include <QIcon>
 #include <QStyleFactory>
 #include <QTranslator>
 
@@ -20,6 +21,14 @@ void installTranslation(QTranslator& translator)
         QCoreApplication::installTranslator(&translator);
 }
 
+QIcon programIcon()
+{
+    QIcon icon;
+    for (const int size : {16, 32, 64, 128, 256})
+        icon.addFile(QStringLiteral(":/icon-%1.png").arg(size));
+    return icon;
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -30,6 +39,7 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setApplicationVersion(QStringLiteral(MORVENKITE_VERSION));
     QTranslator translator;
+    QApplication::setWindowIcon(programIcon());
     QApplication::setStyle(QStringLiteral("Fusion"));
     qDebug() << "application folder" << QCoreApplication::applicationDirPath();
 
