@@ -18,7 +18,6 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QDebug>
-#include <QFileDialog>
 
 namespace {
 
@@ -118,7 +117,7 @@ void Body::setupBatch()
     batchCtrl_ = new BatchCtrl;
     windows_.append(batchCtrl_);
     batchCtrl_->setDispatcher(dispatcher_.get());
-    for (QFileDialog* dialog : batchCtrl_->dialogs())
+    for (LateDialog* dialog : batchCtrl_->dialogs())
         dataDialogs_->add(dialog);
     connect(ui_->BatchCtrlB, &QPushButton::clicked, batchCtrl_, &QWidget::show);
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
@@ -174,10 +173,10 @@ void Body::setupDark()
     connect(i1_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI1DarkArea);
     connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
 
-    selectImgDialog_ = new SelectImgDialog(this);
+    selectImgDialog_ = new LateDialog([this] { return new SelectImgDialog(this); }, this);
     dataDialogs_->add(selectImgDialog_);
-    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &QWidget::show);
-    connect(selectImgDialog_, &QFileDialog::fileSelected, this, &Body::selectedDark);
+    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &LateDialog::show);
+    connect(selectImgDialog_, &LateDialog::fileSelected, this, &Body::selectedDark);
     connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
 
     for (XafsFileSelect* row : {ui_->SelectBG, ui_->TotalI0ofI1XAFS, ui_->TotalI0ofI0XAFS}) {
@@ -249,11 +248,15 @@ void Body::setupSaving()
 {
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
-    saveDataDialog_ = new FileDialog(this);
-    saveDataDialog_->setAcceptMode(QFileDialog::AcceptSave);
-    saveDataDialog_->setDirectory(DataRoot);
+    saveDataDialog_ = new LateDialog(
+        [this] {
+            auto* dialog = new FileDialog(this);
+            dialog->setAcceptMode(QFileDialog::AcceptSave);
+            return dialog;
+        },
+        this);
     dataDialogs_->add(saveDataDialog_);
-    connect(saveDataDialog_, &QFileDialog::fileSelected, this, &Body::saveData);
+    connect(saveDataDialog_, &LateDialog::fileSelected, this, &Body::saveData);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
     connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);
 }

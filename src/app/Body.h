@@ -20,14 +20,13 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class FDGroup;
+class LateDialog;
 class Messages;
 class ProgressSum;
 class QButtonGroup;
-class QFileDialog;
 class QMenu;
 class SaveDataCfg;
 class SelectDataFiles;
-class SelectImgDialog;
 class Ui_Body;
 class XafsFileSelect;
 
@@ -268,8 +267,8 @@ private:
     SaveDataCfg* saveDataCfg_ = nullptr;
     Messages* messages_ = nullptr;
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
-    SelectImgDialog* selectImgDialog_ = nullptr;
-    QFileDialog* saveDataDialog_ = nullptr;
+    LateDialog* selectImgDialog_ = nullptr;
+    LateDialog* saveDataDialog_ = nullptr;
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;

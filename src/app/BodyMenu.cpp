@@ -6,12 +6,12 @@
 #include "app/Messages.h"
 #include "batch/BatchCtrl.h"
 #include "common/WindowState.h"
+#include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
 
-#include <QFileDialog>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>

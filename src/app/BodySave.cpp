@@ -3,19 +3,19 @@
 #include "analysis/Analyzer.h"
 #include "common/FileNames.h"
 #include "display/ColorBar.h"
+#include "display/FileDialogs.h"
 #include "output/MapExport.h"
 #include "output/SaveDataCfg.h"
 #include "ui_Body.h"
 
 #include <QDebug>
-#include <QFileDialog>
 
 void Body::showSaveDataDialog()
 {
     const QString any = QStringLiteral("Any Files (* *.*)");
-    saveDataDialog_->setNameFilters(saveDataCfg_->savesAsTiff()
-                                        ? QStringList{QStringLiteral("Tiff File (*.tif)"), any}
-                                        : QStringList{QStringLiteral("Data File (*.dat)"), any});
+    saveDataDialog_->get()->setNameFilters(
+        saveDataCfg_->savesAsTiff() ? QStringList{QStringLiteral("Tiff File (*.tif)"), any}
+                                    : QStringList{QStringLiteral("Data File (*.dat)"), any});
     saveDataDialog_->show();
 }
 

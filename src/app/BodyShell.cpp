@@ -78,6 +78,7 @@ void Body::setupMessages()
 {
     messages_ = new Messages;
     windows_.append(messages_);
+    dataDialogs_->add(messages_->dialog());
 }
 
 void Body::setupStatusBar()

@@ -26,10 +26,21 @@ QString shownText(const LogLine& line)
            line.text;
 }
 
+QFileDialog* newDialog(QWidget* parent)
+{
+    auto* dialog = new FileDialog(parent);
+    dialog->setWindowTitle(Messages::tr("Save Messages"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("txt"));
+    dialog->setNameFilters({Messages::tr("Text File (*.txt)"), Messages::tr("Any Files (* *.*)")});
+    return dialog;
+}
+
 } // namespace
 
 Messages::Messages(QWidget* parent)
     : QFrame(parent)
+    , saveDialog_(new LateDialog([this] { return newDialog(this); }, this))
     , tap_(new LogTap(this))
     , view_(new QPlainTextEdit(this))
 {
@@ -44,6 +55,7 @@ Messages::Messages(QWidget* parent)
     layOut();
     pace_.setSingleShot(true);
     pace_.setInterval(portionMs);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &Messages::save);
     connect(tap_, &LogTap::linesWait, &pace_, qOverload<>(&QTimer::start));
     connect(&pace_, &QTimer::timeout, this, &Messages::showWaitingLines);
 }
@@ -51,16 +63,16 @@ Messages::Messages(QWidget* parent)
 void Messages::layOut()
 {
     auto* buttons = new QHBoxLayout;
-    const auto add = [&](const QString& text, const char* name, void (Messages::*slot)()) {
+    const auto add = [&](const QString& text, const char* name, auto* receiver, auto slot) {
         auto* button = new QPushButton(text, this);
         button->setObjectName(QLatin1String(name));
         buttons->addWidget(button);
-        connect(button, &QPushButton::clicked, this, slot);
+        connect(button, &QPushButton::clicked, receiver, slot);
     };
-    add(tr("Clear"), "Clear", &Messages::clear);
-    add(tr("Copy"), "Copy", &Messages::copy);
+    add(tr("Clear"), "Clear", this, &Messages::clear);
+    add(tr("Copy"), "Copy", this, &Messages::copy);
     buttons->addStretch();
-    add(tr("Save..."), "Save", &Messages::showSaveDialog);
+    add(tr("Save..."), "Save", saveDialog_, &LateDialog::show);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 6, 6);
     column->addWidget(view_);
@@ -85,18 +97,6 @@ void Messages::copy()
         view_->copy();
     else
         QApplication::clipboard()->setText(text());
-}
-
-void Messages::showSaveDialog()
-{
-    auto* dialog = new FileDialog(this);
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(tr("Save Messages"));
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("txt"));
-    dialog->setNameFilters({tr("Text File (*.txt)"), tr("Any Files (* *.*)")});
-    connect(dialog, &QFileDialog::fileSelected, this, &Messages::save);
-    dialog->show();
 }
 
 void Messages::save(const QString& fname)

@@ -3,6 +3,7 @@
 #include <QFrame>
 #include <QTimer>
 
+class LateDialog;
 class LogTap;
 class QPlainTextEdit;
 
@@ -16,6 +17,7 @@ public:
 
     /// Everything shown, with a line end behind each line.
     QString text() const;
+    LateDialog* dialog() const { return saveDialog_; }
 
 public Q_SLOTS:
     void clear();
@@ -34,11 +36,11 @@ protected:
 
 private:
     void layOut();
-    void showSaveDialog();
     void showWaitingLines();
     bool isAtEnd() const;
     void scrollToEnd();
 
+    LateDialog* saveDialog_;
     LogTap* tap_;
     QPlainTextEdit* view_;
     QTimer pace_; ///< gives a portion time to gather

@@ -32,6 +32,38 @@ EShiftMapDialog::EShiftMapDialog(QWidget* parent)
         {QStringLiteral("Energy Shift Map File (*.emp)"), QStringLiteral("Any Files (* *.*)")});
 }
 
+LateDialog::LateDialog(std::function<QFileDialog*()> make, QObject* parent)
+    : QObject(parent)
+    , make_(std::move(make))
+{
+}
+
+QFileDialog* LateDialog::get()
+{
+    if (dialog_)
+        return dialog_;
+    dialog_ = make_();
+    if (!folder_.isEmpty())
+        dialog_->setDirectory(folder_);
+    connect(dialog_, &QFileDialog::fileSelected, this, &LateDialog::fileSelected);
+    connect(dialog_, &QFileDialog::filesSelected, this, &LateDialog::filesSelected);
+    Q_EMIT wasMade(dialog_);
+    return dialog_;
+}
+
+void LateDialog::setFolder(const QString& path)
+{
+    if (dialog_)
+        dialog_->setDirectory(path);
+    else
+        folder_ = path;
+}
+
+void LateDialog::show()
+{
+    get()->show();
+}
+
 FDGroup::FDGroup(QObject* parent)
     : QObject(parent)
 {
@@ -45,6 +77,18 @@ void FDGroup::add(QFileDialog* dialog)
     connect(dialog, &QFileDialog::currentChanged, this, &FDGroup::currentChanged);
     connect(dialog, &QFileDialog::directoryEntered, this, &FDGroup::directoryEntered);
     connect(dialog, &QObject::destroyed, this, [this, dialog] { dialogs_.removeAll(dialog); });
+}
+
+void FDGroup::add(LateDialog* dialog)
+{
+    if (lateDialogs_.contains(dialog))
+        return;
+    lateDialogs_.append(dialog);
+    connect(dialog, &QObject::destroyed, this, [this, dialog] { lateDialogs_.removeAll(dialog); });
+    if (dialog->made())
+        add(dialog->made());
+    else
+        connect(dialog, &LateDialog::wasMade, this, qOverload<QFileDialog*>(&FDGroup::add));
 }
 
 void FDGroup::currentChanged(const QString& path)
@@ -67,5 +111,9 @@ void FDGroup::sameDirectory(const QString& path)
     for (QFileDialog* dialog : qAsConst(dialogs_)) {
         if (dialog->directory().absolutePath() != folder)
             dialog->setDirectory(folder);
+    }
+    for (LateDialog* dialog : qAsConst(lateDialogs_)) {
+        if (!dialog->made())
+            dialog->setFolder(folder);
     }
 }

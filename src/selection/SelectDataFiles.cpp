@@ -12,16 +12,22 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     , ui_(std::make_unique<Ui_SelectDataFiles>())
     , eofSetup_(new EOFSetup(this))
     , addSetup_(new SelectDataFilesAdditionalSetup(this))
-    , dialog_(new SelectImgDialog(this))
+    , dialog_(new LateDialog(
+          [this] {
+              auto* dialog = new SelectImgDialog(this);
+              dialog->setWindowTitle(ui_->Caption->text());
+              return dialog;
+          },
+          this))
 {
     ui_->setupUi(this);
     connect(ui_->Files, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &SelectDataFiles::newImageSelected);
-    connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
+    connect(ui_->Select, &QPushButton::clicked, dialog_, &LateDialog::show);
     const auto selected = [this](const QStringList& files) {
         Q_EMIT filesSelected(files, ui_->LoadNewFiles->isChecked());
     };
-    connect(dialog_, &QFileDialog::filesSelected, this, selected);
+    connect(dialog_, &LateDialog::filesSelected, this, selected);
     connect(new FileDrop(this, FileDrop::ManyFiles, filterPatterns(SelectImgDialog::imageFilter())),
             &FileDrop::dropped, this, selected);
     connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
@@ -41,7 +47,6 @@ SelectDataFiles::~SelectDataFiles() = default;
 void SelectDataFiles::setCaption(const QString& caption)
 {
     ui_->Caption->setText(caption);
-    dialog_->setWindowTitle(caption);
     eofSetup_->setWindowTitle(caption + QStringLiteral(": ") + eofSetup_->windowTitle());
     addSetup_->setWindowTitle(caption + QStringLiteral(": ") + addSetup_->windowTitle());
 }
@@ -111,11 +116,6 @@ bool SelectDataFiles::ignoreLive() const
 const ErrPoints& SelectDataFiles::errPoints() const
 {
     return addSetup_->errPoints();
-}
-
-QFileDialog* SelectDataFiles::dialog() const
-{
-    return dialog_;
 }
 
 void SelectDataFiles::newImageSelected(int i)
