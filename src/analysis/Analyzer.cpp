@@ -308,6 +308,7 @@ void Analyzer::setContAccess(bool f)
 void Analyzer::setProgress(double perCent)
 {
     ui_->Progress->setText(QString::asprintf("%5.2f", perCent));
+    Q_EMIT progressChanged(perCent);
 }
 
 void Analyzer::noticedNewZ(double z)

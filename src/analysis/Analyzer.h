@@ -99,6 +99,7 @@ Q_SIGNALS:
     void askAnalyze();
     void analyzeSpectrum0(const AnalysisRequest& request);
     void contAccessChanged(bool f);
+    void progressChanged(double perCent);
     /// A request was answered.
     void finished(const AnalysisResult& result);
     /// Another map is to be shown, or the shown one looks different.

@@ -19,7 +19,6 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QDebug>
-#include <QFileDialog>
 
 namespace {
 
@@ -74,6 +73,7 @@ Body::Body(QWidget* parent)
     setupSpectrumViews();
     setupSaving();
     disableMissingWindows();
+    setupShell();
     loadDefaultErrPoints();
     refreshEdgeEnergy();
     startConfigBatch();
@@ -91,6 +91,9 @@ Body::~Body()
     }
     // Images on their way in a queued signal would have no owner otherwise.
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    // A field that loses its focus with the window says so to slots whose objects are gone by then.
+    for (QObject* child : findChildren<QObject*>())
+        child->disconnect(this);
     qDeleteAll(windows_);
     deleteStack(i1Stack_);
     deleteStack(i0Stack_);
@@ -99,6 +102,7 @@ Body::~Body()
 
 void Body::closeEvent(QCloseEvent* event)
 {
+    saveWindows();
     closing_ = true;
     i1Loader_->requestStop();
     i0Loader_->requestStop();
@@ -118,7 +122,7 @@ void Body::setupBatch()
     batchCtrl_ = new BatchCtrl;
     windows_.append(batchCtrl_);
     batchCtrl_->setDispatcher(dispatcher_.get());
-    for (QFileDialog* dialog : batchCtrl_->dialogs())
+    for (LateDialog* dialog : batchCtrl_->dialogs())
         dataDialogs_->add(dialog);
     connect(ui_->BatchCtrlB, &QPushButton::clicked, batchCtrl_, &QWidget::show);
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
@@ -174,10 +178,10 @@ void Body::setupDark()
     connect(i1_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI1DarkArea);
     connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
 
-    selectImgDialog_ = new SelectImgDialog(this);
+    selectImgDialog_ = new LateDialog([this] { return new SelectImgDialog(this); }, this);
     dataDialogs_->add(selectImgDialog_);
-    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &QWidget::show);
-    connect(selectImgDialog_, &QFileDialog::fileSelected, this, &Body::selectedDark);
+    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &LateDialog::show);
+    connect(selectImgDialog_, &LateDialog::fileSelected, this, &Body::selectedDark);
     connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
 
     for (XafsFileSelect* row : {ui_->SelectBG, ui_->TotalI0ofI1XAFS, ui_->TotalI0ofI0XAFS}) {
@@ -281,13 +285,20 @@ void Body::setupAnalyzer()
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
 }
 
-QFileDialog* Body::newSaveDialog(void (Body::*save)(const QString& fname))
+/// A dialog for files to be saved; without filters its user sets them.
+LateDialog* Body::newSaveDialog(const QStringList& filters,
+                                void (Body::*save)(const QString& fname))
 {
-    auto* dialog = new FileDialog(this);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDirectory(DataRoot);
+    const auto make = [this, filters] {
+        auto* dialog = new FileDialog(this);
+        dialog->setAcceptMode(QFileDialog::AcceptSave);
+        if (!filters.isEmpty())
+            dialog->setNameFilters(filters);
+        return dialog;
+    };
+    auto* dialog = new LateDialog(make, this);
     dataDialogs_->add(dialog);
-    connect(dialog, &QFileDialog::fileSelected, this, save);
+    connect(dialog, &LateDialog::fileSelected, this, save);
     return dialog;
 }
 
@@ -295,15 +306,12 @@ void Body::setupSaving()
 {
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
-    saveDataDialog_ = newSaveDialog(&Body::saveData);
-    saveImageDialog_ = newSaveDialog(&Body::saveImage);
-    saveAllImagesDialog_ = newSaveDialog(&Body::saveAllImages);
-    for (QFileDialog* dialog : {saveImageDialog_, saveAllImagesDialog_}) {
-        dialog->setNameFilters({tr("Image File (*.png)"), tr("Any Files (* *.*)")});
-        dialog->setDefaultSuffix(QStringLiteral("png"));
-    }
-    connect(ui_->SaveImage, &QPushButton::clicked, saveImageDialog_, &QWidget::show);
-    connect(ui_->SaveAllImages, &QPushButton::clicked, saveAllImagesDialog_, &QWidget::show);
+    saveDataDialog_ = newSaveDialog({}, &Body::saveData);
+    const QStringList pictures = {tr("Image File (*.png)"), tr("Any Files (* *.*)")};
+    connect(ui_->SaveImage, &QPushButton::clicked, newSaveDialog(pictures, &Body::saveImage),
+            &LateDialog::show);
+    connect(ui_->SaveAllImages, &QPushButton::clicked,
+            newSaveDialog(pictures, &Body::saveAllImages), &LateDialog::show);
     connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
     connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);

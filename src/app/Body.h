@@ -10,6 +10,7 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMainWindow>
+#include <QMap>
 #include <QQueue>
 #include <QThread>
 
@@ -19,11 +20,13 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class FDGroup;
+class LateDialog;
+class Messages;
+class ProgressSum;
 class QButtonGroup;
-class QFileDialog;
+class QMenu;
 class SaveDataCfg;
 class SelectDataFiles;
-class SelectImgDialog;
 class Ui_Body;
 class XafsFileSelect;
 class XafsView;
@@ -39,13 +42,17 @@ struct SectionSource;
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
 /// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyDark.cpp dark, background and
 /// total I0, BodyAnalysis.cpp the walk over the map, BodySave.cpp output, BodyCommands.cpp batch
-/// commands.
+/// commands, BodyMenu.cpp menus and keys, BodyShell.cpp what else surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
 public:
     explicit Body(QWidget* parent = nullptr);
     ~Body() override;
+
+    /// Brings the windows to where they stood when a session that called this was closed, shown or
+    /// hidden as they were; at the end of this one that is kept anew.
+    void restoreWindows();
 
     BatchCtrl* batchCtrl() const { return batchCtrl_; }
     const TiffStack& i1Stack() const { return i1Stack_; }
@@ -149,6 +156,8 @@ protected:
 private:
     struct Commands;
     friend struct Commands;
+    struct MenuEntry;
+    struct MenuTable;
 
     /// One of the two stacks with all that belongs to it.
     struct Stack
@@ -189,12 +198,28 @@ private:
     void setupAnalyzer();
     XafsView* newSpectrumWindow(const QString& name, const QString& title);
     void setupSpectrumViews();
-    QFileDialog* newSaveDialog(void (Body::*save)(const QString& fname));
+    LateDialog* newSaveDialog(const QStringList& filters, void (Body::*save)(const QString& fname));
     void setupSaving();
     void setupDark();
     void disableMissingWindows();
     void startConfigBatch();
     void startLoader(QThread& thread, LoadTiff& loader);
+
+    // BodyShell.cpp
+    void setupShell();
+    void setupMessages();
+    void setupStatusBar();
+    void showProgressOf(ProgressSum* bar);
+    QMap<QString, QWidget*> keptWindows();
+    void saveWindows();
+
+    // BodyMenu.cpp
+    static QVector<MenuTable> menuTables();
+    void setupMenuBar();
+    void addEntry(QMenu& menu, const MenuEntry& entry);
+    void openBatchFile();
+    void showGestures();
+    void showAbout();
 
     // BodyStacks.cpp
     void clearStack(Stack& stack);
@@ -282,16 +307,16 @@ private:
     XafsView* bgView_ = nullptr;   ///< the background spectrum
     BatchCtrl* batchCtrl_ = nullptr;
     SaveDataCfg* saveDataCfg_ = nullptr;
+    Messages* messages_ = nullptr;
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
-    SelectImgDialog* selectImgDialog_ = nullptr;
-    QFileDialog* saveDataDialog_ = nullptr;
-    QFileDialog* saveImageDialog_ = nullptr;
-    QFileDialog* saveAllImagesDialog_ = nullptr;
+    LateDialog* selectImgDialog_ = nullptr;
+    LateDialog* saveDataDialog_ = nullptr;
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
-    double zansa_ = 0.0;   ///< residual of the last fit; a position without an edge shows it again
-    bool closing_ = false; ///< the window is closed: no command is run any more
+    double zansa_ = 0.0; ///< residual of the last fit; a position without an edge shows it again
+    bool keepsWindows_ = false;       ///< places of windows are written at the end
+    bool closing_ = false;            ///< the window is closed: no command is run any more
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

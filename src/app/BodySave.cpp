@@ -4,6 +4,7 @@
 #include "analysis/LCFReference.h"
 #include "common/FileNames.h"
 #include "display/ColorBar.h"
+#include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "output/MapExport.h"
 #include "output/PictureFile.h"
@@ -13,7 +14,6 @@
 
 #include <QAbstractButton>
 #include <QDebug>
-#include <QFileDialog>
 
 void Body::saveImage(const QString& fname)
 {
@@ -61,9 +61,9 @@ void Body::saveFlatDark()
 void Body::showSaveDataDialog()
 {
     const QString any = tr("Any Files (* *.*)");
-    saveDataDialog_->setNameFilters(saveDataCfg_->savesAsTiff()
-                                        ? QStringList{tr("Tiff File (*.tif)"), any}
-                                        : QStringList{tr("Data File (*.dat)"), any});
+    saveDataDialog_->get()->setNameFilters(saveDataCfg_->savesAsTiff()
+                                               ? QStringList{tr("Tiff File (*.tif)"), any}
+                                               : QStringList{tr("Data File (*.dat)"), any});
     saveDataDialog_->show();
 }
 

@@ -250,16 +250,22 @@ void ImgDispA::onWheelMoved()
         return;
     const double fx = double(mouse.pos.x()) / width();
     const double fy = double(mouse.pos.y()) / height();
-    double newW = viewWindow_.width();
-    double newH = viewWindow_.height();
     // At the left and right the wheel changes the height alone, at top and bottom the width.
     const bool atSide = inStrip(fx);
     const bool atTopOrBottom = !atSide && inStrip(fy);
-    if (!atSide)
-        newW *= wheelFactor;
-    if (!atTopOrBottom)
-        newH *= wheelFactor;
-    // The image point under the cursor stays where it is.
+    zoomAbout(fx, fy, atSide ? 1.0 : wheelFactor, atTopOrBottom ? 1.0 : wheelFactor);
+}
+
+void ImgDispA::zoomBy(double factor)
+{
+    zoomAbout(0.5, 0.5, factor, factor);
+}
+
+/// Changes the size of the view; the image point at these fractions of the widget stays in place.
+void ImgDispA::zoomAbout(double fx, double fy, double factorX, double factorY)
+{
+    const double newW = viewWindow_.width() * factorX;
+    const double newH = viewWindow_.height() * factorY;
     viewWindow_ = QRectF(viewWindow_.x() + fx * viewWindow_.width() - fx * newW,
                          viewWindow_.y() + fy * viewWindow_.height() - fy * newH, newW, newH);
     update();

@@ -65,6 +65,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Brings the whole image into view; nothing without an image.
     void resetImageViewWindow();
+    /// Widens the view about its middle by the factor; below 1 narrows it.
+    void zoomBy(double factor);
     void setShowOverLayer(bool f);
     /// Selects the area with these corners; corners in the wrong order make a negative size.
     void setSelectedArea(int x1, int y1, int x2, int y2);
@@ -81,6 +83,7 @@ private:
     void onMouseReleased();
     void onMouseMoved();
     void onWheelMoved();
+    void zoomAbout(double fx, double fy, double factorX, double factorY);
     QPointF imagePoint(const QPoint& pixel) const;
     void rememberSelection();
     bool drawsSelection() const;

@@ -8,17 +8,23 @@
 XafsView::XafsView(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_XafsView>())
-    , saveDialog_(new FileDialog(this))
+    , saveDialog_(new LateDialog([this] { return newSaveDialog(); }, this))
 {
     ui_->setupUi(this);
-    saveDialog_->setWindowTitle(tr("Save Spectra"));
-    saveDialog_->setAcceptMode(QFileDialog::AcceptSave);
-    saveDialog_->setDefaultSuffix(QStringLiteral("dat"));
-    saveDialog_->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});
     connectForm();
 }
 
 XafsView::~XafsView() = default;
+
+QFileDialog* XafsView::newSaveDialog()
+{
+    auto* dialog = new FileDialog(this);
+    dialog->setWindowTitle(tr("Save Spectra"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("dat"));
+    dialog->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});
+    return dialog;
+}
 
 void XafsView::connectForm()
 {
@@ -38,8 +44,8 @@ void XafsView::connectForm()
     }
     connect(ui_->ShowRaw, &QCheckBox::toggled, ui_->ShowFFT, &QWidget::setEnabled);
     connect(ui_->ResetXScale, &QAbstractButton::clicked, this, &XafsView::resetXScale);
-    connect(ui_->Save, &QAbstractButton::clicked, saveDialog_, &QWidget::show);
-    connect(saveDialog_, &QFileDialog::fileSelected, this, &XafsView::saveData);
+    connect(ui_->Save, &QAbstractButton::clicked, saveDialog_, &LateDialog::show);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &XafsView::saveData);
 }
 
 double XafsView::setSpectrum(const XafsSpectrum& s)

@@ -6,7 +6,8 @@
 
 #include <memory>
 
-class FileDialog;
+class LateDialog;
+class QFileDialog;
 class QPainter;
 class Ui_XafsView;
 
@@ -45,7 +46,7 @@ public:
     double xMax() const { return plot_.range.max(); }
     /// Mapping of the plot as it was laid out last.
     const ChCoord& coord() const { return plot_.coord; }
-    FileDialog* saveDialog() const { return saveDialog_; }
+    LateDialog* saveDialog() const { return saveDialog_; }
 
 public Q_SLOTS:
     void draw(QPainter* p);
@@ -68,12 +69,13 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY(XafsView)
 
+    QFileDialog* newSaveDialog();
     void connectForm();
     void showEdge();
     void showValues(const QString& energy, const QString& value);
 
     const std::unique_ptr<Ui_XafsView> ui_;
-    FileDialog* const saveDialog_; ///< child of this window
+    LateDialog* const saveDialog_;
     XafsPlot plot_;
     bool stopRedraw_ = false;
 };

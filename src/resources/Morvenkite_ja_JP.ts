@@ -123,6 +123,18 @@
         <source>Paint maps by the given scale instead of the range of their values</source>
         <translation>マップを値の範囲ではなく指定したスケールで描画する</translation>
     </message>
+    <message>
+        <source>Show View</source>
+        <translation>ビュー表示</translation>
+    </message>
+    <message>
+        <source>Show the spectrum with the references in use and their fit, over the energy [eV]</source>
+        <translation>使用中の参照スペクトルとフィット結果を重ねてスペクトルを表示する (横軸エネルギー [eV])</translation>
+    </message>
+    <message>
+        <source>Analyzing Spectrum</source>
+        <translation>解析中のスペクトル</translation>
+    </message>
 </context>
 <context>
     <name>BatchCtrl</name>
@@ -673,6 +685,162 @@
         <source>Data File (*.dat)</source>
         <translation>データファイル (*.dat)</translation>
     </message>
+    <message>
+        <source>Save and Extra</source>
+        <translation>保存・その他</translation>
+    </message>
+    <message>
+        <source>Spectrum at the position</source>
+        <translation>カーソル位置のスペクトル</translation>
+    </message>
+    <message>
+        <source>BG Specturm</source>
+        <translation>BG スペクトル</translation>
+    </message>
+    <message>
+        <source>Image File (*.png)</source>
+        <translation>画像ファイル (*.png)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Open I&amp;1 Images...</source>
+        <translation>I1 画像を開く(&amp;1)...</translation>
+    </message>
+    <message>
+        <source>Open I&amp;0 Images...</source>
+        <translation>I0 画像を開く(&amp;0)...</translation>
+    </message>
+    <message>
+        <source>Open &amp;Dark Image...</source>
+        <translation>ダーク画像を開く(&amp;D)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image...</source>
+        <translation>画像を保存(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save Data...</source>
+        <translation>データを保存(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>表示(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Previous Image</source>
+        <translation>前の画像(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Image</source>
+        <translation>次の画像(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>拡大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Whole Image</source>
+        <translation>全体表示(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom to Selection</source>
+        <translation>選択範囲を拡大(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>&amp;Clear Selection</source>
+        <translation>選択を解除(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Set &amp;All</source>
+        <translation>全画像に適用(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Windows</source>
+        <translation>ウィンドウ(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Spectrum</source>
+        <translation>スペクトル(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Calibration</source>
+        <translation>較正(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Analyzer</source>
+        <translation>解析(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Analyzer&amp;2</source>
+        <translation>解析 2(&amp;2)</translation>
+    </message>
+    <message>
+        <source>&amp;Image Processor</source>
+        <translation>画像処理(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Back&amp;ground</source>
+        <translation>バックグラウンド(&amp;g)</translation>
+    </message>
+    <message>
+        <source>&amp;Batch</source>
+        <translation>バッチ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Messages</source>
+        <translation>メッセージ(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Save C&amp;onfiguration</source>
+        <translation>保存設定(&amp;o)</translation>
+    </message>
+    <message>
+        <source>&amp;Batch Window</source>
+        <translation>バッチウィンドウ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Open Batch File...</source>
+        <translation>バッチファイルを開く(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Execute</source>
+        <translation>実行(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>停止(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>ヘルプ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Gestures and Keys</source>
+        <translation>マウス操作とキー(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;About Morvenkite</source>
+        <translation>Morvenkite について(&amp;A)</translation>
+    </message>
+    <message>
+        <source>About Morvenkite</source>
+        <translation>Morvenkite について</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
+    </message>
 </context>
 <context>
     <name>EOFSetup</name>
@@ -801,6 +969,137 @@
     </message>
 </context>
 <context>
+    <name>GesturesHelp</name>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Colour bar</source>
+        <translation>カラーバー</translation>
+    </message>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>Data rows</source>
+        <translation>データ行</translation>
+    </message>
+    <message>
+        <source>Main window</source>
+        <translation>メインウィンドウ</translation>
+    </message>
+    <message>
+        <source>Drag</source>
+        <translation>ドラッグ</translation>
+    </message>
+    <message>
+        <source>Wheel</source>
+        <translation>ホイール</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>移動</translation>
+    </message>
+    <message>
+        <source>Move the cursor</source>
+        <translation>カーソルを動かす</translation>
+    </message>
+    <message>
+        <source>Alt + move</source>
+        <translation>Alt + 移動</translation>
+    </message>
+    <message>
+        <source>Leave the cursor where it is</source>
+        <translation>カーソルをその位置に残す</translation>
+    </message>
+    <message>
+        <source>Select an area</source>
+        <translation>領域を選択する</translation>
+    </message>
+    <message>
+        <source>Ctrl + drag</source>
+        <translation>Ctrl + ドラッグ</translation>
+    </message>
+    <message>
+        <source>Select an area and zoom to it</source>
+        <translation>領域を選択して拡大する</translation>
+    </message>
+    <message>
+        <source>Shift + drag</source>
+        <translation>Shift + ドラッグ</translation>
+    </message>
+    <message>
+        <source>Move the view</source>
+        <translation>表示範囲を動かす</translation>
+    </message>
+    <message>
+        <source>Right click</source>
+        <translation>右クリック</translation>
+    </message>
+    <message>
+        <source>Clear the selection</source>
+        <translation>選択を解除する</translation>
+    </message>
+    <message>
+        <source>Zoom about the cursor</source>
+        <translation>カーソルを中心に拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Wheel near the left or right side</source>
+        <translation>左右の端でホイール</translation>
+    </message>
+    <message>
+        <source>Zoom the height alone</source>
+        <translation>縦方向だけ拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Wheel near the top or bottom</source>
+        <translation>上下の端でホイール</translation>
+    </message>
+    <message>
+        <source>Zoom the width alone</source>
+        <translation>横方向だけ拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Move the nearer end of the scale</source>
+        <translation>スケールの近い方の端を動かす</translation>
+    </message>
+    <message>
+        <source>Move along the energy axis</source>
+        <translation>エネルギー軸に沿って動かす</translation>
+    </message>
+    <message>
+        <source>Zoom the energy axis about the cursor</source>
+        <translation>カーソルを中心にエネルギー軸を拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Drop files</source>
+        <translation>ファイルをドロップ</translation>
+    </message>
+    <message>
+        <source>Load them as if they were selected there</source>
+        <translation>その行で選択した場合と同じように読み込む</translation>
+    </message>
+    <message>
+        <source>Gestures and Keys</source>
+        <translation>マウス操作とキー</translation>
+    </message>
+    <message>
+        <source>Where</source>
+        <translation>場所</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>Effect</source>
+        <translation>動作</translation>
+    </message>
+</context>
+<context>
     <name>LCFReference</name>
     <message>
         <source>LCF Reference</source>
@@ -857,6 +1156,37 @@
     <message>
         <source>Normalise the reference with Victoreen lines instead of straight ones</source>
         <translation>参照スペクトルを直線ではなく Victoreen 曲線で規格化する</translation>
+    </message>
+</context>
+<context>
+    <name>Messages</name>
+    <message>
+        <source>Save Messages</source>
+        <translation>メッセージの保存</translation>
+    </message>
+    <message>
+        <source>Text File (*.txt)</source>
+        <translation>テキストファイル (*.txt)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>メッセージ</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>保存...</translation>
     </message>
 </context>
 <context>

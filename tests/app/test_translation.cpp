@@ -1,5 +1,6 @@
 #include "BodyFixture.h"
 #include "app/Translation.h"
+#include "display/FileDialogs.h"
 #include "selection/SelectDataFiles.h"
 
 #include <QAbstractButton>
@@ -50,7 +51,7 @@ private Q_SLOTS:
                                     row->findChild<QLabel*>("Caption")->text(),
                                     row->findChild<QLabel*>("XAxis")->text(),
                                     row->findChild<QWidget*>("EOFSetup")->windowTitle(),
-                                    row->dialog()->nameFilters().last()};
+                                    row->dialog()->get()->nameFilters().last()};
         for (int i = 0; i < expected.size(); ++i)
             QCOMPARE(captions[i], expected[i]);
     }
