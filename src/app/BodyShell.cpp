@@ -8,6 +8,7 @@
 #include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/XafsView.h"
 #include "ui_Body.h"
 
 #include <QStatusBar>
@@ -41,7 +42,8 @@ void Body::setupShell()
 /// The windows whose place is kept, by the names of their groups in the store.
 QMap<QString, QWidget*> Body::keptWindows()
 {
-    QMap<QString, QWidget*> kept{{QStringLiteral("Body"), this}};
+    QMap<QString, QWidget*> kept{{QStringLiteral("Body"), this},
+                                 {QStringLiteral("AnalyzerView"), analyzer_->view()}};
     for (QWidget* window : qAsConst(windows_)) {
         // Two windows of one class differ by their place in the list, which is always the same.
         QString name = window->objectName();
