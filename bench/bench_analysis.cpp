@@ -2,6 +2,8 @@
 
 #include "SyntheticExperiment.h"
 #include "analysis/LcfFit.h"
+#include "calibration/CalibBlock.h"
+#include "maps/Analyzed2DRes.h"
 
 #include <benchmark/benchmark.h>
 
@@ -68,6 +70,33 @@ void calibrateBlock(benchmark::State& state)
     countPositions(state, 1);
 }
 
+/// A whole calibration of 128x128 blocks as its chain does it, one position after the other.
+void calibrateMap(benchmark::State& state)
+{
+    const XafsSpectrum standard = synthetic::referenceRows()[0].spectrum;
+    CalibConditions conditions;
+    conditions.method = CalibMethod::InnerProduct;
+    constexpr int blocks = 128;
+    constexpr int half = 1;
+    constexpr int area = blocks * (2 * half + 1);
+    const AnalyzeCond walk(synthetic::side, synthetic::side, half, half, QRectF(0, 0, area, area),
+                           -1, -1);
+    Analyzed2DRes map(QStringLiteral("bench"));
+    for (auto _ : state) {
+        BlockSpectra spectra(synthetic::stacks(), synthetic::conditions(half));
+        CalibStatistics statistics;
+        map.prepare(walk);
+        AnalyzeCond at = walk;
+        do {
+            const double shift = blockShift(spectra.at(at.cx, at.cy), standard, conditions);
+            map.setData(at.cx, at.cy, half, half, statistics.take({at.cx, at.cy}, shift));
+        } while (at.next());
+        statistics.close(walk, map);
+        map.genImg();
+    }
+    countPositions(state, blocks * blocks);
+}
+
 } // namespace
 
 BENCHMARK(blockSpectrum)->Name("block_spectrum")->Arg(0)->Arg(2)->Unit(benchmark::kMicrosecond);
@@ -75,3 +104,4 @@ BENCHMARK_CAPTURE(normalise, straight, VictLine::Straight)->Name("normalise/stra
 BENCHMARK_CAPTURE(normalise, victoreen, VictLine::Victoreen)->Name("normalise/victoreen");
 BENCHMARK(fitLcfOfARow)->Name("fit_lcf")->Unit(benchmark::kMicrosecond);
 BENCHMARK(calibrateBlock)->Name("calibrate_block")->Unit(benchmark::kMicrosecond);
+BENCHMARK(calibrateMap)->Name("calibrate_map_128x128")->Unit(benchmark::kMillisecond);

@@ -71,6 +71,7 @@ Body::Body(QWidget* parent)
     setupImageView();
     setupAnalyzer();
     setupSpectrumViews();
+    setupCalibration();
     setupSaving();
     disableMissingWindows();
     setupShell();
@@ -109,6 +110,7 @@ void Body::closeEvent(QCloseEvent* event)
     dispatcher_->requestStop();
     if (walk_.running)
         stop2DAnalysis();
+    stopCalibration();
     for (QWidget* window : qAsConst(windows_))
         window->close();
     event->accept();
@@ -321,8 +323,8 @@ void Body::setupSaving()
 /// Buttons of windows and exports that this version does not have yet.
 void Body::disableMissingWindows()
 {
-    QWidget* const missing[] = {ui_->OpenCalibCtrl, ui_->ShowImgProc, ui_->ShowAnalyzer2,
-                                ui_->FourierA, ui_->SaveProcPage};
+    QWidget* const missing[] = {ui_->ShowImgProc, ui_->ShowAnalyzer2, ui_->FourierA,
+                                ui_->SaveProcPage};
     for (QWidget* widget : missing)
         widget->setEnabled(false);
     ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);

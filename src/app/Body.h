@@ -2,6 +2,8 @@
 
 #include "analysis/AnalyzeProc.h"
 #include "batch/CmdLine.h"
+#include "calibration/CalibBlock.h"
+#include "calibration/ShiftMapFile.h"
 #include "image/BlockSpectrum.h"
 #include "image/LoadTiff.h"
 #include "maps/AnalyzeCond.h"
@@ -19,6 +21,7 @@
 class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
+class CalibCtrl;
 class FDGroup;
 class LateDialog;
 class Messages;
@@ -40,9 +43,10 @@ struct SectionSource;
 /// their results come in as queued signals, by value.
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
-/// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyDark.cpp dark, background and
-/// total I0, BodyAnalysis.cpp the walk over the map, BodySave.cpp output, BodyCommands.cpp batch
-/// commands, BodyMenu.cpp menus and keys, BodyShell.cpp what else surrounds the form.
+/// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyCalibration.cpp energy
+/// calibration, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
+/// BodySave.cpp output, BodyCommands.cpp batch commands, BodyMenu.cpp menus and keys, BodyShell.cpp
+/// what else surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
@@ -98,6 +102,17 @@ public Q_SLOTS:
     void draw(QPainter* p);
     void showXafsSpectrum(double x, double y);
     void showXafsSpectrum();
+    void newStdFile();
+    /// Starts a calibration of the selected area against the standard, or stops the one that runs.
+    void execCalibration();
+    void calibNextPoint();
+    void finishCalib();
+    void saveEMap(const QString& fname);
+    void saveEMap(const QString& fname, const Analyzed2DRes& map);
+    void loadEMap(const QString& fname);
+    /// Reads a shift map's file into `map`; empH tells what its head says. Reports the end of the
+    /// batch's command with the ticket.
+    void loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket);
     bool askAnalyzeCond(AnalyzeCond& ac) const;
     void cBarUpdating();
     void cBarUpdated();
@@ -126,6 +141,9 @@ public Q_SLOTS:
     void saveFlatDark();
     void execCmdSlot(const CmdLine& cmd, bool inRem);
     void deglitch();
+    /// Takes single outliers out of the shift map.
+    void normalizeEShift();
+    void clearShiftMap();
     void showAnalyzedVals();
     void setI0DarkArea();
     void setI1DarkArea();
@@ -149,6 +167,9 @@ Q_SIGNALS:
     /// A command has come to its end; ticket is the number of the batch's own command, 0 when a
     /// click started it.
     void finishBatchExec(int id, int ticket);
+    void doCalibNextPoint();
+    void doFinishCalib();
+    void calibProgress(double p); ///< [%]
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -191,6 +212,14 @@ private:
         QQueue<PendingRequest> pending;
     };
 
+    /// The state of a calibration.
+    struct Calibration
+    {
+        bool running = false;
+        CalibStatistics statistics;
+        QVector<int> waiting; ///< tickets of the batch commands that wait for its end
+    };
+
     // Body.cpp
     void setupBatch();
     void setupStacks();
@@ -220,6 +249,15 @@ private:
     void openBatchFile();
     void showGestures();
     void showAbout();
+
+    // BodyCalibration.cpp
+    void setupCalibration();
+    void stopCalibration();
+    void leaveCalibration();
+    void waitForCalibration(int ticket);
+    void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
+    bool acceptsMapSize(const EMPHeader& empH);
+    void takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts);
 
     // BodyStacks.cpp
     void clearStack(Stack& stack);
@@ -305,6 +343,7 @@ private:
     Analyzer* analyzer_ = nullptr;
     XafsView* xafsView_ = nullptr; ///< the spectrum at the cursor
     XafsView* bgView_ = nullptr;   ///< the background spectrum
+    CalibCtrl* calibCtrl_ = nullptr;
     BatchCtrl* batchCtrl_ = nullptr;
     SaveDataCfg* saveDataCfg_ = nullptr;
     Messages* messages_ = nullptr;
@@ -314,6 +353,10 @@ private:
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
+    Calibration calibration_;
+    AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
+    XafsSpectrum stdSpectrum_; ///< the standard, as it was when its file came
+    double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
     double zansa_ = 0.0; ///< residual of the last fit; a position without an edge shows it again
     bool keepsWindows_ = false;       ///< places of windows are written at the end
     bool closing_ = false;            ///< the window is closed: no command is run any more

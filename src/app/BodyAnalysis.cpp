@@ -116,7 +116,7 @@ QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
     QVector<XafsSpectrum> spectra;
     spectra.reserve(run.count);
     for (const Spectrum& curve : raw) {
-        spectra.append(XafsSpectrum::unnormalized(curve, name, VictLine::Straight,
+        spectra.append(XafsSpectrum::unnormalized(curve, name, targetBackground(),
                                                   shiftAt(at.cx, at.cy), elm));
         at.next();
     }

@@ -4,6 +4,7 @@
 #include "app/Screenshot.h"
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
+#include "calibration/CalibCtrl.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
@@ -179,6 +180,7 @@ struct Body::Commands
     static QVector<Entry> stackCommands();
     static QVector<Entry> viewCommands();
     static QVector<Entry> analyzerCommands();
+    static QVector<Entry> calibrationCommands();
     static QVector<Entry> savingCommands();
     static QVector<Entry> conditionCommands();
     static const Table& table();
@@ -259,6 +261,39 @@ QVector<Body::Commands::Entry> Body::Commands::analyzerCommands()
          [](B& b, const C& c) { b.analyzer_->setRatioScaleMin(doubleArg(c, 0)); }},
         {ExCmdAnalyzerSelectAnalysisMode,
          [](B& b, const C& c) { b.analyzer_->setMode(intArg(c, 0)); }},
+    };
+}
+
+/// The calibration and its map.
+QVector<Body::Commands::Entry> Body::Commands::calibrationCommands()
+{
+    return {
+        {ExCmdCalibShowWindow, [](B& b, const C&) { b.calibCtrl_->show(); }},
+        {ExCmdCalibLoadStd, [](B& b, const C& c) { b.calibCtrl_->loadStd(c.arg(0)); }},
+        {ExCmdCalibSetEdgeEV, [](B& b, const C& c) { b.calibCtrl_->setEdgeEV(c.arg(0)); }},
+        // The calibration goes on behind the reported end; calib_wait waits for it.
+        {ExCmdCalibExec, [](B& b, const C&) { b.execCalibration(); }},
+        {ExCmdCalibLoadMap,
+         [](B& b, const C& c) {
+             EMPHeader header;
+             b.loadMap(c.arg(0), b.energyShiftMap_, header, c.ticket);
+         },
+         Later},
+        {ExCmdCalibClearMap, [](B& b, const C&) { b.clearShiftMap(); }},
+        {ExCmdCalibSaveMap, [](B& b, const C& c) { b.saveEMap(c.arg(0)); }},
+        {ExCmdCalibType, [](B& b, const C& c) { b.calibCtrl_->setType(intArg(c, 0)); }},
+        {ExCmdCalibWait, [](B& b, const C& c) { b.waitForCalibration(c.ticket); }, Later},
+        {ExCmdCalibNormalizeShift, [](B& b, const C&) { b.normalizeEShift(); }},
+        {ExCmdCalibTargetBackground,
+         [](B& b, const C& c) { b.calibCtrl_->setTargetBackground(intArg(c, 0)); }},
+        {ExCmdCalibStdBackground,
+         [](B& b, const C& c) { b.calibCtrl_->setStdBackground(intArg(c, 0)); }},
+        {ExCmdCalibInnerRange,
+         [](B& b, const C& c) {
+             b.calibCtrl_->setInnerRange(doubleArg(c, 0), doubleArg(c, 1), doubleArg(c, 2));
+         }},
+        {ExCmdCalibCrystal, [](B& b, const C& c) { b.calibCtrl_->setCrystal(intArg(c, 0)); }},
+        {ExCmdCalibCheckSize, [](B& b, const C& c) { b.calibCtrl_->setCheckSize(onArg(c, 0)); }},
     };
 }
 
@@ -343,7 +378,7 @@ const Body::Commands::Table& Body::Commands::table()
     static const Table byId = [] {
         Table t;
         for (const auto& group : {stackCommands(), viewCommands(), analyzerCommands(),
-                                  savingCommands(), conditionCommands()}) {
+                                  calibrationCommands(), savingCommands(), conditionCommands()}) {
             for (const Entry& entry : group) {
                 t[entry.id].run = entry.run;
                 t[entry.id].end = entry.end;

@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "calibration/CalibCtrl.h"
 #include "common/SafeInt.h"
 #include "display/CrossSView.h"
 #include "display/ImageOverlay.h"
@@ -69,7 +70,7 @@ double Body::darkLevel(const Stack& stack, int x, int y) const
 
 int Body::targetBackground() const
 {
-    return VictLine::Straight;
+    return calibCtrl_->targetBackgroundMode();
 }
 
 void Body::showXafsSpectrum(double x, double y)

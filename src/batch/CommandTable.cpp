@@ -159,6 +159,13 @@ constexpr ExCmdText exCmdTexts[] = {
 
 constexpr ExCmdText extensionTexts[] = {
     {ExCmdScreenshot, "screenshot", "<window> <file>"},
+    {ExCmdCalibWait, "calib_wait", ""},
+    {ExCmdCalibNormalizeShift, "calib_normalize_shift", ""},
+    {ExCmdCalibTargetBackground, "calib_target_background", "<int>"},
+    {ExCmdCalibStdBackground, "calib_std_background", "<int>"},
+    {ExCmdCalibInnerRange, "calib_inner_range", "<double> <double> <double>"},
+    {ExCmdCalibCrystal, "calib_crystal", "<int>"},
+    {ExCmdCalibCheckSize, "calib_check_size", "<0|1>"},
 };
 // clang-format on
 

@@ -136,6 +136,13 @@ enum EX_CMD_ID : int
 
     /// Extensions, numbered apart so that the numbers above stand for ever.
     ExCmdScreenshot = 200,
+    ExCmdCalibWait = 201,
+    ExCmdCalibNormalizeShift = 202,
+    ExCmdCalibTargetBackground = 203,
+    ExCmdCalibStdBackground = 204,
+    ExCmdCalibInnerRange = 205,
+    ExCmdCalibCrystal = 206,
+    ExCmdCalibCheckSize = 207,
     ExCmdEnd ///< above all numbers
 };
 

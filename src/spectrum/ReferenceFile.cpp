@@ -1,6 +1,7 @@
 #include "spectrum/ReferenceFile.h"
 
 #include "common/Bragg.h"
+#include "common/CappedLine.h"
 
 #include <QTextStream>
 
@@ -10,16 +11,9 @@ namespace {
 constexpr int longestLine = 64 * 1024;
 constexpr double defaultSpacing = 3.13553; // Si(111) [angstrom]
 
-/// The next line, or nothing in place of one that is too long.
 QString nextLine(QTextStream& in)
 {
-    QString line = in.readLine(longestLine);
-    if (line.size() < longestLine)
-        return line;
-    // The rest comes in pieces of full length up to the one that ends at the line's end.
-    while (in.readLine(longestLine).size() >= longestLine) {
-    }
-    return {};
+    return readLineBelow(in, longestLine);
 }
 
 /// Reads up to the line "Offset" and returns the lattice spacing told on the way.

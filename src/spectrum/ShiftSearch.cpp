@@ -7,6 +7,19 @@
 #include <algorithm>
 #include <cmath>
 
+namespace {
+/// Points on either side of the edge that a shift is judged by first.
+constexpr int edgeHalf = 12;
+
+/// Below this, squares may have lost digits to underflow.
+constexpr double leastSquares = 1e-100;
+
+bool allFinite(const double* values, int n)
+{
+    return std::all_of(values, values + n, [](double v) { return std::isfinite(v); });
+}
+} // namespace
+
 ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
     : energies_(spectrum.size())
     , values_(spectrum.size())
@@ -21,7 +34,14 @@ ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
     for (int i = 0; i < spectrum.size(); ++i) {
         energies_[i] = points[i].x();
         values_[i] = i < curveSize ? curve[i].y() : 0.0;
+        squares_ += values_[i] * values_[i];
     }
+    const double* E = energies_.constData();
+    finite_ = allFinite(E, energies_.size());
+    const double edge = spectrum.midx + spectrum.shift();
+    const int edgeAt = static_cast<int>(std::lower_bound(E, E + energies_.size(), edge) - E);
+    edgeFirst_ = std::max(edgeAt - edgeHalf, 0);
+    edgeEnd_ = std::min(edgeAt + edgeHalf, energies_.size());
     tabulate();
 }
 
@@ -46,7 +66,7 @@ void ShiftSearch::tabulate()
     tabulated_ = true;
 }
 
-/// Segment of the curve to read at E, found from the segment of the query before.
+/// Segment of the curve to read at E, found from the segment of a query near by.
 inline int ShiftSearch::segmentFrom(int low, double E) const
 {
     const double* x = refX_.constData();
@@ -60,39 +80,149 @@ inline int ShiftSearch::segmentFrom(int low, double E) const
     return low;
 }
 
-double ShiftSearch::innerProduct(double shift)
+/// The reference at E, which counts from the reference's shift.
+inline double ShiftSearch::refAt(int& low, double E) const
 {
-    double tt = 0.0;
-    double rr = 0.0;
-    double tr = 0.0;
+    if (!tabulated_)
+        return refCurve_.yAt(E);
+    low = segmentFrom(low, E);
+    return slopes_[low] * (E - refX_[low]) + refY_[low];
+}
+
+ShiftSearch::Sums ShiftSearch::sumsAt(int first, int end, double shift)
+{
+    Sums sums;
     int low = 0;
     const double* energies = energies_.constData();
     const double* values = values_.constData();
-    const double* refX = refX_.constData();
-    const double* refY = refY_.constData();
-    const double* slopes = slopes_.constData();
-    const int n = energies_.size();
-    for (int i = 0; i < n; ++i) {
+    for (int i = first; i < end; ++i) {
         const double E = energies[i] - shift;
         if (E < refMin_ || E > refMax_)
             continue;
         if (Q_UNLIKELY(std::isnan(E)))
             logNan();
-        double r;
-        if (tabulated_) {
-            low = segmentFrom(low, E + refShift_);
-            r = slopes[low] * (E + refShift_ - refX[low]) + refY[low];
-        } else {
-            r = refCurve_.yAt(E + refShift_);
-        }
+        const double r = refAt(low, E + refShift_);
         const double t = values[i];
-        tt += t * t;
-        rr += r * r;
-        tr += t * r;
+        sums.tt += t * t;
+        sums.rr += r * r;
+        sums.tr += t * r;
     }
+    return sums;
+}
+
+double ShiftSearch::Sums::innerProduct() const
+{
     if (!(tt > 0.0) || !(rr > 0.0))
         return 0.0;
     return tr / std::sqrt(tt * rr);
+}
+
+double ShiftSearch::innerProduct(double shift)
+{
+    return sumsAt(0, energies_.size(), shift).innerProduct();
+}
+
+/// The batch's sums over points `first` to `end`: those of sumsAt() to the last bit, for each sum
+/// takes the points in their order.
+void ShiftSearch::sumUp(int first, int end, Batch& batch)
+{
+    if (!tabulated_ || !finite_ || !allFinite(batch.shifts, batch.n)) {
+        for (int k = 0; k < batch.n; ++k) {
+            const Sums sums = sumsAt(first, end, batch.shifts[k]);
+            batch.tt[k] = sums.tt;
+            batch.rr[k] = sums.rr;
+            batch.tr[k] = sums.tr;
+        }
+        return;
+    }
+    std::fill_n(batch.tt, batch.n, 0.0);
+    std::fill_n(batch.rr, batch.n, 0.0);
+    std::fill_n(batch.tr, batch.n, 0.0);
+    int low = 0;
+    for (int i = first; i < end; ++i)
+        sumPoint(energies_[i], values_[i], low, batch);
+}
+
+/// Adds one point of the spectrum to the sums of all shifts. The energies that it is read at fall
+/// with rising shift, so that shifts in a row share a segment of the reference, and those in its
+/// range are a run. `low` is the segment of the first one, and is found from that of the point
+/// before.
+inline void ShiftSearch::sumPoint(double E, double t, int& low, Batch& batch) const
+{
+    const double* const x = refX_.constData();
+    const double* const shifts = batch.shifts;
+    int k = 0;
+    while (k < batch.n && E - shifts[k] > refMax_)
+        ++k;
+    int end = batch.n;
+    while (end > k && E - shifts[end - 1] < refMin_)
+        --end;
+    if (k == end)
+        return;
+    low = segmentFrom(low, E - shifts[k] + refShift_);
+    for (int segment = low; k < end; --segment) {
+        int stop = segment > 0 ? k : end;
+        while (stop < end && E - shifts[stop] + refShift_ >= x[segment])
+            ++stop;
+        const double slope = slopes_[segment];
+        const double x0 = x[segment];
+        const double y0 = refY_[segment];
+        for (; k < stop; ++k) {
+            const double r = slope * (E - shifts[k] + refShift_ - x0) + y0;
+            batch.tt[k] += t * t;
+            batch.rr[k] += r * r;
+            batch.tr[k] += t * r;
+        }
+    }
+}
+
+/// Whether a shift's inner product is sure to be less than `product`, told by the sums over points
+/// round the edge alone.
+///
+/// 1 - P^2 is the residual sum of squares of the spectrum against the best multiple of the
+/// reference, over the spectrum's own sum of squares. Fewer points leave less residual and all
+/// points more squares, so the edge's residual over all squares is a lower limit of it.
+bool ShiftSearch::staysBelow(double product, const Sums& edge) const
+{
+    if (!(product > 0.0) || !(edge.rr > leastSquares) || !(squares_ > leastSquares))
+        return false;
+    const double residual = edge.tt - edge.tr * (edge.tr / edge.rr);
+    constexpr double margin = 1e-9; // wide of all rounding
+    return residual > squares_ * (1.0 - product * product + margin);
+}
+
+void ShiftSearch::tryShifts(double centre, const double* offsets, int n)
+{
+    for (int first = 0; first < n; first += most)
+        tryBatch(centre, offsets + first, std::min(most, n - first));
+}
+
+void ShiftSearch::tryBatch(double centre, const double* offsets, int n)
+{
+    // The likeliest shift goes first: its product sorts out most of the others.
+    const auto nearer = [](double a, double b) { return std::fabs(a) < std::fabs(b); };
+    const auto likely = std::min_element(offsets, offsets + n, nearer) - offsets;
+    const double product = std::max(best_, innerProduct(centre + offsets[likely]));
+    Batch edge;
+    edge.n = n;
+    std::transform(offsets, offsets + n, edge.shifts, [centre](double d) { return centre + d; });
+    sumUp(edgeFirst_, edgeEnd_, edge);
+    Batch left;
+    for (int k = 0; k < n; ++k) {
+        if (!staysBelow(product, edge.at(k)))
+            left.shifts[left.n++] = edge.shifts[k];
+    }
+    sumUp(0, energies_.size(), left);
+    for (int k = 0; k < left.n; ++k)
+        take(left.at(k).innerProduct(), left.shifts[k]);
+}
+
+void ShiftSearch::take(double product, double shift)
+{
+    if (product > best_) {
+        best_ = product;
+        bestShift_ = shift;
+    }
 }
 
 void ShiftSearch::logNan()

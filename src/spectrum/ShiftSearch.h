@@ -16,22 +16,67 @@ public:
     /// life: a nan shift makes all of them nan.
     double innerProduct(double shift);
 
+    /// Takes the shifts centre + offsets[i] into the search: of all shifts tried so far the first
+    /// one with the greatest product is the best. Offsets ascend, and those near 0 should be the
+    /// likely ones: products that can't be the greatest are not worked out.
+    void tryShifts(double centre, const double* offsets, int n);
+
+    /// Best shift of all tried [eV]; 0.0 before the first.
+    double bestShift() const { return bestShift_; }
+
 private:
     using Values = QVarLengthArray<double, 512>;
 
+    /// Shifts worked on together.
+    static constexpr int most = 64;
+
+    struct Sums
+    {
+        double tt = 0.0; ///< squares of the spectrum
+        double rr = 0.0; ///< squares of the reference
+        double tr = 0.0;
+
+        double innerProduct() const;
+    };
+
+    /// Sums at several shifts.
+    struct Batch
+    {
+        int n = 0;
+        double shifts[most]; ///< ascending
+        double tt[most];
+        double rr[most];
+        double tr[most];
+
+        Sums at(int k) const { return {tt[k], rr[k], tr[k]}; }
+    };
+
     void tabulate();
     int segmentFrom(int low, double E) const;
+    double refAt(int& low, double E) const;
+    Sums sumsAt(int first, int end, double shift);
+    void sumUp(int first, int end, Batch& batch);
+    void sumPoint(double E, double t, int& low, Batch& batch) const;
+    bool staysBelow(double product, const Sums& edge) const;
+    void tryBatch(double centre, const double* offsets, int n);
+    void take(double product, double shift);
     void logNan();
 
     Values energies_; ///< raw energies of the spectrum
     Values values_;   ///< its doubleNormalizedPreBase
+    double squares_ = 0.0;
+    int edgeFirst_; ///< points round the edge, which tell most shifts apart
+    int edgeEnd_;
     const Spectrum& refCurve_;
     double refMin_; ///< range of the reference, raw energies
     double refMax_;
     double refShift_;        ///< shift of the reference's curve itself
     bool tabulated_ = false; ///< the three tables hold the curve, which strictly ascends
+    bool finite_ = true;     ///< so are all energies
     Values refX_;
     Values refY_;
     Values slopes_; ///< of the segment that starts at the point
+    double best_ = -1e300;
+    double bestShift_ = 0.0;
     bool nanLogged_ = false;
 };

@@ -302,24 +302,18 @@ double XafsSpectrum::findBestShift(const XafsSpectrum& ref, double range, double
     // All levels share this centre and the best value, so a finer level does not refine round the
     // best shift of a coarser one: deliberate.
     const double centre = midx - ref.midx;
-    double best = -1e300;
-    double bestShift = 0.0;
-    int tried = 0;
+    int left = mostShiftsTried;
     for (; step >= minStep && step > 0.0; step *= 0.1, range *= 0.1) {
+        QVarLengthArray<double, 128> offsets;
         double d = -range;
-        while (d <= range) {
-            if (++tried > mostShiftsTried) {
-                qDebug() << "shift search given up: range" << range << "is too wide for step"
-                         << step;
-                return bestShift;
-            }
-            const double product = search.innerProduct(centre + d);
-            if (product > best) {
-                best = product;
-                bestShift = centre + d;
-            }
-            d += step;
+        for (; d <= range && offsets.size() < left; d += step)
+            offsets.append(d);
+        search.tryShifts(centre, offsets.constData(), offsets.size());
+        left -= offsets.size();
+        if (d <= range) {
+            qDebug() << "shift search given up: range" << range << "is too wide for step" << step;
+            break;
         }
     }
-    return bestShift;
+    return search.bestShift();
 }

@@ -130,8 +130,8 @@ private Q_SLOTS:
     {
         DrivenBody body;
         const LogCapture log;
-        QVERIFY(body.run("calib_load_map a.emp"));
-        QCOMPARE(log.linesWith("calib_load_map"), 1);
+        QVERIFY(body.run("analyzer_elems_set_deVs 5"));
+        QCOMPARE(log.linesWith("analyzer_elems_set_deVs"), 1);
         QVERIFY(body.run("no_such_command"));
     }
 

@@ -1,0 +1,264 @@
+#include "app/Body.h"
+
+#include "calibration/CalibCtrl.h"
+#include "common/Log.h"
+#include "display/FileDialogs.h"
+#include "display/ImgDispA.h"
+#include "display/XafsView.h"
+#include "ui_Body.h"
+
+#include <QDebug>
+#include <QFile>
+#include <QTextStream>
+
+namespace {
+
+/// A map value this many eV off the common level is an outlier; fixed.
+constexpr double outlierLimit = 40.0;
+
+} // namespace
+
+void Body::setupCalibration()
+{
+    calibCtrl_ = new CalibCtrl;
+    windows_.append(calibCtrl_);
+    for (LateDialog* dialog : calibCtrl_->dialogs())
+        dataDialogs_->add(dialog);
+    connect(ui_->OpenCalibCtrl, &QPushButton::clicked, calibCtrl_, &QWidget::show);
+    connect(calibCtrl_, &CalibCtrl::newStdFileLoaded, this, &Body::newStdFile);
+    connect(calibCtrl_, &CalibCtrl::execCalibration, this, &Body::execCalibration);
+    connect(calibCtrl_, &CalibCtrl::saveEMap, this, qOverload<const QString&>(&Body::saveEMap));
+    connect(calibCtrl_, &CalibCtrl::loadEMap, this, &Body::loadEMap);
+    connect(calibCtrl_, &CalibCtrl::clearMap, this, &Body::clearShiftMap);
+    connect(calibCtrl_, &CalibCtrl::normalizeEShift, this, &Body::normalizeEShift);
+    connect(calibCtrl_, &CalibCtrl::targetBackgroundChanged, this, &Body::refreshCursor);
+    connect(this, &Body::calibProgress, calibCtrl_, &CalibCtrl::progress);
+    // Through the event loop, so that the window lives between the points.
+    connect(this, &Body::doCalibNextPoint, this, &Body::calibNextPoint, Qt::QueuedConnection);
+    connect(this, &Body::doFinishCalib, this, &Body::finishCalib);
+}
+
+void Body::newStdFile()
+{
+    stdSpectrum_ = calibCtrl_->standard();
+    xafsView_->setStdSpectrum(stdSpectrum_);
+    refreshCursor();
+}
+
+void Body::execCalibration()
+{
+    if (calibration_.running) {
+        stopCalibration();
+        return;
+    }
+    AnalyzeCond walk;
+    if (!askAnalyzeCond(walk)) {
+        qDebug() << "Calibration not started: no I1 images";
+        return;
+    }
+    calibration_.running = true;
+    calibration_.statistics = CalibStatistics();
+    calibIter_ = walk;
+    calibCtrl_->setRunning(true);
+    logTime(QStringLiteral("Start Calibration"));
+    energyShiftMap_.prepare(calibIter_);
+    const TiffData& first = *i1Stack_.first();
+    mapX0_ = first.x0;
+    mapY0_ = first.y0;
+    calibCtrl_->showImageGeometry({first.width, first.height}, {first.x0, first.y0});
+    Q_EMIT doCalibNextPoint();
+}
+
+/// Leaves the map as far as it is filled, without statistics.
+void Body::stopCalibration()
+{
+    if (!calibration_.running)
+        return;
+    qDebug() << "Calibration stopped";
+    energyShiftMap_.genImg();
+    leaveCalibration();
+}
+
+void Body::leaveCalibration()
+{
+    calibration_.running = false;
+    calibCtrl_->setRunning(false);
+    ui_->dispA->update();
+    for (const int ticket : qAsConst(calibration_.waiting))
+        Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
+    calibration_.waiting.clear();
+}
+
+void Body::waitForCalibration(int ticket)
+{
+    if (calibration_.running)
+        calibration_.waiting.append(ticket);
+    else
+        Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
+}
+
+void Body::calibNextPoint()
+{
+    if (!calibration_.running)
+        return;
+    if (i1Stack_.isEmpty()) {
+        qDebug() << "Calibration: the images are gone";
+        stopCalibration();
+        return;
+    }
+    if (calibIter_.newLine)
+        Q_EMIT calibProgress(calibIter_.progress());
+    const int x = calibIter_.cx;
+    const int y = calibIter_.cy;
+    const double shift = blockShift(rawXafsAt(x, y, calibIter_.halfX, calibIter_.halfY),
+                                    stdSpectrum_, calibCtrl_->conditions(suggestElm()));
+    energyShiftMap_.setData(x, y, calibIter_.halfX, calibIter_.halfY,
+                            calibration_.statistics.take({x, y}, shift));
+    if (calibIter_.next())
+        Q_EMIT doCalibNextPoint();
+    else
+        Q_EMIT doFinishCalib();
+}
+
+void Body::finishCalib()
+{
+    Q_EMIT calibProgress(100.0);
+    calibration_.statistics.close(calibIter_, energyShiftMap_);
+    calibCtrl_->showStatistics(calibration_.statistics);
+    energyShiftMap_.genImg();
+    logTime(QStringLiteral("End Calibration   "));
+    leaveCalibration();
+    refreshCursor();
+}
+
+void Body::normalizeEShift()
+{
+    logTime(QStringLiteral("Start Normalize E Shift"));
+    energyShiftMap_.deglitch2(outlierLimit);
+    energyShiftMap_.copyProc2Data();
+    energyShiftMap_.genImg();
+    refreshCursor();
+    logTime(QStringLiteral("End Normalize E Shift  "));
+}
+
+void Body::clearShiftMap()
+{
+    stopCalibration();
+    energyShiftMap_.clear();
+    refreshCursor();
+}
+
+void Body::saveEMap(const QString& fname)
+{
+    saveEMap(fname, energyShiftMap_);
+}
+
+void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
+{
+    logTime(QStringLiteral("EMap Write Start : "));
+    const AnalyzeCond& at = calibIter_;
+    ShiftMapRecord record;
+    record.recorded = QDateTime::currentDateTime();
+    // A map that was loaded without a standard keeps the edge at which it was read.
+    record.header.stdEdgeE = stdSpectrum_.isEmpty() ? mapEdgeE_ : stdSpectrum_.midx;
+    record.header.spacing = calibCtrl_->crystalSpacing();
+    record.header.xOffset = calibCtrl_->xOffset();
+    record.header.yOffset = calibCtrl_->yOffset();
+    record.header.width = at.width;
+    record.header.height = at.height;
+    record.header.halfX = at.halfX;
+    record.header.halfY = at.halfY;
+    record.header.areaX0 = at.x0;
+    record.header.areaX1 = at.x1;
+    record.header.areaY0 = at.y0;
+    record.header.areaY1 = at.y1;
+    record.stdFileName = calibCtrl_->stdFileName();
+    record.mapWidth = map.stepper.width;
+    record.mapHeight = map.stepper.height;
+    // Other images may have been loaded since: the values go with the head's size, or nobody could
+    // read them again.
+    record.imageWidth = at.width;
+    record.imageHeight = at.height;
+    const QString written =
+        saveShiftMap(fname, record, [&map](int x, int y) { return map.valueAt(x, y); });
+    logTime(QStringLiteral("EMap Write End   : "));
+    if (!written.isEmpty())
+        calibCtrl_->showMapFile(written);
+}
+
+void Body::loadEMap(const QString& fname)
+{
+    qDebug() << "loading emap" << fname;
+    EMPHeader header;
+    loadMap(fname, energyShiftMap_, header, 0);
+}
+
+/// Whatever comes of it, the end is reported.
+void Body::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket)
+{
+    stopCalibration();
+    readMap(fname, map, empH);
+    Q_EMIT finishBatchExec(ExCmdCalibLoadMap, ticket);
+}
+
+void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
+{
+    empH = EMPHeader();
+    QFile file(fname);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        qDebug() << "Can not open" << fname;
+        return;
+    }
+    QTextStream in(&file);
+    empH = readMapHeader(in);
+    if (!empH.isValid) {
+        qDebug() << "Invalid Energy Map Data File : " << fname;
+        return;
+    }
+    calibCtrl_->showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
+    if (!acceptsMapSize(empH)) {
+        empH.isValid = false;
+        return;
+    }
+    const double typed = calibCtrl_->edgeEV();
+    mapEdgeE_ = typed > 0.0 ? typed : empH.stdEdgeE;
+    mapX0_ = empH.xOffset;
+    mapY0_ = empH.yOffset;
+    qDebug() << "Start Reading EMP file ";
+    takeMap(map, mapWalk(empH), readMapShifts(in, empH, mapEdgeE_));
+    qDebug() << "End Reading EMP file   ";
+    calibCtrl_->showMapFile(fname);
+}
+
+/// A map must fit the images, unless the check is off. With no images its size becomes theirs.
+bool Body::acceptsMapSize(const EMPHeader& empH)
+{
+    if (!calibCtrl_->checksSize() || (empH.width == imgW_ && empH.height == imgH_))
+        return true;
+    if (i1Stack_.isEmpty()) {
+        imgW_ = empH.width;
+        imgH_ = empH.height;
+        return true;
+    }
+    qDebug().noquote() << QStringLiteral(
+                              "Loading Energy Map size : %1 x %2 : is not matched to the "
+                              "current image size : %3 x %4")
+                              .arg(empH.width)
+                              .arg(empH.height)
+                              .arg(imgW_)
+                              .arg(imgH_);
+    return false;
+}
+
+void Body::takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts)
+{
+    calibIter_ = walk;
+    map.prepare(walk);
+    int i = 0;
+    for (int y = 0; y < walk.height; ++y) {
+        for (int x = 0; x < walk.width; ++x)
+            map.setData(x, y, 0, 0, shifts[i++]);
+    }
+    map.genImg();
+    refreshCursor();
+}

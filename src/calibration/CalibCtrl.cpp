@@ -1,0 +1,251 @@
+#include "calibration/CalibCtrl.h"
+
+#include "common/FieldText.h"
+#include "display/FileDialogs.h"
+#include "ui_CalibCtrl.h"
+
+#include <QDebug>
+
+namespace {
+
+struct Crystal
+{
+    const char* name;
+    double spacing; ///< [angstrom]
+};
+
+constexpr Crystal crystals[] = {{"Si(111)", 3.1355316},
+                                {"Si(311)", 1.637478},
+                                {"Si(333)", 1.0451772},
+                                {"Ge(111)", 3.2663822},
+                                {"Ge(333)", 1.0887941}};
+
+int modeOf(const QRadioButton* victoreen)
+{
+    return victoreen->isChecked() ? VictLine::Victoreen : VictLine::Straight;
+}
+
+double value(const QLineEdit* field)
+{
+    return field->text().toDouble();
+}
+
+} // namespace
+
+CalibCtrl::CalibCtrl(QWidget* parent)
+    : QFrame(parent)
+    , ui_(std::make_unique<Ui_CalibCtrl>())
+    , loadDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptOpen); }, this))
+    , saveDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptSave); }, this))
+{
+    ui_->setupUi(this);
+    fillCrystals();
+    ui_->SelectStd->setCaption(tr("Select Std."));
+    ui_->SelectStd->showUse(false);
+    setRunning(false);
+    connectForm();
+}
+
+CalibCtrl::~CalibCtrl() = default;
+
+QFileDialog* CalibCtrl::newDialog(QFileDialog::AcceptMode mode)
+{
+    auto* dialog = new EShiftMapDialog(this);
+    dialog->setAcceptMode(mode);
+    if (mode == QFileDialog::AcceptOpen)
+        dialog->setFileMode(QFileDialog::ExistingFile);
+    else
+        dialog->setDefaultSuffix(QStringLiteral("emp"));
+    return dialog;
+}
+
+void CalibCtrl::fillCrystals()
+{
+    for (const Crystal& crystal : crystals)
+        ui_->SelCrystal->addItem(QLatin1String(crystal.name), crystal.spacing);
+}
+
+void CalibCtrl::connectForm()
+{
+    connect(ui_->CalibTypeInnerP, &QRadioButton::toggled, ui_->InnerPCtrl, &QWidget::setEnabled);
+    connect(ui_->StdBGVictreen, &QRadioButton::toggled, this, &CalibCtrl::stdBGToggled);
+    connect(ui_->TargetBGVictreen, &QRadioButton::toggled, this,
+            &CalibCtrl::targetBackgroundChanged);
+    connect(ui_->SelectStd, &XafsFileSelect::newFile, this, &CalibCtrl::newFile);
+    connect(ui_->SelectStd, &XafsFileSelect::cleared, this, [this] { standard_ = XafsSpectrum(); });
+    connect(ui_->ExecCalib, &QPushButton::clicked, this, &CalibCtrl::execCalibration);
+    connect(ui_->ClearMap, &QPushButton::clicked, this, &CalibCtrl::clearMap);
+    connect(ui_->NES, &QPushButton::clicked, this, &CalibCtrl::normalizeEShift);
+    connect(ui_->LoadMap, &QPushButton::clicked, loadDialog_, &LateDialog::show);
+    connect(ui_->SaveMap, &QPushButton::clicked, saveDialog_, &LateDialog::show);
+    connect(loadDialog_, &LateDialog::fileSelected, this, &CalibCtrl::loadEMap);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &CalibCtrl::saveEMap);
+}
+
+QString CalibCtrl::stdFileName() const
+{
+    return ui_->SelectStd->fileName();
+}
+
+CalibConditions CalibCtrl::conditions(const SuggestElm& sElm) const
+{
+    CalibConditions c;
+    c.method =
+        ui_->CalibTypeInnerP->isChecked() ? CalibMethod::InnerProduct : CalibMethod::MidPoint;
+    c.range = value(ui_->DEw);
+    c.step = value(ui_->DEs);
+    c.minStep = value(ui_->MinDEs);
+    c.backgroundMode = targetBackgroundMode();
+    c.sElm = sElm;
+    return c;
+}
+
+int CalibCtrl::targetBackgroundMode() const
+{
+    return modeOf(ui_->TargetBGVictreen);
+}
+
+int CalibCtrl::stdBackgroundMode() const
+{
+    return modeOf(ui_->StdBGVictreen);
+}
+
+double CalibCtrl::crystalSpacing() const
+{
+    return ui_->SelCrystal->currentData().toDouble();
+}
+
+QString CalibCtrl::crystalName() const
+{
+    return ui_->SelCrystal->currentText();
+}
+
+double CalibCtrl::edgeEV() const
+{
+    return value(ui_->EdgeEeV);
+}
+
+bool CalibCtrl::checksSize() const
+{
+    return ui_->CheckSize->isChecked();
+}
+
+int CalibCtrl::xOffset() const
+{
+    return ui_->XOffset->text().toInt();
+}
+
+int CalibCtrl::yOffset() const
+{
+    return ui_->YOffset->text().toInt();
+}
+
+QVector<LateDialog*> CalibCtrl::dialogs() const
+{
+    return {ui_->SelectStd->dialog(), loadDialog_, saveDialog_};
+}
+
+void CalibCtrl::setType(int type)
+{
+    (type == 1 ? ui_->CalibTypeInnerP : ui_->CalibTypeDMidX)->setChecked(true);
+}
+
+void CalibCtrl::setInnerRange(double range, double step, double minStep)
+{
+    ui_->DEw->setText(fieldText(range));
+    ui_->DEs->setText(fieldText(step));
+    ui_->MinDEs->setText(fieldText(minStep));
+}
+
+void CalibCtrl::setCrystal(int index)
+{
+    if (index >= 0 && index < ui_->SelCrystal->count())
+        ui_->SelCrystal->setCurrentIndex(index);
+}
+
+void CalibCtrl::setCheckSize(bool f)
+{
+    ui_->CheckSize->setChecked(f);
+}
+
+void CalibCtrl::setTargetBackground(int mode)
+{
+    (mode == VictLine::Victoreen ? ui_->TargetBGVictreen : ui_->TargetBGSimple)->setChecked(true);
+}
+
+void CalibCtrl::setStdBackground(int mode)
+{
+    (mode == VictLine::Victoreen ? ui_->StdBGVictreen : ui_->StdBGSimple)->setChecked(true);
+}
+
+void CalibCtrl::showStatistics(const CalibStatistics& statistics)
+{
+    ui_->DEMin->setText(fieldText(statistics.min));
+    ui_->DEMax->setText(fieldText(statistics.max));
+    ui_->DEAvr->setText(fieldText(statistics.mean));
+    ui_->DESigma->setText(fieldText(statistics.sigma));
+}
+
+void CalibCtrl::showImageGeometry(const QSize& size, const QPoint& offset)
+{
+    ui_->Width->setText(QString::number(size.width()));
+    ui_->Height->setText(QString::number(size.height()));
+    ui_->XOffset->setText(QString::number(offset.x()));
+    ui_->YOffset->setText(QString::number(offset.y()));
+}
+
+void CalibCtrl::showMapFile(const QString& fname)
+{
+    ui_->EMPFileName->setText(fname);
+    ui_->EMPFileName->setToolTip(fname);
+}
+
+void CalibCtrl::setRunning(bool running)
+{
+    ui_->ExecCalib->setText(running ? tr("Stop Calib.") : tr("Exec Calib."));
+    ui_->ExecCalib->setToolTip(
+        running ? tr("Stop the calibration; the map keeps what is done")
+                : tr("Compare each block of the selected area with the standard"));
+}
+
+void CalibCtrl::newFile(const QString& fname)
+{
+    standard_ = XafsSpectrum();
+    if (!standard_.load(fname)) {
+        qDebug() << "Can't read standard file" << fname;
+        ui_->SelectStd->fileNameValid(false);
+        ui_->SelectStd->clear();
+        return;
+    }
+    ui_->SelectStd->fileNameValid(true);
+    standard_.mode = stdBackgroundMode();
+    standard_.normalizeIfData(standard_.mode);
+    ui_->EdgeEeV->setText(fieldText(standard_.midx));
+    Q_EMIT newStdFileLoaded();
+}
+
+void CalibCtrl::stdBGToggled(bool /*f*/)
+{
+    standard_.mode = stdBackgroundMode();
+    standard_.normalizeIfData(standard_.mode);
+}
+
+void CalibCtrl::loadStd(const QString& fname)
+{
+    ui_->SelectStd->load(fname);
+}
+
+void CalibCtrl::setEdgeEV(const QString& eV)
+{
+    ui_->EdgeEeV->setText(eV);
+}
+
+void CalibCtrl::loadEShiftMap(const QString& fname)
+{
+    Q_EMIT loadEMap(fname);
+}
+
+void CalibCtrl::progress(double p)
+{
+    ui_->Progress->setText(QStringLiteral("%1").arg(p, 5, 'f', 1));
+}

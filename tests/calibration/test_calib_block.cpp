@@ -1,0 +1,166 @@
+#include "calibration/CalibBlock.h"
+
+#include "ReferenceShapes.h"
+#include "maps/Analyzed2DRes.h"
+#include "support/LogCapture.h"
+
+#include <QtTest>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// The scan of a species that a pixel sees whose energies lie higher by `shift`.
+Spectrum scan(int species, double first, double step, int count, double shift)
+{
+    Spectrum s;
+    for (int i = 0; i < count; ++i) {
+        const double E = first + step * i;
+        s.append(E, referenceAbsorption(species, E - shift));
+    }
+    return s;
+}
+
+XafsSpectrum normalised(const Spectrum& s)
+{
+    return {s, "standard", VictLine::Straight, 0.0, SuggestElm()};
+}
+
+/// A standard from a file is finer than the images' scan and reaches beyond it.
+XafsSpectrum fineStandard(int species)
+{
+    return normalised(scan(species, 8928.0, 0.25, 521, 0.0));
+}
+
+struct Errors
+{
+    double worst = 0.0;
+    double rms = 0.0;
+};
+
+/// What the calibration makes of shifts planted evenly over 3 eV. [eV]
+Errors errorsOf(int species, double step, const XafsSpectrum& standard, CalibMethod method)
+{
+    CalibConditions conditions;
+    conditions.method = method;
+    constexpr int shifts = 231;
+    Errors errors;
+    double squares = 0.0;
+    for (int i = 0; i < shifts; ++i) {
+        const double planted = -1.5 + 0.013 * i;
+        const Spectrum block = scan(species, 8948.0, step, qRound(80.0 / step) + 1, planted);
+        const double error = blockShift(block, standard, conditions) - planted;
+        errors.worst = std::max(errors.worst, std::abs(error));
+        squares += error * error;
+    }
+    errors.rms = std::sqrt(squares / shifts);
+    return errors;
+}
+
+} // namespace
+
+/// The shift of a block against planted ones, and the statistics of a calibration.
+class TestCalibBlock : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void plantedShiftsComeBack_data()
+    {
+        QTest::addColumn<int>("species");
+        QTest::addColumn<double>("step");
+        for (const double step : {1.0, 0.4}) {
+            QTest::addRow("reduced, %g eV", step) << 0 << step;
+            QTest::addRow("metal, %g eV", step) << 1 << step;
+            QTest::addRow("oxide, %g eV", step) << 2 << step;
+        }
+    }
+
+    /// The search visits shifts 0.1 eV apart and counts from the mid points' difference. So where
+    /// that is off by half a step, as the oxide's is, a perfect product leaves 0.05 eV at each
+    /// position.
+    void plantedShiftsComeBack()
+    {
+        QFETCH(int, species);
+        QFETCH(double, step);
+        const auto product =
+            errorsOf(species, step, fineStandard(species), CalibMethod::InnerProduct);
+        QVERIFY2(product.worst <= 0.06, qPrintable(QString::number(product.worst)));
+        QVERIFY2(product.rms <= (species == 2 ? 0.05 : 0.035),
+                 qPrintable(QString::number(product.rms)));
+        // The smoothing before the mid point spans five points, so it compares like with like only
+        // for a standard that was scanned with the same step.
+        const XafsSpectrum standard = normalised(scan(species, 8948.0, step, 201, 0.0));
+        const auto middle = errorsOf(species, step, standard, CalibMethod::MidPoint);
+        QVERIFY2(middle.rms <= step / 3, qPrintable(QString::number(middle.rms)));
+    }
+
+    void anUnlikeStepBiasesTheMidPointAlone()
+    {
+        // The metal's edge is straight enough for the mid point of a finer standard.
+        QVERIFY(errorsOf(1, 1.0, fineStandard(1), CalibMethod::MidPoint).rms < 1.0 / 3);
+        const auto middle = errorsOf(0, 1.0, fineStandard(0), CalibMethod::MidPoint);
+        QVERIFY(middle.rms > 0.5 && middle.worst < 0.8);
+    }
+
+    void theShiftIsThatOfTheWholeSpectrum()
+    {
+        const XafsSpectrum standard = fineStandard(1);
+        for (const int mode : {VictLine::Straight, VictLine::Victoreen}) {
+            CalibConditions c;
+            c.backgroundMode = mode;
+            c.sElm.use = true;
+            c.sElm.edgeE += mode == VictLine::Victoreen ? 0.0 : 300.0; // a failed edge
+            const Spectrum raw = scan(0, 8948.0, 0.7, 110, 0.8);
+            const XafsSpectrum whole(raw, "whole", mode, 0.0, c.sElm);
+            QCOMPARE(blockShift(raw, standard, c), whole.midx - standard.midx);
+            c.method = CalibMethod::InnerProduct;
+            c.range = 12.0;
+            c.step = 0.5;
+            c.minStep = 0.01;
+            QCOMPARE(blockShift(raw, standard, c), whole.findBestShift(standard, 12.0, 0.5, 0.01));
+            c.minStep = 0.6;
+            QCOMPARE(blockShift(raw, standard, c), 0.0);
+        }
+        QCOMPARE(blockShift(Spectrum(), standard, {}), -standard.midx);
+        QCOMPARE(blockShift(standard, XafsSpectrum(), {}), standard.midx); // no standard loaded
+    }
+
+    void statisticsOfTheMap()
+    {
+        // Blocks of 3x3 in the area (1, 0)-(7, 9) of a map 9 wide and 7 high: two in a row, and the
+        // last row's centres lie outside, where the map reads as 0.
+        const AnalyzeCond walk(9, 7, 1, 1, QRectF(1, 0, 6, 9), -1, -1);
+        const double shifts[] = {1.5, qQNaN(), -2.5, 3.0, qInf(), 4.0};
+        Analyzed2DRes map("map");
+        map.prepare(walk);
+        CalibStatistics statistics;
+        AnalyzeCond at = walk;
+        for (const double shift : shifts) {
+            const double stored = statistics.take({at.cx, at.cy}, shift);
+            QCOMPARE(stored, std::isfinite(shift) ? shift : 0.0);
+            map.setData(at.cx, at.cy, 1, 1, stored);
+            at.next();
+        }
+        const LogCapture log;
+        statistics.close(walk, map);
+        QCOMPARE(statistics.count, 4);
+        QCOMPARE(QPointF(statistics.min, statistics.max), QPointF(-2.5, 4.0));
+        QCOMPARE(statistics.mean, 1.5);
+        QCOMPARE(statistics.sigma, std::sqrt((0.0 + 16.0 + 2.25 + 2.25) / 4));
+        QCOMPARE(log.linesWith("2 shifts are not finite"), 1);
+    }
+
+    void statisticsOfNothing()
+    {
+        const Analyzed2DRes map("map");
+        CalibStatistics statistics;
+        statistics.take({0, 0}, qQNaN());
+        statistics.close(AnalyzeCond(1, 1, 0, 0, QRectF(0, 0, 1, 1), -1, -1), map);
+        QVERIFY(statistics.count == 0 && std::isnan(statistics.mean));
+        QVERIFY(std::isnan(statistics.sigma) && std::isnan(statistics.min));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestCalibBlock)
+#include "test_calib_block.moc"
