@@ -10,11 +10,11 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMainWindow>
-#include <QMap>
 #include <QQueue>
 #include <QThread>
 
 #include <memory>
+#include <utility>
 
 class Analyzer;
 class BatchCtrl;
@@ -187,7 +187,7 @@ private:
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
-    QMap<QString, QWidget*> keptWindows();
+    QVector<std::pair<QString, QWidget*>> keptWindows();
     void saveWindows();
 
     // BodyMenu.cpp
