@@ -1,4 +1,5 @@
 #include "app/Body.h"
+#include "app/Translation.h"
 #include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
 #include "common/LogRelay.h"
@@ -12,14 +13,6 @@
 #include <QTranslator>
 
 namespace {
-
-/// Loads the Japanese texts of the interface; without them it stays in English.
-void installTranslation(QTranslator& translator)
-{
-    if (translator.load(QStringLiteral(":Morvenkite_ja_JP"), QCoreApplication::applicationDirPath(),
-                        QString(), QString()))
-        QCoreApplication::installTranslator(&translator);
-}
 
 QIcon programIcon()
 {

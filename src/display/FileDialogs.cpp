@@ -28,8 +28,7 @@ EShiftMapDialog::EShiftMapDialog(QWidget* parent)
     : FileDialog(parent)
 {
     setWindowTitle(tr("Energy Shift Map"));
-    setNameFilters(
-        {QStringLiteral("Energy Shift Map File (*.emp)"), QStringLiteral("Any Files (* *.*)")});
+    setNameFilters({tr("Energy Shift Map File (*.emp)"), tr("Any Files (* *.*)")});
 }
 
 LateDialog::LateDialog(std::function<QFileDialog*()> make, QObject* parent)

@@ -33,9 +33,8 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
     connect(ui_->Setup, &QPushButton::clicked, eofSetup_, &QWidget::show);
     connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);
-    connect(eofSetup_, &EOFSetup::unitChanged, this, [this](const QString& unit) {
-        ui_->XAxis->setText(QStringLiteral("X ax.: %1").arg(unit));
-    });
+    connect(eofSetup_, &EOFSetup::unitChanged, this,
+            [this](const QString& unit) { ui_->XAxis->setText(tr("X ax.: %1").arg(unit)); });
     using Setup = SelectDataFilesAdditionalSetup;
     connect(addSetup_, &Setup::setDarkArea, this, &SelectDataFiles::setDarkArea);
     connect(addSetup_, &Setup::updateDarkArea, this, &SelectDataFiles::updateDarkArea);

@@ -84,6 +84,8 @@ private Q_SLOTS:
         };
         checkRows(extend, {"/d/a.txt|/d/a.txt|/d/a.txt", "/d.x/a|/d.x/a|/d.x/a.dat",
                            "/d/a.|/d/a|/d/a.dat", "||"});
+        for (const char* name : {"d.x/a", "d.x/a.", "d.x/a.txt"})
+            QCOMPARE(withReplacedExtension(name, "dat"), QString("d.x/a.dat"));
         QCOMPARE(withExtension("a", "dat"), QDir::currentPath() + "/a.dat");
     }
 
