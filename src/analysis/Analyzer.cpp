@@ -50,6 +50,7 @@ Analyzer::Analyzer(QWidget* parent)
     , proc_(std::make_unique<AnalyzeProc>())
 {
     ui_->setupUi(this);
+    view_->setObjectName(QStringLiteral("AnalyzerView"));
     view_->setWindowTitle(tr("Analyzing Spectrum"));
     view_->setOthers({ViewCurve()});
     showFitCurve(false);

@@ -248,6 +248,7 @@ void Body::setupSpectrumViews()
 {
     xafsView_ = newSpectrumWindow(QStringLiteral("XafsView"), tr("Spectrum at the position"));
     connect(ui_->ShowXafsView, &QPushButton::clicked, xafsView_, &QWidget::show);
+    xafsView_->show();
     bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
     connect(ui_->ShowBG, &QPushButton::clicked, bgView_, &QWidget::show);
 

@@ -232,6 +232,7 @@ void Body::sliderMoved(int idx)
 
 void Body::seekImage(int imgNo)
 {
+    shownStack().row->select(imgNo);
     showData(imgNo);
 }
 

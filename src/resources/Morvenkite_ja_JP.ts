@@ -182,6 +182,38 @@
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
     </message>
+    <message>
+        <source>Batch commands, one a line</source>
+        <translation>バッチコマンド (1 行に 1 つ)</translation>
+    </message>
+    <message>
+        <source>Lines as they are run, and their faults</source>
+        <translation>実行した行とエラー</translation>
+    </message>
+    <message>
+        <source>Open a batch file</source>
+        <translation>バッチファイルを開く</translation>
+    </message>
+    <message>
+        <source>Save the commands as a batch file</source>
+        <translation>コマンドをバッチファイルに保存する</translation>
+    </message>
+    <message>
+        <source>Empty the log</source>
+        <translation>ログを空にする</translation>
+    </message>
+    <message>
+        <source>Empty the commands</source>
+        <translation>コマンドを空にする</translation>
+    </message>
+    <message>
+        <source>Run the commands</source>
+        <translation>コマンドを実行する</translation>
+    </message>
+    <message>
+        <source>Stop the run after the current command</source>
+        <translation>現在のコマンドの後で実行を停止する</translation>
+    </message>
 </context>
 <context>
     <name>Body</name>
@@ -1266,6 +1298,14 @@
     <message>
         <source>The values of a row of positions on one line</source>
         <translation>横 1 列の位置の値を 1 行に書く</translation>
+    </message>
+    <message>
+        <source>Values separated by a comma</source>
+        <translation>値をコンマで区切る</translation>
+    </message>
+    <message>
+        <source>Values separated by a blank</source>
+        <translation>値を空白で区切る</translation>
     </message>
 </context>
 <context>
