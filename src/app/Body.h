@@ -198,7 +198,8 @@ private:
     void setupAnalyzer();
     XafsView* newSpectrumWindow(const QString& name, const QString& title);
     void setupSpectrumViews();
-    LateDialog* newSaveDialog(const QStringList& filters, void (Body::*save)(const QString& fname));
+    LateDialog* newSaveDialog(const QStringList& filters, const QString& suffix,
+                              void (Body::*save)(const QString& fname));
     void setupSaving();
     void setupDark();
     void disableMissingWindows();

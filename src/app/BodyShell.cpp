@@ -8,6 +8,7 @@
 #include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/XafsView.h"
 #include "ui_Body.h"
 
 #include <QMap>
@@ -45,7 +46,8 @@ QVector<std::pair<QString, QWidget*>> Body::keptWindows()
 {
     QVector<std::pair<QString, QWidget*>> kept{{QStringLiteral("Body"), this}};
     QMap<QString, int> numbers;
-    for (QWidget* window : qAsConst(windows_)) {
+    const QVector<QWidget*> others = windows_ + QVector<QWidget*>{analyzer_->view()};
+    for (QWidget* window : others) {
         // Two windows of one class differ by their order in the list, which is always the same.
         const QString name = window->objectName();
         const int number = ++numbers[name];
