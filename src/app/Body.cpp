@@ -289,14 +289,15 @@ void Body::setupAnalyzer()
 }
 
 /// A dialog for files to be saved; without filters its user sets them.
-LateDialog* Body::newSaveDialog(const QStringList& filters,
+LateDialog* Body::newSaveDialog(const QStringList& filters, const QString& suffix,
                                 void (Body::*save)(const QString& fname))
 {
-    const auto make = [this, filters] {
+    const auto make = [this, filters, suffix] {
         auto* dialog = new FileDialog(this);
         dialog->setAcceptMode(QFileDialog::AcceptSave);
         if (!filters.isEmpty())
             dialog->setNameFilters(filters);
+        dialog->setDefaultSuffix(suffix);
         return dialog;
     };
     auto* dialog = new LateDialog(make, this);
@@ -309,12 +310,13 @@ void Body::setupSaving()
 {
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
-    saveDataDialog_ = newSaveDialog({}, &Body::saveData);
+    saveDataDialog_ = newSaveDialog({}, {}, &Body::saveData);
     const QStringList pictures = {tr("Image File (*.png)"), tr("Any Files (* *.*)")};
-    connect(ui_->SaveImage, &QPushButton::clicked, newSaveDialog(pictures, &Body::saveImage),
+    const QString png = QStringLiteral("png"); // a picture's format is told by its name
+    connect(ui_->SaveImage, &QPushButton::clicked, newSaveDialog(pictures, png, &Body::saveImage),
             &LateDialog::show);
     connect(ui_->SaveAllImages, &QPushButton::clicked,
-            newSaveDialog(pictures, &Body::saveAllImages), &LateDialog::show);
+            newSaveDialog(pictures, png, &Body::saveAllImages), &LateDialog::show);
     connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
     connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);

@@ -12,11 +12,11 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMainWindow>
-#include <QMap>
 #include <QQueue>
 #include <QThread>
 
 #include <memory>
+#include <utility>
 
 class Analyzer;
 class BatchCtrl;
@@ -227,7 +227,8 @@ private:
     void setupAnalyzer();
     XafsView* newSpectrumWindow(const QString& name, const QString& title);
     void setupSpectrumViews();
-    LateDialog* newSaveDialog(const QStringList& filters, void (Body::*save)(const QString& fname));
+    LateDialog* newSaveDialog(const QStringList& filters, const QString& suffix,
+                              void (Body::*save)(const QString& fname));
     void setupSaving();
     void setupDark();
     void disableMissingWindows();
@@ -239,7 +240,7 @@ private:
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
-    QMap<QString, QWidget*> keptWindows();
+    QVector<std::pair<QString, QWidget*>> keptWindows();
     void saveWindows();
 
     // BodyMenu.cpp

@@ -8,6 +8,7 @@
 #include "common/WindowState.h"
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
+#include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
@@ -131,7 +132,9 @@ void Body::setupMenuBar()
     // A click on the image takes the keys away from a field that has them.
     ui_->dispA->setFocusPolicy(Qt::ClickFocus);
 
-    const std::pair<QPushButton*, QWidget*> openers[] = {{ui_->ShowAnalyzer, analyzer_},
+    const std::pair<QPushButton*, QWidget*> openers[] = {{ui_->ShowXafsView, xafsView_},
+                                                         {ui_->ShowBG, bgView_},
+                                                         {ui_->ShowAnalyzer, analyzer_},
                                                          {ui_->BatchCtrlB, batchCtrl_},
                                                          {ui_->SaveDataConfig, saveDataCfg_}};
     for (const auto& [button, window] : openers)

@@ -11,6 +11,7 @@
 #include "display/XafsView.h"
 #include "ui_Body.h"
 
+#include <QMap>
 #include <QStatusBar>
 
 namespace {
@@ -39,17 +40,18 @@ void Body::setupShell()
             [this](const QStringList& files) { selectedDark(files.first()); });
 }
 
-/// The windows whose place is kept, by the names of their groups in the store.
-QMap<QString, QWidget*> Body::keptWindows()
+/// The windows whose place is kept, by the names of their groups in the store; the main one first,
+/// so that it does not come up over the others.
+QVector<std::pair<QString, QWidget*>> Body::keptWindows()
 {
-    QMap<QString, QWidget*> kept{{QStringLiteral("Body"), this},
-                                 {QStringLiteral("AnalyzerView"), analyzer_->view()}};
-    for (QWidget* window : qAsConst(windows_)) {
-        // Two windows of one class differ by their place in the list, which is always the same.
-        QString name = window->objectName();
-        while (kept.contains(name))
-            name += QLatin1Char('+');
-        kept.insert(name, window);
+    QVector<std::pair<QString, QWidget*>> kept{{QStringLiteral("Body"), this}};
+    QMap<QString, int> numbers;
+    const QVector<QWidget*> others = windows_ + QVector<QWidget*>{analyzer_->view()};
+    for (QWidget* window : others) {
+        // Two windows of one class differ by their order in the list, which is always the same.
+        const QString name = window->objectName();
+        const int number = ++numbers[name];
+        kept.append({number == 1 ? name : name + QString::number(number), window});
     }
     return kept;
 }
@@ -57,11 +59,10 @@ QMap<QString, QWidget*> Body::keptWindows()
 void Body::restoreWindows()
 {
     keepsWindows_ = true;
-    const QMap<QString, QWidget*> kept = keptWindows();
-    for (auto it = kept.cbegin(); it != kept.cend(); ++it) {
+    for (const auto& [group, window] : keptWindows()) {
         bool popUp = false; // no window has such a mode
-        if (isWindowStateStored(it.key()))
-            loadWindowState(it.value(), it.key(), &popUp);
+        if (isWindowStateStored(group))
+            loadWindowState(window, group, &popUp);
     }
 }
 
@@ -71,9 +72,11 @@ void Body::saveWindows()
     if (!keepsWindows_)
         return;
     keepsWindows_ = false;
-    const QMap<QString, QWidget*> kept = keptWindows();
-    for (auto it = kept.cbegin(); it != kept.cend(); ++it)
-        saveWindowState(it.value(), it.key(), true);
+    for (const auto& [group, window] : keptWindows()) {
+        // A window that was never shown has no place yet.
+        if (window->windowHandle())
+            saveWindowState(window, group, true);
+    }
 }
 
 void Body::setupMessages()

@@ -98,5 +98,5 @@ GesturesHelp::GesturesHelp(const QList<QAction*>& actions, QWidget* parent)
     auto* column = new QVBoxLayout(this);
     column->addWidget(table);
     column->addWidget(buttons);
-    resize(660, 580);
+    resize(660, 540);
 }

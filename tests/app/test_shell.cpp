@@ -4,6 +4,7 @@
 #include "app/ProgressSum.h"
 #include "batch/BatchCtrl.h"
 #include "common/LogRelay.h"
+#include "common/WindowState.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
 #include "selection/SelectDataFiles.h"
@@ -283,6 +284,7 @@ private Q_SLOTS:
         QVERIFY(!second.batchCtrl()->isVisible());
         second.restoreWindows();
         QVERIFY(second.batchCtrl()->isVisible() && !second.analyzer()->isVisible());
+        QVERIFY(!isWindowStateStored("Analyzer"));
         QCOMPARE(second.batchCtrl()->geometry(), place);
     }
 

@@ -23,6 +23,7 @@ class TestViewer : public QObject
 private Q_SLOTS:
     void init()
     {
+        body_.reset(); // its windows have the same names as those of the next
         body_ = std::make_unique<DrivenBody>();
         area_ = body_->findChild<ImgDispA*>("dispA");
         view_ = window<XafsView>("XafsView");
