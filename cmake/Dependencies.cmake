@@ -1,5 +1,6 @@
-# What the program stands on: Qt 5 (Core, Gui, Widgets; Test for the tests), libtiff and FFTW 3.
-find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets Test)
+# What the program stands on: Qt 5 (Core, Gui, Widgets; LinguistTools for the translation, Test for
+# the tests), libtiff and FFTW 3.
+find_package(Qt5 5.15 REQUIRED COMPONENTS Core Gui Widgets LinguistTools Test)
 find_package(TIFF REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(Threads REQUIRED)

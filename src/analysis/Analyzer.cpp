@@ -2,9 +2,11 @@
 
 #include "analysis/LCFReference.h"
 #include "common/FieldText.h"
+#include "display/XafsView.h"
 #include "ui_Analyzer.h"
 
 #include <QButtonGroup>
+#include <QCloseEvent>
 #include <QDebug>
 #include <QScrollBar>
 
@@ -24,6 +26,8 @@ enum MapKind
     RatioKind = 1
 };
 
+constexpr QRgb fitColour = qRgb(255, 0, 255);
+
 double value(const QLineEdit* field)
 {
     return field->text().toDouble();
@@ -39,12 +43,17 @@ void setValue(QLineEdit* field, double v)
 Analyzer::Analyzer(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_Analyzer>())
+    , view_(std::make_unique<XafsView>())
     , zansaMap_(QStringLiteral("a2d Zansa"))
     , dEdgeMap_(QStringLiteral("a2d dEdge"))
     , refGroup_(new QButtonGroup(this))
     , proc_(std::make_unique<AnalyzeProc>())
 {
     ui_->setupUi(this);
+    view_->setObjectName(QStringLiteral("AnalyzerView"));
+    view_->setWindowTitle(tr("Analyzing Spectrum"));
+    view_->setOthers({ViewCurve()});
+    showFitCurve(false);
     for (int i = 0; i < rowsAtStart; ++i)
         addNewRef();
     // Rows scroll up and down only, so they must fit in width.
@@ -65,8 +74,21 @@ Analyzer::~Analyzer()
     thread_.wait();
 }
 
+void Analyzer::show()
+{
+    QFrame::show();
+    view_->show();
+}
+
+void Analyzer::closeEvent(QCloseEvent* event)
+{
+    view_->close();
+    QFrame::closeEvent(event);
+}
+
 void Analyzer::connectForm()
 {
+    connect(ui_->ShowView, &QPushButton::clicked, view_.get(), &QWidget::show);
     connect(ui_->AddRef, &QPushButton::clicked, this, &Analyzer::addNewRef);
     connect(ui_->AskAnalyze, &QPushButton::clicked, this, &Analyzer::askAnalyze);
     connect(refGroup_, &QButtonGroup::idClicked, this, &Analyzer::selectedNewRef);
@@ -94,6 +116,7 @@ void Analyzer::addNewRef()
     ui_->RefRows->addWidget(row);
     refs_.append(row);
     refGroup_->addButton(row->showButton(), refs_.size() - 1);
+    addReferenceCurve();
     // Straight into the records: an empty map needs no picture.
     for (int kind = 0; kind < LCFReference::mapKinds; ++kind) {
         Analyzed2DRes* const map = row->map(kind);
@@ -104,6 +127,27 @@ void Analyzer::addNewRef()
     }
     connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
     connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
+}
+
+/// Gives the last row its place in the view, in front of the fit.
+void Analyzer::addReferenceCurve()
+{
+    const int row = refs_.size() - 1;
+    QVector<ViewCurve> curves = view_->others();
+    curves.insert(row, ViewCurve());
+    view_->setOthers(curves);
+    showReference(row);
+    connect(refs_.at(row), &LCFReference::changed, this, [this, row] { showReference(row); });
+}
+
+void Analyzer::showReference(int row)
+{
+    view_->setOther(row, {refs_.at(row)->spectrum(), refs_.at(row)->isUsed(), {}});
+}
+
+void Analyzer::showFitCurve(bool f)
+{
+    view_->setOther(refs_.size(), {fitResult_, f, QPen(QColor(fitColour), 2)});
 }
 
 QVector<int> Analyzer::activeRows() const
@@ -207,6 +251,9 @@ void Analyzer::analyzeInWalk(const AnalysisRequest& request, const SuggestElm& s
 void Analyzer::analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
 {
     spectrum_ = s;
+    view_->setSpectrum(spectrum_);
+    if (!walkAnalysisSelected())
+        showFitCurve(false);
     analyzeSpectrum(spectrum_, sElm);
 }
 
@@ -228,8 +275,11 @@ void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
 
 void Analyzer::showFit(const LcfResult& result)
 {
-    if (!result.fitted)
+    // The curve of an earlier spectrum must not stay with one that could not be fitted.
+    if (!result.fitted) {
+        showFitCurve(false);
         return;
+    }
     for (int k = 0; k < result.activeRows.size(); ++k) {
         LCFReference* const row = refs_.at(result.activeRows.at(k));
         row->setWeight(result.ratios.at(k));
@@ -237,6 +287,17 @@ void Analyzer::showFit(const LcfResult& result)
     }
     if (result.fit)
         fitResult_ = *result.fit;
+    showFitCurve(true);
+}
+
+void Analyzer::setNormalize(bool f)
+{
+    view_->setNormalize(f);
+}
+
+void Analyzer::setEnergyCorrection(bool f)
+{
+    view_->setEnergyCorrection(f);
 }
 
 void Analyzer::setContAccess(bool f)
@@ -248,6 +309,7 @@ void Analyzer::setContAccess(bool f)
 void Analyzer::setProgress(double perCent)
 {
     ui_->Progress->setText(QString::asprintf("%5.2f", perCent));
+    Q_EMIT progressChanged(perCent);
 }
 
 void Analyzer::noticedNewZ(double z)

@@ -11,6 +11,7 @@
 class LCFReference;
 class QButtonGroup;
 class Ui_Analyzer;
+class XafsView;
 
 /// The analysis panel: the reference rows, the conditions of the analyses, the choice of the map
 /// that the image view shows, and the analysis worker with its thread.
@@ -57,10 +58,18 @@ public:
     /// Adds the panel's conditions to a request of a walk and sends it.
     void analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm);
 
+    /// The window of the spectrum that is analysed: with it the references in use, in the order of
+    /// their rows, and behind them the fit. It is closed and deleted with the panel.
+    XafsView* view() const { return view_.get(); }
     /// Curve of the last single fit.
     const XafsSpectrum& fitResult() const { return fitResult_; }
 
 public Q_SLOTS:
+    /// Shows the panel and the view.
+    void show();
+    /// Check the boxes of the view.
+    void setNormalize(bool f);
+    void setEnergyCorrection(bool f);
     void addNewRef();
     void selectedNewRef(int i);
     /// Paints all maps by the fixed scales (f) or by the range of their values.
@@ -90,12 +99,16 @@ Q_SIGNALS:
     void askAnalyze();
     void analyzeSpectrum0(const AnalysisRequest& request);
     void contAccessChanged(bool f);
+    void progressChanged(double perCent);
     /// A request was answered.
     void finished(const AnalysisResult& result);
     /// Another map is to be shown, or the shown one looks different.
     void changedSelection();
     /// Scale of the shown map, for the colour bar.
     void scaleShown(double min, double max);
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
 
 private:
     Q_DISABLE_COPY(Analyzer)
@@ -104,6 +117,9 @@ private:
     void startWorker();
     void analyzeSpectrumFinished(const AnalysisResult& result);
     void showFit(const LcfResult& result);
+    void showFitCurve(bool f);
+    void showReference(int row);
+    void addReferenceCurve();
     void tellScaleOfSelected();
     /// The scale that the fields give to maps of a kind.
     Analyzed2DRes::Scale scaleOfKind(int kind) const;
@@ -111,6 +127,7 @@ private:
     void forEachMap(Action action);
 
     const std::unique_ptr<Ui_Analyzer> ui_;
+    const std::unique_ptr<XafsView> view_; ///< a window of its own
     Analyzed2DRes zansaMap_;
     Analyzed2DRes dEdgeMap_;
     QVector<LCFReference*> refs_; ///< children of the form

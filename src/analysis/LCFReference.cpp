@@ -90,28 +90,33 @@ void LCFReference::newFile(const QString& fname)
     normalize();
     ui_->DMut->setText(fieldText(spectrum_.dMut));
     ui_->MidE->setText(fieldText(spectrum_.midx));
+    Q_EMIT changed();
     Q_EMIT newFileSelected();
 }
 
 void LCFReference::clearedFile()
 {
     forgetSpectrum();
+    Q_EMIT changed();
 }
 
 void LCFReference::changedUse(bool f)
 {
     spectrum_.isMute = f ? 1 : 0;
+    Q_EMIT changed();
 }
 
 void LCFReference::editedDeltaE()
 {
     applyShift(ui_->DeltaE->text().toDouble());
+    Q_EMIT changed();
     Q_EMIT newDeltaE();
 }
 
 void LCFReference::toggledIsVictreen(bool /*f*/)
 {
     normalize();
+    Q_EMIT changed();
 }
 
 void LCFReference::setStd(bool use, double dE, const QString& fname, const QString& isVic)
@@ -123,6 +128,7 @@ void LCFReference::setStd(bool use, double dE, const QString& fname, const QStri
     ui_->XFS->setUse(use);
     ui_->DeltaE->setText(fieldText(dE));
     applyShift(dE);
+    Q_EMIT changed();
     Q_EMIT newDeltaE();
 }
 

@@ -55,6 +55,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     void newFileSelected();
     void newDeltaE();
+    /// The spectrum, its shift or its use is another.
+    void changed();
 
 private:
     Q_DISABLE_COPY(LCFReference)

@@ -10,6 +10,7 @@
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
+#include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "spectrum/ElementTable.h"
@@ -18,7 +19,6 @@
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QDebug>
-#include <QFileDialog>
 
 namespace {
 
@@ -70,8 +70,10 @@ Body::Body(QWidget* parent)
     setupDark();
     setupImageView();
     setupAnalyzer();
+    setupSpectrumViews();
     setupSaving();
     disableMissingWindows();
+    setupShell();
     loadDefaultErrPoints();
     refreshEdgeEnergy();
     startConfigBatch();
@@ -89,6 +91,9 @@ Body::~Body()
     }
     // Images on their way in a queued signal would have no owner otherwise.
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+    // A field that loses its focus with the window says so to slots whose objects are gone by then.
+    for (QObject* child : findChildren<QObject*>())
+        child->disconnect(this);
     qDeleteAll(windows_);
     deleteStack(i1Stack_);
     deleteStack(i0Stack_);
@@ -97,6 +102,7 @@ Body::~Body()
 
 void Body::closeEvent(QCloseEvent* event)
 {
+    saveWindows();
     closing_ = true;
     i1Loader_->requestStop();
     i0Loader_->requestStop();
@@ -116,7 +122,7 @@ void Body::setupBatch()
     batchCtrl_ = new BatchCtrl;
     windows_.append(batchCtrl_);
     batchCtrl_->setDispatcher(dispatcher_.get());
-    for (QFileDialog* dialog : batchCtrl_->dialogs())
+    for (LateDialog* dialog : batchCtrl_->dialogs())
         dataDialogs_->add(dialog);
     connect(ui_->BatchCtrlB, &QPushButton::clicked, batchCtrl_, &QWidget::show);
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
@@ -136,8 +142,8 @@ void Body::startLoader(QThread& thread, LoadTiff& loader)
 
 void Body::setupStacks()
 {
-    i1_.row->setCaption(QStringLiteral("I1 Data"));
-    i0_.row->setCaption(QStringLiteral("I0 Data"));
+    i1_.row->setCaption(tr("I1 Data"));
+    i0_.row->setCaption(tr("I0 Data"));
     i1Loader_ = std::make_unique<LoadTiff>();
     i0Loader_ = std::make_unique<LoadTiff>();
     connect(this, &Body::loadI1Files, i1Loader_.get(), &LoadTiff::loadTiffs);
@@ -172,10 +178,10 @@ void Body::setupDark()
     connect(i1_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI1DarkArea);
     connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
 
-    selectImgDialog_ = new SelectImgDialog(this);
+    selectImgDialog_ = new LateDialog([this] { return new SelectImgDialog(this); }, this);
     dataDialogs_->add(selectImgDialog_);
-    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &QWidget::show);
-    connect(selectImgDialog_, &QFileDialog::fileSelected, this, &Body::selectedDark);
+    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &LateDialog::show);
+    connect(selectImgDialog_, &LateDialog::fileSelected, this, &Body::selectedDark);
     connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
 
     for (XafsFileSelect* row : {ui_->SelectBG, ui_->TotalI0ofI1XAFS, ui_->TotalI0ofI0XAFS}) {
@@ -186,8 +192,10 @@ void Body::setupDark()
     connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
     connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
     connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI0File);
-    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this,
-            [this] { totalI0ofI1_ = XafsSpectrum(); });
+    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this, [this] {
+        totalI0ofI1_ = XafsSpectrum();
+        refreshCursor();
+    });
     connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::cleared, this,
             [this] { totalI0ofI0_ = XafsSpectrum(); });
 }
@@ -203,7 +211,7 @@ void Body::setupImageView()
         imgSelect_->addButton(button, id);
         connect(button, &QPushButton::toggled, this, &Body::dispImgSelected);
     }
-    ui_->CBarAll->setText(QStringLiteral("Set All"));
+    ui_->CBarAll->setText(tr("Set All"));
     connect(ui_->CBarAll, &QPushButton::clicked, this, &Body::cBarUpdated);
     connect(ui_->CBar, &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
     connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
@@ -219,12 +227,47 @@ void Body::setupImageView()
     connect(ui_->ResetScale, &QPushButton::clicked, ui_->dispA, &ImgDispA::resetImageViewWindow);
     ui_->HCross->setVertical(false);
     ui_->VCross->setVertical(true);
+    connect(ui_->dispA, &ImgDispA::mouseMoved, this,
+            qOverload<double, double>(&Body::showXafsSpectrum));
+    connect(ui_->dispA, &DispA::drawImage2, this, &Body::draw);
+    connect(ui_->dispA, &DispA::mouseMoved0, this, &Body::onMouseMovedInDispA);
+}
+
+/// A new window of the spectrum view's kind.
+XafsView* Body::newSpectrumWindow(const QString& name, const QString& title)
+{
+    auto* view = new XafsView;
+    view->setObjectName(name);
+    view->setWindowTitle(title);
+    windows_.append(view);
+    dataDialogs_->add(view->saveDialog());
+    return view;
+}
+
+void Body::setupSpectrumViews()
+{
+    xafsView_ = newSpectrumWindow(QStringLiteral("XafsView"), tr("Spectrum at the position"));
+    connect(ui_->ShowXafsView, &QPushButton::clicked, xafsView_, &QWidget::show);
+    xafsView_->show();
+    bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
+    connect(ui_->ShowBG, &QPushButton::clicked, bgView_, &QWidget::show);
+
+    // What a block spectrum is formed and normalised by.
+    for (const QLineEdit* field :
+         {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS, ui_->ThJumpSigma, ui_->SuggestingElm,
+          ui_->SuggestingEeV, ui_->DarkExpTime})
+        connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
+    for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm})
+        connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
+    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
+            &Body::refreshCursor);
 }
 
 void Body::setupAnalyzer()
 {
     analyzer_ = new Analyzer;
     windows_.append(analyzer_);
+    dataDialogs_->add(analyzer_->view()->saveDialog());
     connect(ui_->ShowAnalyzer, &QPushButton::clicked, analyzer_, &Analyzer::show);
     connect(analyzer_, &Analyzer::askAnalyze, this, &Body::start2DAnalysis);
     connect(analyzer_, &Analyzer::finished, this, &Body::analyzeASpectrumFinished);
@@ -243,15 +286,34 @@ void Body::setupAnalyzer()
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
 }
 
+/// A dialog for files to be saved; without filters its user sets them.
+LateDialog* Body::newSaveDialog(const QStringList& filters,
+                                void (Body::*save)(const QString& fname))
+{
+    const auto make = [this, filters] {
+        auto* dialog = new FileDialog(this);
+        dialog->setAcceptMode(QFileDialog::AcceptSave);
+        if (!filters.isEmpty())
+            dialog->setNameFilters(filters);
+        return dialog;
+    };
+    auto* dialog = new LateDialog(make, this);
+    dataDialogs_->add(dialog);
+    connect(dialog, &LateDialog::fileSelected, this, save);
+    return dialog;
+}
+
 void Body::setupSaving()
 {
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
-    saveDataDialog_ = new FileDialog(this);
-    saveDataDialog_->setAcceptMode(QFileDialog::AcceptSave);
-    saveDataDialog_->setDirectory(DataRoot);
-    dataDialogs_->add(saveDataDialog_);
-    connect(saveDataDialog_, &QFileDialog::fileSelected, this, &Body::saveData);
+    saveDataDialog_ = newSaveDialog({}, &Body::saveData);
+    const QStringList pictures = {tr("Image File (*.png)"), tr("Any Files (* *.*)")};
+    connect(ui_->SaveImage, &QPushButton::clicked, newSaveDialog(pictures, &Body::saveImage),
+            &LateDialog::show);
+    connect(ui_->SaveAllImages, &QPushButton::clicked,
+            newSaveDialog(pictures, &Body::saveAllImages), &LateDialog::show);
+    connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
     connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);
 }
@@ -259,10 +321,8 @@ void Body::setupSaving()
 /// Buttons of windows and exports that this version does not have yet.
 void Body::disableMissingWindows()
 {
-    QWidget* const missing[] = {ui_->ShowXafsView,  ui_->OpenCalibCtrl, ui_->ShowImgProc,
-                                ui_->ShowAnalyzer2, ui_->ShowBG,        ui_->FourierA,
-                                ui_->SaveImage,     ui_->SaveAllImages, ui_->SaveFlatDark,
-                                ui_->SaveProcPage};
+    QWidget* const missing[] = {ui_->OpenCalibCtrl, ui_->ShowImgProc, ui_->ShowAnalyzer2,
+                                ui_->FourierA, ui_->SaveProcPage};
     for (QWidget* widget : missing)
         widget->setEnabled(false);
     ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);

@@ -10,6 +10,7 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMainWindow>
+#include <QMap>
 #include <QQueue>
 #include <QThread>
 
@@ -19,13 +20,17 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class FDGroup;
+class LateDialog;
+class Messages;
+class ProgressSum;
 class QButtonGroup;
-class QFileDialog;
+class QMenu;
 class SaveDataCfg;
 class SelectDataFiles;
-class SelectImgDialog;
 class Ui_Body;
 class XafsFileSelect;
+class XafsView;
+struct SectionSource;
 
 /// The main window: owner of all data (stacks, dark image, maps) and conductor of all other parts.
 /// Panels hold settings and results of their own and talk to it through signals. A slot reads its
@@ -35,14 +40,19 @@ class XafsFileSelect;
 /// their results come in as queued signals, by value.
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
-/// browsing, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
-/// BodySave.cpp output, BodyCommands.cpp batch commands.
+/// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyDark.cpp dark, background and
+/// total I0, BodyAnalysis.cpp the walk over the map, BodySave.cpp output, BodyCommands.cpp batch
+/// commands, BodyMenu.cpp menus and keys, BodyShell.cpp what else surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
 public:
     explicit Body(QWidget* parent = nullptr);
     ~Body() override;
+
+    /// Brings the windows to where they stood when a session that called this was closed, shown or
+    /// hidden as they were; at the end of this one that is kept anew.
+    void restoreWindows();
 
     BatchCtrl* batchCtrl() const { return batchCtrl_; }
     const TiffStack& i1Stack() const { return i1Stack_; }
@@ -56,6 +66,12 @@ public:
     Spectrum rawXafsOfBox(int x1, int y1, int x2, int y2) const;
     /// (energy, sum of I1 over the block), without dark or I0.
     Spectrum rawI1At(int x, int y, int halfX, int halfY) const;
+
+    /// Sections of the current image of I1 (useI1, as absorption with the I0 stack) or of I0 (plain
+    /// sums), with blocks of half widths hw, vw: along row y, points (x, value), and along column
+    /// x, points (height - y, value). Empty without an image.
+    Spectrum hCrossAt(int y, int hw, int vw, bool useI1) const;
+    Spectrum vCrossAt(int x, int hw, int vw, bool useI1) const;
 
     /// The form's conditions of a block spectrum.
     BlockConditions blockConditions(int halfX, int halfY) const;
@@ -79,9 +95,13 @@ public Q_SLOTS:
     void prev();
     void next();
     void sliderMoved(int idx);
+    void draw(QPainter* p);
+    void showXafsSpectrum(double x, double y);
+    void showXafsSpectrum();
     bool askAnalyzeCond(AnalyzeCond& ac) const;
     void cBarUpdating();
     void cBarUpdated();
+    void onMouseMovedInDispA();
     void loadedI1(TiffData* image, int fNo);
     void loadedI0(TiffData* image, int fNo);
     void start2DAnalysis();
@@ -92,10 +112,18 @@ public Q_SLOTS:
     void selectedNewRef();
     void setupResAnalysisImage();
     void seekImage(int imgNo);
+    /// Saves the part of the image or map in view, and the colour bar beside it.
+    void saveImage(const QString& fname);
+    /// saveImage() under the name with "-" and num in front of its extension.
+    void saveImageWNum(const QString& fname, const QString& num);
+    /// Saves each kind of map of the row that is shown, under "name-row-kind".
+    void saveAllImages(const QString& fname);
     void showSaveDataDialog();
     void saveData(const QString& fname);
     void saveDataAsTiff(const QString& fname, int ext);
     void saveDataAsText(const QString& fname, int ext);
+    /// Writes flat.dat (ones) and dark.dat (zeros) of the image size to the working directory.
+    void saveFlatDark();
     void execCmdSlot(const CmdLine& cmd, bool inRem);
     void deglitch();
     void showAnalyzedVals();
@@ -128,6 +156,8 @@ protected:
 private:
     struct Commands;
     friend struct Commands;
+    struct MenuEntry;
+    struct MenuTable;
 
     /// One of the two stacks with all that belongs to it.
     struct Stack
@@ -166,14 +196,35 @@ private:
     void setupStacks();
     void setupImageView();
     void setupAnalyzer();
+    XafsView* newSpectrumWindow(const QString& name, const QString& title);
+    void setupSpectrumViews();
+    LateDialog* newSaveDialog(const QStringList& filters, void (Body::*save)(const QString& fname));
     void setupSaving();
     void setupDark();
     void disableMissingWindows();
     void startConfigBatch();
     void startLoader(QThread& thread, LoadTiff& loader);
 
+    // BodyShell.cpp
+    void setupShell();
+    void setupMessages();
+    void setupStatusBar();
+    void showProgressOf(ProgressSum* bar);
+    QMap<QString, QWidget*> keptWindows();
+    void saveWindows();
+
+    // BodyMenu.cpp
+    static QVector<MenuTable> menuTables();
+    void setupMenuBar();
+    void addEntry(QMenu& menu, const MenuEntry& entry);
+    void openBatchFile();
+    void showGestures();
+    void showAbout();
+
     // BodyStacks.cpp
     void clearStack(Stack& stack);
+    static bool isLoading(const Stack& stack);
+    void setStopRedraw(bool on);
     LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket);
     void readI1(const QStringList& files, bool newFile, int ticket);
     void readI0(const QStringList& files, bool newFile, int ticket);
@@ -182,6 +233,21 @@ private:
     Stack& shownStack();
     void showImage(TiffData* image);
     void takeImageGeometry();
+
+    // BodyCursor.cpp
+    int halfWidthX() const;
+    int halfWidthY() const;
+    int targetBackground() const;
+    const Stack& cursorStack() const;
+    const TiffData* currentImage(const Stack& stack) const;
+    double darkLevel(const Stack& stack, int x, int y) const;
+    SectionSource sectionSource(const TiffData& image, bool useI1) const;
+    void showSections(int x, int y);
+    void refreshCursor();
+    void showBoxSize(bool selected);
+
+    // BodySave.cpp
+    void saveColourBar(const QString& fname);
 
     // BodyDark.cpp
     void setDarkArea(Stack& stack);
@@ -237,16 +303,20 @@ private:
     bool bgValid_ = false;
 
     Analyzer* analyzer_ = nullptr;
+    XafsView* xafsView_ = nullptr; ///< the spectrum at the cursor
+    XafsView* bgView_ = nullptr;   ///< the background spectrum
     BatchCtrl* batchCtrl_ = nullptr;
     SaveDataCfg* saveDataCfg_ = nullptr;
+    Messages* messages_ = nullptr;
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
-    SelectImgDialog* selectImgDialog_ = nullptr;
-    QFileDialog* saveDataDialog_ = nullptr;
+    LateDialog* selectImgDialog_ = nullptr;
+    LateDialog* saveDataDialog_ = nullptr;
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
-    double zansa_ = 0.0;   ///< residual of the last fit; a position without an edge shows it again
-    bool closing_ = false; ///< the window is closed: no command is run any more
+    double zansa_ = 0.0; ///< residual of the last fit; a position without an edge shows it again
+    bool keepsWindows_ = false;       ///< places of windows are written at the end
+    bool closing_ = false;            ///< the window is closed: no command is run any more
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

@@ -1,10 +1,12 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "app/Screenshot.h"
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
+#include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
@@ -128,7 +130,7 @@ struct Body::Commands
         bool i0 = false;
         End end = AtOnce;
     };
-    using Table = std::array<Slot, ExCmdNone + 1>;
+    using Table = std::array<Slot, ExCmdEnd>;
 
     static void load(Body& b, const CmdLine& c, const QStringList& files, bool i0)
     {
@@ -195,7 +197,7 @@ QVector<Body::Commands::Entry> Body::Commands::stackCommands()
     };
 }
 
-/// The image area, its selection and the colour bar.
+/// The image area, its selection and the colour bar, the spectrum view.
 QVector<Body::Commands::Entry> Body::Commands::viewCommands()
 {
     return {
@@ -213,6 +215,9 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
          [](B& b, const C& c) {
              b.ui_->dispA->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2), intArg(c, 3));
          }},
+        {ExCmdXafsViewNormalize, [](B& b, const C& c) { b.xafsView_->setNormalize(onArg(c, 0)); }},
+        {ExCmdXafsViewEnergyCorrection,
+         [](B& b, const C& c) { b.xafsView_->setEnergyCorrection(onArg(c, 0)); }},
         {ExCmdScaleReset, [](B& b, const C&) { b.ui_->dispA->resetImageViewWindow(); }},
         {ExCmdZoomIn, [](B& b, const C&) { b.ui_->dispA->setViewWAsSelectedArea(); }},
     };
@@ -257,10 +262,15 @@ QVector<Body::Commands::Entry> Body::Commands::analyzerCommands()
     };
 }
 
-/// Saving of maps, and the end of the program.
+/// Saving of pictures, spectra and maps, and the end of the program.
 QVector<Body::Commands::Entry> Body::Commands::savingCommands()
 {
     return {
+        {ExCmdSaveImage, [](B& b, const C& c) { b.saveImage(c.arg(0)); }},
+        {ExCmdSaveImageWNum, [](B& b, const C& c) { b.saveImageWNum(c.arg(0), c.arg(1)); }},
+        {ExCmdSaveAllImages, [](B& b, const C& c) { b.saveAllImages(c.arg(0)); }},
+        {ExCmdSaveSpectra, [](B& b, const C& c) { b.xafsView_->saveData(c.arg(0)); }},
+        {ExCmdScreenshot, [](B&, const C& c) { saveScreenshot(c.arg(0), c.arg(1)); }},
         {ExCmdSaveData, [](B& b, const C& c) { b.saveData(c.arg(0)); }},
         {ExCmdSaveDataAsTiff,
          [](B& b, const C& c) { b.saveDataAsTiff(c.arg(0), b.analyzer_->firstUsedRow()); }},

@@ -5,6 +5,7 @@
 #include "common/Settings.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
+#include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
 
@@ -60,6 +61,7 @@ void Body::selectedDark(const QString& fname)
     dark_ = std::move(image);
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
+    refreshCursor();
 }
 
 void Body::clearDark()
@@ -68,6 +70,7 @@ void Body::clearDark()
     ui_->DarkFileName->clear();
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
+    refreshCursor();
 }
 
 void Body::setDarkArea(Stack& stack)
@@ -82,7 +85,7 @@ void Body::setDarkArea(Stack& stack)
     // The selection was drawn for the dark area alone; the user's earlier one comes back.
     ui_->dispA->recallOldSelectedArea();
     refillDarkAverages(stack);
-    ui_->dispA->update();
+    refreshCursor();
 }
 
 /// Adds the averages of the images that have none yet.
@@ -106,7 +109,7 @@ void Body::clearDarkArea(Stack& stack)
     stack.darkAreaOn = false;
     stack.darkAvg.clear();
     stack.row->noDarkArea();
-    ui_->dispA->update();
+    refreshCursor();
 }
 
 void Body::setI0DarkArea()
@@ -134,11 +137,13 @@ void Body::updateI1DarkArea()
 void Body::clearUpdateI0DarkArea()
 {
     refillDarkAverages(i0_);
+    refreshCursor();
 }
 
 void Body::clearUpdateI1DarkArea()
 {
     refillDarkAverages(i1_);
+    refreshCursor();
 }
 
 void Body::clearI0DarkArea()
@@ -166,6 +171,8 @@ void Body::selectedBG(const QString& fname)
     }
     bgSpectrum_ = fresh;
     bgValid_ = true;
+    bgView_->setSpectrum(bgSpectrum_);
+    bgView_->resetXScale();
 }
 
 /// A file that fails empties the row and the spectrum: what is shown is what is calculated with.
@@ -185,6 +192,7 @@ void Body::loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& 
 void Body::newTotalI0ofI1File(const QString& fname)
 {
     loadTotalI0(totalI0ofI1_, *ui_->TotalI0ofI1XAFS, fname);
+    refreshCursor();
 }
 
 void Body::newTotalI0ofI0File(const QString& fname)

@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
+#include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
 
@@ -55,6 +56,18 @@ void Body::clearStack(Stack& stack)
     stack.darkAvg.clear();
 }
 
+/// A load of the stack is under way, and plots stay quiet.
+bool Body::isLoading(const Stack& stack)
+{
+    return stack.jobsDone < stack.jobsSent;
+}
+
+void Body::setStopRedraw(bool on)
+{
+    xafsView_->setStopRedraw(on);
+    analyzer_->view()->setStopRedraw(on);
+}
+
 /// A job by the stack's row, counted as sent.
 LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket)
 {
@@ -84,8 +97,10 @@ void Body::readI0Files(const QStringList& files, bool newFile)
 
 void Body::readI1(const QStringList& files, bool newFile, int ticket)
 {
-    if (newFile)
+    if (newFile) {
         clearI1Files();
+        setStopRedraw(true);
+    }
     Q_EMIT loadI1Files(newJob(i1_, files, ExCmdLoadI1Files, ticket));
 }
 
@@ -113,8 +128,9 @@ void Body::loadedI1(TiffData* image, int fNo)
     takeLoaded(i1_, image, fNo);
     if (i1Stack_.size() == 1)
         takeImageGeometry();
-    if (i1_.jobsDone < i1_.jobsSent && !i1_.row->showLatest())
+    if (isLoading(i1_) && !i1_.row->showLatest())
         return;
+    showXafsSpectrum();
     const int last = i1Stack_.size() - 1;
     ui_->SeekBar->setMaximum(last);
     i1_.row->select(last);
@@ -123,8 +139,11 @@ void Body::loadedI1(TiffData* image, int fNo)
 
 void Body::loadedI0(TiffData* image, int fNo)
 {
-    if (image)
-        takeLoaded(i0_, image, fNo);
+    if (!image)
+        return;
+    takeLoaded(i0_, image, fNo);
+    if (!isLoading(i0_) || i0_.row->showLatest())
+        showXafsSpectrum();
 }
 
 void Body::takeImageGeometry()
@@ -139,6 +158,8 @@ void Body::takeImageGeometry()
 void Body::finishedLoadI1Files(int jobsDone)
 {
     finishLoad(i1_, jobsDone);
+    if (!isLoading(i1_))
+        setStopRedraw(false);
 }
 
 void Body::finishedLoadI0Files(int jobsDone)
@@ -152,8 +173,10 @@ void Body::finishLoad(Stack& stack, int jobsDone)
     curX_ = 0;
     curY_ = 0;
     refillDarkAverages(stack);
-    if (stack.images->isEmpty())
+    if (stack.images->isEmpty()) {
+        showXafsSpectrum();
         return;
+    }
     stack.row->setExposure(stack.images->first()->exposureMs, uniformExposure(*stack.images));
     const int last = stack.images->size() - 1;
     stack.row->select(last);
@@ -161,6 +184,7 @@ void Body::finishLoad(Stack& stack, int jobsDone)
         ui_->SeekBar->setMaximum(last);
         showData(last);
     }
+    refreshCursor();
 }
 
 Body::Stack& Body::shownStack()
@@ -186,6 +210,7 @@ void Body::showData(int no)
     ui_->SeekBar->setValue(no);
     ui_->ImgNo->setText(QString::number(no));
     ui_->ImgNo->setToolTip(images[no]->fileName);
+    xafsView_->setMarkerEnergy(images[no]->energy);
     showImage(images[no]);
 }
 
@@ -207,6 +232,7 @@ void Body::sliderMoved(int idx)
 
 void Body::seekImage(int imgNo)
 {
+    shownStack().row->select(imgNo);
     showData(imgNo);
 }
 

@@ -4,10 +4,10 @@
 #include "common/SaveFile.h"
 #include "common/Settings.h"
 #include "common/TextFile.h"
+#include "display/FileDialogs.h"
 #include "ui_BatchCtrl.h"
 
 #include <QDebug>
-#include <QFileDialog>
 #include <QFontDatabase>
 
 namespace {
@@ -42,15 +42,18 @@ QString faultOf(const QString& text)
 BatchCtrl::BatchCtrl(QWidget* parent)
     : QMainWindow(parent)
     , ui_(std::make_unique<Ui_BatchCtrl>())
-    , saveDialog_(new QFileDialog(this))
-    , loadDialog_(new QFileDialog(this))
+    , saveDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptSave); }, this))
+    , loadDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptOpen); }, this))
 {
     ui_->setupUi(this);
     const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     ui_->BatchCmds->setFont(font);
     ui_->BatchLogs->setFont(font);
     ui_->BatchLogs->setMaximumBlockCount(mostLogLines);
-    setUpDialogs();
+    connect(ui_->Save, &QPushButton::clicked, saveDialog_, &LateDialog::show);
+    connect(ui_->Load, &QPushButton::clicked, loadDialog_, &LateDialog::show);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &BatchCtrl::save);
+    connect(loadDialog_, &LateDialog::fileSelected, this, &BatchCtrl::load);
     connect(ui_->Exec, &QPushButton::clicked, this, &BatchCtrl::execCmdsSlot);
     connect(ui_->Stop, &QPushButton::clicked, this, [this] {
         startPending_ = false;
@@ -65,21 +68,15 @@ BatchCtrl::~BatchCtrl()
     setDispatcher(nullptr);
 }
 
-void BatchCtrl::setUpDialogs()
+QFileDialog* BatchCtrl::newDialog(QFileDialog::AcceptMode mode)
 {
-    const QStringList filters = {QStringLiteral("Batch File (*.bat)"),
-                                 QStringLiteral("Any Files (* *.*)")};
-    for (QFileDialog* dialog : {saveDialog_, loadDialog_}) {
-        dialog->setOption(QFileDialog::DontUseNativeDialog);
-        dialog->setFileMode(QFileDialog::AnyFile);
-        dialog->setNameFilters(filters);
-        dialog->setDirectory(BatchRoot);
-    }
-    saveDialog_->setAcceptMode(QFileDialog::AcceptSave);
-    connect(ui_->Save, &QPushButton::clicked, saveDialog_, &QFileDialog::show);
-    connect(ui_->Load, &QPushButton::clicked, loadDialog_, &QFileDialog::show);
-    connect(saveDialog_, &QFileDialog::fileSelected, this, &BatchCtrl::save);
-    connect(loadDialog_, &QFileDialog::fileSelected, this, &BatchCtrl::load);
+    auto* dialog = new QFileDialog(this);
+    dialog->setOption(QFileDialog::DontUseNativeDialog);
+    dialog->setFileMode(QFileDialog::AnyFile);
+    dialog->setAcceptMode(mode);
+    dialog->setNameFilters({tr("Batch File (*.bat)"), tr("Any Files (* *.*)")});
+    dialog->setDirectory(BatchRoot);
+    return dialog;
 }
 
 void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)

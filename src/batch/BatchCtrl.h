@@ -2,6 +2,7 @@
 
 #include "batch/CmdLine.h"
 
+#include <QFileDialog>
 #include <QMainWindow>
 #include <QPointer>
 #include <QVector>
@@ -9,7 +10,7 @@
 #include <memory>
 
 class BatchDispatcher;
-class QFileDialog;
+class LateDialog;
 class Ui_BatchCtrl;
 
 /// The batch window: editor and log in two tabs, and the buttons that load, save, run and stop the
@@ -29,7 +30,7 @@ public:
     void setDispatcher(BatchDispatcher* dispatcher);
 
     /// The dialogs that load and save batch files, for a group that shares a folder.
-    QVector<QFileDialog*> dialogs() const { return {loadDialog_, saveDialog_}; }
+    QVector<LateDialog*> dialogs() const { return {loadDialog_, saveDialog_}; }
 
 Q_SIGNALS:
     void doDispatchCmds(QStringList cmdLines);
@@ -66,15 +67,15 @@ public Q_SLOTS:
     void showCmdErr(const CmdLine& cmd);
 
 private:
-    void setUpDialogs();
+    QFileDialog* newDialog(QFileDialog::AcceptMode mode);
     void firstRunEnded();
     void startUnattended();
 
     std::unique_ptr<Ui_BatchCtrl> ui_;
     QPointer<BatchDispatcher> dispatcher_;
     QStringList cmdLines_; ///< the last text given to the dispatcher
-    QFileDialog* saveDialog_;
-    QFileDialog* loadDialog_;
+    LateDialog* saveDialog_;
+    LateDialog* loadDialog_;
     bool firstRunEnded_ = false;
     bool startPending_ = false; ///< execBatchSlot() waits for the end of the first run
 };

@@ -156,12 +156,17 @@ constexpr ExCmdText exCmdTexts[] = {
     {ExCmdClearI1DarkArea, "clear_i1_dark_area", ""},
     {ExCmdNone, "not ex cmd", ""},
 };
+
+constexpr ExCmdText extensionTexts[] = {
+    {ExCmdScreenshot, "screenshot", "<window> <file>"},
+};
 // clang-format on
 
-QVector<ExCmdRow> makeExCmdTable()
+template<size_t N>
+QVector<ExCmdRow> makeTable(const ExCmdText (&texts)[N])
 {
     QVector<ExCmdRow> table;
-    for (const ExCmdText& text : exCmdTexts)
+    for (const ExCmdText& text : texts)
         table.append({text.id, QLatin1String(text.word), QLatin1String(text.arguments)});
     return table;
 }
@@ -184,7 +189,13 @@ const QVector<KeywordRow>& keywordTable()
 
 const QVector<ExCmdRow>& exCmdTable()
 {
-    static const QVector<ExCmdRow> table = makeExCmdTable();
+    static const QVector<ExCmdRow> table = makeTable(exCmdTexts);
+    return table;
+}
+
+const QVector<ExCmdRow>& extensionTable()
+{
+    static const QVector<ExCmdRow> table = makeTable(extensionTexts);
     return table;
 }
 
@@ -197,9 +208,11 @@ BatchKeyword keywordId(const CmdLine& line)
 
 EX_CMD_ID exCmdId(const CmdLine& line)
 {
-    static const QHash<QString, int> rows = indexOf(exCmdTable());
+    // The extensions stand last: a word of the old table keeps its meaning.
+    static const QVector<ExCmdRow> all = exCmdTable() + extensionTable();
+    static const QHash<QString, int> rows = indexOf(all);
     const int row = rows.value(line.word.toUpper(), -1);
-    return row < 0 ? ExCmdNone : exCmdTable()[row].id;
+    return row < 0 ? ExCmdNone : all[row].id;
 }
 
 bool isKeyword(const CmdLine& line)
@@ -214,9 +227,11 @@ bool isExCmd(const CmdLine& line)
 
 QString exCmdName(int id)
 {
-    for (const ExCmdRow& row : exCmdTable()) {
-        if (row.id == id)
-            return row.word;
+    for (const QVector<ExCmdRow>* table : {&exCmdTable(), &extensionTable()}) {
+        for (const ExCmdRow& row : *table) {
+            if (row.id == id)
+                return row.word;
+        }
     }
     return QStringLiteral("UnKnow ExCMD id");
 }

@@ -8,7 +8,7 @@
 class CmdLine;
 
 // The vocabulary of the batch language. Parsing, execution and the list of commands in the manual
-// all come from these two tables. Words are compared without regard to case.
+// all come from these tables. Words are compared without regard to case.
 
 enum BatchKeyword : int
 {
@@ -40,6 +40,9 @@ const QVector<KeywordRow>& keywordTable();
 
 /// The 127 external commands; the last row stands for no command.
 const QVector<ExCmdRow>& exCmdTable();
+
+/// Commands beyond those; looked up after them.
+const QVector<ExCmdRow>& extensionTable();
 
 /// KeywordNone when the line's word is no keyword.
 BatchKeyword keywordId(const CmdLine& line);

@@ -30,21 +30,33 @@ double value(const QLineEdit* field)
     return field->text().toDouble();
 }
 
+QFileDialog* newLoadDialog(QWidget* parent)
+{
+    auto* const dialog = new EShiftMapDialog(parent);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    return dialog;
+}
+
+QFileDialog* newSaveDialog(QWidget* parent)
+{
+    auto* const dialog = new EShiftMapDialog(parent);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("emp"));
+    return dialog;
+}
+
 } // namespace
 
 CalibCtrl::CalibCtrl(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_CalibCtrl>())
-    , loadDialog_(new EShiftMapDialog(this))
-    , saveDialog_(new EShiftMapDialog(this))
+    , loadDialog_(new LateDialog([this] { return newLoadDialog(this); }, this))
+    , saveDialog_(new LateDialog([this] { return newSaveDialog(this); }, this))
 {
     ui_->setupUi(this);
     fillCrystals();
     ui_->SelectStd->setCaption(tr("Select Std."));
     ui_->SelectStd->showUse(false);
-    loadDialog_->setFileMode(QFileDialog::ExistingFile);
-    saveDialog_->setAcceptMode(QFileDialog::AcceptSave);
-    saveDialog_->setDefaultSuffix(QStringLiteral("emp"));
     setRunning(false);
     connectForm();
 }
@@ -66,10 +78,10 @@ void CalibCtrl::connectForm()
     connect(ui_->ExecCalib, &QPushButton::clicked, this, &CalibCtrl::execCalibration);
     connect(ui_->ClearMap, &QPushButton::clicked, this, &CalibCtrl::clearMap);
     connect(ui_->NES, &QPushButton::clicked, this, &CalibCtrl::normalizeEShift);
-    connect(ui_->LoadMap, &QPushButton::clicked, loadDialog_, &QWidget::show);
-    connect(ui_->SaveMap, &QPushButton::clicked, saveDialog_, &QWidget::show);
-    connect(loadDialog_, &QFileDialog::fileSelected, this, &CalibCtrl::loadEMap);
-    connect(saveDialog_, &QFileDialog::fileSelected, this, &CalibCtrl::saveEMap);
+    connect(ui_->LoadMap, &QPushButton::clicked, loadDialog_, &LateDialog::show);
+    connect(ui_->SaveMap, &QPushButton::clicked, saveDialog_, &LateDialog::show);
+    connect(loadDialog_, &LateDialog::fileSelected, this, &CalibCtrl::loadEMap);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &CalibCtrl::saveEMap);
 }
 
 QString CalibCtrl::stdFileName() const
@@ -130,7 +142,7 @@ int CalibCtrl::yOffset() const
     return ui_->YOffset->text().toInt();
 }
 
-QVector<QFileDialog*> CalibCtrl::dialogs() const
+QVector<LateDialog*> CalibCtrl::dialogs() const
 {
     return {ui_->SelectStd->dialog(), loadDialog_, saveDialog_};
 }

@@ -7,8 +7,7 @@
 
 #include <memory>
 
-class EShiftMapDialog;
-class QFileDialog;
+class LateDialog;
 class Ui_CalibCtrl;
 
 /// The calibration panel: the standard spectrum, which it owns, the conditions, the progress and
@@ -38,7 +37,7 @@ public:
     int yOffset() const;
 
     /// All file dialogs of the panel, for the group that keeps them in one folder.
-    QVector<QFileDialog*> dialogs() const;
+    QVector<LateDialog*> dialogs() const;
 
     /// 1 selects the inner product, anything else the mid point.
     void setType(int type);
@@ -87,7 +86,7 @@ private:
     int stdBackgroundMode() const;
 
     const std::unique_ptr<Ui_CalibCtrl> ui_;
-    EShiftMapDialog* loadDialog_;
-    EShiftMapDialog* saveDialog_;
+    LateDialog* loadDialog_;
+    LateDialog* saveDialog_;
     XafsSpectrum standard_;
 };

@@ -133,6 +133,10 @@ enum EX_CMD_ID : int
     ExCmdClearI0DarkArea = 124,
     ExCmdClearI1DarkArea = 125,
     ExCmdNone = 126,
+
+    /// Extensions, numbered apart so that the numbers above stand for ever.
+    ExCmdScreenshot = 200,
+    ExCmdEnd ///< above all numbers
 };
 
 Q_DECLARE_METATYPE(EX_CMD_ID)

@@ -29,6 +29,11 @@ QString withExtension(const QString& name, const QString& defaultExt)
     return QFileInfo(full).absoluteFilePath();
 }
 
+QString withReplacedExtension(const QString& name, const QString& ext)
+{
+    return name.isEmpty() ? name : joined(withoutExtension(name), ext);
+}
+
 QString addSuffix(const QString& name, const QString& suffix)
 {
     return joined(withoutExtension(name) + QLatin1Char('-') + suffix, QFileInfo(name).suffix());

@@ -10,6 +10,10 @@
 /// stays empty, so that saving under it fails instead of making a hidden file.
 QString withExtension(const QString& name, const QString& defaultExt);
 
+/// The name with `ext` in place of its own extension, if it has one: "d/a.txt" and "dat" give
+/// "d/a.dat". An empty name stays empty.
+QString withReplacedExtension(const QString& name, const QString& ext);
+
 /// The name with "-" and `suffix` put in front of its extension: "d/a.tif" and "cBar" give
 /// "d/a-cBar.tif", "a" and "1" give "a-1".
 QString addSuffix(const QString& name, const QString& suffix);

@@ -1,6 +1,7 @@
 #include "display/ColorBar.h"
 
 #include "common/SafeInt.h"
+#include "display/DrawText.h"
 
 #include <QPainter>
 
@@ -10,6 +11,10 @@ namespace {
 
 constexpr QSize barSize(20, 600);
 constexpr QRgb handleColour = qRgb(0, 192, 255);
+constexpr QRgb textColour = qRgb(0, 255, 192);
+constexpr double textLength = 95.0;  ///< of the box of a number [pixels]
+constexpr double endDistance = 50.0; ///< of the box's centre from the end of the bar [pixels]
+constexpr double maxPoint = 10.0;
 
 } // namespace
 
@@ -26,6 +31,8 @@ ColorBar::ColorBar(QWidget* parent)
 
 void ColorBar::setRange(double newMin, double newMax)
 {
+    if (newMin == rangeMin && newMax == rangeMax)
+        return;
     rangeMin = newMin;
     rangeMax = newMax;
     paintCBar();
@@ -50,7 +57,22 @@ void ColorBar::paintCBar()
         const int y = truncatedInt((1.0 - handle) * h);
         painter.drawLine(0, y, w - 1, y);
     }
+    painter.setPen(QColor(textColour));
+    paintNumber(painter, rangeMax, endDistance, Qt::AlignLeft | Qt::AlignVCenter);
+    paintNumber(painter, rangeMin, h - endDistance, Qt::AlignRight | Qt::AlignVCenter);
+    if (dragging)
+        paintNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_, h / 2,
+                    Qt::AlignRight | Qt::AlignVCenter);
     update();
+}
+
+/// A value, read downward, its box round the height y.
+void ColorBar::paintNumber(QPainter& painter, double value, double y, int flags)
+{
+    const int w = barPixmap.width();
+    QRectF box(w / 2, y, textLength, w);
+    DrawText::drawRotated(&painter, 90.0, box, QFont(), flags, DrawText::Fitted,
+                          QString::number(value, 'g', 6), maxPoint, false, Qt::NoBrush);
 }
 
 /// The ramp is laid out by the widget's height.

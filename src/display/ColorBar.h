@@ -37,6 +37,7 @@ protected:
 
 private:
     double fractionAtPointer() const;
+    void paintNumber(QPainter& painter, double value, double y, int flags);
 
     double ColorScale::*activeHandle_ = &ColorScale::lowHandle;
 };

@@ -1,23 +1,11 @@
 #include "display/CrossSView.h"
 
-#include "common/SafeInt.h"
-
 #include <QPainter>
 #include <QPolygon>
-
-#include <cmath>
 
 namespace {
 
 constexpr QRgb cursorColour = qRgb(192, 192, 0);
-
-/// Pixel coordinates beyond any screen that the painter still takes.
-constexpr int farPixel = 32000;
-
-int pixel(double v)
-{
-    return qBound(-farPixel, truncatedInt(v), farPixel);
-}
 
 } // namespace
 
@@ -25,24 +13,6 @@ CrossSView::CrossSView(QWidget* parent)
     : DispA(parent)
 {
     connect(this, &DispA::drawImage1, this, &CrossSView::draw);
-}
-
-/// Counts that vanished can make infinite values, which must not flatten all others.
-void CrossSView::Range::add(double v)
-{
-    if (!std::isfinite(v))
-        return;
-    min = qMin(min, v);
-    max = qMax(max, v);
-}
-
-/// A level curve runs through the middle of a range round it.
-void CrossSView::Range::widenIfEmpty()
-{
-    if (max > min)
-        return;
-    min -= 0.5;
-    max = min + 1.0;
 }
 
 void CrossSView::setVertical(bool f)
@@ -60,13 +30,14 @@ void CrossSView::setCursorPos(int pos)
 void CrossSView::setPoints(const QVector<QPointF>& points)
 {
     points_ = points;
-    positions_ = values_ = Range();
+    PlotRange positions;
+    PlotRange values;
     for (const QPointF& point : points_) {
-        positions_.add(point.x());
-        values_.add(point.y());
+        positions.add(point.x());
+        values.add(point.y());
     }
-    positions_.widenIfEmpty();
-    values_.widenIfEmpty();
+    positions_ = positions.widened();
+    values_ = values.widened();
     update();
 }
 
@@ -85,15 +56,15 @@ void CrossSView::draw(QPainter* p)
     for (const QPointF& point : qAsConst(points_)) {
         const double x = vertical_ ? point.y() : point.x();
         const double y = vertical_ ? point.x() : point.y();
-        line.append(QPoint(pixel(plot.realToScreenX(x)), pixel(plot.realToScreenY(y))));
+        line.append(QPoint(plotPixel(plot.realToScreenX(x)), plotPixel(plot.realToScreenY(y))));
     }
     p->drawPolyline(line);
     p->setPen(QColor(cursorColour));
     if (vertical_) {
-        const int y = pixel(plot.realToScreenY(cursorPos_));
+        const int y = plotPixel(plot.realToScreenY(cursorPos_));
         p->drawLine(0, y, width(), y);
     } else {
-        const int x = pixel(plot.realToScreenX(cursorPos_));
+        const int x = plotPixel(plot.realToScreenX(cursorPos_));
         p->drawLine(x, 0, x, height());
     }
 }

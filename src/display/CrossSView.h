@@ -1,7 +1,7 @@
 #pragma once
 
-#include "common/Constants.h"
 #include "display/DispA.h"
+#include "display/PlotRange.h"
 
 #include <QPointF>
 #include <QVector>
@@ -23,18 +23,9 @@ public Q_SLOTS:
     void draw(QPainter* p);
 
 private:
-    /// Ends of one axis.
-    struct Range
-    {
-        double min = runningMinStart;
-        double max = runningMaxStart;
-        void add(double v);
-        void widenIfEmpty();
-    };
-
     QVector<QPointF> points_;
     bool vertical_ = false;
-    Range positions_;
-    Range values_;
+    PlotRange positions_;
+    PlotRange values_;
     int cursorPos_ = 0;
 };

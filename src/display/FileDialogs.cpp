@@ -16,16 +16,51 @@ SelectImgDialog::SelectImgDialog(QWidget* parent)
 {
     setWindowTitle(tr("Select Images"));
     setFileMode(QFileDialog::ExistingFiles);
-    setNameFilters({QStringLiteral("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)"),
-                    QStringLiteral("Any Files (* *.*)")});
+    setNameFilters({imageFilter(), tr("Any Files (* *.*)")});
+}
+
+QString SelectImgDialog::imageFilter()
+{
+    return tr("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)");
 }
 
 EShiftMapDialog::EShiftMapDialog(QWidget* parent)
     : FileDialog(parent)
 {
     setWindowTitle(tr("Energy Shift Map"));
-    setNameFilters(
-        {QStringLiteral("Energy Shift Map File (*.emp)"), QStringLiteral("Any Files (* *.*)")});
+    setNameFilters({tr("Energy Shift Map File (*.emp)"), tr("Any Files (* *.*)")});
+}
+
+LateDialog::LateDialog(std::function<QFileDialog*()> make, QObject* parent)
+    : QObject(parent)
+    , make_(std::move(make))
+{
+}
+
+QFileDialog* LateDialog::get()
+{
+    if (dialog_)
+        return dialog_;
+    dialog_ = make_();
+    if (!folder_.isEmpty())
+        dialog_->setDirectory(folder_);
+    connect(dialog_, &QFileDialog::fileSelected, this, &LateDialog::fileSelected);
+    connect(dialog_, &QFileDialog::filesSelected, this, &LateDialog::filesSelected);
+    Q_EMIT wasMade(dialog_);
+    return dialog_;
+}
+
+void LateDialog::setFolder(const QString& path)
+{
+    if (dialog_)
+        dialog_->setDirectory(path);
+    else
+        folder_ = path;
+}
+
+void LateDialog::show()
+{
+    get()->show();
 }
 
 FDGroup::FDGroup(QObject* parent)
@@ -41,6 +76,18 @@ void FDGroup::add(QFileDialog* dialog)
     connect(dialog, &QFileDialog::currentChanged, this, &FDGroup::currentChanged);
     connect(dialog, &QFileDialog::directoryEntered, this, &FDGroup::directoryEntered);
     connect(dialog, &QObject::destroyed, this, [this, dialog] { dialogs_.removeAll(dialog); });
+}
+
+void FDGroup::add(LateDialog* dialog)
+{
+    if (lateDialogs_.contains(dialog))
+        return;
+    lateDialogs_.append(dialog);
+    connect(dialog, &QObject::destroyed, this, [this, dialog] { lateDialogs_.removeAll(dialog); });
+    if (dialog->made())
+        add(dialog->made());
+    else
+        connect(dialog, &LateDialog::wasMade, this, qOverload<QFileDialog*>(&FDGroup::add));
 }
 
 void FDGroup::currentChanged(const QString& path)
@@ -63,5 +110,9 @@ void FDGroup::sameDirectory(const QString& path)
     for (QFileDialog* dialog : qAsConst(dialogs_)) {
         if (dialog->directory().absolutePath() != folder)
             dialog->setDirectory(folder);
+    }
+    for (LateDialog* dialog : qAsConst(lateDialogs_)) {
+        if (!dialog->made())
+            dialog->setFolder(folder);
     }
 }

@@ -3,6 +3,8 @@
 #include <QFileDialog>
 #include <QVector>
 
+#include <functional>
+
 /// A file dialog drawn by Qt itself: the same on every desktop, and without one. It starts in the
 /// data root.
 class FileDialog : public QFileDialog
@@ -18,6 +20,9 @@ class SelectImgDialog : public FileDialog
     Q_OBJECT
 public:
     explicit SelectImgDialog(QWidget* parent = nullptr);
+
+    /// The filter of the three formats.
+    static QString imageFilter();
 };
 
 /// Chooses energy shift map files.
@@ -26,6 +31,37 @@ class EShiftMapDialog : public FileDialog
     Q_OBJECT
 public:
     explicit EShiftMapDialog(QWidget* parent = nullptr);
+};
+
+/// A file dialog that is made when it is first needed. Making one takes some 10 ms, there are many,
+/// and a session uses few of them.
+class LateDialog : public QObject
+{
+    Q_OBJECT
+public:
+    /// The function makes the dialog, ready but for its folder; with an owner that lives as long as
+    /// this.
+    LateDialog(std::function<QFileDialog*()> make, QObject* parent);
+
+    /// The dialog, made now if it has not been.
+    QFileDialog* get();
+    QFileDialog* made() const { return dialog_; } ///< null before
+    /// Brings the dialog to a folder, now or when it is made.
+    void setFolder(const QString& path);
+
+public Q_SLOTS:
+    void show();
+
+Q_SIGNALS:
+    void wasMade(QFileDialog* dialog);
+    // Of the dialog, passed on.
+    void fileSelected(const QString& file);
+    void filesSelected(const QStringList& files);
+
+private:
+    std::function<QFileDialog*()> make_;
+    QFileDialog* dialog_ = nullptr;
+    QString folder_; ///< for a dialog not made yet; empty for the one that it starts in
 };
 
 /// Keeps all its dialogs in the folder in which the user last looked.
@@ -38,6 +74,8 @@ public:
     /// Takes a dialog into the group, once; it must outlive the group or be deleted before its
     /// next signal.
     void add(QFileDialog* dialog);
+    void add(LateDialog* dialog);
+    /// Those that have been made.
     const QVector<QFileDialog*>& dialogs() const { return dialogs_; }
 
 public Q_SLOTS:
@@ -48,4 +86,5 @@ private:
     void sameDirectory(const QString& path);
 
     QVector<QFileDialog*> dialogs_;
+    QVector<LateDialog*> lateDialogs_; ///< made or not
 };

@@ -1,6 +1,7 @@
 #include "display/ImgDispA.h"
 
 #include "common/SafeInt.h"
+#include "display/SampledView.h"
 #include "maps/Analyzed2DRes.h"
 
 #include <QPainter>
@@ -70,6 +71,11 @@ const QImage* ImgDispA::currentImage() const
     return analyzedRes_ ? analyzedRes_->img() : nullptr;
 }
 
+const Analyzed2DRes* ImgDispA::shownMap() const
+{
+    return showOverLayer_ ? analyzedRes_.data() : nullptr;
+}
+
 QImage ImgDispA::viewImage() const
 {
     const QImage* shown = currentImage();
@@ -119,24 +125,23 @@ void ImgDispA::drawImage(QPainter* p)
     coord.setScreenArea(0, 0, width(), height());
     coord.setRealArea(viewWindow_.left(), viewWindow_.top(), viewWindow_.right(),
                       viewWindow_.bottom());
-    drawInView(p, *shown);
+    p->drawImage(0, 0, renderedView(*shown));
 }
 
-void ImgDispA::drawInView(QPainter* p, const QImage& picture) const
+const QImage& ImgDispA::renderedView(const QImage& picture)
 {
-    const QRectF whole(picture.rect());
-    if (whole.contains(viewWindow_)) {
-        p->drawImage(QRectF(0, 0, width(), height()), picture, viewWindow_);
-        return;
-    }
-    // Only what lies in the picture goes to the painter: a view may be wider than it can scale.
-    const QRectF visible = viewWindow_.intersected(whole);
-    if (!(visible.width() > 0 && visible.height() > 0))
-        return;
-    const QPointF corner(coord.realToScreenX(visible.left()), coord.realToScreenY(visible.top()));
-    const QPointF opposite(coord.realToScreenX(visible.right()),
-                           coord.realToScreenY(visible.bottom()));
-    p->drawImage(QRectF(corner, opposite).normalized(), picture, visible);
+    QImage& pixels = rendered_.pixels;
+    const QSize size = this->size() * devicePixelRatioF();
+    if (rendered_.picture == picture.cacheKey() && rendered_.view == viewWindow_ &&
+        pixels.size() == size)
+        return pixels;
+    if (pixels.size() != size)
+        pixels = QImage(size, QImage::Format_RGB32);
+    pixels.setDevicePixelRatio(devicePixelRatioF());
+    sampleView(picture, viewWindow_, pixels);
+    rendered_.picture = picture.cacheKey();
+    rendered_.view = viewWindow_;
+    return pixels;
 }
 
 QPointF ImgDispA::imagePoint(const QPoint& pixel) const
@@ -245,16 +250,22 @@ void ImgDispA::onWheelMoved()
         return;
     const double fx = double(mouse.pos.x()) / width();
     const double fy = double(mouse.pos.y()) / height();
-    double newW = viewWindow_.width();
-    double newH = viewWindow_.height();
     // At the left and right the wheel changes the height alone, at top and bottom the width.
     const bool atSide = inStrip(fx);
     const bool atTopOrBottom = !atSide && inStrip(fy);
-    if (!atSide)
-        newW *= wheelFactor;
-    if (!atTopOrBottom)
-        newH *= wheelFactor;
-    // The image point under the cursor stays where it is.
+    zoomAbout(fx, fy, atSide ? 1.0 : wheelFactor, atTopOrBottom ? 1.0 : wheelFactor);
+}
+
+void ImgDispA::zoomBy(double factor)
+{
+    zoomAbout(0.5, 0.5, factor, factor);
+}
+
+/// Changes the size of the view; the image point at these fractions of the widget stays in place.
+void ImgDispA::zoomAbout(double fx, double fy, double factorX, double factorY)
+{
+    const double newW = viewWindow_.width() * factorX;
+    const double newH = viewWindow_.height() * factorY;
     viewWindow_ = QRectF(viewWindow_.x() + fx * viewWindow_.width() - fx * newW,
                          viewWindow_.y() + fy * viewWindow_.height() - fy * newH, newW, newH);
     update();

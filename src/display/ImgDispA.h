@@ -39,6 +39,10 @@ public:
     /// any image, the whole picture.
     QImage viewImage() const;
 
+    /// The map on show; null while the image is.
+    const Analyzed2DRes* shownMap() const;
+    /// Image coordinates of the mouse.
+    QPointF cursorPosition() const { return imagePoint(mouse.pos); }
     const QRectF& viewWindow() const { return viewWindow_; }
     bool hasSelection() const { return hasSelection_; }
     bool isSelecting() const { return selecting_; }
@@ -52,7 +56,8 @@ public:
     bool isInSelectedArea(int x, int y) const;
 
 Q_SIGNALS:
-    void mouseMoved(double x, double y); ///< with no button down
+    void mouseMoved(double x, double y);   ///< with no button down
+    void mouseDragged(double x, double y); ///< reserved; nothing emits it
     void newAreaSelected();
     /// Range of values of what was just drawn, for the colour bar.
     void rangeShown(double min, double max);
@@ -60,6 +65,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Brings the whole image into view; nothing without an image.
     void resetImageViewWindow();
+    /// Widens the view about its middle by the factor; below 1 narrows it.
+    void zoomBy(double factor);
     void setShowOverLayer(bool f);
     /// Selects the area with these corners; corners in the wrong order make a negative size.
     void setSelectedArea(int x1, int y1, int x2, int y2);
@@ -71,17 +78,27 @@ public Q_SLOTS:
 
 private:
     void drawImage(QPainter* p);
-    void drawInView(QPainter* p, const QImage& picture) const;
+    const QImage& renderedView(const QImage& picture);
     void onMousePressed();
     void onMouseReleased();
     void onMouseMoved();
     void onWheelMoved();
+    void zoomAbout(double fx, double fy, double factorX, double factorY);
     QPointF imagePoint(const QPoint& pixel) const;
     void rememberSelection();
     bool drawsSelection() const;
     void finishSelection();
 
+    /// The view as it was last rendered, and of what: mouse moves paint it again as it stands.
+    struct Rendered
+    {
+        qint64 picture = 0; ///< QImage::cacheKey, which a rebuilt picture changes
+        QRectF view;
+        QImage pixels;
+    };
+
     ShownImage image_;
+    Rendered rendered_;
     bool showOverLayer_ = false;
     QPointer<Analyzed2DRes> analyzedRes_;
     QRectF viewWindow_;

@@ -6,15 +6,10 @@
 
 #include <cmath>
 
-namespace {
-
-/// Rounds half up, for negative coordinates too.
-QPoint wholePixel(const QPointF& p)
+QPoint MouseC::wholePixel(const QPointF& p)
 {
     return {truncatedInt(std::floor(p.x() + 0.5)), truncatedInt(std::floor(p.y() + 0.5))};
 }
-
-} // namespace
 
 void MouseC::moveTo(const QPoint& p)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPoint>
+#include <QPointF>
 #include <Qt>
 
 class QMouseEvent;
@@ -48,6 +49,8 @@ public:
     /// Moves the position from code.
     void moveTo(const QPoint& p);
 
+    /// The pixel of a position: halves round up, for negative coordinates too.
+    static QPoint wholePixel(const QPointF& p);
     /// Button and modifiers as one code, 0 to 7 for the left and 8 to 15 for the right button;
     /// NoAction for any other button.
     static int mouseAction(int button, int modifiers);

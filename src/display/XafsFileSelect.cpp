@@ -1,24 +1,37 @@
 #include "display/XafsFileSelect.h"
 
 #include "display/FileDialogs.h"
+#include "display/FileDrop.h"
 #include "ui_XafsFileSelect.h"
 
 #include <QFileInfo>
 
+namespace {
+
+QFileDialog* newDialog(QWidget* parent)
+{
+    auto* dialog = new FileDialog(parent);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    dialog->setNameFilters(
+        {XafsFileSelect::tr("XAFS Data File (*.dat)"), XafsFileSelect::tr("Any Files (* *.*)")});
+    return dialog;
+}
+
+} // namespace
+
 XafsFileSelect::XafsFileSelect(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_XafsFileSelect>())
-    , dialog_(new FileDialog(this))
+    , dialog_(new LateDialog([this] { return newDialog(this); }, this))
 {
     ui_->setupUi(this);
     ui_->Caption->hide();
-    dialog_->setFileMode(QFileDialog::ExistingFile);
-    dialog_->setNameFilters(
-        {QStringLiteral("XAFS Data File (*.dat)"), QStringLiteral("Any Files (* *.*)")});
-    connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
+    connect(ui_->Select, &QPushButton::clicked, dialog_, &LateDialog::show);
     connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
-    connect(dialog_, &QFileDialog::fileSelected, this, &XafsFileSelect::fileSelected);
+    connect(dialog_, &LateDialog::fileSelected, this, &XafsFileSelect::fileSelected);
     connect(ui_->Use, &QCheckBox::toggled, this, &XafsFileSelect::changedUse);
+    connect(new FileDrop(this, FileDrop::OneFile), &FileDrop::dropped, this,
+            [this](const QStringList& files) { fileSelected(files.first()); });
 }
 
 XafsFileSelect::~XafsFileSelect() = default;
@@ -44,11 +57,6 @@ bool XafsFileSelect::isUseShown() const
     return !ui_->Use->isHidden();
 }
 
-QFileDialog* XafsFileSelect::dialog() const
-{
-    return dialog_;
-}
-
 void XafsFileSelect::load(const QString& fname)
 {
     fileValid_ = true;
@@ -56,7 +64,7 @@ void XafsFileSelect::load(const QString& fname)
     ui_->Selected->setToolTip(fname);
     const QFileInfo file(fname);
     if (file.exists())
-        dialog_->setDirectory(file.canonicalPath());
+        dialog_->setFolder(file.canonicalPath());
     Q_EMIT newFile(fname);
 }
 

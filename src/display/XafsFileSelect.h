@@ -4,8 +4,7 @@
 
 #include <memory>
 
-class FileDialog;
-class QFileDialog;
+class LateDialog;
 class Ui_XafsFileSelect;
 
 /// The row that selects one spectrum file: its name, the buttons, and a box that tells whether the
@@ -24,7 +23,7 @@ public:
     bool isFileValid() const { return fileValid_; }
     void setCaption(const QString& caption);
     bool isUseShown() const;
-    QFileDialog* dialog() const;
+    LateDialog* dialog() const { return dialog_; }
 
 Q_SIGNALS:
     void changedUse(bool f);
@@ -45,6 +44,6 @@ public Q_SLOTS:
 
 private:
     std::unique_ptr<Ui_XafsFileSelect> ui_;
-    FileDialog* dialog_;
+    LateDialog* dialog_;
     bool fileValid_ = false;
 };

@@ -16,13 +16,15 @@ bool insideImage(const BlockConditions& conditions, qint64 x, int y)
     return x >= 0 && y >= 0 && x < conditions.imageWidth && y < conditions.imageHeight;
 }
 
-/// Absorption from two counts. The guard is the only treatment of vanished counts.
-double transmissionMu(double i0, double i1)
+} // namespace
+
+double absorption(double i0, double i1, bool fluorescence)
 {
+    if (fluorescence)
+        return i1 / i0;
+    // The guard is the only treatment of vanished counts.
     return i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
 }
-
-} // namespace
 
 StackSpan stackSpan(const TiffStack& stack, double E)
 {
@@ -130,9 +132,7 @@ void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
         const double E = energies_[size_t(i)];
         for (int k = 0; k < count; ++k) {
             const double counts = i1[k] - (level + i1Dark_[size_t(k)]);
-            const double mu =
-                conditions_.fluorescence ? counts / i0[k] : transmissionMu(i0[k], counts);
-            points[k][i] = QPointF(E, mu);
+            points[k][i] = QPointF(E, absorption(i0[k], counts, conditions_.fluorescence));
         }
     }
     for (int k = 0; k < count; ++k)

@@ -6,6 +6,10 @@
 #include <cmath>
 #include <vector>
 
+/// Absorption of two counts: ln(I0 / I1), 1.0 where I0 * I1 is not above 0; for fluorescence I1 /
+/// I0.
+double absorption(double i0, double i1, bool fluorescence);
+
 /// The images that a block spectrum is formed from; not owned, and unchanged while in use.
 struct StackPair
 {
@@ -47,8 +51,7 @@ struct BlockConditions
 /// images and lines that each energy needs, dark levels) is worked out at construction, so one
 /// object serves a whole row or walk. Stacks and conditions must not change meanwhile.
 ///
-/// mu = ln(I0 / I1), or I1 / I0 for fluorescence; 1.0 where a count has vanished (I0 * I1 not above
-/// 0). Points are in the order of the I1 stack.
+/// mu is absorption() of the two counts. Points are in the order of the I1 stack.
 class BlockSpectra
 {
 public:

@@ -14,6 +14,7 @@ LoadTiff::LoadTiff(QObject* parent)
 void LoadTiff::loadTiffs(const LoadJob& job)
 {
     queue_.append(job);
+    filesOfAll_ += job.files.size();
     if (busy_)
         return;
     busy_ = true;
@@ -31,6 +32,7 @@ void LoadTiff::treatQues()
         // The end is looked for behind a file only, so the first one is always tried.
         readOne(job);
         index_ = int(qMin<qint64>(qint64(index_) + qMax(1, job.skip), job.files.size()));
+        Q_EMIT progressed(filesOfEnded_ + index_, filesOfAll_);
     }
     if (index_ >= job.files.size() - job.cutLast)
         endJob();
@@ -54,6 +56,7 @@ void LoadTiff::endJob()
 {
     const LoadJob ended = queue_.takeFirst();
     ++jobsDone_;
+    filesOfEnded_ += ended.files.size();
     if (ended.ticket != 0)
         ticket_ = ended.ticket;
     if (!queue_.isEmpty()) {
@@ -64,5 +67,7 @@ void LoadTiff::endJob()
     busy_ = false;
     const int ticket = ticket_;
     ticket_ = 0;
+    filesOfEnded_ = filesOfAll_ = 0;
+    Q_EMIT progressed(0, 0);
     Q_EMIT finishLoadFiles(ended.loadCmdId, ticket, jobsDone_);
 }

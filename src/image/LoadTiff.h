@@ -53,6 +53,9 @@ Q_SIGNALS:
     /// The queue has run empty: id of the last job, the last ticket among the jobs since the worker
     /// was idle, and the number of jobs ended so far.
     void finishLoadFiles(EX_CMD_ID id, int ticket, int jobsDone);
+    /// Files gone through, read or not, of all files of the jobs since the worker was idle; 0 of 0
+    /// when it is idle again.
+    void progressed(int done, int total);
 
 private:
     void readOne(const LoadJob& job);
@@ -63,5 +66,7 @@ private:
     int index_ = 0;
     int ticket_ = 0;
     int jobsDone_ = 0;
+    int filesOfEnded_ = 0; ///< files of the jobs ended since the worker was idle
+    int filesOfAll_ = 0;   ///< the same with those of the queue
     std::atomic<bool> stop_{false};
 };

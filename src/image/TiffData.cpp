@@ -316,15 +316,15 @@ void TiffData::correctErrPoints()
 
 void TiffData::buildImage(const ColorScale& scale)
 {
+    const size_t oldBytes = image_ ? size_t(image_->sizeInBytes()) : 0;
     image_.reset();
-    displayBuf_.reset();
     format = scale.imageFormat;
     builtWith_ = scale;
     const int stride = displayStride(format, width);
-    if (stride < 1 || height < 1)
-        return;
-    const size_t bytes = size_t(stride) * size_t(height);
-    displayBuf_.reset(new (std::nothrow) uchar[bytes]);
+    const size_t bytes = stride < 1 || height < 1 ? 0 : size_t(stride) * size_t(height);
+    // Fresh memory costs as much as the pixels: the old buffer serves again.
+    if (bytes != oldBytes)
+        displayBuf_.reset(bytes > 0 ? new (std::nothrow) uchar[bytes] : nullptr);
     if (!displayBuf_)
         return;
     if (pixelType == NoPixels)

@@ -2,6 +2,7 @@
 
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"
+#include "display/FileDrop.h"
 #include "selection/EOFSetup.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
 #include "ui_SelectDataFiles.h"
@@ -11,21 +12,29 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     , ui_(std::make_unique<Ui_SelectDataFiles>())
     , eofSetup_(new EOFSetup(this))
     , addSetup_(new SelectDataFilesAdditionalSetup(this))
-    , dialog_(new SelectImgDialog(this))
+    , dialog_(new LateDialog(
+          [this] {
+              auto* dialog = new SelectImgDialog(this);
+              dialog->setWindowTitle(ui_->Caption->text());
+              return dialog;
+          },
+          this))
 {
     ui_->setupUi(this);
     connect(ui_->Files, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &SelectDataFiles::newImageSelected);
-    connect(ui_->Select, &QPushButton::clicked, dialog_, &QWidget::show);
-    connect(dialog_, &QFileDialog::filesSelected, this, [this](const QStringList& files) {
+    connect(ui_->Select, &QPushButton::clicked, dialog_, &LateDialog::show);
+    const auto selected = [this](const QStringList& files) {
         Q_EMIT filesSelected(files, ui_->LoadNewFiles->isChecked());
-    });
+    };
+    connect(dialog_, &LateDialog::filesSelected, this, selected);
+    connect(new FileDrop(this, FileDrop::ManyFiles, filterPatterns(SelectImgDialog::imageFilter())),
+            &FileDrop::dropped, this, selected);
     connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
     connect(ui_->Setup, &QPushButton::clicked, eofSetup_, &QWidget::show);
     connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);
-    connect(eofSetup_, &EOFSetup::unitChanged, this, [this](const QString& unit) {
-        ui_->XAxis->setText(QStringLiteral("X ax.: %1").arg(unit));
-    });
+    connect(eofSetup_, &EOFSetup::unitChanged, this,
+            [this](const QString& unit) { ui_->XAxis->setText(tr("X ax.: %1").arg(unit)); });
     using Setup = SelectDataFilesAdditionalSetup;
     connect(addSetup_, &Setup::setDarkArea, this, &SelectDataFiles::setDarkArea);
     connect(addSetup_, &Setup::updateDarkArea, this, &SelectDataFiles::updateDarkArea);
@@ -37,7 +46,6 @@ SelectDataFiles::~SelectDataFiles() = default;
 void SelectDataFiles::setCaption(const QString& caption)
 {
     ui_->Caption->setText(caption);
-    dialog_->setWindowTitle(caption);
     eofSetup_->setWindowTitle(caption + QStringLiteral(": ") + eofSetup_->windowTitle());
     addSetup_->setWindowTitle(caption + QStringLiteral(": ") + addSetup_->windowTitle());
 }
@@ -107,11 +115,6 @@ bool SelectDataFiles::ignoreLive() const
 const ErrPoints& SelectDataFiles::errPoints() const
 {
     return addSetup_->errPoints();
-}
-
-QFileDialog* SelectDataFiles::dialog() const
-{
-    return dialog_;
 }
 
 void SelectDataFiles::newImageSelected(int i)

@@ -8,9 +8,8 @@
 
 class EOFSetup;
 class ErrPoints;
-class QFileDialog;
+class LateDialog;
 class SelectDataFilesAdditionalSetup;
-class SelectImgDialog;
 class Ui_SelectDataFiles;
 
 /// The row through which a user or a batch chooses the image files of one stack. Its list holds
@@ -42,7 +41,7 @@ public:
     bool ignoreLive() const;
     const ErrPoints& errPoints() const;
     EOFSetup& energySetup() const { return *eofSetup_; }
-    QFileDialog* dialog() const;
+    LateDialog* dialog() const { return dialog_; }
 
 Q_SIGNALS:
     void currentIndexChanged(int idx);
@@ -87,5 +86,5 @@ private:
     std::unique_ptr<Ui_SelectDataFiles> ui_;
     EOFSetup* eofSetup_;
     SelectDataFilesAdditionalSetup* addSetup_;
-    SelectImgDialog* dialog_;
+    LateDialog* dialog_;
 };

@@ -7,12 +7,17 @@
 SelectDataFilesAdditionalSetup::SelectDataFilesAdditionalSetup(QWidget* parent)
     : QDialog(parent)
     , ui_(std::make_unique<Ui_SelectDataFilesAdditionalSetup>())
-    , errPsDialog_(new FileDialog(this))
+    , errPsDialog_(new LateDialog(
+          [this] {
+              auto* dialog = new FileDialog(this);
+              dialog->setFileMode(QFileDialog::ExistingFile);
+              return dialog;
+          },
+          this))
 {
     ui_->setupUi(this);
-    errPsDialog_->setFileMode(QFileDialog::ExistingFile);
-    connect(ui_->SelectErrPsDef, &QPushButton::clicked, errPsDialog_, &QWidget::show);
-    connect(errPsDialog_, &QFileDialog::fileSelected, this,
+    connect(ui_->SelectErrPsDef, &QPushButton::clicked, errPsDialog_, &LateDialog::show);
+    connect(errPsDialog_, &LateDialog::fileSelected, this,
             &SelectDataFilesAdditionalSetup::errPsDefSelected);
     connect(ui_->UseErrPs, &QCheckBox::toggled, this,
             &SelectDataFilesAdditionalSetup::toggledUseErrPs);

@@ -7,7 +7,7 @@
 
 #include <memory>
 
-class FileDialog;
+class LateDialog;
 class Ui_SelectDataFilesAdditionalSetup;
 
 /// Further settings of one stack: display while loading, its list of bad pixels, its dark area.
@@ -38,6 +38,6 @@ public Q_SLOTS:
 
 private:
     std::unique_ptr<Ui_SelectDataFilesAdditionalSetup> ui_;
-    FileDialog* errPsDialog_;
+    LateDialog* errPsDialog_;
     ErrPoints errPoints_;
 };

@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "analysis/LCFReference.h"
 #include "display/XafsFileSelect.h"
+#include "display/XafsView.h"
 #include "support/ImageFiles.h"
 #include "support/LogCapture.h"
 
@@ -65,6 +66,52 @@ private Q_SLOTS:
         panel.refs().at(0)->editedDeltaE();
         panel.refs().at(1)->newFile(c_);
         QCOMPARE(sent.count(), 3);
+    }
+
+    void theViewShowsSpectrumReferencesAndFit()
+    {
+        Analyzer panel;
+        const QVector<ViewCurve>& curves = panel.view()->others();
+        load(panel);
+        panel.addNewRef();
+        panel.setLCFStd(4, false, 1.5, a_, "0");
+        QCOMPARE(curves.size(), 6); // five rows and the fit
+        QVERIFY(curves.at(0).show && !curves.at(4).show && !curves.at(5).show);
+        QCOMPARE(curves.at(2).spectrum.points, panel.refs().at(2)->spectrum().points);
+        QCOMPARE(curves.at(4).spectrum.eShift, 1.5);
+        panel.refs().at(2)->findChild<XafsFileSelect*>()->clear();
+        QVERIFY(curves.at(2).spectrum.isEmpty());
+        load(panel);
+
+        QSignalSpy finished(&panel, &Analyzer::finished);
+        const XafsSpectrum noEdge({}, "x", VictLine::Straight, 0.0, {});
+        for (const XafsSpectrum& s : {sample(11.0), noEdge, sample(11.0)}) {
+            panel.analyzeAndShowSpectrum(s, {});
+            QCOMPARE(panel.view()->spectrum().points, s.points);
+            QVERIFY(finished.wait(60000));
+            QCOMPARE(curves.at(5).show, !s.isEmpty());
+        }
+        QCOMPARE(curves.at(5).spectrum.points, panel.fitResult().points);
+        panel.setMode(3); // no analysis, no fit
+        panel.analyzeAndShowSpectrum(sample(9.0), {});
+        QVERIFY(!curves.at(5).show);
+    }
+
+    void theViewComesAndGoesWithThePanel()
+    {
+        Analyzer panel;
+        XafsView* const view = panel.view();
+        panel.findChild<QAbstractButton*>("ShowView")->click();
+        QVERIFY(view->isVisible() && view->isWindow() && !panel.isVisible());
+        QCOMPARE(view->windowTitle(), QString("Analyzing Spectrum"));
+        panel.close();
+        QVERIFY(!view->isVisible());
+        panel.show();
+        QVERIFY(view->isVisible() && panel.isVisible());
+        panel.setNormalize(true);
+        panel.setEnergyCorrection(true);
+        for (const char* box : {"Normalized", "ECorrect"})
+            QVERIFY(view->findChild<QAbstractButton*>(box)->isChecked());
     }
 
     void aWalkLeavesTheRowsAlone()

@@ -52,10 +52,11 @@ def send_close(disp, window):
 
 def close_while(program, arguments, display_name, log_mark):
     """Starts the program, waits for the mark in its log, closes the window; what went wrong."""
-    with tempfile.TemporaryFile("w+") as log:
+    with tempfile.TemporaryFile("w+") as log, tempfile.TemporaryDirectory() as settings:
         process = subprocess.Popen(
             [program, *arguments], stdout=log, stderr=subprocess.STDOUT,
-            env={**os.environ, "DISPLAY": display_name, "QT_QPA_PLATFORM": "xcb"})
+            env={**os.environ, "DISPLAY": display_name, "QT_QPA_PLATFORM": "xcb",
+                 "XDG_CONFIG_HOME": settings})
         disp = display.Display(display_name)
         deadline = time.monotonic() + START_WITHIN_S
         window = None

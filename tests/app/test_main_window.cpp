@@ -242,8 +242,8 @@ private Q_SLOTS:
         QVERIFY(body.load(experiment_));
         // The same button stops, here behind the tenth answer; two more are on their way then.
         int answers = 0;
-        connect(body.analyzer(), &Analyzer::finished, this, [&](const AnalysisResult&) {
-            if (++answers == 10)
+        connect(body.analyzer(), &Analyzer::finished, this, [&](const AnalysisResult& result) {
+            if (result.walk != 0 && ++answers == 10)
                 body.start2DAnalysis();
         });
         body.start2DAnalysis();

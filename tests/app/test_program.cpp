@@ -9,6 +9,12 @@ class TestProgram : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase()
+    {
+        // Places of windows go into this folder instead of the user's.
+        qputenv("XDG_CONFIG_HOME", QFile::encodeName(dir_.path()));
+    }
+
     void batchFileIsRunAndQuits()
     {
         const QString batch = write("a.bat", ":echo \"in the batch\"\nquit\n:echo never\n");

@@ -51,6 +51,11 @@ private Q_SLOTS:
         QCOMPARE(ids.size(), 127);
         QCOMPARE(exCmdName(127) + exCmdName(-1), QString("UnKnow ExCMD idUnKnow ExCMD id"));
         QCOMPARE(int(exCmdId(CmdLine("\"not ex cmd\""))), 126);
+        for (const ExCmdRow& row : extensionTable()) {
+            QVERIFY(row.id >= 200 && !ids.contains(row.id));
+            QCOMPARE(exCmdId(CmdLine(row.word.toUpper())), row.id);
+            QCOMPARE(exCmdName(row.id), row.word);
+        }
     }
 
     void textRunsItsCommands()

@@ -121,10 +121,8 @@ private Q_SLOTS:
                  (QVector<int>{1, 1, 1}));
         const auto dialogs = panel.findChildren<EShiftMapDialog*>();
         QVERIFY(dialogs.size() == 2 && dialogs[0]->isVisible() && dialogs[1]->isVisible());
-        for (EShiftMapDialog* dialog : dialogs) {
-            QVERIFY(panel.dialogs().contains(dialog));
+        for (EShiftMapDialog* dialog : dialogs)
             Q_EMIT dialog->fileSelected("a.emp");
-        }
         QCOMPARE(panel.dialogs().size(), 3);
         panel.loadEShiftMap("b.emp");
         QVERIFY(load.count() == 2 && load.last() == QVariantList{"b.emp"});

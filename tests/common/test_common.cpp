@@ -5,6 +5,7 @@
 
 #include <QtTest>
 
+#include <QScreen>
 #include <QWidget>
 
 /// Texts taken apart and put together, the ramps of the colour bar, and kept windows.
@@ -83,6 +84,8 @@ private Q_SLOTS:
         };
         checkRows(extend, {"/d/a.txt|/d/a.txt|/d/a.txt", "/d.x/a|/d.x/a|/d.x/a.dat",
                            "/d/a.|/d/a|/d/a.dat", "||"});
+        for (const char* name : {"d.x/a", "d.x/a.", "d.x/a.txt"})
+            QCOMPARE(withReplacedExtension(name, "dat"), QString("d.x/a.dat"));
         QCOMPARE(withExtension("a", "dat"), QDir::currentPath() + "/a.dat");
     }
 
@@ -136,6 +139,26 @@ private Q_SLOTS:
         loadWindowState(&again, "Fresh", &popUp);
         QCOMPARE(QRect(again.pos(), again.size()), QRect(30, 40, 321, 123));
         QVERIFY(!again.isVisible() && !popUp);
+        QVERIFY(isWindowStateStored("Fresh") && !isWindowStateStored("Never"));
+    }
+
+    void windowComesUpOnAScreen()
+    {
+        const QTemporaryDir store;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+        for (const QRect& kept :
+             {QRect(90000, -3000, 300, 200), QRect(-400, 20, 300, 200),
+              QRect(screen.right() - 100, 50, 300, 200), QRect(-500, -500, 9000, 8000)}) {
+            QWidget window;
+            window.setGeometry(kept);
+            saveWindowState(&window, "Far", true);
+            window.setGeometry(1, 1, 2, 2);
+            bool popUp = false;
+            loadWindowState(&window, "Far", &popUp);
+            QVERIFY(screen.contains(QRect(window.pos(), window.size())));
+            QCOMPARE(window.size(), kept.size().boundedTo(screen.size()));
+        }
     }
 };
 

@@ -81,6 +81,27 @@ private Q_SLOTS:
         QCOMPARE(a.directory().absolutePath(), QDir::rootPath());
     }
 
+    void dialogMadeLateIsWhereTheGroupIs()
+    {
+        const QTemporaryDir dir;
+        FDGroup group;
+        QWidget owner;
+        LateDialog late([&owner] { return new FileDialog(&owner); }, &owner);
+        group.add(&late);
+        group.add(&late);
+        group.directoryEntered(dir.path());
+        QVERIFY(!late.made() && group.dialogs().isEmpty());
+        QSignalSpy chosen(&late, &LateDialog::filesSelected);
+        late.show();
+        QCOMPARE(late.made()->directory().absolutePath(), dir.path());
+        QCOMPARE(group.dialogs(), QVector<QFileDialog*>{late.made()});
+        Q_EMIT late.made()->directoryEntered(QDir::rootPath());
+        Q_EMIT late.made()->filesSelected({"a", "b"});
+        QCOMPARE(chosen.size(), 1);
+        late.setFolder(dir.path());
+        QCOMPARE(late.get()->directory().absolutePath(), dir.path());
+    }
+
     void crossSectionDrawsAnything()
     {
         CrossSView view;

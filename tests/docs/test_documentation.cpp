@@ -47,7 +47,7 @@ QString fault(const CmdLine& line)
         return QStringLiteral("no command: ") + line.line;
     }
     const int row = static_cast<int>(exCmdId(line));
-    for (const ExCmdRow& command : exCmdTable()) {
+    for (const ExCmdRow& command : exCmdTable() + extensionTable()) {
         if (command.id == row && line.args.size() < leastArguments(command.arguments)) {
             return QStringLiteral("too few arguments: ") + line.line;
         }
@@ -59,7 +59,7 @@ QString fault(const CmdLine& line)
 QString commandList()
 {
     QString list;
-    for (const ExCmdRow& command : exCmdTable()) {
+    for (const ExCmdRow& command : exCmdTable() + extensionTable()) {
         if (command.id == ExCmdNone) {
             continue;
         }

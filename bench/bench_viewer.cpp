@@ -1,0 +1,109 @@
+// What the user waits for while looking at a stack of 200 images of 1024x1024 pixels (and as many
+// of I0): a mouse move, another image, new pictures of all images. Each is timed until its windows
+// are painted.
+
+#include "SyntheticExperiment.h"
+#include "app/Body.h"
+#include "display/ColorBar.h"
+#include "display/ImgDispA.h"
+#include "display/XafsView.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+
+namespace {
+
+constexpr int side = 1024;
+constexpr int images = 200;
+
+/// A picture of a sample whose edge lies amid the stack: smooth, with counts of a real exposure.
+std::unique_ptr<TiffData> viewerImage(int number, bool sample)
+{
+    auto image = std::make_unique<TiffData>();
+    image->allocate(side, side, TiffData::TiffWords);
+    image->energy = synthetic::firstEnergy + number * synthetic::energyStep;
+    const double mu = sample ? 0.3 + synthetic::referenceMu(0, image->energy) : 0.0;
+    for (int y = 0; y < side; ++y) {
+        auto* row = image->row<quint16>(y);
+        const double beam = 20000.0 * std::exp(-mu * (0.5 + double(y) / side));
+        for (int x = 0; x < side; ++x)
+            row[x] = quint16(beam + (x * 31 + y * 17 + number * 7) % 199);
+        image->noteExtremes(y);
+    }
+    image->buildImage(currentColorScale());
+    return image;
+}
+
+/// A main window with both stacks and its spectrum view on the screen, made for one benchmark and
+/// freed with it: the stacks take more than a gigabyte.
+class Viewer
+{
+public:
+    Viewer()
+    {
+        for (const char* line :
+             {"set_band_w 10", "set_band_h 10", "Use_I0 1", "eng_calc_base_i1 8880",
+              "eng_calc_delta_i1 1.25", "eng_calc_base_i0 8880", "eng_calc_delta_i0 1.25",
+              "eng_calc_even_in_eng_i1 1", "eng_calc_even_in_eng_i0 1"})
+            body.execCmdSlot(CmdLine(QLatin1String(line)), false);
+        for (int i = 0; i < images; ++i) {
+            body.loadedI1(viewerImage(i, true).release(), i);
+            body.loadedI0(viewerImage(i, false).release(), i);
+        }
+        body.show();
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (qobject_cast<XafsView*>(window))
+                window->show();
+        }
+        QCoreApplication::processEvents();
+    }
+
+    Body body;
+    ImgDispA& area = *body.findChild<ImgDispA*>(QStringLiteral("dispA"));
+};
+
+void mouseMove(benchmark::State& state)
+{
+    Viewer viewer;
+    int step = 0;
+    for (auto _ : state) {
+        // Far from the last position each time: nothing of it is in the cache.
+        step = (step + 397) % (viewer.area.width() * viewer.area.height());
+        const QPointF at(step % viewer.area.width(), step / viewer.area.width());
+        QMouseEvent move(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&viewer.area, &move);
+        QCoreApplication::processEvents();
+    }
+}
+
+void showImage(benchmark::State& state)
+{
+    Viewer viewer;
+    int number = 0;
+    for (auto _ : state) {
+        number = (number + 67) % images;
+        viewer.body.seekImage(number);
+        QCoreApplication::processEvents();
+    }
+}
+
+void rebuildAll(benchmark::State& state)
+{
+    Viewer viewer;
+    auto& bar = *viewer.body.findChild<ColorBar*>(QStringLiteral("CBar"));
+    for (auto _ : state) {
+        bar.lowHandle = 0.25 - bar.lowHandle;
+        viewer.body.cBarUpdated();
+        QCoreApplication::processEvents();
+    }
+}
+
+} // namespace
+
+BENCHMARK(mouseMove)->Name("mouse_move")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(showImage)->Name("show_image")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(rebuildAll)->Name("rebuild_all")->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -1,0 +1,185 @@
+#include "app/Body.h"
+
+#include "analysis/Analyzer.h"
+#include "common/SafeInt.h"
+#include "display/CrossSView.h"
+#include "display/ImageOverlay.h"
+#include "display/ImgDispA.h"
+#include "display/XafsView.h"
+#include "image/CrossSection.h"
+#include "selection/SelectDataFiles.h"
+#include "ui_Body.h"
+
+#include <QLocale>
+
+namespace {
+
+/// Half width of the sections across their own direction [pixels].
+constexpr int sectionHalfWidth = 1;
+
+QString pixelText(int x, int y)
+{
+    return QString::asprintf("(% 4d, % 4d)", x, y);
+}
+
+/// The shown map's value to 2 digits, as maps are read at a glance; counts of an image whole.
+QString valueText(const Analyzed2DRes& map, int x, int y)
+{
+    return QLocale(QLocale::English).toString(map.valueAt(x, y), 'g', 2);
+}
+
+QString valueText(const TiffData& image, int x, int y)
+{
+    return QLocale(QLocale::English).toString(image.pixel(x, y), 'g', 10);
+}
+
+} // namespace
+
+int Body::halfWidthX() const
+{
+    return ui_->HWidth->text().toInt();
+}
+
+int Body::halfWidthY() const
+{
+    return ui_->VWidth->text().toInt();
+}
+
+/// The stack that cursor and sections read: with a map on show it is the I0 stack.
+const Body::Stack& Body::cursorStack() const
+{
+    return ui_->ShowData->isChecked() ? i1_ : i0_;
+}
+
+const TiffData* Body::currentImage(const Stack& stack) const
+{
+    return stack.images->value(stack.row->currentIndex(), nullptr);
+}
+
+/// Dark counts that are taken off one pixel of the stack's current image.
+double Body::darkLevel(const Stack& stack, int x, int y) const
+{
+    double level = stack.darkAreaOn ? stack.darkAvg.value(stack.row->currentIndex(), 0.0) : 0.0;
+    if (dark_) {
+        level += dark_->pixel(x, y) / ui_->DarkExpTime->text().toDouble() *
+                 stack.row->exposureText().toDouble();
+    }
+    return level;
+}
+
+int Body::targetBackground() const
+{
+    return VictLine::Straight;
+}
+
+void Body::showXafsSpectrum(double x, double y)
+{
+    curX_ = truncatedInt(x);
+    curY_ = truncatedInt(y);
+    showXafsSpectrum();
+}
+
+void Body::showXafsSpectrum()
+{
+    const TiffData* image = currentImage(cursorStack());
+    xafsView_->setMarkerEnergy(image ? image->energy : -1.0);
+    const double shift = shiftAt(curX_, curY_);
+    const SuggestElm elm = suggestElm();
+    const BlockConditions conditions = blockConditions(halfWidthX(), halfWidthY());
+    const XafsSpectrum spectrum(rawXafs({i1Stack_, i0Stack_}, conditions, curX_, curY_),
+                                QStringLiteral("body-show"), targetBackground(), shift, elm);
+    const double dE = xafsView_->setSpectrum(spectrum);
+    if (!walk_.running)
+        analyzer_->analyzeAndShowSpectrum(spectrum, elm);
+    ui_->Position->setText(pixelText(curX_, curY_));
+    ui_->EShiftOnTbl->setText(QString::asprintf("%6.3f", shift));
+    ui_->EShiftFromStd->setText(QString::asprintf("%5.2f", dE));
+    xafsView_->setRawSpectrum(rawI1(i1Stack_, conditions, curX_, curY_));
+}
+
+void Body::onMouseMovedInDispA()
+{
+    const QPointF at = ui_->dispA->cursorPosition();
+    const int x = truncatedInt(at.x());
+    const int y = truncatedInt(at.y());
+    showSections(x, y);
+    const TiffData* image = currentImage(cursorStack());
+    if (const Analyzed2DRes* map = ui_->dispA->shownMap())
+        ui_->Value->setText(valueText(*map, x, y));
+    else
+        ui_->Value->setText(image ? valueText(*image, x, y) : QString());
+    ui_->DarkValue->setText(QString::number(darkLevel(cursorStack(), x, y)));
+}
+
+void Body::showSections(int x, int y)
+{
+    const bool useI1 = ui_->ShowData->isChecked();
+    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points);
+    ui_->HCross->setCursorPos(x);
+    // The width field goes to the half width in y here, on purpose.
+    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points);
+    ui_->VCross->setCursorPos(imgH_ - y);
+}
+
+Spectrum Body::hCrossAt(int y, int hw, int vw, bool useI1) const
+{
+    const TiffData* image = currentImage(useI1 ? i1_ : i0_);
+    return image ? hCross(sectionSource(*image, useI1), imgW_, y, hw, vw) : Spectrum();
+}
+
+Spectrum Body::vCrossAt(int x, int hw, int vw, bool useI1) const
+{
+    const TiffData* image = currentImage(useI1 ? i1_ : i0_);
+    return image ? vCross(sectionSource(*image, useI1), imgH_, x, hw, vw) : Spectrum();
+}
+
+/// Sections of I1 show absorption, whatever the use box of I0 says.
+SectionSource Body::sectionSource(const TiffData& image, bool useI1) const
+{
+    return {image, useI1 ? &i0Stack_ : nullptr, ui_->FluoType->isChecked()};
+}
+
+/// Conditions of the form have changed: spectrum and sections at the cursor follow.
+void Body::refreshCursor()
+{
+    showXafsSpectrum();
+    showSections(curX_, curY_);
+    ui_->dispA->update();
+}
+
+void Body::draw(QPainter* p)
+{
+    const ImgDispA& area = *ui_->dispA;
+    const bool selected = area.hasSelection() || area.isSelecting();
+    showBoxSize(selected);
+    if (!area.currentImage())
+        return;
+    ImageOverlay overlay;
+    overlay.x = curX_;
+    overlay.y = curY_;
+    overlay.bandWidth = halfWidthX();
+    overlay.bandHeight = halfWidthY();
+    overlay.imageWidth = imgW_;
+    overlay.imageHeight = imgH_;
+    if (selected)
+        overlay.selection = area.selectedArea();
+    if (i0_.darkAreaOn)
+        overlay.i0DarkArea = i0_.darkArea;
+    if (i1_.darkAreaOn)
+        overlay.i1DarkArea = i1_.darkArea;
+    paintOverlay(*p, area.coord, overlay);
+    ui_->CBar->update();
+}
+
+void Body::showBoxSize(bool selected)
+{
+    QString text;
+    if (selected) {
+        const QRectF& box = ui_->dispA->selectedArea();
+        text = pixelText(truncatedInt(box.left()), truncatedInt(box.top())) + QLatin1Char('-') +
+               pixelText(truncatedInt(box.right()), truncatedInt(box.bottom()));
+    }
+    // Painting calls this: a label that is set anew asks for another layout.
+    if (ui_->BoxSize->text() != text)
+        ui_->BoxSize->setText(text);
+}

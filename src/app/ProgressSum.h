@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QMap>
+#include <QProgressBar>
+
+/// A progress bar over several pieces of work that may run at the same time; hidden while none
+/// does.
+class ProgressSum : public QProgressBar
+{
+    Q_OBJECT
+public:
+    explicit ProgressSum(QWidget* parent = nullptr);
+
+    /// Tells how far a piece of work has come, in steps of its own; 0 of 0 when it has ended. It
+    /// counts as done until all have ended, so that the bar does not go back.
+    void setPart(int part, int done, int total);
+
+private:
+    struct Part
+    {
+        int done = 0;
+        int total = 0;
+        bool ended = false;
+    };
+    QMap<int, Part> parts_; ///< begun since nothing was at work
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+
+class QDropEvent;
+class QMimeData;
+class QWidget;
+
+/// The patterns of a file dialog's filter, what stands in its last brackets: "*.a" and "*.b" of
+/// "Some files (*.a *.b)".
+QStringList filterPatterns(const QString& filter);
+
+/// Lets a widget take files that are dropped on it or on a widget within it. Only local files and
+/// folders count; texts go to the fields as ever.
+class FileDrop : public QObject
+{
+    Q_OBJECT
+public:
+    enum Mode
+    {
+        OneFile,  ///< a single file
+        ManyFiles ///< any number of files, and folders for the files in them
+    };
+
+    /// Takes files whose name matches a pattern, or any file when there are none. The children of
+    /// the target are to be made before. The target owns the new object.
+    FileDrop(QWidget* target, Mode mode, const QStringList& patterns = {});
+
+Q_SIGNALS:
+    /// Existing files, sorted by name; at least one.
+    void dropped(const QStringList& files);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    bool isWelcome(const QMimeData& data) const;
+    bool matches(const QString& path) const;
+    QStringList filesOf(const QMimeData& data) const;
+    void take(QDropEvent& event);
+
+    Mode mode_;
+    QStringList patterns_;
+};

@@ -1,0 +1,190 @@
+#include "display/XafsView.h"
+
+#include "common/FieldText.h"
+#include "common/FileNames.h"
+#include "display/FileDialogs.h"
+#include "ui_XafsView.h"
+
+XafsView::XafsView(QWidget* parent)
+    : QFrame(parent)
+    , ui_(std::make_unique<Ui_XafsView>())
+    , saveDialog_(new LateDialog([this] { return newSaveDialog(); }, this))
+{
+    ui_->setupUi(this);
+    connectForm();
+}
+
+XafsView::~XafsView() = default;
+
+QFileDialog* XafsView::newSaveDialog()
+{
+    auto* dialog = new FileDialog(this);
+    dialog->setWindowTitle(tr("Save Spectra"));
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("dat"));
+    dialog->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});
+    return dialog;
+}
+
+void XafsView::connectForm()
+{
+    connect(ui_->Xafs, &DispA::drawImage1, this, &XafsView::draw);
+    connect(ui_->Xafs, &DispA::mouseMoved0, this, &XafsView::onMouseMoved);
+    connect(ui_->Xafs, &DispA::wheelMoved0, this, &XafsView::onWheelMoved);
+    const std::pair<QCheckBox*, bool XafsPlot::*> boxes[] = {
+        {ui_->Normalized, &XafsPlot::normalized},
+        {ui_->ECorrect, &XafsPlot::energyCorrected},
+        {ui_->ShowRaw, &XafsPlot::showRaw},
+        {ui_->ShowFFT, &XafsPlot::showFft}};
+    for (const auto& [box, flag] : boxes) {
+        connect(box, &QCheckBox::toggled, this, [this, flag = flag](bool on) {
+            plot_.*flag = on;
+            update();
+        });
+    }
+    connect(ui_->ShowRaw, &QCheckBox::toggled, ui_->ShowFFT, &QWidget::setEnabled);
+    connect(ui_->ResetXScale, &QAbstractButton::clicked, this, &XafsView::resetXScale);
+    connect(ui_->Save, &QAbstractButton::clicked, saveDialog_, &LateDialog::show);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &XafsView::saveData);
+}
+
+double XafsView::setSpectrum(const XafsSpectrum& s)
+{
+    plot_.setSpectrum(s);
+    update();
+    return plot_.stdSpectrum.isEmpty() ? 0.0 : s.midx - plot_.stdSpectrum.midx;
+}
+
+void XafsView::setRawSpectrum(const Spectrum& s)
+{
+    plot_.setRawSpectrum(s);
+    update();
+}
+
+void XafsView::setStdSpectrum(const XafsSpectrum& s)
+{
+    plot_.stdSpectrum = s;
+    update();
+}
+
+void XafsView::setOthers(const QVector<ViewCurve>& curves)
+{
+    plot_.others = curves;
+    update();
+}
+
+void XafsView::setOther(int index, const ViewCurve& curve)
+{
+    if (index < 0 || index >= plot_.others.size())
+        return;
+    plot_.others[index] = curve;
+    update();
+}
+
+void XafsView::setMarkerEnergy(double energy)
+{
+    plot_.markerEnergy = energy;
+    update();
+}
+
+void XafsView::setEdgeMarks(const QVector<EdgeMark>& marks)
+{
+    plot_.edgeMarks = marks;
+    update();
+}
+
+void XafsView::setStopRedraw(bool f)
+{
+    if (stopRedraw_ == f)
+        return;
+    stopRedraw_ = f;
+    update();
+}
+
+void XafsView::setNormalize(bool f)
+{
+    ui_->Normalized->setChecked(f);
+}
+
+void XafsView::setEnergyCorrection(bool f)
+{
+    ui_->ECorrect->setChecked(f);
+}
+
+void XafsView::update()
+{
+    if (stopRedraw_)
+        return;
+    showEdge();
+    ui_->Xafs->update();
+    Q_EMIT updated();
+}
+
+void XafsView::showEdge()
+{
+    const XafsSpectrum& s = spectrum();
+    if (s.isEmpty()) {
+        ui_->ExtMsg->clear();
+        return;
+    }
+    ui_->ExtMsg->setText(tr("dMut = %1, Edge %2 [eV] : %3 %4")
+                             .arg(QString::asprintf("% 6.3e", s.dMut), fieldText(s.midx).trimmed(),
+                                  s.outOfRangeMidx ? tr("Out of Range midx") : QString(),
+                                  s.noisyMidx ? tr("Noizy to decide midx") : QString()));
+}
+
+void XafsView::draw(QPainter* p)
+{
+    plot_.paint(p, ui_->Xafs->size());
+}
+
+void XafsView::showValues(const QString& energy, const QString& value)
+{
+    ui_->XVal->setText(energy);
+    ui_->YVal->setText(value);
+}
+
+void XafsView::onMouseMoved()
+{
+    if (spectrum().isEmpty())
+        return;
+    plot_.prepare(ui_->Xafs->size());
+    const ChCoord& axes = plot_.coord;
+    const MouseC& mouse = ui_->Xafs->mouse;
+    const double energy = axes.screenToRealX(mouse.pos.x());
+    showValues(QString::number(energy, 'f', 1),
+               QString::number(axes.screenToRealY(mouse.pos.y()), 'f', 3));
+    ui_->Position->setNum(plot_.nearestPoint(energy));
+    if (mouse.pressed && mouse.pressAction() == MouseC::Plain)
+        plot_.range.pan(axes.screenToRealX(mouse.prevPos.x()) - energy);
+}
+
+void XafsView::onWheelMoved()
+{
+    if (spectrum().isEmpty())
+        return;
+    plot_.prepare(ui_->Xafs->size());
+    const QPoint& at = ui_->Xafs->mouse.pos;
+    const double energy = plot_.coord.screenToRealX(at.x());
+    plot_.range.zoom(energy, ui_->Xafs->wheelFactor);
+    plot_.prepare(ui_->Xafs->size());
+    showValues(fieldText(energy), fieldText(plot_.coord.screenToRealY(at.y())));
+    update();
+}
+
+void XafsView::resetXScale()
+{
+    plot_.range.reset();
+    update();
+}
+
+void XafsView::saveData(const QString& fname)
+{
+    if (fname.isEmpty())
+        return;
+    const QString base = withReplacedExtension(fname, QStringLiteral("dat"));
+    spectrum().dump(addSuffix(base, QStringLiteral("T")), true);
+    plot_.stdSpectrum.dump(addSuffix(base, QStringLiteral("std")), false);
+    for (int i = 0; i < others().size(); ++i)
+        others().at(i).spectrum.dump(addSuffix(base, QStringLiteral("other%1").arg(i)), false);
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include "display/XafsPlot.h"
+
+#include <QFrame>
+
+#include <memory>
+
+class LateDialog;
+class QFileDialog;
+class QPainter;
+class Ui_XafsView;
+
+/// The window that shows a spectrum: its plot, the values under the mouse, and a line with its
+/// edge. Spectra come in as copies, which share their points. GUI thread.
+///
+/// A plain left drag pans in energy and the wheel zooms; the energies in view then stay, also for
+/// new spectra, until resetXScale().
+class XafsView : public QFrame
+{
+    Q_OBJECT
+public:
+    explicit XafsView(QWidget* parent = nullptr);
+    ~XafsView() override;
+
+    /// The main spectrum. Returns how far its mid point lies above the standard's [eV]; 0.0 with
+    /// no standard.
+    double setSpectrum(const XafsSpectrum& s);
+    /// The raw values behind the main spectrum, for the raw modes.
+    void setRawSpectrum(const Spectrum& s);
+    void setStdSpectrum(const XafsSpectrum& s);
+    void setOthers(const QVector<ViewCurve>& curves);
+    /// One of the further spectra; an index that there is none of changes nothing.
+    void setOther(int index, const ViewCurve& curve);
+    /// Marks the energy of the image shown [eV]; none when not above 0.
+    void setMarkerEnergy(double energy);
+    void setEdgeMarks(const QVector<EdgeMark>& marks);
+    /// While on, setters only store; off shows what has come meanwhile.
+    void setStopRedraw(bool f);
+
+    const XafsSpectrum& spectrum() const { return plot_.spectrum(); }
+    const QVector<ViewCurve>& others() const { return plot_.others; }
+    /// Energies at the ends of the plot [eV].
+    double markerEnergy() const { return plot_.markerEnergy; }
+    double xMin() const { return plot_.range.min(); }
+    double xMax() const { return plot_.range.max(); }
+    /// Mapping of the plot as it was laid out last.
+    const ChCoord& coord() const { return plot_.coord; }
+    LateDialog* saveDialog() const { return saveDialog_; }
+
+public Q_SLOTS:
+    void draw(QPainter* p);
+    void onMouseMoved();
+    void onWheelMoved();
+    /// Brings the whole energy range into view.
+    void resetXScale();
+    /// Repaints the plot and tells updated().
+    void update();
+    /// Writes the spectra into text files beside each other: of "a.dat", the main one into
+    /// "a-T.dat", the standard into "a-std.dat" and further ones into "a-other0.dat" and on.
+    void saveData(const QString& fname);
+    void setNormalize(bool f);
+    void setEnergyCorrection(bool f);
+
+Q_SIGNALS:
+    /// Something else is shown.
+    void updated();
+
+private:
+    Q_DISABLE_COPY(XafsView)
+
+    QFileDialog* newSaveDialog();
+    void connectForm();
+    void showEdge();
+    void showValues(const QString& energy, const QString& value);
+
+    const std::unique_ptr<Ui_XafsView> ui_;
+    LateDialog* const saveDialog_;
+    XafsPlot plot_;
+    bool stopRedraw_ = false;
+};

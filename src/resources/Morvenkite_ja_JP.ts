@@ -1,0 +1,1670 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja_JP" sourcelanguage="en">
+<context>
+    <name>Analyzer</name>
+    <message>
+        <source>Analyzer</source>
+        <translation>解析</translation>
+    </message>
+    <message>
+        <source>LCF / MLCF Analysis</source>
+        <translation>LCF / MLCF 解析</translation>
+    </message>
+    <message>
+        <source>Exec. LCF / MLCF Analysis</source>
+        <translation>LCF / MLCF 解析を行う</translation>
+    </message>
+    <message>
+        <source>Fit each spectrum as a weighted sum of the references</source>
+        <translation>各スペクトルを参照スペクトルの線形結合でフィットする</translation>
+    </message>
+    <message>
+        <source>Fitting Range: </source>
+        <translation>フィット範囲: </translation>
+    </message>
+    <message>
+        <source>Start of the fitting range [eV]</source>
+        <translation>フィット範囲の始端 [eV]</translation>
+    </message>
+    <message>
+        <source>End of the fitting range [eV]</source>
+        <translation>フィット範囲の終端 [eV]</translation>
+    </message>
+    <message>
+        <source>Add Ref</source>
+        <translation>参照を追加</translation>
+    </message>
+    <message>
+        <source>Add a row for another reference</source>
+        <translation>参照スペクトルの行を追加する</translation>
+    </message>
+    <message>
+        <source>Zansa</source>
+        <translation>残差</translation>
+    </message>
+    <message>
+        <source>Show the map of the residuals of the fits</source>
+        <translation>フィットの残差マップを表示する</translation>
+    </message>
+    <message>
+        <source>Residual of the last single fit: mean squared relative deviation over the number of points</source>
+        <translation>直近の単独フィットの残差: 相対偏差の二乗平均を点数で割った値</translation>
+    </message>
+    <message>
+        <source>Disp. on Time</source>
+        <translation>随時表示</translation>
+    </message>
+    <message>
+        <source>Paint the maps after each row of an analysis</source>
+        <translation>解析中、1 行終わるごとにマップを描画する</translation>
+    </message>
+    <message>
+        <source>Rows of the running analysis that are done [%]</source>
+        <translation>実行中の解析で終了した行の割合 [%]</translation>
+    </message>
+    <message>
+        <source>Analyze</source>
+        <translation>解析実行</translation>
+    </message>
+    <message>
+        <source>Analyse each block of the selected area; stops a running analysis</source>
+        <translation>選択領域の各ブロックを解析する。実行中は解析を停止する</translation>
+    </message>
+    <message>
+        <source>Image Type:</source>
+        <translation>画像の種類:</translation>
+    </message>
+    <message>
+        <source>Min.</source>
+        <translation>最小</translation>
+    </message>
+    <message>
+        <source>Max.</source>
+        <translation>最大</translation>
+    </message>
+    <message>
+        <source>DMut</source>
+        <translation>Δμt</translation>
+    </message>
+    <message>
+        <source>Show the edge step that a reference carries</source>
+        <translation>参照スペクトルが担う吸収端ジャンプを表示する</translation>
+    </message>
+    <message>
+        <source>DMut at the bottom of the fixed scale</source>
+        <translation>固定スケールの下端の Δμt</translation>
+    </message>
+    <message>
+        <source>DMut at the top of the fixed scale</source>
+        <translation>固定スケールの上端の Δμt</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>比率</translation>
+    </message>
+    <message>
+        <source>Show the weight of a reference</source>
+        <translation>参照スペクトルの重みを表示する</translation>
+    </message>
+    <message>
+        <source>Ratio at the bottom of the fixed scale; a weight of 1 is 100 %</source>
+        <translation>固定スケールの下端の比率。重み 1 が 100 %</translation>
+    </message>
+    <message>
+        <source>Ratio at the top of the fixed scale; a weight of 1 is 100 %</source>
+        <translation>固定スケールの上端の比率。重み 1 が 100 %</translation>
+    </message>
+    <message>
+        <source>Fixed Scale</source>
+        <translation>スケール固定</translation>
+    </message>
+    <message>
+        <source>Paint maps by the given scale instead of the range of their values</source>
+        <translation>マップを値の範囲ではなく指定したスケールで描画する</translation>
+    </message>
+    <message>
+        <source>Show View</source>
+        <translation>ビュー表示</translation>
+    </message>
+    <message>
+        <source>Show the spectrum with the references in use and their fit, over the energy [eV]</source>
+        <translation>使用中の参照スペクトルとフィット結果を重ねてスペクトルを表示する (横軸エネルギー [eV])</translation>
+    </message>
+    <message>
+        <source>Analyzing Spectrum</source>
+        <translation>解析中のスペクトル</translation>
+    </message>
+</context>
+<context>
+    <name>BatchCtrl</name>
+    <message>
+        <source>Batch</source>
+        <translation>バッチ</translation>
+    </message>
+    <message>
+        <source>Batch Cmds</source>
+        <translation>バッチコマンド</translation>
+    </message>
+    <message>
+        <source>Progress Log</source>
+        <translation>実行ログ</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>読込</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Clear Log</source>
+        <translation>ログ消去</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Exec.</source>
+        <translation>実行</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Batch File (*.bat)</source>
+        <translation>バッチファイル (*.bat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Batch commands, one a line</source>
+        <translation>バッチコマンド (1 行に 1 つ)</translation>
+    </message>
+    <message>
+        <source>Lines as they are run, and their faults</source>
+        <translation>実行した行とエラー</translation>
+    </message>
+    <message>
+        <source>Open a batch file</source>
+        <translation>バッチファイルを開く</translation>
+    </message>
+    <message>
+        <source>Save the commands as a batch file</source>
+        <translation>コマンドをバッチファイルに保存する</translation>
+    </message>
+    <message>
+        <source>Empty the log</source>
+        <translation>ログを空にする</translation>
+    </message>
+    <message>
+        <source>Empty the commands</source>
+        <translation>コマンドを空にする</translation>
+    </message>
+    <message>
+        <source>Run the commands</source>
+        <translation>コマンドを実行する</translation>
+    </message>
+    <message>
+        <source>Stop the run after the current command</source>
+        <translation>現在のコマンドの後で実行を停止する</translation>
+    </message>
+</context>
+<context>
+    <name>Body</name>
+    <message>
+        <source>Data</source>
+        <translation>データ</translation>
+    </message>
+    <message>
+        <source>Images through the sample, one per energy</source>
+        <translation>試料を透過した画像 (エネルギーごとに 1 枚)</translation>
+    </message>
+    <message>
+        <source>Images without the sample, one per energy</source>
+        <translation>試料なしの画像 (エネルギーごとに 1 枚)</translation>
+    </message>
+    <message>
+        <source>Dark Data</source>
+        <translation>ダークデータ</translation>
+    </message>
+    <message>
+        <source>File of the dark image; its counts are scaled to the exposure of each stack</source>
+        <translation>ダーク画像のファイル。カウントは各スタックの露光時間に換算される</translation>
+    </message>
+    <message>
+        <source>Exp.</source>
+        <translation>露光</translation>
+    </message>
+    <message>
+        <source>Exposure time of the dark image [ms], from its file; may be overruled</source>
+        <translation>ダーク画像の露光時間 [ms]。ファイルから読み取るが変更可</translation>
+    </message>
+    <message>
+        <source>Choose the dark image</source>
+        <translation>ダーク画像を選択する</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Work without a dark image</source>
+        <translation>ダーク画像を使わない</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>BG Data</source>
+        <translation>BG データ</translation>
+    </message>
+    <message>
+        <source>Background spectrum, shown in a view of its own</source>
+        <translation>バックグラウンドスペクトル (別のビューに表示)</translation>
+    </message>
+    <message>
+        <source>Show the background spectrum</source>
+        <translation>バックグラウンドスペクトルを表示する</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Total I0 of I1</source>
+        <translation>I1 の全 I0</translation>
+    </message>
+    <message>
+        <source>Scan file whose I0 replaces the I0 images, point by image</source>
+        <translation>その I0 を各点ごとに I0 画像の代わりに用いるスキャンファイル</translation>
+    </message>
+    <message>
+        <source>Total I0 of I0</source>
+        <translation>I0 の全 I0</translation>
+    </message>
+    <message>
+        <source>Scan file of the I0 stack; kept and logged, enters no calculation</source>
+        <translation>I0 スタックのスキャンファイル。保持してログに記録するだけで計算には用いない</translation>
+    </message>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>xw</source>
+        <translation>半幅 x</translation>
+    </message>
+    <message>
+        <source>Half width of the averaging block in x [pixels]; the block spans 2 xw + 1</source>
+        <translation>平均ブロックの x 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
+    </message>
+    <message>
+        <source>yw</source>
+        <translation>半幅 y</translation>
+    </message>
+    <message>
+        <source>Half width of the averaging block in y [pixels]; the block spans 2 yw + 1</source>
+        <translation>平均ブロックの y 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
+    </message>
+    <message>
+        <source>[pix]</source>
+        <translation>[画素]</translation>
+    </message>
+    <message>
+        <source>dPreE</source>
+        <translation>プリ終端</translation>
+    </message>
+    <message>
+        <source>End of the pre-edge range, relative to the edge [eV]</source>
+        <translation>プリエッジ範囲の終端 (吸収端からの相対値) [eV]</translation>
+    </message>
+    <message>
+        <source>dPostS</source>
+        <translation>ポスト始端</translation>
+    </message>
+    <message>
+        <source>Start of the post-edge range, relative to the edge [eV]</source>
+        <translation>ポストエッジ範囲の始端 (吸収端からの相対値) [eV]</translation>
+    </message>
+    <message>
+        <source>Look for the edge only near the energy given here</source>
+        <translation>ここで指定したエネルギーの近傍だけで吸収端を探す</translation>
+    </message>
+    <message>
+        <source>Suggest Elm.</source>
+        <translation>元素を指定</translation>
+    </message>
+    <message>
+        <source>Symbol of the element</source>
+        <translation>元素記号</translation>
+    </message>
+    <message>
+        <source>Absorption edge of the element</source>
+        <translation>元素の吸収端</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>吸収端</translation>
+    </message>
+    <message>
+        <source>Energy of the suggested edge [eV]; follows element and edge, may be overruled</source>
+        <translation>指定した吸収端のエネルギー [eV]。元素と吸収端から決まるが変更可</translation>
+    </message>
+    <message>
+        <source>Th. Jmp.</source>
+        <translation>ジャンプ閾値</translation>
+    </message>
+    <message>
+        <source>An edge counts when its step exceeds this many times the noise of both lines</source>
+        <translation>ジャンプがプリエッジ・ポストエッジ両直線の雑音のこの倍数を超えたとき吸収端とみなす</translation>
+    </message>
+    <message>
+        <source>sgm.</source>
+        <translation>σ</translation>
+    </message>
+    <message>
+        <source>I0:</source>
+        <translation>I0:</translation>
+    </message>
+    <message>
+        <source>Divide the sample images (I1) by the I0 images of the same energy</source>
+        <translation>試料画像 (I1) を同じエネルギーの I0 画像で割る</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>使用</translation>
+    </message>
+    <message>
+        <source>Fluorescence yield I1 / I0 in place of the absorption ln(I0 / I1)</source>
+        <translation>吸収 ln(I0 / I1) の代わりに蛍光収量 I1 / I0 を用いる</translation>
+    </message>
+    <message>
+        <source>Fluo. Type</source>
+        <translation>蛍光法</translation>
+    </message>
+    <message>
+        <source>Save Img/Data</source>
+        <translation>画像/データの保存</translation>
+    </message>
+    <message>
+        <source>Save what the image area shows, and the colour bar, as pictures</source>
+        <translation>画像領域の表示内容とカラーバーを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>画像を保存</translation>
+    </message>
+    <message>
+        <source>Save all result maps as pictures</source>
+        <translation>すべての結果マップを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Save All Images</source>
+        <translation>全画像を保存</translation>
+    </message>
+    <message>
+        <source>Write flat.dat and dark.dat of the image size</source>
+        <translation>画像サイズの flat.dat と dark.dat を書き出す</translation>
+    </message>
+    <message>
+        <source>Save Flat Dark</source>
+        <translation>フラット/ダークを保存</translation>
+    </message>
+    <message>
+        <source>Save the values of the shown result map as TIFF or text</source>
+        <translation>表示中の結果マップの値を TIFF またはテキストで保存する</translation>
+    </message>
+    <message>
+        <source>Save Data</source>
+        <translation>データを保存</translation>
+    </message>
+    <message>
+        <source>Choose TIFF or text, scale and layout of saved data</source>
+        <translation>保存するデータの形式 (TIFF/テキスト)、スケール、並びを選ぶ</translation>
+    </message>
+    <message>
+        <source>Save Data Cfg.</source>
+        <translation>データ保存設定</translation>
+    </message>
+    <message>
+        <source>Save Proc. Data</source>
+        <translation>処理データの保存</translation>
+    </message>
+    <message>
+        <source>Normalised spectrum of each point of the area</source>
+        <translation>領域内の各点の規格化スペクトル</translation>
+    </message>
+    <message>
+        <source>Normalized XAFS</source>
+        <translation>規格化 XAFS</translation>
+    </message>
+    <message>
+        <source>Absorption spectrum of each point of the area</source>
+        <translation>領域内の各点の吸収スペクトル</translation>
+    </message>
+    <message>
+        <source>Raw XAFS</source>
+        <translation>未規格化 XAFS</translation>
+    </message>
+    <message>
+        <source>I1 counts of each point of the area</source>
+        <translation>領域内の各点の I1 カウント</translation>
+    </message>
+    <message>
+        <source>Raw</source>
+        <translation>生データ</translation>
+    </message>
+    <message>
+        <source>Write the spectra of all points of the area as text</source>
+        <translation>領域内の全点のスペクトルをテキストで書き出す</translation>
+    </message>
+    <message>
+        <source>Save Each Spectrum</source>
+        <translation>各点スペクトルを保存</translation>
+    </message>
+    <message>
+        <source>DeGlitch</source>
+        <translation>グリッチ除去</translation>
+    </message>
+    <message>
+        <source>Replace values of the shown result map that stand out from their neighbours</source>
+        <translation>表示中の結果マップで周囲から突出した値を置き換える</translation>
+    </message>
+    <message>
+        <source>Show and save the filtered values of the result map</source>
+        <translation>結果マップのフィルター後の値を表示・保存する</translation>
+    </message>
+    <message>
+        <source>Show Filtered</source>
+        <translation>フィルター後を表示</translation>
+    </message>
+    <message>
+        <source>Extra</source>
+        <translation>その他</translation>
+    </message>
+    <message>
+        <source>Fourier analysis of the intensity over the stack, into the log</source>
+        <translation>スタックにわたる強度をフーリエ解析し、ログに出力する</translation>
+    </message>
+    <message>
+        <source>Fourier A.</source>
+        <translation>フーリエ解析</translation>
+    </message>
+    <message>
+        <source>Write all values of the shown result map into the log</source>
+        <translation>表示中の結果マップの全値をログに出力する</translation>
+    </message>
+    <message>
+        <source>Chk Vals</source>
+        <translation>値を確認</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Show the sample images (I1)</source>
+        <translation>試料画像 (I1) を表示する</translation>
+    </message>
+    <message>
+        <source>Show the images without the sample (I0)</source>
+        <translation>試料なしの画像 (I0) を表示する</translation>
+    </message>
+    <message>
+        <source>I0</source>
+        <translation>I0</translation>
+    </message>
+    <message>
+        <source>Show the energy shift map [eV]</source>
+        <translation>エネルギーシフトマップ [eV] を表示する</translation>
+    </message>
+    <message>
+        <source>E-Shift Map</source>
+        <translation>E シフトマップ</translation>
+    </message>
+    <message>
+        <source>Show the result map that the Analyzer has chosen</source>
+        <translation>「解析」ウィンドウで選んだ結果マップを表示する</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>結果</translation>
+    </message>
+    <message>
+        <source>Show the selected area alone</source>
+        <translation>選択領域だけを表示する</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>拡大</translation>
+    </message>
+    <message>
+        <source>Show the whole image</source>
+        <translation>画像全体を表示する</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>リセット</translation>
+    </message>
+    <message>
+        <source>Drag: select an area. Ctrl+drag: zoom into it. Shift+drag: move. Wheel: zoom; at an edge, in one direction. Right click: no selection.</source>
+        <translation>ドラッグ: 領域を選択。Ctrl+ドラッグ: その領域を拡大。Shift+ドラッグ: 移動。ホイール: 拡大・縮小 (端では一方向のみ)。右クリック: 選択解除。</translation>
+    </message>
+    <message>
+        <source>Vertical section through the cursor</source>
+        <translation>カーソルを通る縦断面</translation>
+    </message>
+    <message>
+        <source>Scale of the image; drag its two handles to spread the greys</source>
+        <translation>画像のスケール。2 つのハンドルをドラッグして階調を調整する</translation>
+    </message>
+    <message>
+        <source>Horizontal section through the cursor</source>
+        <translation>カーソルを通る横断面</translation>
+    </message>
+    <message>
+        <source>Draw all images of the stack by the handles of the scale</source>
+        <translation>スケールのハンドルに合わせてスタックの全画像を描き直す</translation>
+    </message>
+    <message>
+        <source>Set All</source>
+        <translation>全画像に適用</translation>
+    </message>
+    <message>
+        <source>The image before</source>
+        <translation>前の画像</translation>
+    </message>
+    <message>
+        <source>Prev</source>
+        <translation>前へ</translation>
+    </message>
+    <message>
+        <source>Number of the image</source>
+        <translation>画像番号</translation>
+    </message>
+    <message>
+        <source>The next image</source>
+        <translation>次の画像</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>次へ</translation>
+    </message>
+    <message>
+        <source>Number of the shown image, from 0</source>
+        <translation>表示中の画像の番号 (0 から)</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Pixel under the cursor (x, y)</source>
+        <translation>カーソル位置の画素 (x, y)</translation>
+    </message>
+    <message>
+        <source>dE Std.</source>
+        <translation>dE 標準</translation>
+    </message>
+    <message>
+        <source>Shift of the spectrum under the cursor from the standard [eV]</source>
+        <translation>カーソル位置のスペクトルの標準試料からのシフト [eV]</translation>
+    </message>
+    <message>
+        <source>dE Map</source>
+        <translation>dE マップ</translation>
+    </message>
+    <message>
+        <source>Energy shift map under the cursor [eV]</source>
+        <translation>カーソル位置のエネルギーシフトマップの値 [eV]</translation>
+    </message>
+    <message>
+        <source>Box</source>
+        <translation>範囲</translation>
+    </message>
+    <message>
+        <source>Corners of the selected area [pixels]</source>
+        <translation>選択領域の角の座標 [画素]</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>値</translation>
+    </message>
+    <message>
+        <source>Value of the shown map under the cursor</source>
+        <translation>表示中のマップのカーソル位置の値</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>ダーク</translation>
+    </message>
+    <message>
+        <source>Dark level under the cursor [counts]</source>
+        <translation>カーソル位置のダークレベル [カウント]</translation>
+    </message>
+    <message>
+        <source>Windows</source>
+        <translation>ウィンドウ</translation>
+    </message>
+    <message>
+        <source>Spectrum under the cursor</source>
+        <translation>カーソル位置のスペクトル</translation>
+    </message>
+    <message>
+        <source>Energy calibration across the detector</source>
+        <translation>検出器面内のエネルギー較正</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>較正</translation>
+    </message>
+    <message>
+        <source>Fits and maps</source>
+        <translation>フィットとマップ</translation>
+    </message>
+    <message>
+        <source>Analyzer</source>
+        <translation>解析</translation>
+    </message>
+    <message>
+        <source>Quality of the data and dark check</source>
+        <translation>データの品質とダークの確認</translation>
+    </message>
+    <message>
+        <source>Analyzer2</source>
+        <translation>解析2</translation>
+    </message>
+    <message>
+        <source>Registration of shifted images</source>
+        <translation>ずれた画像の位置合わせ</translation>
+    </message>
+    <message>
+        <source>Img. Proc.</source>
+        <translation>画像処理</translation>
+    </message>
+    <message>
+        <source>Batch text, its run and its log</source>
+        <translation>バッチの編集・実行・ログ</translation>
+    </message>
+    <message>
+        <source>Batch Ctrl.</source>
+        <translation>バッチ</translation>
+    </message>
+    <message>
+        <source>I1 Data</source>
+        <translation>I1 データ</translation>
+    </message>
+    <message>
+        <source>I0 Data</source>
+        <translation>I0 データ</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Tiff File (*.tif)</source>
+        <translation>TIFF ファイル (*.tif)</translation>
+    </message>
+    <message>
+        <source>Data File (*.dat)</source>
+        <translation>データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Save and Extra</source>
+        <translation>保存・その他</translation>
+    </message>
+    <message>
+        <source>Spectrum at the position</source>
+        <translation>カーソル位置のスペクトル</translation>
+    </message>
+    <message>
+        <source>BG Specturm</source>
+        <translation>BG スペクトル</translation>
+    </message>
+    <message>
+        <source>Image File (*.png)</source>
+        <translation>画像ファイル (*.png)</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Open I&amp;1 Images...</source>
+        <translation>I1 画像を開く(&amp;1)...</translation>
+    </message>
+    <message>
+        <source>Open I&amp;0 Images...</source>
+        <translation>I0 画像を開く(&amp;0)...</translation>
+    </message>
+    <message>
+        <source>Open &amp;Dark Image...</source>
+        <translation>ダーク画像を開く(&amp;D)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image...</source>
+        <translation>画像を保存(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save Data...</source>
+        <translation>データを保存(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>表示(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Previous Image</source>
+        <translation>前の画像(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Image</source>
+        <translation>次の画像(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>拡大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Whole Image</source>
+        <translation>全体表示(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom to Selection</source>
+        <translation>選択範囲を拡大(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>&amp;Clear Selection</source>
+        <translation>選択を解除(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Set &amp;All</source>
+        <translation>全画像に適用(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Windows</source>
+        <translation>ウィンドウ(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Spectrum</source>
+        <translation>スペクトル(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Calibration</source>
+        <translation>較正(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Analyzer</source>
+        <translation>解析(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Analyzer&amp;2</source>
+        <translation>解析 2(&amp;2)</translation>
+    </message>
+    <message>
+        <source>&amp;Image Processor</source>
+        <translation>画像処理(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Back&amp;ground</source>
+        <translation>バックグラウンド(&amp;g)</translation>
+    </message>
+    <message>
+        <source>&amp;Batch</source>
+        <translation>バッチ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Messages</source>
+        <translation>メッセージ(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Save C&amp;onfiguration</source>
+        <translation>保存設定(&amp;o)</translation>
+    </message>
+    <message>
+        <source>&amp;Batch Window</source>
+        <translation>バッチウィンドウ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Open Batch File...</source>
+        <translation>バッチファイルを開く(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Execute</source>
+        <translation>実行(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>停止(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>ヘルプ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Gestures and Keys</source>
+        <translation>マウス操作とキー(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;About Morvenkite</source>
+        <translation>Morvenkite について(&amp;A)</translation>
+    </message>
+    <message>
+        <source>About Morvenkite</source>
+        <translation>Morvenkite について</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
+    </message>
+</context>
+<context>
+    <name>EOFSetup</name>
+    <message>
+        <source>Energy of Files</source>
+        <translation>ファイルのエネルギー</translation>
+    </message>
+    <message>
+        <source>Energy from the file name</source>
+        <translation>ファイル名から求める</translation>
+    </message>
+    <message>
+        <source>By Name</source>
+        <translation>ファイル名</translation>
+    </message>
+    <message>
+        <source>The energy stands in the name of each file</source>
+        <translation>各ファイルの名前に含まれるエネルギーを使う</translation>
+    </message>
+    <message>
+        <source>Pattern</source>
+        <translation>パターン</translation>
+    </message>
+    <message>
+        <source>Regular expression of the energy in the name; &quot;_&quot; stands for the decimal point</source>
+        <translation>ファイル名中のエネルギーを表す正規表現。&quot;_&quot; は小数点を表す</translation>
+    </message>
+    <message>
+        <source>Patterns in use</source>
+        <translation>使用できるパターン</translation>
+    </message>
+    <message>
+        <source>Factor</source>
+        <translation>係数</translation>
+    </message>
+    <message>
+        <source>Multiplier to eV; 1000 for names in keV</source>
+        <translation>eV に換算する係数。keV のファイル名では 1000</translation>
+    </message>
+    <message>
+        <source>Energy by calculation</source>
+        <translation>計算で求める</translation>
+    </message>
+    <message>
+        <source>By Calculation</source>
+        <translation>計算</translation>
+    </message>
+    <message>
+        <source>Even steps from a start</source>
+        <translation>開始値から等間隔で計算する</translation>
+    </message>
+    <message>
+        <source>Unit</source>
+        <translation>単位</translation>
+    </message>
+    <message>
+        <source>Unit of start, step and end</source>
+        <translation>開始・間隔・終了の単位</translation>
+    </message>
+    <message>
+        <source>Even in energy</source>
+        <translation>エネルギー等間隔</translation>
+    </message>
+    <message>
+        <source>Steps even in energy; otherwise even in the angle of the monochromator</source>
+        <translation>エネルギーで等間隔。オフでは分光器の角度で等間隔</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>Energy or angle of the first file</source>
+        <translation>最初のファイルのエネルギーまたは角度</translation>
+    </message>
+    <message>
+        <source>Delta</source>
+        <translation>間隔</translation>
+    </message>
+    <message>
+        <source>Step from file to file</source>
+        <translation>ファイル間の間隔</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>終了</translation>
+    </message>
+    <message>
+        <source>Energy or angle behind the last step</source>
+        <translation>最後の間隔の後のエネルギーまたは角度</translation>
+    </message>
+    <message>
+        <source>Points</source>
+        <translation>点数</translation>
+    </message>
+    <message>
+        <source>Number of steps from start to end</source>
+        <translation>開始から終了までの間隔の数</translation>
+    </message>
+    <message>
+        <source>Energy from a scan file</source>
+        <translation>スキャンファイルから求める</translation>
+    </message>
+    <message>
+        <source>By Reference</source>
+        <translation>参照ファイル</translation>
+    </message>
+    <message>
+        <source>Energies of a scan reference file, one per image file</source>
+        <translation>参照するスキャンファイルのエネルギーを画像ファイルごとに 1 点ずつ使う</translation>
+    </message>
+</context>
+<context>
+    <name>EShiftMapDialog</name>
+    <message>
+        <source>Energy Shift Map</source>
+        <translation>エネルギーシフトマップ</translation>
+    </message>
+    <message>
+        <source>Energy Shift Map File (*.emp)</source>
+        <translation>エネルギーシフトマップファイル (*.emp)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>GesturesHelp</name>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Colour bar</source>
+        <translation>カラーバー</translation>
+    </message>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>Data rows</source>
+        <translation>データ行</translation>
+    </message>
+    <message>
+        <source>Main window</source>
+        <translation>メインウィンドウ</translation>
+    </message>
+    <message>
+        <source>Drag</source>
+        <translation>ドラッグ</translation>
+    </message>
+    <message>
+        <source>Wheel</source>
+        <translation>ホイール</translation>
+    </message>
+    <message>
+        <source>Move</source>
+        <translation>移動</translation>
+    </message>
+    <message>
+        <source>Move the cursor</source>
+        <translation>カーソルを動かす</translation>
+    </message>
+    <message>
+        <source>Alt + move</source>
+        <translation>Alt + 移動</translation>
+    </message>
+    <message>
+        <source>Leave the cursor where it is</source>
+        <translation>カーソルをその位置に残す</translation>
+    </message>
+    <message>
+        <source>Select an area</source>
+        <translation>領域を選択する</translation>
+    </message>
+    <message>
+        <source>Ctrl + drag</source>
+        <translation>Ctrl + ドラッグ</translation>
+    </message>
+    <message>
+        <source>Select an area and zoom to it</source>
+        <translation>領域を選択して拡大する</translation>
+    </message>
+    <message>
+        <source>Shift + drag</source>
+        <translation>Shift + ドラッグ</translation>
+    </message>
+    <message>
+        <source>Move the view</source>
+        <translation>表示範囲を動かす</translation>
+    </message>
+    <message>
+        <source>Right click</source>
+        <translation>右クリック</translation>
+    </message>
+    <message>
+        <source>Clear the selection</source>
+        <translation>選択を解除する</translation>
+    </message>
+    <message>
+        <source>Zoom about the cursor</source>
+        <translation>カーソルを中心に拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Wheel near the left or right side</source>
+        <translation>左右の端でホイール</translation>
+    </message>
+    <message>
+        <source>Zoom the height alone</source>
+        <translation>縦方向だけ拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Wheel near the top or bottom</source>
+        <translation>上下の端でホイール</translation>
+    </message>
+    <message>
+        <source>Zoom the width alone</source>
+        <translation>横方向だけ拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Move the nearer end of the scale</source>
+        <translation>スケールの近い方の端を動かす</translation>
+    </message>
+    <message>
+        <source>Move along the energy axis</source>
+        <translation>エネルギー軸に沿って動かす</translation>
+    </message>
+    <message>
+        <source>Zoom the energy axis about the cursor</source>
+        <translation>カーソルを中心にエネルギー軸を拡大・縮小する</translation>
+    </message>
+    <message>
+        <source>Drop files</source>
+        <translation>ファイルをドロップ</translation>
+    </message>
+    <message>
+        <source>Load them as if they were selected there</source>
+        <translation>その行で選択した場合と同じように読み込む</translation>
+    </message>
+    <message>
+        <source>Gestures and Keys</source>
+        <translation>マウス操作とキー</translation>
+    </message>
+    <message>
+        <source>Where</source>
+        <translation>場所</translation>
+    </message>
+    <message>
+        <source>What</source>
+        <translation>操作</translation>
+    </message>
+    <message>
+        <source>Effect</source>
+        <translation>動作</translation>
+    </message>
+</context>
+<context>
+    <name>LCFReference</name>
+    <message>
+        <source>LCF Reference</source>
+        <translation>LCF 参照スペクトル</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Show the map of this reference</source>
+        <translation>この参照スペクトルのマップを表示する</translation>
+    </message>
+    <message>
+        <source>Weight of this reference in the last single fit [%]</source>
+        <translation>直近の単独フィットでのこの参照スペクトルの重み [%]</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation>Δμt</translation>
+    </message>
+    <message>
+        <source>Edge step that this reference carries in the last single fit: weight times the step of the spectrum</source>
+        <translation>直近の単独フィットでこの参照スペクトルが担う吸収端ジャンプ: 重み × スペクトルのジャンプ</translation>
+    </message>
+    <message>
+        <source>dE [eV]</source>
+        <translation>dE [eV]</translation>
+    </message>
+    <message>
+        <source>Energy shift of the reference [eV], taken off its energies</source>
+        <translation>参照スペクトルのエネルギーシフト [eV]。そのエネルギーから差し引かれる</translation>
+    </message>
+    <message>
+        <source>Ref. dMut</source>
+        <translation>参照 Δμt</translation>
+    </message>
+    <message>
+        <source>Edge step of the reference</source>
+        <translation>参照スペクトルの吸収端ジャンプ</translation>
+    </message>
+    <message>
+        <source>Mid E</source>
+        <translation>中点 E</translation>
+    </message>
+    <message>
+        <source>Edge mid point of the reference [eV]</source>
+        <translation>参照スペクトルの吸収端の中点 [eV]</translation>
+    </message>
+    <message>
+        <source>Victreen</source>
+        <translation>Victoreen</translation>
+    </message>
+    <message>
+        <source>Normalise the reference with Victoreen lines instead of straight ones</source>
+        <translation>参照スペクトルを直線ではなく Victoreen 曲線で規格化する</translation>
+    </message>
+</context>
+<context>
+    <name>Messages</name>
+    <message>
+        <source>Save Messages</source>
+        <translation>メッセージの保存</translation>
+    </message>
+    <message>
+        <source>Text File (*.txt)</source>
+        <translation>テキストファイル (*.txt)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>メッセージ</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>保存...</translation>
+    </message>
+</context>
+<context>
+    <name>SaveDataCfg</name>
+    <message>
+        <source>Save Data Configuration</source>
+        <translation>データ保存設定</translation>
+    </message>
+    <message>
+        <source>Save as Tiff</source>
+        <translation>TIFF で保存</translation>
+    </message>
+    <message>
+        <source>Save the shown map as a 16-bit TIFF file</source>
+        <translation>表示中のマップを 16 ビット TIFF ファイルとして保存する</translation>
+    </message>
+    <message>
+        <source>Fixed Scale</source>
+        <translation>スケール固定</translation>
+    </message>
+    <message>
+        <source>Spread the values from Min to Max over the 16 bits, instead of the range of the map</source>
+        <translation>マップの値の範囲ではなく、最小から最大までを 16 ビットに割り当てる</translation>
+    </message>
+    <message>
+        <source>Min</source>
+        <translation>最小</translation>
+    </message>
+    <message>
+        <source>Map value that becomes 0, in the unit of the map</source>
+        <translation>0 とするマップの値 (マップの単位)</translation>
+    </message>
+    <message>
+        <source>  Max</source>
+        <translation>  最大</translation>
+    </message>
+    <message>
+        <source>Map value that becomes 65535, in the unit of the map</source>
+        <translation>65535 とするマップの値 (マップの単位)</translation>
+    </message>
+    <message>
+        <source>Save as Analyzed Area Size and Resolution</source>
+        <translation>解析領域の大きさと分解能で保存</translation>
+    </message>
+    <message>
+        <source>One value for each analysed block instead of one for each pixel of the image</source>
+        <translation>画像の画素ごとではなく、解析したブロックごとに 1 つの値を保存する</translation>
+    </message>
+    <message>
+        <source>Save as Text data</source>
+        <translation>テキストデータで保存</translation>
+    </message>
+    <message>
+        <source>Save the analysed positions of the shown map as text</source>
+        <translation>表示中のマップの解析位置をテキストとして保存する</translation>
+    </message>
+    <message>
+        <source>Comma Separated</source>
+        <translation>コンマ区切り</translation>
+    </message>
+    <message>
+        <source>Space Separated</source>
+        <translation>空白区切り</translation>
+    </message>
+    <message>
+        <source>X Y Val : 1point/1line</source>
+        <translation>X Y 値 : 1 点 / 1 行</translation>
+    </message>
+    <message>
+        <source>Each position on a line of its own; X and Y in pixels of the image</source>
+        <translation>1 行に 1 点ずつ書く。X と Y は画像の画素座標</translation>
+    </message>
+    <message>
+        <source>Val1 Val2 Val3... : each Y line</source>
+        <translation>値1 値2 値3... : Y ごとに 1 行</translation>
+    </message>
+    <message>
+        <source>The values of a row of positions on one line</source>
+        <translation>横 1 列の位置の値を 1 行に書く</translation>
+    </message>
+    <message>
+        <source>Values separated by a comma</source>
+        <translation>値をコンマで区切る</translation>
+    </message>
+    <message>
+        <source>Values separated by a blank</source>
+        <translation>値を空白で区切る</translation>
+    </message>
+</context>
+<context>
+    <name>SelectDataFiles</name>
+    <message>
+        <source>Data Files</source>
+        <translation>データファイル</translation>
+    </message>
+    <message>
+        <source>Files that are loaded; the chosen one is shown</source>
+        <translation>読み込んだファイル。選んだものが表示される</translation>
+    </message>
+    <message>
+        <source>Number of files that are loaded</source>
+        <translation>読み込んだファイルの数</translation>
+    </message>
+    <message>
+        <source>Choose image files and load them</source>
+        <translation>画像ファイルを選択して読み込む</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>The next selection replaces the stack</source>
+        <translation>次に選択したファイルでスタックを置き換える</translation>
+    </message>
+    <message>
+        <source>New</source>
+        <translation>新規</translation>
+    </message>
+    <message>
+        <source>The next selection is added to the stack</source>
+        <translation>次に選択したファイルをスタックに追加する</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>追加</translation>
+    </message>
+    <message>
+        <source>Forget all files and images of the stack</source>
+        <translation>スタックのファイルと画像をすべて破棄する</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>How the energy of each file is found</source>
+        <translation>各ファイルのエネルギーの求め方</translation>
+    </message>
+    <message>
+        <source>Setup</source>
+        <translation>設定</translation>
+    </message>
+    <message>
+        <source>Display while loading, bad pixels, dark area</source>
+        <translation>読込中の表示、不良画素、ダーク領域</translation>
+    </message>
+    <message>
+        <source>Add. Setup</source>
+        <translation>追加設定</translation>
+    </message>
+    <message>
+        <source>Skip</source>
+        <translation>間引き</translation>
+    </message>
+    <message>
+        <source>Step through the selection: 2 loads every other file</source>
+        <translation>選択したファイルを読む間隔: 2 なら 1 つおきに読み込む</translation>
+    </message>
+    <message>
+        <source>Cut F.</source>
+        <translation>先頭除外</translation>
+    </message>
+    <message>
+        <source>Files left out at the start of the selection</source>
+        <translation>選択の先頭で読み飛ばすファイル数</translation>
+    </message>
+    <message>
+        <source>Cut L.</source>
+        <translation>末尾除外</translation>
+    </message>
+    <message>
+        <source>Files left out at the end of the selection</source>
+        <translation>選択の末尾で読み飛ばすファイル数</translation>
+    </message>
+    <message>
+        <source>Exp.</source>
+        <translation>露光</translation>
+    </message>
+    <message>
+        <source>Exposure time of the images [ms], from the files; on red when they differ; may be overruled</source>
+        <translation>画像の露光時間 [ms]。ファイルから読み取り、不揃いのときは赤で示す。変更可</translation>
+    </message>
+    <message>
+        <source>X ax.: eV</source>
+        <translation>X 軸: eV</translation>
+    </message>
+    <message>
+        <source>Unit of the energies in the setup</source>
+        <translation>設定で使うエネルギーの単位</translation>
+    </message>
+    <message>
+        <source>X ax.: %1</source>
+        <translation>X 軸: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SelectDataFilesAdditionalSetup</name>
+    <message>
+        <source>Additional Setup</source>
+        <translation>追加設定</translation>
+    </message>
+    <message>
+        <source>Loading</source>
+        <translation>読込</translation>
+    </message>
+    <message>
+        <source>Show Latest Image on Load</source>
+        <translation>読込中に最新の画像を表示</translation>
+    </message>
+    <message>
+        <source>Show each image as it arrives</source>
+        <translation>読み込んだ画像を順次表示する</translation>
+    </message>
+    <message>
+        <source>Ignore  &apos;Live&apos; file</source>
+        <translation>&apos;Live&apos; ファイルを無視</translation>
+    </message>
+    <message>
+        <source>Pass over files with &quot;Live&quot; in their path</source>
+        <translation>パスに &quot;Live&quot; を含むファイルを読み飛ばす</translation>
+    </message>
+    <message>
+        <source>Bad Pixels</source>
+        <translation>不良画素</translation>
+    </message>
+    <message>
+        <source>Select Err. Ps. Def.</source>
+        <translation>不良画素リストを選択</translation>
+    </message>
+    <message>
+        <source>Choose the list of bad pixels</source>
+        <translation>不良画素のリストを選択する</translation>
+    </message>
+    <message>
+        <source>Use Err Points Mask</source>
+        <translation>不良画素マスクを使用</translation>
+    </message>
+    <message>
+        <source>Correct the bad pixels of images read from now on</source>
+        <translation>これ以降に読み込む画像の不良画素を補正する</translation>
+    </message>
+    <message>
+        <source>File of the list</source>
+        <translation>リストのファイル</translation>
+    </message>
+    <message>
+        <source>Dark Area</source>
+        <translation>ダーク領域</translation>
+    </message>
+    <message>
+        <source>Set Dark Area</source>
+        <translation>ダーク領域を設定</translation>
+    </message>
+    <message>
+        <source>The selected area gives the dark level of each image</source>
+        <translation>選択領域から各画像のダークレベルを求める</translation>
+    </message>
+    <message>
+        <source>Up Date</source>
+        <translation>更新</translation>
+    </message>
+    <message>
+        <source>Take the dark level of all images anew</source>
+        <translation>全画像のダークレベルを求め直す</translation>
+    </message>
+    <message>
+        <source>CLR</source>
+        <translation>解除</translation>
+    </message>
+    <message>
+        <source>Work without a dark area</source>
+        <translation>ダーク領域を使わない</translation>
+    </message>
+    <message>
+        <source>Dark Area:</source>
+        <translation>ダーク領域:</translation>
+    </message>
+    <message>
+        <source>Corners of the dark area [pixels]</source>
+        <translation>ダーク領域の角の座標 [画素]</translation>
+    </message>
+</context>
+<context>
+    <name>SelectImgDialog</name>
+    <message>
+        <source>Select Images</source>
+        <translation>画像の選択</translation>
+    </message>
+    <message>
+        <source>BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)</source>
+        <translation>BRNX、IMG、TIFF ファイル (*.dat *.img *.tif *.tiff)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>XafsFileSelect</name>
+    <message>
+        <source>XAFS File Select</source>
+        <translation>XAFS ファイルの選択</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>使用</translation>
+    </message>
+    <message>
+        <source>Use this file</source>
+        <translation>このファイルを使う</translation>
+    </message>
+    <message>
+        <source>File of the spectrum</source>
+        <translation>スペクトルのファイル</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Choose the file</source>
+        <translation>ファイルを選択する</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Work without this file</source>
+        <translation>このファイルを使わない</translation>
+    </message>
+    <message>
+        <source>XAFS Data File (*.dat)</source>
+        <translation>XAFS データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>XafsView</name>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>Edge step and edge energy [eV] of the spectrum, and why an edge could not be found</source>
+        <translation>スペクトルの吸収端ジャンプと吸収端エネルギー [eV]、および吸収端を決められない理由</translation>
+    </message>
+    <message>
+        <source>No.</source>
+        <translation>番号</translation>
+    </message>
+    <message>
+        <source>Index of the data point nearest to the mouse, from 0</source>
+        <translation>マウスに最も近いデータ点の番号 (0 から)</translation>
+    </message>
+    <message>
+        <source>E [eV]</source>
+        <translation>E [eV]</translation>
+    </message>
+    <message>
+        <source>Energy under the mouse [eV]. Drag the plot to move along the energy, turn the wheel to zoom</source>
+        <translation>マウス位置のエネルギー [eV]。グラフのドラッグでエネルギー方向に移動、ホイールで拡大・縮小</translation>
+    </message>
+    <message>
+        <source>Value under the mouse on the axis shown, that of the black curve: absorption, or normalised absorption</source>
+        <translation>マウス位置の縦軸の値 (黒い曲線の軸): 吸収または規格化吸収</translation>
+    </message>
+    <message>
+        <source>Normalized</source>
+        <translation>規格化</translation>
+    </message>
+    <message>
+        <source>Show the curves normalised to an edge step of 1, without their background lines</source>
+        <translation>バックグラウンド直線を除き、吸収端ジャンプを 1 に規格化した曲線を表示する</translation>
+    </message>
+    <message>
+        <source>E. Correct</source>
+        <translation>E 補正</translation>
+    </message>
+    <message>
+        <source>Move the spectrum down in energy by the edge shift of its position [eV]; the standard stays</source>
+        <translation>スペクトルをその位置の吸収端シフト [eV] だけ低エネルギー側へ移す。標準試料は動かさない</translation>
+    </message>
+    <message>
+        <source>Raw</source>
+        <translation>生データ</translation>
+    </message>
+    <message>
+        <source>Show the raw values in place of the spectra, over the number of points</source>
+        <translation>スペクトルの代わりに生の値を点番号に対して表示する</translation>
+    </message>
+    <message>
+        <source>FFT</source>
+        <translation>FFT</translation>
+    </message>
+    <message>
+        <source>Show the magnitudes of the lowest frequencies of the raw values; with Raw</source>
+        <translation>生の値の低周波成分の大きさを表示する (「生データ」と併用)</translation>
+    </message>
+    <message>
+        <source>S.R.</source>
+        <translation>軸リセット</translation>
+    </message>
+    <message>
+        <source>Reset X Axis Scale</source>
+        <translation>X 軸のスケールをリセットする</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save the spectra shown, each in a text file of its own</source>
+        <translation>表示中のスペクトルをそれぞれ別のテキストファイルに保存する</translation>
+    </message>
+    <message>
+        <source>Energy [eV]</source>
+        <translation>エネルギー [eV]</translation>
+    </message>
+    <message>
+        <source>Save Spectra</source>
+        <translation>スペクトルの保存</translation>
+    </message>
+    <message>
+        <source>dMut = %1, Edge %2 [eV] : %3 %4</source>
+        <translation>Δμt = %1, 吸収端 %2 [eV] : %3 %4</translation>
+    </message>
+    <message>
+        <source>Out of Range midx</source>
+        <translation>吸収端の中点が範囲外</translation>
+    </message>
+    <message>
+        <source>Noizy to decide midx</source>
+        <translation>雑音のため中点を決められない</translation>
+    </message>
+    <message>
+        <source>Data File (*.dat)</source>
+        <translation>データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,324 @@
+#include "BodyFixture.h"
+#include "app/GesturesHelp.h"
+#include "app/Messages.h"
+#include "app/ProgressSum.h"
+#include "batch/BatchCtrl.h"
+#include "common/LogRelay.h"
+#include "display/ImgDispA.h"
+#include "display/XafsFileSelect.h"
+#include "selection/SelectDataFiles.h"
+#include "support/LogCapture.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTableWidget>
+
+#include <thread>
+
+/// What surrounds the form of the main window, by its real widgets and events.
+class TestShell : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void messagesOfAllThreadsAndTimesArrive()
+    {
+        const LogCapture previous;
+        {
+            const LogRelay relay;
+            qDebug() << "before the window";
+            Messages window;
+            std::thread([] { qWarning() << "from another thread"; }).join();
+            qDebug().noquote() << QString(100000, 'x');
+            QTRY_VERIFY(window.text().contains("from another thread"));
+            const QStringList lines = window.text().split('\n');
+            QCOMPARE(lines.size(), 4);
+            QVERIFY(QRegularExpression("^\\d\\d:\\d\\d:\\d\\d\\.\\d{3}  before the window$")
+                        .match(lines[0])
+                        .hasMatch());
+            QVERIFY(lines[2].size() < 3000);
+            const QTemporaryDir dir;
+            window.save(dir.filePath("log.txt"));
+            QFile saved(dir.filePath("log.txt"));
+            QVERIFY(saved.open(QIODevice::ReadOnly));
+            QCOMPARE(QString::fromUtf8(saved.readAll()), window.text());
+            qDebug() << "still waiting when the window dies";
+        }
+        qDebug() << "without a relay";
+        QCOMPARE(previous.all().size(), 5);
+        QCOMPARE(previous.all()[2].size(), 100000);
+    }
+
+    void floodOfMessagesIsShownInPortions()
+    {
+        const LogCapture previous;
+        const LogRelay relay;
+        Messages window;
+        window.show();
+        auto* view = window.findChild<QPlainTextEdit*>();
+        const QSignalSpy portions(&window, &Messages::latest);
+        const auto flood = [] {
+            for (int i = 0; i < 20000; ++i)
+                qDebug() << "line" << i;
+        };
+        std::thread other(flood);
+        flood();
+        other.join();
+        QTRY_COMPARE(portions.size(), 1);
+        QCOMPARE(portions[0][0].toString(), previous.all().last());
+        QCOMPARE(view->blockCount(), LogRelay::mostLines);
+        QScrollBar* bar = view->verticalScrollBar();
+        QCOMPARE(bar->value(), bar->maximum());
+        // Whoever reads further up stays there.
+        window.clear();
+        std::thread([] {
+            for (int i = 0; i < 1000; ++i)
+                qDebug() << "line" << i;
+        }).join();
+        QTRY_COMPARE(portions.size(), 2);
+        bar->setValue(100);
+        qDebug() << "one more";
+        QTRY_COMPARE(portions.size(), 3);
+        QCOMPARE(bar->value(), 100);
+    }
+
+    void progressSumsWhatRunsAtTheSameTime()
+    {
+        ProgressSum bar;
+        const auto shown = [&bar] { return QPoint(bar.value(), bar.maximum()); };
+        bar.setPart(0, 3, 10);
+        bar.setPart(1, 0, 20);
+        QCOMPARE(shown(), QPoint(3, 30));
+        bar.setPart(0, 0, 0); // counts as done while the other is at work
+        bar.setPart(1, 15, 20);
+        QCOMPARE(shown(), QPoint(25, 30));
+        QVERIFY(!bar.isHidden());
+        bar.setPart(1, 0, 0);
+        QVERIFY(bar.isHidden());
+        bar.setPart(0, 1, 4);
+        QCOMPARE(shown(), QPoint(1, 4));
+    }
+
+    void progressOfALoadCountsAllFiles()
+    {
+        DrivenBody body;
+        auto* bar = body.findChild<ProgressSum*>("Progress");
+        QVector<QPoint> shown;
+        connect(bar, &QProgressBar::valueChanged, this, [&](int value) {
+            if (!bar->isHidden())
+                shown.append({value, bar->maximum()});
+        });
+        QVERIFY(body.run(QStringLiteral("load_I1_files new %1 /none %2")
+                             .arg(experiment_.i1[0], experiment_.i1[1])));
+        QCOMPARE(shown, (QVector<QPoint>{{1, 3}, {2, 3}, {3, 3}}));
+        QVERIFY(bar->isHidden());
+    }
+
+    void latestMessageStandsInTheStatusBar()
+    {
+        const LogCapture previous;
+        const LogRelay relay;
+        Body body;
+        qDebug().noquote() << QString("a <b> ").repeated(1000);
+        auto* label = body.findChild<QLabel*>("LatestMessage");
+        QTRY_VERIFY(label->text().startsWith("a <b> a"));
+        QVERIFY(label->toolTip().contains("a &lt;b&gt; a"));
+        QVERIFY(body.minimumSizeHint().width() < 1280);
+    }
+
+    void menusDoWhatButtonsDo()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        action(body, "Previous Image")->trigger();
+        QCOMPARE(row->currentIndex(), experiment_.energies - 2);
+
+        QPushButton* save = body.findChild<QPushButton*>("SaveData");
+        QAction* saveData = action(body, "Save Data...");
+        for (const bool on : {false, true}) {
+            save->setEnabled(on);
+            QCOMPARE(saveData->isEnabled(), on);
+        }
+        save->parentWidget()->setEnabled(false);
+        QVERIFY(!saveData->isEnabled());
+        QPushButton* analyzer2 = body.findChild<QPushButton*>("ShowAnalyzer2");
+        for (const bool on : {true, false}) {
+            analyzer2->setVisible(on);
+            QCOMPARE(action(body, "Analyzer2")->isVisible(), on);
+        }
+
+        action(body, "Analyzer")->trigger();
+        QVERIFY(body.analyzer()->isVisible());
+        const QSignalSpy runs(body.batchCtrl(), &BatchCtrl::doDispatchCmds);
+        action(body, "Execute")->trigger();
+        QCOMPARE(runs.size(), 1);
+        action(body, "Gestures and Keys")->trigger();
+        auto* table = body.findChild<GesturesHelp*>()->findChild<QTableWidget*>();
+        QCOMPARE(table->findItems("+ , =", Qt::MatchExactly).size(), 1);
+    }
+
+    void keysActOnTheImage()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        body.show();
+        QVERIFY(QTest::qWaitForWindowActive(&body));
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        auto* image = body.findChild<ImgDispA*>("dispA");
+        QTest::mouseClick(image, Qt::LeftButton);
+        QCOMPARE(QApplication::focusWidget(), image);
+        QTest::keyClick(image, Qt::Key_Left);
+        QTest::keyClick(image, Qt::Key_Left);
+        QTest::keyClick(image, Qt::Key_Right);
+        QCOMPARE(row->currentIndex(), experiment_.energies - 2);
+        const QRectF whole(0, 0, experiment_.width, experiment_.height);
+        for (const auto modifiers : {Qt::NoModifier, Qt::KeypadModifier}) {
+            QTest::keyClick(image, Qt::Key_Plus, modifiers);
+            QVERIFY(qAbs(image->viewWindow().width() - whole.width() / 1.1) < 1e-9);
+            QVERIFY(qAbs(image->viewWindow().center().y() - whole.center().y()) < 1e-9);
+            QTest::keyClick(image, Qt::Key_Minus);
+            QVERIFY(qAbs(image->viewWindow().left()) < 1e-9);
+            QTest::keyClick(image, Qt::Key_0);
+            QCOMPARE(image->viewWindow(), whole);
+        }
+    }
+
+    void keysStayWithTheFieldThatIsEdited()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        body.show();
+        QVERIFY(QTest::qWaitForWindowActive(&body));
+        const auto* image = body.findChild<ImgDispA*>("dispA");
+        const QRectF view = image->viewWindow();
+        for (const char* name : {"HWidth", "DPreE"}) {
+            auto* field = body.findChild<QLineEdit*>(name);
+            field->setFocus();
+            field->clear();
+            QTest::keyClicks(field, "-10+");
+            QTest::keyClick(field, Qt::Key_Left);
+            QTest::keyClick(field, Qt::Key_Left);
+            QCOMPARE(field->cursorPosition(), 2);
+            QTest::keyClick(field, Qt::Key_Right);
+            QCOMPARE(field->cursorPosition(), 3);
+            QCOMPARE(field->text(), QString("-10+"));
+        }
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QCOMPARE(row->currentIndex(), experiment_.energies - 1);
+        QCOMPARE(image->viewWindow(), view);
+    }
+
+    void droppedFilesLoadAsIfSelected()
+    {
+        DrivenBody body;
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QSignalSpy selected(row, &SelectDataFiles::filesSelected);
+        const QString note = experiment_.write("note.txt", "no image");
+        // On a field of the row, out of order, with something else among them.
+        QVERIFY(
+            drop(row->findChild<QLineEdit*>("Skip"), {experiment_.i1[2], note, experiment_.i1[1]}));
+        QCOMPARE(selected.takeFirst(), (QVariantList{QStringList(experiment_.i1.mid(1, 2)), true}));
+        QTRY_COMPARE(body.i1Stack().size(), 2);
+        row->findChild<QAbstractButton*>("AddFiles")->setChecked(true);
+        QVERIFY(drop(row, {experiment_.i1[0]}));
+        QTRY_COMPARE(body.i1Stack().size(), 3);
+
+        // A folder gives what the dialog's filter shows of it.
+        QStringList all = experiment_.i0 + experiment_.i1 + experiment_.references;
+        std::sort(all.begin(), all.end());
+        QVERIFY(drop(row, {experiment_.dir.path()}));
+        QCOMPARE(selected.last()[0].toStringList(), all);
+
+        QVERIFY(!drop(row, {note}));
+        QVERIFY(!drop(row, {"/no/such/folder"}));
+        QCOMPARE(selected.size(), 2);
+    }
+
+    void rowsOfOneFileTakeOneFile()
+    {
+        const LogCapture quiet;
+        DrivenBody body;
+        auto* total = body.findChild<XafsFileSelect*>("TotalI0ofI1XAFS");
+        QVERIFY(!drop(total, experiment_.references));
+        QVERIFY(!drop(total, {experiment_.dir.path()}));
+        QSignalSpy loaded(total, &XafsFileSelect::newFile);
+        QVERIFY(drop(total->findChild<QLineEdit*>(), {experiment_.references[0]}));
+        QCOMPARE(loaded.size(), 1);
+        auto* dark = body.findChild<QLineEdit*>("DarkFileName");
+        QVERIFY(!drop(dark, {experiment_.write("note.txt", "no image")}));
+        QVERIFY(drop(dark, {experiment_.i0[0]}));
+        QCOMPARE(dark->text(), experiment_.i0[0]);
+    }
+
+    void windowsComeBackWhereTheyStood()
+    {
+        const QTemporaryDir store;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        const QRect place(50, 60, 700, 450);
+        {
+            Body first;
+            const QSize designed = first.size();
+            first.restoreWindows();
+            QCOMPARE(first.size(), designed); // nothing is kept yet
+            QVERIFY(!first.batchCtrl()->isVisible());
+            first.show();
+            first.batchCtrl()->setGeometry(place);
+            first.batchCtrl()->show();
+            // As a batch ends the program: the windows are closed in any order.
+            connect(&first, &Body::finishing, qApp, &QApplication::closeAllWindows);
+            Q_EMIT first.finishing();
+        }
+        {
+            Body unattended;
+            unattended.show();
+            unattended.close();
+        }
+        Body second;
+        QVERIFY(!second.batchCtrl()->isVisible());
+        second.restoreWindows();
+        QVERIFY(second.batchCtrl()->isVisible() && !second.analyzer()->isVisible());
+        QCOMPARE(second.batchCtrl()->geometry(), place);
+    }
+
+private:
+    /// Drops files as a file manager does; whether they were taken.
+    static bool drop(QWidget* target, const QStringList& files)
+    {
+        QMimeData data;
+        QList<QUrl> urls;
+        for (const QString& file : files)
+            urls.append(QUrl::fromLocalFile(file));
+        data.setUrls(urls);
+        data.setText(files.join('\n'));
+        QDragEnterEvent enter(QPoint(3, 3), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                              Qt::NoModifier);
+        QApplication::sendEvent(target, &enter);
+        if (!enter.isAccepted())
+            return false;
+        QDropEvent event(QPoint(3, 3), Qt::CopyAction | Qt::MoveAction, &data, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(target, &event);
+        return event.isAccepted() && event.dropAction() == Qt::CopyAction;
+    }
+
+    /// The menu action with this text, marks for keys left out.
+    static QAction* action(const QMainWindow& window, const QString& text)
+    {
+        for (QAction* a : window.menuBar()->findChildren<QAction*>()) {
+            if (QString(a->text()).remove('&') == text)
+                return a;
+        }
+        return nullptr;
+    }
+
+    SmallExperiment experiment_;
+};
+
+QTEST_MAIN(TestShell)
+#include "test_shell.moc"

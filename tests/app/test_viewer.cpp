@@ -1,0 +1,322 @@
+#include "BodyFixture.h"
+#include "display/ColorBar.h"
+#include "display/CrossSView.h"
+#include "display/ImgDispA.h"
+#include "display/XafsView.h"
+#include "selection/SelectDataFiles.h"
+#include "support/LogCapture.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSlider>
+
+#include <limits>
+
+/// The interactive road of the main window: from the mouse over the image to spectrum, sections,
+/// labels and overlay; browsing, dark areas and saved pictures.
+class TestViewer : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        body_ = std::make_unique<DrivenBody>();
+        area_ = body_->findChild<ImgDispA*>("dispA");
+        view_ = window<XafsView>("XafsView");
+        QVERIFY(area_ && view_);
+    }
+
+    void mouseMoveShowsBlockSpectrumSectionsAndLabels()
+    {
+        load();
+        QVERIFY(body_->runAll({"set_band_w 1", "set_band_h 2"}));
+        moveTo(5, 3);
+        QCOMPARE(view_->spectrum().points, body_->rawXafsAt(5, 3, 1, 2).points);
+        QVERIFY(std::abs(view_->spectrum().midx - 8980.0) < 2.0);
+        QCOMPARE(text("Position"), QString("(   5,    3)"));
+        QCOMPARE(text("EShiftOnTbl"), QString(" 0.000"));
+        const double counts = body_->i1Stack().last()->pixel(5, 3);
+        QCOMPARE(text("Value"), QLocale(QLocale::English).toString(counts, 'g', 10));
+        QVERIFY(text("Value").contains(','));
+
+        // Absorption along the row with the half width yw across, and up the column with xw.
+        const Spectrum across = body_->hCrossAt(3, 1, 2, true);
+        QCOMPARE(across.size(), experiment_.width);
+        const TiffData& image = *body_->i1Stack().last();
+        const double i0 = body_->i0Stack().last()->blockSum(5, 3, 1, 2);
+        QCOMPARE(across.y(5), std::log(i0 / image.blockSum(5, 3, 1, 2)));
+        const Spectrum upward = body_->vCrossAt(5, 1, 1, false);
+        QCOMPARE(upward.points[2],
+                 QPointF(experiment_.height - 2, body_->i0Stack().last()->blockSum(5, 2, 1, 1)));
+        for (const char* name : {"HCross", "VCross"})
+            QVERIFY(hasInk(*body_->findChild<CrossSView*>(name)));
+    }
+
+    void spectrumFollowsItsConditionsAndLeavesWithTheMouse()
+    {
+        load();
+        moveTo(6, 2);
+        auto* useI0 = body_->findChild<QCheckBox*>("UseI0");
+        useI0->click();
+        QCOMPARE(view_->spectrum().points, body_->rawXafsAt(6, 2, 0, 0).points);
+        auto* width = body_->findChild<QLineEdit*>("HWidth");
+        width->selectAll();
+        QTest::keyClicks(width, "2");
+        QTest::keyClick(width, Qt::Key_Return);
+        QCOMPARE(view_->spectrum().points, body_->rawXafsAt(6, 2, 2, 0).points);
+        moveTo(-3, 2); // outside: an empty spectrum, no fault
+        QVERIFY(view_->spectrum().isEmpty());
+        QVERIFY(body_->run("clear_I1_files"));
+        moveTo(3, 2);
+        QVERIFY(view_->spectrum().isEmpty());
+        body_->grab();
+    }
+
+    void overlayMarksBlockSelectionAndDarkAreas()
+    {
+        load();
+        QVERIFY(body_->runAll({"set_band_w 1", "set_band_h 0", "select_region 8 1 10 3",
+                               "set_i0_dark_area", "select_region 0 4 2 6", "set_i1_dark_area",
+                               "select_region 8 4 11 6"}));
+        moveTo(4, 2);
+        const QImage shown = area_->grab().toImage();
+        const auto colourAt = [&](double x, double y) {
+            return shown.pixelColor(int(area_->coord.realToScreenX(x)),
+                                    int(area_->coord.realToScreenY(y)));
+        };
+        QCOMPARE(colourAt(3, 2.5), QColor(Qt::red));
+        QCOMPARE(colourAt(4, 5.5), QColor(192, 192, 0));
+        QCOMPARE(colourAt(8, 5), QColor(192, 192, 255));
+        QCOMPARE(colourAt(8, 1.5), QColor(192, 255, 192));
+        QCOMPARE(colourAt(1, 4), QColor(255, 192, 192));
+        QCOMPARE(text("BoxSize"), QString("(   8,    4)-(  11,    6)"));
+    }
+
+    void choiceButtonsSliderAndKeysBrowseTheStacks()
+    {
+        load();
+        auto* row = body_->findChild<SelectDataFiles*>("SelectI1Files");
+        auto* slider = body_->findChild<QSlider*>("SeekBar");
+        slider->setValue(30); // the next image is that of the bump, not level
+        click("Next");
+        QCOMPARE(row->currentIndex(), 31);
+        QCOMPARE(view_->markerEnergy(), experiment_.firstEnergy + 31 * experiment_.energyStep);
+        click("Prev");
+        QCOMPARE(slider->value(), 30);
+        row->select(-1);
+        row->select(row->count());
+        QCOMPARE(row->currentIndex(), 30);
+        click("Next");
+        const QImage sample = *area_->currentImage();
+        click("ShowI0");
+        QCOMPARE(slider->value(), experiment_.energies - 1);
+        QVERIFY(*area_->currentImage() != sample);
+        click("ShowShiftMap");
+        QVERIFY(!area_->currentImage()); // no map yet
+        moveTo(2, 2);
+        click("ShowData");
+        QCOMPARE(*area_->currentImage(), sample);
+    }
+
+    void darkAreaButtonsOfTheRowSetRenewAndClear()
+    {
+        load();
+        auto* row = body_->findChild<SelectDataFiles*>("SelectI1Files");
+        const auto press = [row](const char* caption) {
+            for (QPushButton* button : row->findChildren<QPushButton*>()) {
+                if (button->text() == caption)
+                    button->click();
+            }
+        };
+        const QString before = QLatin1String("(-,-)-(-,-)");
+        const auto label = [row, before] {
+            for (const QLabel* l : row->findChildren<QLabel*>()) {
+                if (l->text().startsWith('(') && l->text().contains(")-("))
+                    return l->text();
+            }
+            return QString();
+        };
+        QCOMPARE(label(), before);
+        QVERIFY(body_->run("select_region 1 2 4 5"));
+        press("Set Dark Area");
+        QCOMPARE(label(), QString("(1,2)-(4,5)"));
+        QVERIFY(body_->blockConditions(0, 0).i1DarkAreaOn);
+        press("Up Date");
+        QCOMPARE(body_->blockConditions(0, 0).i1DarkAvg.size(), experiment_.energies);
+        press("CLR");
+        QCOMPARE(label(), before);
+        QVERIFY(!body_->blockConditions(0, 0).i1DarkAreaOn);
+    }
+
+    void barRebuildsTheShownImageOrAllOfThem()
+    {
+        load();
+        auto* bar = body_->findChild<ColorBar*>("CBar");
+        body_->grab();
+        const TiffData& shown = *body_->i1Stack().last();
+        QCOMPARE(QPointF(bar->rangeMin, bar->rangeMax), QPointF(shown.minVal, shown.maxVal));
+        bar->lowHandle = 0.5;
+        body_->cBarUpdating();
+        QVERIFY(shown.pictureMatches(*bar));
+        QVERIFY(!body_->i1Stack().first()->pictureMatches(*bar));
+        click("CBarAll");
+        QVERIFY(body_->i1Stack().first()->pictureMatches(*bar));
+    }
+
+    void picturesOfImageMapsAndWindowsAreSaved()
+    {
+        load();
+        const QTemporaryDir dir;
+        const auto in = [&dir](const char* name) { return dir.filePath(name); };
+        QVERIFY(body_->runAll({"save_image " + in("a.png"), "save_image_w_num " + in("b.png 07"),
+                               "screenshot xafsview " + in("v.png")}));
+        QVERIFY(QFile::exists(in("a-cBar.png")) && QFile::exists(in("b-07-cBar.png")));
+        QCOMPARE(QImage(in("a.png")).convertToFormat(QImage::Format_Grayscale8),
+                 area_->viewImage());
+        QCOMPARE(QImage(in("v.png")).size(), view_->size());
+        QVERIFY(body_->runAll({"analyzer_select_analysis_mode 0", "analyzer_exec_LCF",
+                               "analyzer_select_image 1", "save_all_images " + in("m.png")}));
+        for (const char* name : {"m-1-0.png", "m-1-1.png", "m-1-1-cBar.png"})
+            QVERIFY(QFile::exists(in(name)));
+        QVERIFY(!QFile::exists(in("m-0-0.png")));
+
+        const LogCapture log;
+        QVERIFY(body_->runAll({"save_image /none/a.png", "save_image", "screenshot nothing x.png",
+                               "screenshot Body /none/b.png"}));
+        QCOMPARE(log.linesWith("/none/a.png"), 1);
+        QCOMPARE(log.linesWith("/none/b.png"), 1);
+        QCOMPARE(log.linesWith("No window nothing"), 1);
+    }
+
+    void flatAndDarkHaveTheImageSize()
+    {
+        load();
+        const QTemporaryDir dir;
+        const QString before = QDir::currentPath();
+        QVERIFY(QDir::setCurrent(dir.path()));
+        click("SaveFlatDark");
+        QVERIFY(QDir::setCurrent(before));
+        for (const auto& [name, value] : {std::pair("flat.dat", 1.0), std::pair("dark.dat", 0.0)}) {
+            TiffData image;
+            QVERIFY(image.readFile(dir.filePath(name), ErrPoints()));
+            QCOMPARE(QSize(image.width, image.height),
+                     QSize(experiment_.width, experiment_.height));
+            QCOMPARE(image.pixel(3, 3), value);
+        }
+    }
+
+    void backgroundSpectrumHasAViewOfItsOwn()
+    {
+        auto* view = window<XafsView>("BGView");
+        QCOMPARE(view->windowTitle(), QString("BG Specturm"));
+        body_->selectedBG(experiment_.references[0]);
+        QCOMPARE(view->spectrum().size(), experiment_.energies);
+        click("ShowBG");
+        QVERIFY(view->isVisible());
+    }
+
+    void strangeImagesAreDrawnOrLeftBlank_data()
+    {
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("energies");
+        QTest::addColumn<double>("value");
+        const double inf = std::numeric_limits<double>::infinity();
+        QTest::newRow("one pixel, one image") << 1 << 1 << 7.0;
+        QTest::newRow("equal values") << 5 << 3 << 7.0;
+        QTest::newRow("zeros") << 5 << 3 << 0.0;
+        QTest::newRow("nan") << 5 << 3 << inf - inf;
+        QTest::newRow("infinite") << 5 << 3 << inf;
+        QTest::newRow("negative") << 5 << 2 << -1e30;
+        QTest::newRow("no image") << 5 << 0 << 1.0;
+    }
+    void strangeImagesAreDrawnOrLeftBlank()
+    {
+        QFETCH(int, width);
+        QFETCH(int, energies);
+        QFETCH(double, value);
+        for (int i = 0; i < energies; ++i) {
+            auto image = std::make_unique<TiffData>();
+            QVERIFY(image->allocate(width, width, TiffData::Floats));
+            for (int y = 0; y < width; ++y) {
+                std::fill_n(image->row<float>(y), width, float(value));
+                image->noteExtremes(y);
+            }
+            image->buildImage(currentColorScale());
+            body_->loadedI1(image.release(), i);
+        }
+        view_->show();
+        for (const char* line : {"set_band_w 0", "set_band_w 1000000", "set_band_h -3"}) {
+            QVERIFY(body_->run(line));
+            moveTo(0, 0);
+            body_->grab();
+            view_->grab();
+        }
+        // A zoom without end, either way, and a bar without a range.
+        for (int i = 0; i < 400; ++i)
+            wheel(120);
+        body_->grab();
+        for (int i = 0; i < 8000; ++i)
+            wheel(-120);
+        body_->grab();
+        auto* bar = body_->findChild<ColorBar*>("CBar");
+        bar->highHandle = bar->lowHandle;
+        body_->cBarUpdated();
+        QCOMPARE(body_->i1Stack().size(), energies);
+        QVERIFY(!body_->grab().isNull());
+    }
+
+private:
+    void load()
+    {
+        QVERIFY(body_->load(experiment_));
+        body_->grab(); // the image area learns its coordinates when it paints
+    }
+    template<typename T>
+    static T* window(const char* name)
+    {
+        for (QWidget* widget : QApplication::topLevelWidgets()) {
+            if (widget->objectName() == name)
+                return qobject_cast<T*>(widget);
+        }
+        return nullptr;
+    }
+    QString text(const char* label) const { return body_->findChild<QLabel*>(label)->text(); }
+    void click(const char* button) { body_->findChild<QPushButton*>(button)->click(); }
+
+    /// The mouse over the middle of an image pixel.
+    void moveTo(int x, int y)
+    {
+        const QRectF& seen = area_->viewWindow();
+        const QPointF at((x + 0.5 - seen.x()) / seen.width() * area_->width(),
+                         (y + 0.5 - seen.y()) / seen.height() * area_->height());
+        QMouseEvent move(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(area_, &move);
+    }
+    void wheel(int delta)
+    {
+        const QPointF middle = area_->rect().center();
+        QWheelEvent turn(middle, middle, {}, {0, delta}, Qt::NoButton, {}, Qt::NoScrollPhase,
+                         false);
+        QCoreApplication::sendEvent(area_, &turn);
+    }
+    static bool hasInk(QWidget& widget)
+    {
+        const QImage image = widget.grab().toImage().convertToFormat(QImage::Format_Grayscale8);
+        int black = 0;
+        for (int y = 0; y < image.height(); ++y)
+            black += int(std::count(image.constScanLine(y), image.constScanLine(y) + image.width(),
+                                    uchar(0)));
+        return 2 * black > qMin(image.width(), image.height());
+    }
+
+    const SmallExperiment experiment_;
+    std::unique_ptr<DrivenBody> body_;
+    ImgDispA* area_ = nullptr;
+    XafsView* view_ = nullptr;
+};
+
+QTEST_MAIN(TestViewer)
+#include "test_viewer.moc"

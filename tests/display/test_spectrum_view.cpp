@@ -1,0 +1,372 @@
+#include "display/DispA.h"
+#include "display/XafsView.h"
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QWheelEvent>
+#include <QtTest>
+
+#include <cmath>
+
+/// The spectrum view, judged by its pixels and with a real mouse.
+class TestSpectrumView : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        view_ = std::make_unique<XafsView>();
+        plot_ = view_->findChild<DispA*>("Xafs");
+        view_->resize(900, 600);
+        view_->grab(); // lays the form out
+    }
+
+    void gapsSplitTheCurve()
+    {
+        const double v = 1.03; // off the grid
+        for (const double gap : {40.0, 50.0, 60.0}) {
+            view_->setSpectrum(curve({{9000, v}, {9030, v}, {9030 + gap, v}, {9100, v}}));
+            const QImage shown = picture();
+            QVERIFY(has(shown, Qt::black, 9015, v));
+            QCOMPARE(has(shown, Qt::black, 9030 + gap / 2, v), gap <= 50);
+        }
+        view_->setStdSpectrum(curve({{9000, v}, {9060, v}}));
+        QVERIFY(has(picture(), Qt::red, 9045, v)); // only the main spectrum is split
+    }
+
+    void energyCorrectionMovesTheSpectrumAlone()
+    {
+        XafsSpectrum s = step(9050);
+        s.eOffset = 10;
+        view_->setSpectrum(s);
+        view_->setStdSpectrum(step(9050));
+        view_->setOthers(
+            {{step(9070), true, {}}, {step(9085), false, {}}, {step(9090), true, QPen(Qt::blue)}});
+        QImage shown = picture();
+        QVERIFY(has(shown, Qt::black, 9050, 0.5));
+        QVERIFY(has(shown, Qt::red, 9070, 0.5)); // the first colour of all
+        QVERIFY(has(shown, Qt::blue, 9090, 0.5));
+        QVERIFY(isBlank(shown, 9085, 0.5)); // not to be shown
+        view_->setEnergyCorrection(true);
+        shown = picture();
+        QVERIFY(has(shown, Qt::black, 9040, 0.5));
+        QVERIFY(has(shown, Qt::red, 9050, 0.5) && !has(shown, Qt::black, 9050, 0.5));
+    }
+
+    /// Curves that differ in height and slope alone are one when normalised.
+    void normalisedCurvesShareTheirAxis()
+    {
+        const QColor post(0, 220, 192);
+        view_->setStdSpectrum(measured(8990, 3.0, 0.003));
+        view_->setSpectrum(measured(8990, 1.0, -0.002));
+        QVERIFY(count(picture(), Qt::red) > 50 && count(picture(), post) > 50);
+        view_->setNormalize(true);
+        QCOMPARE(count(picture(), Qt::red) + count(picture(), post), 0);
+        view_->setStdSpectrum(measured(9010, 3.0, 0.0));
+        QVERIFY(count(picture(), Qt::red) > 50);
+    }
+
+    void marksStandAtTheirEnergies()
+    {
+        view_->setSpectrum(measured(8990, 1.0, 0.0));
+        const double edge = view_->spectrum().midx;
+        view_->setMarkerEnergy(8930);
+        view_->setEdgeMarks({{"Zn", 9063}, {"far", 20000}});
+        QImage shown = picture();
+        QVERIFY(has(shown, QColor(0, 224, 0), 8930, 5.5) && has(shown, Qt::red, 9063, 5.5));
+        QVERIFY(has(shown, Qt::black, edge, 5.1) && has(shown, Qt::black, edge, 5.9));
+        view_->setMarkerEnergy(-1);
+        view_->setEdgeMarks({});
+        shown = picture();
+        QCOMPARE(count(shown, QColor(0, 224, 0)) + count(shown, Qt::red), 0);
+    }
+
+    void wheelKeepsTheEnergyUnderTheMouse()
+    {
+        view_->setSpectrum(step(9050));
+        QCOMPARE(QPointF(view_->xMin(), view_->xMax()), QPointF(9000, 9100));
+        view_->setSpectrum(curve({{9000, 0}, {9200, 1}}));
+        QCOMPARE(view_->xMax(), 9200.0); // nothing is zoomed yet
+        move({300, 200});
+        const double energy = view_->coord().screenToRealX(300);
+        for (const int delta : {120, 240, -120}) {
+            wheel({300, 200}, delta);
+            picture();
+            QVERIFY(qAbs(view_->coord().screenToRealX(300) - energy) < 1e-9);
+        }
+        QVERIFY(qAbs(view_->xMax() - view_->xMin() - 200 / 1.1) < 1e-9);
+        QCOMPARE(text("XVal"), QString::number(energy, 'g', 6));
+        const double kept = view_->xMin();
+        view_->setSpectrum(step(9050)); // new spectra leave the zoom alone
+        QCOMPARE(view_->xMin(), kept);
+        view_->findChild<QAbstractButton*>("ResetXScale")->click();
+        QCOMPARE(QPointF(view_->xMin(), view_->xMax()), QPointF(9000, 9100));
+        for (int i = 0; i < 2000; ++i)
+            wheel({300, 200}, i < 1000 ? 120 : -120);
+        QVERIFY(view_->xMax() > view_->xMin() && picture().width() > 0);
+    }
+
+    void plainLeftDragPans()
+    {
+        view_->setSpectrum(step(9050));
+        const QSignalSpy updated(view_.get(), &XafsView::updated);
+        drag(Qt::LeftButton, Qt::ShiftModifier);
+        drag(Qt::RightButton, {});
+        QCOMPARE(view_->xMin(), 9000.0);
+        drag(Qt::LeftButton, {});
+        const double moved = view_->coord().screenToRealDX(-40);
+        QVERIFY(qAbs(view_->xMin() - 9000 - moved) < 1e-9);
+        QVERIFY(qAbs(view_->xMax() - 9100 - moved) < 1e-9);
+        QCOMPARE(updated.count(), 0);
+    }
+
+    void theNearestPointIsNamed()
+    {
+        XafsSpectrum s = curve({{9005, 0}, {9015, 1}, {9045, 2}, {9105, 3}});
+        s.isShifted = true;
+        s.eShift = 5;
+        view_->setSpectrum(s);
+        QCOMPARE(QPointF(view_->xMin(), view_->xMax()), QPointF(9000, 9100));
+        picture(); // lays the axes out
+        const QPair<double, const char*> rows[] = {{8990, "0"}, {9004, "0"}, {9006, "1"},
+                                                   {9024, "1"}, {9069, "2"}, {9100, "3"}};
+        for (const auto& row : rows) {
+            const double x = std::round(view_->coord().realToScreenX(row.first));
+            const double y = std::round(view_->coord().realToScreenY(1.5));
+            move({x, y});
+            QCOMPARE(view_->findChild<QLabel*>("Position")->text(), QString(row.second));
+            QCOMPARE(text("XVal"), QString::number(view_->coord().screenToRealX(x), 'f', 1));
+            QCOMPARE(text("YVal"), QString::number(view_->coord().screenToRealY(y), 'f', 3));
+        }
+    }
+
+    void theEdgeIsTold()
+    {
+        XafsSpectrum s = step(9050);
+        s.midx = 8979.5;
+        s.dMut = 0.5;
+        XafsSpectrum standard = s;
+        standard.midx = 8978;
+        QCOMPARE(view_->setSpectrum(s), 0.0); // no standard
+        view_->setStdSpectrum(standard);
+        QCOMPARE(view_->setSpectrum(s), 1.5);
+        const QString edge = "dMut =  5.000e-01, Edge 8979.5 [eV] : ";
+        QCOMPARE(message(), edge + " "); // nothing to add, but for the blank between
+        s.outOfRangeMidx = s.noisyMidx = true;
+        view_->setSpectrum(s);
+        QCOMPARE(message(), edge + "Out of Range midx Noizy to decide midx");
+        view_->setSpectrum({});
+        QVERIFY(message().isEmpty());
+    }
+
+    void stoppedItOnlyStores()
+    {
+        const QSignalSpy updated(view_.get(), &XafsView::updated);
+        view_->setStopRedraw(true);
+        view_->setSpectrum(step(9050));
+        view_->setOthers({{step(9060), true, {}}});
+        view_->setOther(0, {step(9025), true, QPen(Qt::blue)});
+        view_->setOther(1, {step(9020), true, QPen(Qt::green)}); // no such curve
+        view_->setRawSpectrum({});
+        QCOMPARE(updated.count(), 0);
+        QVERIFY(message().isEmpty());
+        view_->setStopRedraw(false);
+        QCOMPARE(updated.count(), 1);
+        QVERIFY(!message().isEmpty());
+        QVERIFY(has(picture(), Qt::blue, 9025, 0.5) && view_->others().size() == 1);
+    }
+
+    void rawModesDrawWhatThereIs()
+    {
+        const auto box = [this](const char* name) {
+            return view_->findChild<QAbstractButton*>(name);
+        };
+        QVERIFY(!box("ShowFFT")->isEnabled());
+        view_->setSpectrum(step(9050));
+        QVERIFY(has(picture(), Qt::black, 9050, 0.5));
+        box("ShowRaw")->click();
+        QVERIFY(!has(picture(), Qt::black, 9050, 0.5));
+        const int rim = int(view_->coord().plotY1) + 2;
+        const QColor raw(192, 0, 0), fft(0, 192, 0);
+        for (const int n : {0, 1, 5, 9, 10, 29, 30, 61}) {
+            Spectrum s;
+            for (int i = 0; i < n; ++i)
+                s.append(i, 40 + 10 * std::sin(0.9 * i));
+            view_->setRawSpectrum(s);
+            QCOMPARE(count(picture(), raw) > 0, n > 0);
+            box("ShowFFT")->click();
+            const QImage shown = picture();
+            // Below 30 values they have no range, and lie on the upper rim if anywhere.
+            const QImage below = shown.copy(shown.rect().adjusted(0, rim, 0, 0));
+            QCOMPARE(count(below, fft) > 30, n >= 30);
+            QCOMPARE(count(shown, raw), 0);
+            box("ShowFFT")->click();
+        }
+        Spectrum real;
+        for (int i = 0; i < 200; ++i)
+            real.append(9000 + i, i);
+        view_->setRawSpectrum(real); // at their energies, far outside of 0 to 200: deliberate
+        QCOMPARE(count(picture(), raw), 0);
+    }
+
+    void savesEachSpectrumInItsFile()
+    {
+        const QTemporaryDir dir;
+        XafsSpectrum s = step(9050);
+        s.eOffset = 100;
+        view_->setSpectrum(s);
+        view_->setStdSpectrum(s);
+        view_->setOthers({{step(9020), true, {}}, {step(9030), false, {}}});
+        const QPair<const char*, const char*> names[] = {
+            {"a.dat", "a"}, {"b", "b"}, {"c.d.x", "c.d"}};
+        for (const auto& name : names) {
+            view_->saveData(dir.filePath(name.first));
+            const QPair<const char*, const char*> files[] = {
+                {"T", "8900"}, {"std", "9000"}, {"other0", "9000"}, {"other1", "9000"}};
+            for (const auto& file : files) {
+                QFile saved(dir.filePath(QString("%1-%2.dat").arg(name.second, file.first)));
+                QVERIFY(saved.open(QIODevice::ReadOnly));
+                QCOMPARE(saved.readAll().split('\n').value(7).split('\t').first(), file.second);
+            }
+        }
+        view_->saveData({});
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 12);
+    }
+
+    void survivesAnyNumbers_data()
+    {
+        const double nan = qQNaN(), inf = qInf();
+        const QPair<const char*, QVector<QPointF>> rows[] = {
+            {"none", {}},
+            {"one", {{9000, 1}}},
+            {"one energy", {{9000, 1}, {9000, 2}, {9000, 3}}},
+            {"level", {{9000, 1}, {9010, 1}, {9020, 1}, {9030, 1}}},
+            {"nan energies", {{nan, 1}, {nan, 2}, {9020, 3}, {nan, 4}}},
+            {"all nan", {{nan, nan}, {nan, nan}}},
+            {"infinite values", {{9000, inf}, {9010, -inf}, {9020, 1}, {9030, nan}}},
+            {"infinite energies", {{-inf, 1}, {9010, 2}, {9020, 1}, {inf, 2}}},
+            {"huge", {{-1e308, -1e308}, {0, 1e308}, {1e308, -1e308}, {1e308, 1e308}}},
+            {"tiny", {{1e-310, 1e-310}, {2e-310, 2e-310}, {3e-310, 3e-310}}},
+            {"unresolved", {{1e17, 1}, {1e17 + 16, 2}, {1e17 + 32, 3}}}};
+        QTest::addColumn<QVector<QPointF>>("points");
+        for (const auto& row : rows)
+            QTest::newRow(row.first) << row.second;
+    }
+
+    void survivesAnyNumbers()
+    {
+        QFETCH(QVector<QPointF>, points);
+        Spectrum s;
+        s.setPoints(points);
+        for (const int mode : {VictLine::Victoreen, VictLine::Straight}) {
+            XafsSpectrum normal(s, "x", mode, qQNaN(), {});
+            view_->setSpectrum(normal);
+            view_->setStdSpectrum(normal);
+            view_->setRawSpectrum(s);
+            view_->setOthers({{normal, true, {}}});
+            view_->setMarkerEnergy(qInf());
+            view_->setEdgeMarks({{"nan", qQNaN()}, {"x", 9000}});
+            for (const char* box : {"Normalized", "ECorrect", "ShowRaw", "ShowFFT", "ShowRaw"}) {
+                view_->findChild<QAbstractButton*>(box)->click();
+                move({300, 200});
+                wheel({300, 200}, 120);
+                drag(Qt::LeftButton, {});
+                QVERIFY(picture().width() > 0);
+                QVERIFY(view_->xMax() > view_->xMin());
+            }
+        }
+    }
+
+    void aNumberThatIsNoneBreaksTheCurve()
+    {
+        view_->setSpectrum(curve({{9000, 1}, {9020, 1}, {9040, qQNaN()}, {9060, 1}, {9100, 1}}));
+        const QImage shown = picture();
+        QVERIFY(has(shown, Qt::black, 9010, 1) && has(shown, Qt::black, 9080, 1));
+        QVERIFY(!has(shown, Qt::black, 9030, 1) && !has(shown, Qt::black, 9050, 1));
+    }
+
+private:
+    static XafsSpectrum curve(const QVector<QPointF>& points)
+    {
+        Spectrum s;
+        s.setPoints(points);
+        return XafsSpectrum::unnormalized(s, "x", VictLine::Straight, 0.0, {});
+    }
+    /// From 0 to 1 at an energy, within 9000 to 9100.
+    static XafsSpectrum step(double E)
+    {
+        QVector<QPointF> points;
+        for (double e = 9000; e < E; e += 10)
+            points.append({e, 0});
+        points.append({E - 0.01, 0});
+        for (double e = E + 0.01; e < 9100; e += 10)
+            points.append({e, 1});
+        points.append({9100, 1});
+        return curve(points);
+    }
+    static XafsSpectrum measured(double edge, double height, double slope)
+    {
+        Spectrum s;
+        for (double E = 8900; E <= 9100; E += 1)
+            s.append(E, 5 + slope * (E - 8900) +
+                            height * (0.5 + std::atan((E - edge) / 2) / M_PI +
+                                      (E > edge ? 0.2 * std::sin((E - edge) / 6) : 0)));
+        return {s, "x", VictLine::Straight, 0.0, {}};
+    }
+
+    QImage picture() { return plot_->grab().toImage(); }
+    QString text(const char* name) { return view_->findChild<QLineEdit*>(name)->text(); }
+    QString message() { return view_->findChild<QLabel*>("ExtMsg")->text(); }
+
+    /// The place of an energy and of a fraction of the axis of values from 0 to 1, of which a level
+    /// curve of value 1 has the middle.
+    QRect around(double energy, double value) const
+    {
+        const ChCoord& c = view_->coord();
+        return QRect(int(c.realToScreenX(energy)), int(c.realToScreenY(value)), 1, 1)
+            .adjusted(-2, -2, 2, 2);
+    }
+    bool has(const QImage& image, const QColor& colour, double energy, double value) const
+    {
+        return count(image.copy(around(energy, value)), colour) > 0;
+    }
+    bool isBlank(const QImage& image, double energy, double value) const
+    {
+        const QRect place = around(energy, value);
+        return count(image.copy(place), Qt::white) == place.width() * place.height();
+    }
+    static int count(const QImage& image, const QColor& colour)
+    {
+        int n = 0;
+        for (int i = 0; i < image.width() * image.height(); ++i)
+            n += image.pixelColor(i % image.width(), i / image.width()) == colour ? 1 : 0;
+        return n;
+    }
+
+    void move(const QPointF& to, Qt::KeyboardModifiers keys = {})
+    {
+        QMouseEvent event(QEvent::MouseMove, to, Qt::NoButton, {}, keys);
+        QApplication::sendEvent(plot_, &event);
+    }
+    void drag(Qt::MouseButton button, Qt::KeyboardModifiers keys)
+    {
+        QTest::mousePress(plot_, button, keys, {200, 200});
+        move({230, 210}, keys);
+        move({240, 210}, keys);
+        QTest::mouseRelease(plot_, button, keys, {240, 210});
+        move({300, 210}, keys);
+    }
+    void wheel(const QPointF& at, int delta)
+    {
+        QWheelEvent turn(at, at, {}, {0, delta}, Qt::NoButton, {}, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(plot_, &turn);
+    }
+
+    std::unique_ptr<XafsView> view_;
+    DispA* plot_ = nullptr;
+};
+
+QTEST_MAIN(TestSpectrumView)
+#include "test_spectrum_view.moc"
