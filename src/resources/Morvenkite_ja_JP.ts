@@ -875,6 +875,245 @@
     </message>
 </context>
 <context>
+    <name>CalibCtrl</name>
+    <message>
+        <source>Calibration</source>
+        <translation>較正</translation>
+    </message>
+    <message>
+        <source>Standard</source>
+        <translation>標準試料</translation>
+    </message>
+    <message>
+        <source>Std. :</source>
+        <translation>標準 :</translation>
+    </message>
+    <message>
+        <source>Simple</source>
+        <translation>直線</translation>
+    </message>
+    <message>
+        <source>Straight lines as background of the standard</source>
+        <translation>標準試料のバックグラウンドを直線とする</translation>
+    </message>
+    <message>
+        <source>Victreen</source>
+        <translation>Victoreen</translation>
+    </message>
+    <message>
+        <source>Victoreen curves as background of the standard</source>
+        <translation>標準試料のバックグラウンドを Victoreen 曲線とする</translation>
+    </message>
+    <message>
+        <source>Edge Energy</source>
+        <translation>吸収端</translation>
+    </message>
+    <message>
+        <source>Edge energy for which a map is loaded [eV]: that of the standard, or another one to carry the map to another edge</source>
+        <translation>マップ読込時の吸収端エネルギー [eV]: 標準試料の値、または別の吸収端へマップを移す場合はその値</translation>
+    </message>
+    <message>
+        <source>Calib. Conditions</source>
+        <translation>較正条件</translation>
+    </message>
+    <message>
+        <source>Crystal of the monochromator: its lattice spacing turns energies into the angles of the map file</source>
+        <translation>分光器の結晶: その格子面間隔でエネルギーをマップファイルの角度に換算する</translation>
+    </message>
+    <message>
+        <source>Target :</source>
+        <translation>対象 :</translation>
+    </message>
+    <message>
+        <source>Straight lines as background of the pixels&apos; spectra</source>
+        <translation>各点のスペクトルのバックグラウンドを直線とする</translation>
+    </message>
+    <message>
+        <source>Victoreen curves as background of the pixels&apos; spectra</source>
+        <translation>各点のスペクトルのバックグラウンドを Victoreen 曲線とする</translation>
+    </message>
+    <message>
+        <source>dMidx</source>
+        <translation>dMidx</translation>
+    </message>
+    <message>
+        <source>Calibrate by checking the difference of dMidx, which is a point defined as a cross point of a spectrum and mean value of pre- and post-edge lines.</source>
+        <translation>dMidx (スペクトルと、プリエッジ・ポストエッジ両直線の平均との交点) の差で較正する。</translation>
+    </message>
+    <message>
+        <source>inner P.</source>
+        <translation>内積</translation>
+    </message>
+    <message>
+        <source>Calibrate by checking normalized inner products of the spectrum at the point and the standard spectrum. </source>
+        <translation>各点のスペクトルと標準スペクトルの規格化内積で較正する。 </translation>
+    </message>
+    <message>
+        <source>Initial E-range</source>
+        <translation>初期 E 範囲</translation>
+    </message>
+    <message>
+        <source>Largest shift tried, up and down from the difference of the mid points [eV]</source>
+        <translation>中点の差から上下に試す最大のシフト [eV]</translation>
+    </message>
+    <message>
+        <source>E-step</source>
+        <translation>E ステップ</translation>
+    </message>
+    <message>
+        <source>First step of the search [eV]; each further one is a tenth, over a tenth of the range</source>
+        <translation>探索の最初のステップ [eV]。以後は範囲・ステップとも 10 分の 1 ずつになる</translation>
+    </message>
+    <message>
+        <source>Min. E-step</source>
+        <translation>最小 E ステップ</translation>
+    </message>
+    <message>
+        <source>The search ends before its step falls below this [eV]</source>
+        <translation>ステップがこれを下回る前に探索を終える [eV]</translation>
+    </message>
+    <message>
+        <source>Exec Calib.</source>
+        <translation>較正実行</translation>
+    </message>
+    <message>
+        <source>Rows of the running calibration that are done [%]</source>
+        <translation>実行中の較正で終わった行の割合 [%]</translation>
+    </message>
+    <message>
+        <source>NES</source>
+        <translation>NES</translation>
+    </message>
+    <message>
+        <source>Normalise E shift: take out single outliers of the map, more than 40 eV off</source>
+        <translation>E シフトの正規化: 40 eV を超えて外れたマップ内の孤立点を取り除く</translation>
+    </message>
+    <message>
+        <source>Clear Map</source>
+        <translation>マップ消去</translation>
+    </message>
+    <message>
+        <source>Drop the energy shift map: spectra are taken without shifts</source>
+        <translation>エネルギーシフトマップを破棄する: スペクトルはシフトなしで扱われる</translation>
+    </message>
+    <message>
+        <source>Statistic &amp;&amp; Properties</source>
+        <translation>統計とプロパティ</translation>
+    </message>
+    <message>
+        <source>Delta Energy DMin.</source>
+        <translation>ΔE 最小</translation>
+    </message>
+    <message>
+        <source>Smallest shift of the last calibration [eV]</source>
+        <translation>直前の較正の最小シフト [eV]</translation>
+    </message>
+    <message>
+        <source>Max.</source>
+        <translation>最大</translation>
+    </message>
+    <message>
+        <source>Largest shift [eV]</source>
+        <translation>最大シフト [eV]</translation>
+    </message>
+    <message>
+        <source>Avr.</source>
+        <translation>平均</translation>
+    </message>
+    <message>
+        <source>Mean shift [eV]</source>
+        <translation>平均シフト [eV]</translation>
+    </message>
+    <message>
+        <source>sigma</source>
+        <translation>標準偏差</translation>
+    </message>
+    <message>
+        <source>Standard deviation of the shifts [eV]</source>
+        <translation>シフトの標準偏差 [eV]</translation>
+    </message>
+    <message>
+        <source>X Offset</source>
+        <translation>X オフセット</translation>
+    </message>
+    <message>
+        <source>Column of the detector at which the images begin [pixels]</source>
+        <translation>画像が始まる検出器の列 [pixels]</translation>
+    </message>
+    <message>
+        <source>Y Offset</source>
+        <translation>Y オフセット</translation>
+    </message>
+    <message>
+        <source>Row of the detector at which the images begin [pixels]</source>
+        <translation>画像が始まる検出器の行 [pixels]</translation>
+    </message>
+    <message>
+        <source>Width</source>
+        <translation>幅</translation>
+    </message>
+    <message>
+        <source>Width of the images [pixels]</source>
+        <translation>画像の幅 [pixels]</translation>
+    </message>
+    <message>
+        <source>Height</source>
+        <translation>高さ</translation>
+    </message>
+    <message>
+        <source>Height of the images [pixels]</source>
+        <translation>画像の高さ [pixels]</translation>
+    </message>
+    <message>
+        <source>Energy Shift Map</source>
+        <translation>エネルギーシフトマップ</translation>
+    </message>
+    <message>
+        <source>File that the map was last loaded from or saved to</source>
+        <translation>マップを最後に読込・保存したファイル</translation>
+    </message>
+    <message>
+        <source>Chk. Size</source>
+        <translation>サイズ確認</translation>
+    </message>
+    <message>
+        <source>Refuse map files of another size than that of the images</source>
+        <translation>画像とサイズの異なるマップファイルを読み込まない</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>読込</translation>
+    </message>
+    <message>
+        <source>Load a map from a file</source>
+        <translation>マップをファイルから読み込む</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Save the map to a file</source>
+        <translation>マップをファイルに保存する</translation>
+    </message>
+    <message>
+        <source>Select Std.</source>
+        <translation>標準選択</translation>
+    </message>
+    <message>
+        <source>Stop Calib.</source>
+        <translation>較正停止</translation>
+    </message>
+    <message>
+        <source>Stop the calibration; the map keeps what is done</source>
+        <translation>較正を停止する (終わった部分はマップに残る)</translation>
+    </message>
+    <message>
+        <source>Compare each block of the selected area with the standard</source>
+        <translation>選択領域の各ブロックを標準試料と比較する</translation>
+    </message>
+</context>
+<context>
     <name>EOFSetup</name>
     <message>
         <source>Energy of Files</source>
