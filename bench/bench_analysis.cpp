@@ -42,15 +42,18 @@ void normalise(benchmark::State& state, int mode)
     countPositions(state, 1);
 }
 
-void fitLcfOfARow(benchmark::State& state)
+/// Fits a row of a map whose positions have the same energy shift, or each another one.
+void fitLcfOfARow(benchmark::State& state, bool shifted)
 {
     LcfRequest request;
     request.rows = synthetic::referenceRows();
     request.inWalk = true;
     QVector<XafsSpectrum> spectra;
     BlockSpectra blocks(synthetic::stacks(), synthetic::conditions(0));
-    for (const Spectrum& raw : blocks.row(0, 1, synthetic::side, 100))
-        spectra.append(XafsSpectrum(raw, QString(), VictLine::Straight, 0.0, SuggestElm()));
+    for (const Spectrum& raw : blocks.row(0, 1, synthetic::side, 100)) {
+        const double offset = shifted ? 0.003 * spectra.size() : 0.0;
+        spectra.append(XafsSpectrum(raw, QString(), VictLine::Straight, offset, SuggestElm()));
+    }
     for (auto _ : state) {
         LcfPlan plan(request);
         for (const XafsSpectrum& spectrum : qAsConst(spectra))
@@ -102,6 +105,9 @@ void calibrateMap(benchmark::State& state)
 BENCHMARK(blockSpectrum)->Name("block_spectrum")->Arg(0)->Arg(2)->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(normalise, straight, VictLine::Straight)->Name("normalise/straight");
 BENCHMARK_CAPTURE(normalise, victoreen, VictLine::Victoreen)->Name("normalise/victoreen");
-BENCHMARK(fitLcfOfARow)->Name("fit_lcf")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(fitLcfOfARow, same, false)->Name("fit_lcf")->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(fitLcfOfARow, shifted, true)
+    ->Name("fit_lcf/shifted")
+    ->Unit(benchmark::kMicrosecond);
 BENCHMARK(calibrateBlock)->Name("calibrate_block")->Unit(benchmark::kMicrosecond);
 BENCHMARK(calibrateMap)->Name("calibrate_map_128x128")->Unit(benchmark::kMillisecond);

@@ -93,7 +93,7 @@ void LcfPlan::addReference(const LcfReferenceData& row)
 {
     const XafsSpectrum& s = row.spectrum;
     const Spectrum& curve = s.doubleNormalizedPreBase;
-    references_.push_back({&curve, SpectrumCursor(curve), s.shift(), row.weight});
+    references_.push_back({CurveTable(curve), curve.shift(), s.shift()});
     rowWeights_.push_back(row.weight);
     const double first = s.x(0);
     const double last = s.x(s.size() - 1);
@@ -113,22 +113,20 @@ void LcfPlan::prepare(const XafsSpectrum& s)
 {
     prepared_ = true;
     offset_ = s.eOffset;
-    if (!spectrumEnergies_.equal(s))
-        spectrumEnergies_.take(s);
-    if (!curveEnergies_.equal(s.doubleNormalizedPreBase))
-        curveEnergies_.take(s.doubleNormalizedPreBase);
+    spectrumEnergies_.take(s);
+    curveEnergies_.take(s.doubleNormalizedPreBase);
     energies_.resize(at(s.size()));
     std::transform(s.points.begin(), s.points.end(), energies_.begin(),
                    [&s](const QPointF& p) { return p.x() - s.shift() - s.eOffset; });
     readReferences();
     chooseFittedPoints();
     factorise();
-    chooseResidualPoints(s.doubleNormalizedPreBase);
+    chooseResidualPoints();
     if (request_.inWalk) {
         // Read at energies only, so its bounds need not be known.
         Spectrum curve;
         curve.points = fitCurve(rowWeights_.data());
-        sampleFit(curve, s.doubleNormalizedPreBase);
+        sampleFit(curve);
     }
 }
 
@@ -137,14 +135,13 @@ void LcfPlan::readReferences()
     rows_.assign(energies_.size() * stride_, 0.0);
     for (std::size_t j = 0; j < references_.size(); ++j) {
         const Reference& reference = references_[j];
-        const double curveShift = reference.curve->shift();
-        SpectrumCursor cursor = reference.start;
+        int segment = 0;
         bool numbers = true;
         double* out = rows_.data() + j;
         for (const double energy : energies_) {
             const double shifted = energy + reference.shift;
             numbers &= shifted == shifted;
-            *out = cursor.yAt(shifted + curveShift);
+            *out = reference.table.at(segment, shifted + reference.curveShift);
             out += stride_;
         }
         if (!numbers)
@@ -179,12 +176,12 @@ void LcfPlan::factorise()
                    pivots_.data());
 }
 
-void LcfPlan::chooseResidualPoints(const Spectrum& curve)
+void LcfPlan::chooseResidualPoints()
 {
     residualPoints_.clear();
-    for (int i = 1; i < curve.size() - 1; ++i) {
+    for (int i = 1; i < static_cast<int>(curveEnergies_.raw.size()) - 1; ++i) {
         // The position's offset stays in this energy, unlike in that of the fit: deliberate.
-        const double e = curve.x(i);
+        const double e = curveEnergies_.energy(i);
         if (!(e < fitStart_ || e > fitEnd_))
             residualPoints_.push_back(i);
     }
@@ -209,11 +206,12 @@ QVector<QPointF> LcfPlan::fitCurve(const double* weights) const
     return points;
 }
 
-void LcfPlan::sampleFit(const Spectrum& fitted, const Spectrum& curve)
+void LcfPlan::sampleFit(const Spectrum& fitted)
 {
-    SpectrumCursor cursor(fitted);
+    const CurveTable table(fitted);
+    int segment = 0;
     std::transform(residualPoints_.begin(), residualPoints_.end(), fitValues_.begin(),
-                   [&](int i) { return cursor.yAt(curve.x(i)); });
+                   [&](int i) { return table.at(segment, curveEnergies_.energy(i)); });
 }
 
 void LcfPlan::solve(const Spectrum& curve)
@@ -268,7 +266,7 @@ LcfResult LcfPlan::fit(const XafsSpectrum& s)
     if (!request_.inWalk) {
         Spectrum curve;
         curve.setPoints(fitCurve(weights_.data()));
-        sampleFit(curve, s.doubleNormalizedPreBase);
+        sampleFit(curve);
         result.fit = std::make_shared<XafsSpectrum>(curve, QStringLiteral("anal-LCF"),
                                                     VictLine::Straight, 0.0, request_.sElm);
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "spectrum/CurveTable.h"
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMetaType>
@@ -64,16 +65,16 @@ private:
         std::vector<double> raw;
         double shift = 0.0;
 
+        double energy(int i) const { return raw[static_cast<std::size_t>(i)] - shift; }
         bool equal(const Spectrum& curve) const;
         void take(const Spectrum& curve);
     };
 
     struct Reference
     {
-        const Spectrum* curve;
-        SpectrumCursor start; ///< at the curve's first segment; copied for each run over energies
-        double shift;         ///< dE of the row [eV]
-        double weight;        ///< as the row shows it
+        CurveTable table;
+        double curveShift; ///< of the curve itself
+        double shift;      ///< dE of the row [eV]
     };
 
     void addReference(const LcfReferenceData& row);
@@ -82,13 +83,13 @@ private:
     void readReferences();
     void chooseFittedPoints();
     void factorise();
-    void chooseResidualPoints(const Spectrum& curve);
+    void chooseResidualPoints();
     QVector<QPointF> fitCurve(const double* weights) const;
-    void sampleFit(const Spectrum& fitted, const Spectrum& curve);
+    void sampleFit(const Spectrum& fitted);
     void solve(const Spectrum& curve);
     double residual(const XafsSpectrum& s) const;
 
-    LcfRequest request_; ///< owns the curves that references_ point to
+    LcfRequest request_; ///< owns the curves that references_ read
     std::vector<Reference> references_;
     QVector<int> activeRows_;
     std::vector<double> rowWeights_;

@@ -30,13 +30,28 @@ double value(const QLineEdit* field)
     return field->text().toDouble();
 }
 
+QFileDialog* newLoadDialog(QWidget* parent)
+{
+    auto* const dialog = new EShiftMapDialog(parent);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    return dialog;
+}
+
+QFileDialog* newSaveDialog(QWidget* parent)
+{
+    auto* const dialog = new EShiftMapDialog(parent);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("emp"));
+    return dialog;
+}
+
 } // namespace
 
 CalibCtrl::CalibCtrl(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_CalibCtrl>())
-    , loadDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptOpen); }, this))
-    , saveDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptSave); }, this))
+    , loadDialog_(new LateDialog([this] { return newLoadDialog(this); }, this))
+    , saveDialog_(new LateDialog([this] { return newSaveDialog(this); }, this))
 {
     ui_->setupUi(this);
     fillCrystals();
@@ -47,17 +62,6 @@ CalibCtrl::CalibCtrl(QWidget* parent)
 }
 
 CalibCtrl::~CalibCtrl() = default;
-
-QFileDialog* CalibCtrl::newDialog(QFileDialog::AcceptMode mode)
-{
-    auto* dialog = new EShiftMapDialog(this);
-    dialog->setAcceptMode(mode);
-    if (mode == QFileDialog::AcceptOpen)
-        dialog->setFileMode(QFileDialog::ExistingFile);
-    else
-        dialog->setDefaultSuffix(QStringLiteral("emp"));
-    return dialog;
-}
 
 void CalibCtrl::fillCrystals()
 {

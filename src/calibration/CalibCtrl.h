@@ -2,7 +2,6 @@
 
 #include "calibration/CalibBlock.h"
 
-#include <QFileDialog>
 #include <QFrame>
 #include <QVector>
 
@@ -83,7 +82,6 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY(CalibCtrl)
 
-    QFileDialog* newDialog(QFileDialog::AcceptMode mode);
     void connectForm();
     void fillCrystals();
     int stdBackgroundMode() const;

@@ -23,10 +23,10 @@ bool allFinite(const double* values, int n)
 ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
     : energies_(spectrum.size())
     , values_(spectrum.size())
-    , refCurve_(ref.doubleNormalizedPreBase)
+    , ref_(ref.doubleNormalizedPreBase)
     , refMin_(ref.xMin)
     , refMax_(ref.xMax)
-    , refShift_(refCurve_.shift())
+    , refShift_(ref.doubleNormalizedPreBase.shift())
 {
     const QPointF* points = spectrum.points.constData();
     const QPointF* curve = spectrum.doubleNormalizedPreBase.points.constData();
@@ -42,51 +42,6 @@ ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
     const int edgeAt = static_cast<int>(std::lower_bound(E, E + energies_.size(), edge) - E);
     edgeFirst_ = std::max(edgeAt - edgeHalf, 0);
     edgeEnd_ = std::min(edgeAt + edgeHalf, energies_.size());
-    tabulate();
-}
-
-void ShiftSearch::tabulate()
-{
-    const int n = refCurve_.size();
-    if (n < 2)
-        return;
-    refX_.resize(n);
-    refY_.resize(n);
-    slopes_.resize(n - 1);
-    const QPointF* p = refCurve_.points.constData();
-    for (int i = 0; i < n; ++i) {
-        refX_[i] = p[i].x() - refShift_;
-        refY_[i] = p[i].y();
-    }
-    for (int i = 0; i < n - 1; ++i) {
-        if (!(refX_[i] < refX_[i + 1]))
-            return;
-        slopes_[i] = (refY_[i + 1] - refY_[i]) / (refX_[i + 1] - refX_[i]);
-    }
-    tabulated_ = true;
-}
-
-/// Segment of the curve to read at E, found from the segment of a query near by.
-inline int ShiftSearch::segmentFrom(int low, double E) const
-{
-    const double* x = refX_.constData();
-    const int last = refX_.size() - 2;
-    if (!(E >= x[low])) {
-        const double* above = std::upper_bound(x, x + last + 1, E);
-        return std::max(static_cast<int>(above - x) - 1, 0);
-    }
-    while (low < last && x[low + 1] <= E)
-        ++low;
-    return low;
-}
-
-/// The reference at E, which counts from the reference's shift.
-inline double ShiftSearch::refAt(int& low, double E) const
-{
-    if (!tabulated_)
-        return refCurve_.yAt(E);
-    low = segmentFrom(low, E);
-    return slopes_[low] * (E - refX_[low]) + refY_[low];
 }
 
 ShiftSearch::Sums ShiftSearch::sumsAt(int first, int end, double shift)
@@ -101,7 +56,7 @@ ShiftSearch::Sums ShiftSearch::sumsAt(int first, int end, double shift)
             continue;
         if (Q_UNLIKELY(std::isnan(E)))
             logNan();
-        const double r = refAt(low, E + refShift_);
+        const double r = ref_.at(low, E + refShift_);
         const double t = values[i];
         sums.tt += t * t;
         sums.rr += r * r;
@@ -126,7 +81,7 @@ double ShiftSearch::innerProduct(double shift)
 /// takes the points in their order.
 void ShiftSearch::sumUp(int first, int end, Batch& batch)
 {
-    if (!tabulated_ || !finite_ || !allFinite(batch.shifts, batch.n)) {
+    if (!ref_.hasSegments() || !finite_ || !allFinite(batch.shifts, batch.n)) {
         for (int k = 0; k < batch.n; ++k) {
             const Sums sums = sumsAt(first, end, batch.shifts[k]);
             batch.tt[k] = sums.tt;
@@ -149,8 +104,12 @@ void ShiftSearch::sumUp(int first, int end, Batch& batch)
 /// before.
 inline void ShiftSearch::sumPoint(double E, double t, int& low, Batch& batch) const
 {
-    const double* const x = refX_.constData();
+    // Copies and pointers of their own: the compiler must not fear that a sum is one of them.
     const double* const shifts = batch.shifts;
+    double* __restrict const tt = batch.tt;
+    double* __restrict const rr = batch.rr;
+    double* __restrict const tr = batch.tr;
+    const double refShift = refShift_;
     int k = 0;
     while (k < batch.n && E - shifts[k] > refMax_)
         ++k;
@@ -159,19 +118,19 @@ inline void ShiftSearch::sumPoint(double E, double t, int& low, Batch& batch) co
         --end;
     if (k == end)
         return;
-    low = segmentFrom(low, E - shifts[k] + refShift_);
+    low = ref_.segmentFrom(low, E - shifts[k] + refShift);
     for (int segment = low; k < end; --segment) {
+        const double slope = ref_.slope(segment);
+        const double x = ref_.x(segment);
+        const double y = ref_.y(segment);
         int stop = segment > 0 ? k : end;
-        while (stop < end && E - shifts[stop] + refShift_ >= x[segment])
+        while (stop < end && E - shifts[stop] + refShift >= x)
             ++stop;
-        const double slope = slopes_[segment];
-        const double x0 = x[segment];
-        const double y0 = refY_[segment];
         for (; k < stop; ++k) {
-            const double r = slope * (E - shifts[k] + refShift_ - x0) + y0;
-            batch.tt[k] += t * t;
-            batch.rr[k] += r * r;
-            batch.tr[k] += t * r;
+            const double r = slope * (E - shifts[k] + refShift - x) + y;
+            tt[k] += t * t;
+            rr[k] += r * r;
+            tr[k] += t * r;
         }
     }
 }

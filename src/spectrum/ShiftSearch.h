@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QVarLengthArray>
+#include "spectrum/CurveTable.h"
 
-class Spectrum;
 class XafsSpectrum;
 
 /// The inner product of one spectrum with a reference at many shifts: what does not depend on the
@@ -51,9 +50,6 @@ private:
         Sums at(int k) const { return {tt[k], rr[k], tr[k]}; }
     };
 
-    void tabulate();
-    int segmentFrom(int low, double E) const;
-    double refAt(int& low, double E) const;
     Sums sumsAt(int first, int end, double shift);
     void sumUp(int first, int end, Batch& batch);
     void sumPoint(double E, double t, int& low, Batch& batch) const;
@@ -67,15 +63,11 @@ private:
     double squares_ = 0.0;
     int edgeFirst_; ///< points round the edge, which tell most shifts apart
     int edgeEnd_;
-    const Spectrum& refCurve_;
+    bool finite_; ///< so are all energies
+    CurveTable ref_;
     double refMin_; ///< range of the reference, raw energies
     double refMax_;
-    double refShift_;        ///< shift of the reference's curve itself
-    bool tabulated_ = false; ///< the three tables hold the curve, which strictly ascends
-    bool finite_ = true;     ///< so are all energies
-    Values refX_;
-    Values refY_;
-    Values slopes_; ///< of the segment that starts at the point
+    double refShift_; ///< shift of the reference's curve itself
     double best_ = -1e300;
     double bestShift_ = 0.0;
     bool nanLogged_ = false;
