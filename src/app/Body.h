@@ -77,6 +77,9 @@ public:
     Spectrum hCrossAt(int y, int hw, int vw, bool useI1) const;
     Spectrum vCrossAt(int x, int hw, int vw, bool useI1) const;
 
+    /// Energy shift [eV] of an image pixel by the shift map; 0 outside the map.
+    double energyShiftAt(int x, int y) const;
+
     /// The form's conditions of a block spectrum.
     BlockConditions blockConditions(int halfX, int halfY) const;
 
@@ -301,7 +304,6 @@ private:
     void prepareMaps(const AnalyzeCond& cond);
     void sendNextRequest();
     QVector<XafsSpectrum> rawSpectraOf(const WalkRun& run) const;
-    double shiftAt(int x, int y) const;
     void recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
                             const LcfResult& result);
     void adaptRequestSize(double workerMs, int positions);

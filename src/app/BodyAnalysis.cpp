@@ -98,7 +98,7 @@ void Body::prepareMaps(const AnalyzeCond& cond)
 }
 
 /// Shift of an image position from the energy shift map [eV], 0 outside the map.
-double Body::shiftAt(int x, int y) const
+double Body::energyShiftAt(int x, int y) const
 {
     const auto onMap = [](qint64 v) { return int(qBound<qint64>(-1, v, INT_MAX)); };
     return energyShiftMap_.valueAt(onMap(qint64(imgX0_) + x - mapX0_),
@@ -117,7 +117,7 @@ QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
     spectra.reserve(run.count);
     for (const Spectrum& curve : raw) {
         spectra.append(XafsSpectrum::unnormalized(curve, name, targetBackground(),
-                                                  shiftAt(at.cx, at.cy), elm));
+                                                  energyShiftAt(at.cx, at.cy), elm));
         at.next();
     }
     return spectra;

@@ -84,7 +84,7 @@ void Body::showXafsSpectrum()
 {
     const TiffData* image = currentImage(cursorStack());
     xafsView_->setMarkerEnergy(image ? image->energy : -1.0);
-    const double shift = shiftAt(curX_, curY_);
+    const double shift = energyShiftAt(curX_, curY_);
     const SuggestElm elm = suggestElm();
     const BlockConditions conditions = blockConditions(halfWidthX(), halfWidthY());
     const XafsSpectrum spectrum(rawXafs({i1Stack_, i0Stack_}, conditions, curX_, curY_),

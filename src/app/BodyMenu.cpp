@@ -5,6 +5,7 @@
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
 #include "batch/BatchCtrl.h"
+#include "calibration/CalibCtrl.h"
 #include "common/WindowState.h"
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
@@ -134,6 +135,7 @@ void Body::setupMenuBar()
 
     const std::pair<QPushButton*, QWidget*> openers[] = {{ui_->ShowXafsView, xafsView_},
                                                          {ui_->ShowBG, bgView_},
+                                                         {ui_->OpenCalibCtrl, calibCtrl_},
                                                          {ui_->ShowAnalyzer, analyzer_},
                                                          {ui_->BatchCtrlB, batchCtrl_},
                                                          {ui_->SaveDataConfig, saveDataCfg_}};
