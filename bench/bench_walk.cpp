@@ -1,4 +1,4 @@
-// The walk over a whole map through the main window's real signals. items are positions.
+// Walks over maps through the main window's real signals. items are positions.
 
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
@@ -69,8 +69,41 @@ void walkLcf(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
 }
 
+/// 128x128 positions of one pixel against a standard, point by point through the event loop.
+void calibrateChain(benchmark::State& state)
+{
+    Body& body = preparedBody();
+    const QTemporaryDir folder;
+    for (const QString& line :
+         {QStringLiteral("set_band_w 0"), QStringLiteral("set_band_h 0"),
+          QStringLiteral("select_region 0 0 128 128"), QStringLiteral("calib_type 1"),
+          QStringLiteral("calib_inner_range 20 1 0.1"),
+          QStringLiteral("calib_load_std ") + synthetic::writeReference(folder.path(), 0)})
+        command(body, line);
+    QEventLoop loop;
+    QObject::connect(&body, &Body::finishBatchExec, &loop, [&loop](int id, int) {
+        if (id == ExCmdCalibWait)
+            loop.quit();
+    });
+    for (auto _ : state) {
+        command(body, QStringLiteral("calib_exec"));
+        command(body, QStringLiteral("calib_wait"), 1);
+        loop.exec();
+    }
+    AnalyzeCond walk;
+    body.askAnalyzeCond(walk);
+    state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
+    command(body, QStringLiteral("calib_clear_map"));
+    command(body, QStringLiteral("select_region 0 0 %1 %1").arg(synthetic::side));
+}
+
 } // namespace
 
+BENCHMARK(calibrateChain)
+    ->Name("calibrate_chain_128x128")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
 BENCHMARK(walkLcf)
     ->Name("walk_lcf")
     ->Arg(0)
