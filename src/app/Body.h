@@ -45,8 +45,8 @@ struct SectionSource;
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
 /// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyCalibration.cpp energy
 /// calibration, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
-/// BodySave.cpp output, BodyCommands.cpp batch commands, BodyMenu.cpp menus and keys, BodyShell.cpp
-/// what else surrounds the form.
+/// BodySave.cpp output, BodyCommands.cpp and BodyPanelCommands.cpp batch commands, BodyMenu.cpp
+/// menus and keys, BodyShell.cpp what else surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT

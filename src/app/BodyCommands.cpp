@@ -1,14 +1,10 @@
-#include "app/Body.h"
+#include "app/BodyCommands.h"
 
-#include "analysis/Analyzer.h"
-#include "app/Screenshot.h"
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
-#include "calibration/CalibCtrl.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
-#include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
 
@@ -17,25 +13,7 @@
 #include <QDebug>
 #include <QDir>
 
-#include <array>
-
 namespace {
-
-int intArg(const CmdLine& cmd, int i)
-{
-    return cmd.arg(i).toInt();
-}
-
-double doubleArg(const CmdLine& cmd, int i)
-{
-    return cmd.arg(i).toDouble();
-}
-
-/// Of the switches, only the value 1 means on.
-bool onArg(const CmdLine& cmd, int i)
-{
-    return intArg(cmd, i) == 1;
-}
 
 bool isNewMode(const CmdLine& cmd)
 {
@@ -52,12 +30,6 @@ QStringList filesOfPattern(const CmdLine& cmd)
     if (files.isEmpty())
         qDebug() << "No files to load:" << cmd.simplified;
     return files;
-}
-
-/// The optional use argument of a reference: on unless it is a number not above zero or a word.
-bool usesReference(const QString& arg)
-{
-    return arg.isEmpty() || arg.toUpper() == QLatin1String("VIC") || arg.toDouble() > 0.0;
 }
 
 /// A command that exists for both stacks and acts on the stack's row.
@@ -105,86 +77,38 @@ const RowCommand rowCommands[] = {
 
 } // namespace
 
-/// The batch commands as they act on the main window and its panels.
-struct Body::Commands
+void Body::Commands::load(Body& b, const CmdLine& c, const QStringList& files, bool i0)
 {
-    using Handler = void (*)(Body& body, const CmdLine& cmd);
+    if (i0)
+        b.readI0(files, isNewMode(c), c.ticket);
+    else
+        b.readI1(files, isNewMode(c), c.ticket);
+}
 
-    /// Who reports the end of a command.
-    enum End
-    {
-        AtOnce,
-        Later
-    };
+// Fewer than two arguments load nothing and report nothing: the run waits for "Stop", on purpose.
+void Body::Commands::loadFiles(Body& b, const CmdLine& c, bool i0)
+{
+    if (c.args.size() >= 2)
+        load(b, c, c.args.mid(1), i0);
+}
 
-    struct Entry
-    {
-        EX_CMD_ID id;
-        Handler run;
-        End end = AtOnce;
-    };
+void Body::Commands::loadPattern(Body& b, const CmdLine& c, bool i0)
+{
+    if (c.args.size() >= 2)
+        load(b, c, filesOfPattern(c), i0);
+}
 
-    struct Slot
-    {
-        Handler run = nullptr;
-        void (*runOnRow)(SelectDataFiles& row, const CmdLine& cmd) = nullptr;
-        bool i0 = false;
-        End end = AtOnce;
-    };
-    using Table = std::array<Slot, ExCmdEnd>;
+void Body::Commands::selectDispImage(Body& b, const CmdLine& c)
+{
+    if (QAbstractButton* button = b.imgSelect_->button(intArg(c, 0)))
+        button->setChecked(true);
+}
 
-    static void load(Body& b, const CmdLine& c, const QStringList& files, bool i0)
-    {
-        if (i0)
-            b.readI0(files, isNewMode(c), c.ticket);
-        else
-            b.readI1(files, isNewMode(c), c.ticket);
-    }
-
-    // Fewer than two arguments load nothing and report nothing: the run waits for "Stop", on
-    // purpose.
-    static void loadFiles(Body& b, const CmdLine& c, bool i0)
-    {
-        if (c.args.size() >= 2)
-            load(b, c, c.args.mid(1), i0);
-    }
-    static void loadPattern(Body& b, const CmdLine& c, bool i0)
-    {
-        if (c.args.size() >= 2)
-            load(b, c, filesOfPattern(c), i0);
-    }
-
-    static void setReference(Body& b, const CmdLine& c)
-    {
-        const int row = intArg(c, 0);
-        if (row < 0 || row >= b.analyzer_->refs().size())
-            return;
-        b.analyzer_->setLCFStd(row, usesReference(c.arg(4)), doubleArg(c, 2), c.arg(3),
-                               onArg(c, 1) ? QStringLiteral("1") : QStringLiteral("0"));
-    }
-
-    static void selectDispImage(Body& b, const CmdLine& c)
-    {
-        if (QAbstractButton* button = b.imgSelect_->button(intArg(c, 0)))
-            button->setChecked(true);
-    }
-
-    static void setColourRange(Body& b, const CmdLine& c)
-    {
-        qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
-        b.ui_->CBar->setRange(doubleArg(c, 0), doubleArg(c, 1));
-    }
-
-    using B = Body;
-    using C = CmdLine;
-    static QVector<Entry> stackCommands();
-    static QVector<Entry> viewCommands();
-    static QVector<Entry> analyzerCommands();
-    static QVector<Entry> calibrationCommands();
-    static QVector<Entry> savingCommands();
-    static QVector<Entry> conditionCommands();
-    static const Table& table();
-};
+void Body::Commands::setColourRange(Body& b, const CmdLine& c)
+{
+    qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
+    b.ui_->CBar->setRange(doubleArg(c, 0), doubleArg(c, 1));
+}
 
 /// Loading and clearing the stacks.
 QVector<Body::Commands::Entry> Body::Commands::stackCommands()
@@ -222,119 +146,6 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
          [](B& b, const C& c) { b.xafsView_->setEnergyCorrection(onArg(c, 0)); }},
         {ExCmdScaleReset, [](B& b, const C&) { b.ui_->dispA->resetImageViewWindow(); }},
         {ExCmdZoomIn, [](B& b, const C&) { b.ui_->dispA->setViewWAsSelectedArea(); }},
-    };
-}
-
-/// The analysis panel and its walk.
-QVector<Body::Commands::Entry> Body::Commands::analyzerCommands()
-{
-    return {
-        {ExCmdAnalyzerShowWindow, [](B& b, const C&) { b.analyzer_->show(); }},
-        {ExCmdAnalyzerSetLCFStd, setReference},
-        {ExCmdAnalyzerExecLCF, [](B& b, const C& c) { b.startWalk(c.ticket); }, Later},
-        {ExCmdAnalyzerSelectImage,
-         [](B& b, const C& c) { b.analyzer_->selectImageById(intArg(c, 0)); }},
-        {ExCmdAnalyzerSelectImageType,
-         [](B& b, const C& c) {
-             qDebug() << "Selecting img Type" << intArg(c, 0);
-             b.analyzer_->setMapKind(intArg(c, 0));
-         }},
-        {ExCmdAnalyzerSetFixedScale,
-         [](B& b, const C& c) { b.analyzer_->setFixedScale(onArg(c, 0)); }},
-        {ExCmdAnalyzerSetScaleMax,
-         [](B& b, const C& c) {
-             b.analyzer_->setDMutScaleMax(doubleArg(c, 0));
-             b.analyzer_->setRatioScaleMax(doubleArg(c, 0));
-         }},
-        {ExCmdAnalyzerSetScaleMin,
-         [](B& b, const C& c) {
-             b.analyzer_->setDMutScaleMin(doubleArg(c, 0));
-             b.analyzer_->setRatioScaleMin(doubleArg(c, 0));
-         }},
-        {ExCmdAnalyzerSetDMutScaleMax,
-         [](B& b, const C& c) { b.analyzer_->setDMutScaleMax(doubleArg(c, 0)); }},
-        {ExCmdAnalyzerSetDMutScaleMin,
-         [](B& b, const C& c) { b.analyzer_->setDMutScaleMin(doubleArg(c, 0)); }},
-        {ExCmdAnalyzerSetRatioScaleMax,
-         [](B& b, const C& c) { b.analyzer_->setRatioScaleMax(doubleArg(c, 0)); }},
-        {ExCmdAnalyzerSetRatioScaleMin,
-         [](B& b, const C& c) { b.analyzer_->setRatioScaleMin(doubleArg(c, 0)); }},
-        {ExCmdAnalyzerSelectAnalysisMode,
-         [](B& b, const C& c) { b.analyzer_->setMode(intArg(c, 0)); }},
-    };
-}
-
-/// The calibration and its map.
-QVector<Body::Commands::Entry> Body::Commands::calibrationCommands()
-{
-    return {
-        {ExCmdCalibShowWindow, [](B& b, const C&) { b.calibCtrl_->show(); }},
-        {ExCmdCalibLoadStd, [](B& b, const C& c) { b.calibCtrl_->loadStd(c.arg(0)); }},
-        {ExCmdCalibSetEdgeEV, [](B& b, const C& c) { b.calibCtrl_->setEdgeEV(c.arg(0)); }},
-        // The calibration goes on behind the reported end; calib_wait waits for it.
-        {ExCmdCalibExec, [](B& b, const C&) { b.execCalibration(); }},
-        {ExCmdCalibLoadMap,
-         [](B& b, const C& c) {
-             EMPHeader header;
-             b.loadMap(c.arg(0), b.energyShiftMap_, header, c.ticket);
-         },
-         Later},
-        {ExCmdCalibClearMap, [](B& b, const C&) { b.clearShiftMap(); }},
-        {ExCmdCalibSaveMap, [](B& b, const C& c) { b.saveEMap(c.arg(0)); }},
-        {ExCmdCalibType, [](B& b, const C& c) { b.calibCtrl_->setType(intArg(c, 0)); }},
-        {ExCmdCalibWait, [](B& b, const C& c) { b.waitForCalibration(c.ticket); }, Later},
-        {ExCmdCalibNormalizeShift, [](B& b, const C&) { b.normalizeEShift(); }},
-        {ExCmdCalibTargetBackground,
-         [](B& b, const C& c) { b.calibCtrl_->setTargetBackground(intArg(c, 0)); }},
-        {ExCmdCalibStdBackground,
-         [](B& b, const C& c) { b.calibCtrl_->setStdBackground(intArg(c, 0)); }},
-        {ExCmdCalibInnerRange,
-         [](B& b, const C& c) {
-             b.calibCtrl_->setInnerRange(doubleArg(c, 0), doubleArg(c, 1), doubleArg(c, 2));
-         }},
-        {ExCmdCalibCrystal, [](B& b, const C& c) { b.calibCtrl_->setCrystal(intArg(c, 0)); }},
-        {ExCmdCalibCheckSize, [](B& b, const C& c) { b.calibCtrl_->setCheckSize(onArg(c, 0)); }},
-    };
-}
-
-/// Saving of pictures, spectra and maps, and the end of the program.
-QVector<Body::Commands::Entry> Body::Commands::savingCommands()
-{
-    return {
-        {ExCmdSaveImage, [](B& b, const C& c) { b.saveImage(c.arg(0)); }},
-        {ExCmdSaveImageWNum, [](B& b, const C& c) { b.saveImageWNum(c.arg(0), c.arg(1)); }},
-        {ExCmdSaveAllImages, [](B& b, const C& c) { b.saveAllImages(c.arg(0)); }},
-        {ExCmdSaveSpectra, [](B& b, const C& c) { b.xafsView_->saveData(c.arg(0)); }},
-        {ExCmdScreenshot, [](B&, const C& c) { saveScreenshot(c.arg(0), c.arg(1)); }},
-        {ExCmdSaveData, [](B& b, const C& c) { b.saveData(c.arg(0)); }},
-        {ExCmdSaveDataAsTiff,
-         [](B& b, const C& c) { b.saveDataAsTiff(c.arg(0), b.analyzer_->firstUsedRow()); }},
-        {ExCmdSaveDataCfgShowWindow, [](B& b, const C&) { b.saveDataCfg_->show(); }},
-        {ExCmdSaveDataCfgSaveAsTiff,
-         [](B& b, const C&) {
-             qDebug() << "setting save as tiff";
-             b.saveDataCfg_->setSaveAsTiff();
-         }},
-        {ExCmdSaveDataCfgSaveAsText,
-         [](B& b, const C&) {
-             qDebug() << "setting save as text";
-             b.saveDataCfg_->setSaveAsText();
-         }},
-        {ExCmdSaveDataCfgTiffFixScale,
-         [](B& b, const C& c) { b.saveDataCfg_->setSaveTiffScaleFixed(onArg(c, 0)); }},
-        {ExCmdSaveDataCfgTiffScaleMin,
-         [](B& b, const C& c) { b.saveDataCfg_->setSaveTiffScaleMin(doubleArg(c, 0)); }},
-        {ExCmdSaveDataCfgTiffScaleMax,
-         [](B& b, const C& c) { b.saveDataCfg_->setSaveTiffScaleMax(doubleArg(c, 0)); }},
-        {ExCmdSaveDataCfgTiffAsAnalyzed,
-         [](B& b, const C& c) { b.saveDataCfg_->setSaveTiffAsAnalyzed(onArg(c, 0)); }},
-        {ExCmdSaveDataCfgTextAsCsv, [](B& b, const C&) { b.saveDataCfg_->setSaveTextAsCSV(); }},
-        {ExCmdSaveDataCfgTextAsSsv, [](B& b, const C&) { b.saveDataCfg_->setSaveTextAsSSV(); }},
-        {ExCmdSaveDataCfgTextAsXyz, [](B& b, const C&) { b.saveDataCfg_->setSaveTextAsXYVal(); }},
-        {ExCmdSaveDataCfgTextAsVals,
-         [](B& b, const C&) { b.saveDataCfg_->setSaveTextAsValValVal(); }},
-        // Nobody reports the end: the program ends.
-        {ExCmdQuit, [](B& b, const C&) { Q_EMIT b.finishing(); }, Later},
     };
 }
 
