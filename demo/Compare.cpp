@@ -21,6 +21,8 @@ struct MapKind
 };
 
 constexpr std::array<MapKind, 2> mapKinds{{{"ratio", "fraction"}, {"dmut", "edge step"}}};
+/// Fractions of a fit without the energy shift map: they show what it is good for.
+constexpr MapKind rawKind{"raw", "no shift map"};
 
 /// Opens a text file and hands it to a reader `bool(QTextStream&, QString* error)`; a failure is
 /// told with the file's name.
@@ -87,53 +89,63 @@ bool readMap(const QString& folder, const MapKind& kind, int species, const Bloc
 double plantedValue(const BlockTruth& block, const MapKind& kind, int species)
 {
     const double fraction = block.fractions[static_cast<std::size_t>(species)];
-    return &kind == &mapKinds[0] ? fraction : fraction * block.edgeStep;
+    return &kind == &mapKinds[1] ? fraction * block.edgeStep : fraction;
 }
 
+/// Differences from the planted values.
 struct Deviation
 {
     int blocks = 0;
-    double bias = 0.0;
-    double rms = 0.0;
+    double sum = 0.0;
+    double squares = 0.0;
     double largest = 0.0;
 
+    void add(double difference)
+    {
+        ++blocks;
+        sum += difference;
+        squares += difference * difference;
+        largest = std::max(largest, std::fabs(difference));
+    }
+    double bias() const { return blocks > 0 ? sum / blocks : 0.0; }
+    double rms() const { return blocks > 0 ? std::sqrt(squares / blocks) : 0.0; }
+
     /// False also for nan.
-    bool isWithin() const { return blocks > 0 && std::fabs(bias) <= biasLimit && rms <= rmsLimit; }
+    bool isWithin(double mostBias, double mostRms) const
+    {
+        return blocks > 0 && std::fabs(bias()) <= mostBias && rms() <= mostRms;
+    }
 };
 
 Deviation deviationOf(const Blocks& blocks, const SavedMap& map, const MapKind& kind, int species)
 {
     Deviation deviation;
-    double sum = 0.0;
-    double squares = 0.0;
     for (int i = 0; i < blocks.planted.size(); ++i) {
         const BlockTruth& block = blocks.planted[i];
-        if (!block.usable || block.edgeStep < leastEdgeStep) {
-            continue;
+        if (block.usable && block.edgeStep >= leastEdgeStep) {
+            deviation.add(map.values[i] - plantedValue(block, kind, species));
         }
-        const double difference = map.values[i] - plantedValue(block, kind, species);
-        ++deviation.blocks;
-        sum += difference;
-        squares += difference * difference;
-        deviation.largest = std::max(deviation.largest, std::fabs(difference));
-    }
-    if (deviation.blocks > 0) {
-        deviation.bias = sum / deviation.blocks;
-        deviation.rms = std::sqrt(squares / deviation.blocks);
     }
     return deviation;
 }
 
-void printDeviation(const Deviation& d, const MapKind& kind, int species, QTextStream& out)
+/// A row of the table; `verdict` is what it ends with.
+void printRow(const QString& name, const char* title, const Deviation& d, const char* verdict,
+              QTextStream& out)
 {
     out << QStringLiteral("%1  %2  %3  %4  %5  %6  %7\n")
-               .arg(species, 7)
-               .arg(QLatin1String(kind.title), -9)
+               .arg(name, 7)
+               .arg(QLatin1String(title), -12)
                .arg(d.blocks, 6)
-               .arg(d.bias, 8, 'f', 4)
-               .arg(d.rms, 7, 'f', 4)
+               .arg(d.bias(), 8, 'f', 4)
+               .arg(d.rms(), 7, 'f', 4)
                .arg(d.largest, 7, 'f', 4)
-               .arg(d.isWithin() ? QStringLiteral("ok") : QStringLiteral("OUTSIDE"));
+               .arg(QLatin1String(verdict));
+}
+
+const char* verdictOf(bool within)
+{
+    return within ? "ok" : "OUTSIDE";
 }
 
 /// The 16-bit form holds the text form's values, cut to the scale, within a step of the scale.
@@ -206,8 +218,46 @@ CompareResult compareMap(const QString& folder, const MapKind& kind, int species
         return compareFailed;
     }
     const Deviation deviation = deviationOf(blocks, map, kind, species);
-    printDeviation(deviation, kind, species, table);
-    return deviation.isWithin() ? tiff : compareOutside;
+    const bool within = deviation.isWithin(biasLimit, rmsLimit);
+    printRow(QString::number(species), kind.title, deviation, verdictOf(within), table);
+    return within ? tiff : compareOutside;
+}
+
+/// The fractions of a fit without the energy shift map, which no limit is set to.
+CompareResult showUncalibrated(const QString& folder, int species, const Blocks& blocks,
+                               QTextStream& table, QTextStream& out)
+{
+    SavedMap map;
+    if (!readMap(folder, rawKind, species, blocks, &map, out)) {
+        return compareFailed;
+    }
+    printRow(QString::number(species), rawKind.title, deviationOf(blocks, map, rawKind, species),
+             "", table);
+    return compareWithin;
+}
+
+/// The energy shift map against the planted shifts, at the centres of the blocks.
+CompareResult compareShift(const QString& folder, const Blocks& blocks, QTextStream& table,
+                           QTextStream& out)
+{
+    QVector<double> shifts;
+    const int size = blocks.truth.size;
+    const auto reader = [size, &shifts](QTextStream& in, QString* error) {
+        return readShiftMap(in, size, &shifts, error);
+    };
+    if (!readText(demoFiles::shiftMap(folder), out, reader)) {
+        return compareFailed;
+    }
+    Deviation deviation;
+    for (int i = 0; i < blocks.planted.size(); ++i) {
+        const QPoint& centre = blocks.centres[i];
+        if (blocks.planted[i].lit) {
+            deviation.add(shifts[centre.y() * size + centre.x()] - blocks.planted[i].shift);
+        }
+    }
+    const bool within = deviation.isWithin(shiftBiasLimit, std::numeric_limits<double>::max());
+    printRow(QStringLiteral("-"), "shift [eV]", deviation, verdictOf(within), table);
+    return within ? compareWithin : compareOutside;
 }
 
 /// Largest difference of two maps over blocks without bad pixels. A value that is a number in one
@@ -236,24 +286,28 @@ CompareResult compareWithTruth(const QString& folder, int halfWidth, QTextStream
     }
     QString rows;
     QTextStream table(&rows);
-    CompareResult result = compareWithin;
+    QVector<CompareResult> results{compareShift(folder, blocks, table, out)};
+    for (int s = 0; s < speciesCount; ++s) {
+        results.append(showUncalibrated(folder, s, blocks, table, out));
+    }
     for (const MapKind& kind : mapKinds) {
         for (int s = 0; s < speciesCount; ++s) {
-            const CompareResult one = compareMap(folder, kind, s, blocks, table, out);
-            if (one == compareFailed) {
-                return compareFailed;
-            }
-            result = std::max(result, one);
+            results.append(compareMap(folder, kind, s, blocks, table, out));
         }
     }
+    const CompareResult worst = *std::max_element(results.begin(), results.end());
+    if (worst == compareFailed) {
+        return compareFailed;
+    }
     out << QStringLiteral("\nBlocks of half width %1 with an edge step of %2 or more; limits: bias "
-                          "%3, rms %4\n")
+                          "%3, rms %4; of the shift: bias %5\n")
                .arg(blocks.halfWidth)
                .arg(leastEdgeStep)
                .arg(biasLimit)
-               .arg(rmsLimit);
-    out << "species  map        blocks      bias      rms  largest\n" << *table.string();
-    return result;
+               .arg(rmsLimit)
+               .arg(shiftBiasLimit);
+    out << "species  map           blocks      bias      rms  largest\n" << *table.string();
+    return worst;
 }
 
 CompareResult compareFolders(const QString& folder, const QString& other, int halfWidth,

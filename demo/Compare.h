@@ -16,13 +16,16 @@ enum CompareResult
 constexpr double biasLimit = 0.02;
 constexpr double rmsLimit = 0.03;
 constexpr double leastEdgeStep = 0.25;
+/// Limit of the energy shift map's bias [eV], over blocks without bad pixels; its spread is only
+/// printed.
+constexpr double shiftBiasLimit = 0.05;
 /// Limit of two folders' maps against each other: the maps' text holds six digits.
 constexpr double otherLimit = 1e-5;
 
 /// Holds the maps that the program saved in `folder` against the planted fields and prints bias and
-/// rms for each species. Only whole blocks of sample away from bad pixels count. A negative half
-/// width takes that of the experiment. Pictures of planted and fitted fields go to the folder's
-/// "pictures".
+/// rms of the energy shift, and for each species, with and without the energy shift map. Only whole
+/// blocks of sample away from bad pixels count. A negative half width takes that of the experiment.
+/// Pictures of planted and fitted fields go to the folder's "pictures".
 CompareResult compareWithTruth(const QString& folder, int halfWidth, QTextStream& out);
 
 /// Holds the maps of two folders against each other, at blocks without bad pixels, and prints the

@@ -17,9 +17,26 @@ constexpr double referenceStride = 0.25;
 constexpr double si111Spacing = 3.13553; // [angstrom]
 constexpr int angleSpecies = 1;
 
+constexpr std::array<Stack, 3> allStacks{Stack::I1, Stack::I0, Stack::Standard};
+
+/// What the files of a stack begin with.
 QString stackName(Stack stack)
 {
-    return stack == Stack::I1 ? QStringLiteral("i1") : QStringLiteral("i0");
+    switch (stack) {
+    case Stack::I1:
+        return QStringLiteral("i1");
+    case Stack::I0:
+        return QStringLiteral("i0");
+    default:
+        return QStringLiteral("std");
+    }
+}
+
+/// The program's stack that a stack's images go to, as commands name it: the standard takes the
+/// sample's place.
+QString placeOf(Stack stack)
+{
+    return stackName(stack == Stack::I0 ? Stack::I0 : Stack::I1);
 }
 
 QString number(double value, int decimals)
@@ -119,48 +136,55 @@ QString batchConditions(const Phantom& phantom)
     return text;
 }
 
-QString batchLoading(const QString& folder, ImageFormat format)
+/// Loads a stack and takes its dark level from the corner without beam. Setting a dark area gives
+/// the earlier selection back, so each needs its own.
+QString batchLoading(const QString& folder, const Phantom& phantom, Stack stack, ImageFormat format)
 {
-    QString text = QStringLiteral(":echo \"Loading the stacks\"\n");
-    for (const Stack stack : {Stack::I1, Stack::I0}) {
-        text += QStringLiteral("load_%1_files_of_pattern new \"%2/images/\" %3\n")
-                    .arg(stackName(stack), folder, demoFiles::imagePattern(stack, format));
-    }
-    return text;
+    return QStringLiteral("load_%1_files_of_pattern new \"%2/images/\" %3\n"
+                          "select_region 1 1 %4 %4\n"
+                          "set_%1_dark_area\n")
+        .arg(placeOf(stack), folder, demoFiles::imagePattern(stack, format),
+             QString::number(phantom.darkCorner - 2));
 }
 
-/// The corner without beam gives the dark level of both stacks. Setting a dark area gives the
-/// earlier selection back, so each needs its own, and the analysed area comes last.
-QString batchDarkLevel(const Phantom& phantom)
+QString batchWholeImage(const Phantom& phantom)
 {
-    const int far = phantom.darkCorner - 2;
-    QString text;
-    for (const Stack stack : {Stack::I1, Stack::I0}) {
-        text += QStringLiteral("select_region 1 1 %1 %1\n"
-                               "set_%2_dark_area\n")
-                    .arg(far)
-                    .arg(stackName(stack));
-    }
-    return text + QStringLiteral("select_region 0 0 %1 %1\n").arg(phantom.conditions.size);
+    return QStringLiteral("select_region 0 0 %1 %1\n").arg(phantom.conditions.size);
 }
 
-QString batchAnalysis(const QString& folder)
+/// Makes and saves the energy shift map. A calibration goes on when its command has ended, so the
+/// batch waits for it.
+QString batchCalibration(const QString& folder)
 {
-    return QStringLiteral(":echo \"Fitting the references\"\n"
-                          "analyzer_select_analysis_mode 0\n"
+    return QStringLiteral(":echo \"Calibrating on the standard\"\n"
+                          "calib_type 1\n"
+                          "calib_inner_range 20 1 0.1\n"
+                          "calib_crystal 0\n"
+                          "calib_target_background 1\n"
+                          "calib_std_background 1\n"
+                          "calib_load_std \"%1\"\n"
+                          "calib_exec\n"
+                          "calib_wait\n"
+                          "calib_normalize_shift\n"
+                          "calib_save_map \"%2\"\n"
+                          "calib_clear_map\n")
+        .arg(demoFiles::referenceFile(folder, standardSpecies), demoFiles::shiftMap(folder));
+}
+
+QString batchReferences(const QString& folder)
+{
+    return QStringLiteral("analyzer_select_analysis_mode 0\n"
                           ":for refs $ref$ 0 %1\n"
                           "analyzer_set_LCF_std $ref$ 0 0 "
                           "\"%2/references/species-$ref$.dat\" 1\n"
-                          ":next refs\n"
-                          "analyzer_exec_LCF\n")
+                          ":next refs\n")
         .arg(speciesCount - 1)
         .arg(folder);
 }
 
 QString batchSaveConditions()
 {
-    return QStringLiteral(":echo \"Saving the maps\"\n"
-                          "select_disp_image 3\n"
+    return QStringLiteral("select_disp_image 3\n"
                           "saveDataCfg_tiff_as_analyzed 1\n"
                           "saveDataCfg_tiff_fix_scale 1\n"
                           "saveDataCfg_tiff_scale_min %1\n"
@@ -186,6 +210,21 @@ QString batchSaveMaps(const QString& folder, const QString& kind, int imageType)
         .arg(kind)
         .arg(speciesCount - 1)
         .arg(folder);
+}
+
+/// The fit without the energy shift map, for comparison, and with it.
+QString batchFits(const QString& folder)
+{
+    return QStringLiteral(":echo \"Fitting without the energy shift map\"\n"
+                          "analyzer_exec_LCF\n") +
+           batchSaveConditions() + batchSaveMaps(folder, QStringLiteral("raw"), 0) +
+           QStringLiteral(":echo \"Fitting with the energy shift map\"\n"
+                          "calib_check_size 1\n"
+                          "calib_load_map \"%1\"\n"
+                          "analyzer_exec_LCF\n")
+               .arg(demoFiles::shiftMap(folder)) +
+           batchSaveMaps(folder, QStringLiteral("ratio"), 0) +
+           batchSaveMaps(folder, QStringLiteral("dmut"), 1);
 }
 
 bool saveText(const QString& fname, const QString& text, QString* error)
@@ -227,9 +266,11 @@ void removeEarlierFiles(const QString& folder)
 {
     for (const char* name : {"images", "maps", "pictures"}) {
         QDir dir(folder + QLatin1Char('/') + QLatin1String(name));
-        const QStringList filters{QStringLiteral("i?_????.*"), QStringLiteral("ratio-ref*"),
-                                  QStringLiteral("dmut-ref*"), QStringLiteral("screen-*.png"),
-                                  QStringLiteral("truth-result-*.png")};
+        const QStringList filters{
+            QStringLiteral("i?_????.*"),    QStringLiteral("std_????.*"),
+            QStringLiteral("ratio-ref*"),   QStringLiteral("dmut-ref*"),
+            QStringLiteral("raw-ref*"),     QStringLiteral("shift.emp"),
+            QStringLiteral("screen-*.png"), QStringLiteral("truth-result-*.png")};
         for (const QString& file : dir.entryList(filters, QDir::Files)) {
             dir.remove(file);
         }
@@ -240,7 +281,7 @@ bool writeImages(const QString& folder, const Phantom& phantom, ImageFormat form
 {
     const int size = phantom.conditions.size;
     for (int i = 0; i < phantom.scan.count; ++i) {
-        for (const Stack stack : {Stack::I1, Stack::I0}) {
+        for (const Stack stack : allStacks) {
             const QString fname = demoFiles::imageFile(folder, stack, i, format);
             if (!writeImage(format, fname, size, size, exposure(phantom, stack, i))) {
                 *error = QStringLiteral("Can't write %1").arg(fname);
@@ -295,6 +336,11 @@ QString demoFiles::mapTiff(const QString& folder, const QString& kind, int speci
     return folder + QStringLiteral("/maps/%1-ref%2-0.tif").arg(kind).arg(species);
 }
 
+QString demoFiles::shiftMap(const QString& folder)
+{
+    return folder + QStringLiteral("/maps/shift.emp");
+}
+
 QString demoFiles::pictureFolder(const QString& folder)
 {
     return folder + QStringLiteral("/pictures");
@@ -308,10 +354,12 @@ QString referenceText(int species)
 QString batchText(const QString& folder, const Phantom& phantom, ImageFormat format)
 {
     return QStringLiteral("# From image stacks to maps of three species\n") +
-           batchConditions(phantom) + batchLoading(folder, format) + batchDarkLevel(phantom) +
-           batchAnalysis(folder) + batchSaveConditions() +
-           batchSaveMaps(folder, QStringLiteral("ratio"), 0) +
-           batchSaveMaps(folder, QStringLiteral("dmut"), 1) + QStringLiteral("quit\n");
+           batchConditions(phantom) + QStringLiteral(":echo \"Loading the standard\"\n") +
+           batchLoading(folder, phantom, Stack::Standard, format) +
+           batchLoading(folder, phantom, Stack::I0, format) + batchWholeImage(phantom) +
+           batchCalibration(folder) + QStringLiteral(":echo \"Loading the sample\"\n") +
+           batchLoading(folder, phantom, Stack::I1, format) + batchWholeImage(phantom) +
+           batchReferences(folder) + batchFits(folder) + QStringLiteral("quit\n");
 }
 
 bool writeExperiment(const QString& folder, const ExperimentConditions& conditions,

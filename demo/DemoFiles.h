@@ -11,10 +11,12 @@ QString imagePattern(Stack stack, ImageFormat format); ///< name filter, without
 QString imageFile(const QString& folder, Stack stack, int index, ImageFormat format);
 QString referenceFile(const QString& folder, int species);
 QString truthFile(const QString& folder);
-/// Text form of a map as the program names it: kind is "ratio" or "dmut".
+/// Text form of a map as the program names it: kind is "ratio", "dmut" or, for fractions without
+/// the energy shift map, "raw".
 QString mapText(const QString& folder, const QString& kind, int species);
 /// 16-bit form of the same map.
 QString mapTiff(const QString& folder, const QString& kind, int species);
+QString shiftMap(const QString& folder); ///< as the program saves it
 QString pictureFolder(const QString& folder);
 } // namespace demoFiles
 

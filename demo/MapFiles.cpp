@@ -1,10 +1,14 @@
 #include "MapFiles.h"
 
+#include "common/Constants.h"
+
 #include <QFile>
+#include <QMap>
 #include <QTextStream>
 
 #include <tiffio.h>
 
+#include <cmath>
 #include <memory>
 
 namespace {
@@ -68,6 +72,32 @@ bool readMapText(QTextStream& in, const QVector<QPoint>& expected, SavedMap* map
         }
         map->positions.append(position);
         map->values.append(value);
+    }
+    return true;
+}
+
+bool readShiftMap(QTextStream& in, int size, QVector<double>* shifts, QString* error)
+{
+    QMap<QString, double> head;
+    QString line = in.readLine();
+    for (; !in.atEnd() && !line.startsWith(QLatin1String("##---")); line = in.readLine()) {
+        const QStringList parts = line.split(QLatin1Char(':'));
+        head[parts[0].trimmed()] = parts.value(1).toDouble();
+    }
+    const double edge = head[QStringLiteral("Std Edge Energy [eV]")];
+    const double doubleSpacing = 2.0 * head[QStringLiteral("Spacing [nm]")]; // in angstrom, really
+    const double radians = shortPi / 180.0;
+    const double edgeAngle = std::asin(hcEvAngstrom / (doubleSpacing * edge));
+    for (int y = 0; y < size; ++y) {
+        const QStringList items = in.readLine().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+        if (items.size() != size || !std::isfinite(edgeAngle)) {
+            *error = QStringLiteral("row %1 of %2 is missing or not whole").arg(y).arg(size);
+            return false;
+        }
+        for (const QString& item : items) {
+            const double angle = edgeAngle + item.toDouble() * radians;
+            shifts->append(edge - hcEvAngstrom / (doubleSpacing * std::sin(angle)));
+        }
     }
     return true;
 }

@@ -20,6 +20,10 @@ QVector<QPoint> blockCentres(int size, int halfWidth);
 /// when a line doesn't hold three numbers or the positions are not the expected ones.
 bool readMapText(QTextStream& in, const QVector<QPoint>& expected, SavedMap* map, QString* error);
 
+/// Reads an energy shift map of size*size pixels, row after row, as shifts [eV] at the edge that
+/// the file names. False, with a sentence in `error`, when the file is not whole.
+bool readShiftMap(QTextStream& in, int size, QVector<double>* shifts, QString* error);
+
 /// Reads a 16-bit map of columns*rows values, row after row. False, with a sentence in `error`, for
 /// a file that can't be read or has another size or kind.
 bool readMapTiff(const QString& fname, int columns, int rows, QVector<quint16>* values,

@@ -12,7 +12,9 @@ constexpr double scanRange = 80.0;
 constexpr double beamCounts = 40000.0;
 constexpr double readNoise = 3.0; // [counts]
 constexpr double largestStep = 1.15;
+constexpr double foilThickness = 1.2; // of the standard, in reference spectra
 constexpr quint64 badPixelStream = 1ULL << 40U;
+constexpr quint64 standardStream = 1ULL << 41U;
 
 /// A position in the unit square.
 struct Place
@@ -81,6 +83,13 @@ double beamAt(const Place& p)
     return beamCounts * profile * (1.0 + 0.02 * std::sin(14.0 * p.u) * std::cos(11.0 * p.v));
 }
 
+/// The monochromator's tilt and the waves of its crystals. [eV]
+double shiftAt(const Place& p)
+{
+    const double waves = std::sin(5.0 * p.u + 1.2) * std::cos(3.4 * p.v);
+    return 1.1 * (p.v - 0.5) + 0.25 * p.u + 0.45 * waves;
+}
+
 /// The beam's intensity along the scan: it decays and breathes.
 double drift(const ScanEnergies& scan, int index)
 {
@@ -112,40 +121,56 @@ void plantBadPixels(Phantom& phantom)
     }
 }
 
-/// Absorption of the species' structure at one energy.
-std::array<double, speciesCount> shapesAt(double energy)
+/// Absorption of the sample at a pixel that sees this energy.
+double sampleAbsorption(const Phantom& phantom, int pixel, double energy)
 {
-    std::array<double, speciesCount> result{};
-    for (int s = 0; s < speciesCount; ++s) {
-        result[static_cast<std::size_t>(s)] = speciesShape(s, energy);
+    const double background = phantom.background[pixel] * backgroundShape(energy);
+    if (!(phantom.edgeStep[pixel] > 0.0)) {
+        return background;
     }
-    return result;
+    double shape = 0.0;
+    for (int s = 0; s < speciesCount; ++s) {
+        shape += phantom.fractions[static_cast<std::size_t>(s)][pixel] * speciesShape(s, energy);
+    }
+    return phantom.edgeStep[pixel] * shape + background;
 }
 
-/// Counts of the beam behind the sample (or beside it, for I0), without dark level and noise.
+double absorption(const Phantom& phantom, Stack stack, int pixel, double energy)
+{
+    switch (stack) {
+    case Stack::I1:
+        return sampleAbsorption(phantom, pixel, energy);
+    case Stack::Standard:
+        return foilThickness * referenceAbsorption(standardSpecies, energy);
+    default:
+        return 0.0;
+    }
+}
+
+/// Counts of the beam behind the sample, the standard or nothing, without dark level and noise.
 QVector<double> beamImage(const Phantom& phantom, Stack stack, int index)
 {
     const double energy = phantom.scan.at(index);
     const double intensity = drift(phantom.scan, index);
-    const std::array<double, speciesCount> shapes = shapesAt(energy);
-    const double backgroundFactor = backgroundShape(energy);
     const int size = phantom.conditions.size;
     QVector<double> image(size * size);
     for (int i = 0; i < image.size(); ++i) {
         if (i % size < phantom.darkCorner && i / size < phantom.darkCorner) {
             continue;
         }
-        double absorption = 0.0;
-        if (stack == Stack::I1) {
-            for (std::size_t s = 0; s < shapes.size(); ++s) {
-                absorption += phantom.fractions[s][i] * shapes[s];
-            }
-            absorption =
-                absorption * phantom.edgeStep[i] + phantom.background[i] * backgroundFactor;
-        }
-        image[i] = phantom.beam[i] * intensity * std::exp(-absorption);
+        const double mu = absorption(phantom, stack, i, energy - phantom.shift[i]);
+        image[i] = phantom.beam[i] * intensity * std::exp(-mu);
     }
     return image;
+}
+
+quint64 noiseStream(Stack stack, int index)
+{
+    const auto image = static_cast<quint64>(index);
+    if (stack == Stack::Standard) {
+        return standardStream + image;
+    }
+    return 2 * image + (stack == Stack::I0 ? 1 : 0);
 }
 
 void setPixels(QVector<quint16>& counts, const QVector<QPoint>& where, int size, quint16 value)
@@ -185,6 +210,7 @@ Phantom makePhantom(const ExperimentConditions& conditions)
         phantom.edgeStep.append(step);
         phantom.background.append(backgroundAt(p, step));
         phantom.beam.append(beamAt(p));
+        phantom.shift.append(shiftAt(p));
     }
     plantBadPixels(phantom);
     return phantom;
@@ -193,8 +219,7 @@ Phantom makePhantom(const ExperimentConditions& conditions)
 QVector<quint16> exposure(const Phantom& phantom, Stack stack, int index)
 {
     const QVector<double> beam = beamImage(phantom, stack, index);
-    const quint64 stream = 2 * static_cast<quint64>(index) + (stack == Stack::I0 ? 1 : 0);
-    CountRandom random(phantom.conditions.seed, stream);
+    CountRandom random(phantom.conditions.seed, noiseStream(stack, index));
     QVector<quint16> counts(beam.size());
     for (int i = 0; i < beam.size(); ++i) {
         double value = beam[i] + darkLevel;

@@ -40,6 +40,7 @@ struct Phantom
     QVector<double> edgeStep;   ///< edge step of the sample; 0 where there is none
     QVector<double> background; ///< absorption at the edge of all that has no edge, sample included
     QVector<double> beam;       ///< counts of the beam without sample at the start of the scan
+    QVector<double> shift;      ///< what the beam's energy falls short of the scan's by [eV]
     int darkCorner = 0;         ///< columns and rows below this see no beam
     QVector<QPoint> hot;        ///< pixels that always read hotCount
     QVector<QPoint> dead;       ///< pixels that always read 0
@@ -57,8 +58,12 @@ Phantom makePhantom(const ExperimentConditions& conditions);
 enum class Stack
 {
     I1,
-    I0
+    I0,
+    Standard ///< the standard's foil in place of the sample
 };
+
+/// The species that the standard's foil is made of.
+constexpr int standardSpecies = 1;
 
 /// Counts of one image of a stack, row after row. The noise of an image depends on the seed and on
 /// which image it is, not on the images made before.

@@ -37,7 +37,7 @@ bool readHeader(QTextStream& in, Truth* truth)
 bool readPixel(const QString& line, Truth* truth)
 {
     const QStringList items = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (items.size() != 4 + speciesCount) {
+    if (items.size() != 5 + speciesCount) {
         return false;
     }
     truth->usable.append(items[2].toInt() == 1);
@@ -45,6 +45,7 @@ bool readPixel(const QString& line, Truth* truth)
     for (int s = 0; s < speciesCount; ++s) {
         truth->fractions[static_cast<std::size_t>(s)].append(items[4 + s].toDouble());
     }
+    truth->shift.append(items[4 + speciesCount].toDouble());
     return true;
 }
 } // namespace
@@ -67,7 +68,7 @@ QString truthText(const Phantom& phantom)
         for (const QVector<double>& fractions : phantom.fractions) {
             text += QLatin1Char(' ') + shortNumber(fractions[i]);
         }
-        text += QLatin1Char('\n');
+        text += QLatin1Char(' ') + shortNumber(phantom.shift[i]) + QLatin1Char('\n');
     }
     return text;
 }
@@ -95,23 +96,23 @@ BlockTruth blockTruth(const Truth& truth, int x, int y, int halfWidth)
         y + halfWidth >= truth.size) {
         return block;
     }
-    for (int row = y - halfWidth; row <= y + halfWidth; ++row) {
-        for (int column = x - halfWidth; column <= x + halfWidth; ++column) {
-            const int i = row * truth.size + column;
-            if (!truth.usable[i] || truth.edgeStep[i] < leastStep) {
-                return block;
-            }
-            block.edgeStep += truth.edgeStep[i];
-            for (std::size_t s = 0; s < block.fractions.size(); ++s) {
-                block.fractions[s] += truth.fractions[s][i] * truth.edgeStep[i];
-            }
+    const int side = 2 * halfWidth + 1;
+    const double share = 1.0 / (side * side);
+    block.lit = block.usable = true;
+    for (int k = 0; k < side * side; ++k) {
+        const int i = (y - halfWidth + k / side) * truth.size + x - halfWidth + k % side;
+        block.lit = block.lit && truth.usable[i];
+        block.usable = block.usable && truth.usable[i] && truth.edgeStep[i] >= leastStep;
+        block.shift += truth.shift[i] * share;
+        block.edgeStep += truth.edgeStep[i] * share;
+        for (std::size_t s = 0; s < block.fractions.size(); ++s) {
+            block.fractions[s] += truth.fractions[s][i] * truth.edgeStep[i] * share;
         }
     }
-    for (double& fraction : block.fractions) {
-        fraction /= block.edgeStep;
+    if (block.usable) {
+        for (double& fraction : block.fractions) {
+            fraction /= block.edgeStep;
+        }
     }
-    const int side = 2 * halfWidth + 1;
-    block.edgeStep /= side * side;
-    block.usable = true;
     return block;
 }

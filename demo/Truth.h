@@ -14,10 +14,11 @@ struct Truth
     QVector<bool> usable;     ///< false for bad pixels and where there is no beam
     QVector<double> edgeStep; ///< per pixel, row after row
     std::array<QVector<double>, speciesCount> fractions;
+    QVector<double> shift; ///< [eV]
 };
 
-/// Text of truth.dat: "# Size w h", "# HalfWidth n", then a line "x y usable step f0 f1 f2" for
-/// each pixel, row after row.
+/// Text of truth.dat: "# Size w h", "# HalfWidth n", then a line "x y usable step f0 f1 f2
+/// shift" for each pixel, row after row.
 QString truthText(const Phantom& phantom);
 
 /// Reads that text. False, with a sentence in `error`, when it is not whole.
@@ -31,8 +32,10 @@ bool readTruth(QTextStream& in, Truth* truth, QString* error);
 /// across the sample's rim.
 struct BlockTruth
 {
-    bool usable = false;   ///< inside the image, no unusable pixel, sample at every pixel
-    double edgeStep = 0.0; ///< mean over the block
+    bool lit = false;      ///< inside the image, no unusable pixel
+    double shift = 0.0;    ///< mean over a lit block [eV]
+    bool usable = false;   ///< lit, with sample at every pixel
+    double edgeStep = 0.0; ///< mean over a usable block
     std::array<double, speciesCount> fractions{};
 };
 

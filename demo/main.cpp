@@ -83,7 +83,7 @@ int write(const QCommandLineParser& parser, const QString& folder)
     if (!writeExperiment(folder, conditions, format, &error)) {
         return fail(error);
     }
-    standardOut() << "Wrote " << 2 * conditions.energies << " images of " << conditions.size
+    standardOut() << "Wrote " << 3 * conditions.energies << " images of " << conditions.size
                   << " x " << conditions.size << " pixels (" << formatName << ") to " << folder
                   << '\n';
     return 0;

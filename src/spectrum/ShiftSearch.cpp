@@ -163,8 +163,8 @@ void ShiftSearch::tryBatch(double centre, const double* offsets, int n)
     const auto likely = std::min_element(offsets, offsets + n, nearer) - offsets;
     const double product = std::max(best_, innerProduct(centre + offsets[likely]));
     Batch edge;
-    edge.n = n;
-    std::transform(offsets, offsets + n, edge.shifts, [centre](double d) { return centre + d; });
+    for (int k = 0; k < n; ++k)
+        edge.shifts[edge.n++] = centre + offsets[k];
     sumUp(edgeFirst_, edgeEnd_, edge);
     Batch left;
     for (int k = 0; k < n; ++k) {

@@ -65,6 +65,38 @@ QVector<double> netSums(const QString& fname, int darkSize, int side)
         sums[i / width / side * columns + i % width / side] += image[i];
     return sums;
 }
+/// The absorption spectrum of each square.
+QVector<plain::Curve> squareSpectra(const QString& folder, const QString& stack, QPointF scan,
+                                    int darkSize, int side)
+{
+    const QDir dir(folder + QStringLiteral("/images"));
+    QVector<plain::Curve> spectra;
+    for (QString name : dir.entryList({stack + QStringLiteral("_*.tif")}, QDir::Files)) {
+        const QVector<double> i1 = netSums(dir.filePath(name), darkSize, side);
+        const QVector<double> i0 = netSums(
+            dir.filePath(name.replace(0, stack.size(), QStringLiteral("i0"))), darkSize, side);
+        spectra.resize(i1.size());
+        for (int b = 0; b < i1.size(); ++b)
+            spectra[b].append(QPointF(scan.x() + scan.y() * spectra[b].size(),
+                                      i0[b] * i1[b] > 0.0 ? std::log(i0[b] / i1[b]) : 1.0));
+    }
+    return spectra;
+}
+
+plain::Curve movedDown(plain::Curve curve, double shift)
+{
+    for (QPointF& p : curve)
+        p.rx() -= shift;
+    return curve;
+}
+
+double squaresBetween(const plain::Curve& curve, const plain::Curve& standard, double shift)
+{
+    double sum = 0.0;
+    for (const QPointF& p : curve)
+        sum += std::pow(p.y() - valueAt(standard, p.x() - shift), 2);
+    return sum;
+}
 } // namespace
 
 plain::Curve plain::readReference(const QString& fname)
@@ -142,26 +174,43 @@ QVector<double> plain::weights(const Curve& sample, const QVector<Curve>& refere
     return found;
 }
 
+double plain::shiftOf(const Curve& curve, const Curve& standard)
+{
+    double shift = -2.0;
+    for (double s = -2.0; s < 2.1; s += 0.5)
+        if (squaresBetween(curve, standard, s) < squaresBetween(curve, standard, shift))
+            shift = s;
+    for (int round = 0; round < 6; ++round) { // Gauss and Newton's steps
+        double product = 0.0;
+        double squares = 0.0;
+        for (const QPointF& p : curve) {
+            const double E = p.x() - shift;
+            const double slope = (valueAt(standard, E + 0.1) - valueAt(standard, E - 0.1)) / 0.2;
+            product += slope * (valueAt(standard, E) - p.y());
+            squares += slope * slope;
+        }
+        shift += product / squares;
+    }
+    return shift;
+}
+
 plain::Maps plain::analyse(const QString& folder, double firstEnergy, double energyStep,
                            int darkSize, int side)
 {
-    const QDir dir(folder + QStringLiteral("/images"));
-    QVector<Curve> spectra;
-    for (QString name : dir.entryList({QStringLiteral("i1_*.tif")}, QDir::Files)) {
-        const QVector<double> i1 = netSums(dir.filePath(name), darkSize, side);
-        const QVector<double> i0 =
-            netSums(dir.filePath(name.replace(1, 1, QLatin1Char('0'))), darkSize, side);
-        spectra.resize(i1.size());
-        for (int b = 0; b < i1.size(); ++b)
-            spectra[b].append(QPointF(firstEnergy + energyStep * spectra[b].size(),
-                                      i0[b] * i1[b] > 0.0 ? std::log(i0[b] / i1[b]) : 1.0));
-    }
+    const QPointF scan(firstEnergy, energyStep);
+    const auto sample = squareSpectra(folder, QStringLiteral("i1"), scan, darkSize, side);
+    const auto foil = squareSpectra(folder, QStringLiteral("std"), scan, darkSize, side);
     const QVector<Curve> standards = references(folder);
     Maps maps;
-    for (const Curve& spectrum : spectra) {
+    for (int b = 0; b < sample.size(); ++b) {
+        const double shift = shiftOf(normalised(foil[b]), standards[1]);
+        maps[{QStringLiteral("shift"), 0}].append(shift);
         double edgeStep = 0.0;
-        const QVector<double> w = weights(normalised(spectrum, &edgeStep), standards);
+        const Curve spectrum = normalised(sample[b], &edgeStep);
+        const QVector<double> raw = weights(spectrum, standards);
+        const QVector<double> w = weights(movedDown(spectrum, shift), standards);
         for (int r = 0; r < w.size(); ++r) {
+            maps[{QStringLiteral("raw"), r}].append(raw[r]);
             maps[{QStringLiteral("ratio"), r}].append(w[r]);
             maps[{QStringLiteral("dmut"), r}].append(w[r] * edgeStep);
         }

@@ -23,7 +23,12 @@ QVector<Curve> references(const QString& folder);
 /// Weights of the references in the least-squares sense; all curves normalised.
 QVector<double> weights(const Curve& sample, const QVector<Curve>& references);
 
-/// Weights ("ratio") and weights times edge step ("dmut") of a reference, a value each block.
+/// Energy by which a curve lies above a standard in the least-squares sense, within 2 eV; both
+/// normalised.
+double shiftOf(const Curve& curve, const Curve& standard);
+
+/// Weights ("ratio") and weights times edge step ("dmut") of a reference, a value each block; the
+/// same without regard to the energy shift ("raw"), and that shift ("shift", 0).
 using Maps = QMap<QPair<QString, int>, QVector<double>>;
 
 /// Analyses the TIFF images of an experiment in squares of `side` pixels, which divides their size.

@@ -32,10 +32,33 @@ void saveMap(const QString& folder, const QString& kind, int species, const QVec
     QVERIFY(writeImage(ImageFormat::Tiff, tiff, columns, columns, scaled));
 }
 
+/// Writes an energy shift map, as differences of the Bragg angle, with the lines that are needed.
+void saveShift(const QString& folder, const QVector<double>& shifts)
+{
+    QFile file(demoFiles::shiftMap(folder));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QTextStream out(&file);
+    out << "###Morvenkite::MVKT\nStd Edge Energy [eV]    : 8982.4\n"
+           "Spacing [nm]            : 3.13553\n##-----------------\n";
+    const auto angle = [](double E) {
+        return std::asin(12398.424360387684 / (2.0 * 3.13553 * E)) * 180.0 / M_PI;
+    };
+    for (int i = 0; i < 25 * shifts.size(); ++i) {
+        const int column = i % (5 * columns) / 5;
+        const double shift = shifts[i / (25 * columns) * columns + column];
+        out << angle(8982.4 - shift) - angle(8982.4)
+            << ((i + 1) % (5 * columns) == 0 ? " \n" : " ");
+    }
+}
+
 void saveMaps(const QString& folder, const plain::Maps& maps)
 {
-    for (auto map = maps.begin(); map != maps.end(); ++map)
-        saveMap(folder, map.key().first, map.key().second, map.value());
+    for (auto map = maps.begin(); map != maps.end(); ++map) {
+        if (map.key().first == "shift")
+            saveShift(folder, map.value());
+        else
+            saveMap(folder, map.key().first, map.key().second, map.value());
+    }
 }
 
 QByteArray bytesOf(const QString& fname)
@@ -98,7 +121,8 @@ private Q_SLOTS:
         QTemporaryDir dirs[3];
         for (const int i : {0, 1, 2})
             QVERIFY(write(dirs[i].path(), 60, i / 2 + 1));
-        for (const char* name : {"/images/i1_0000.tif", "/images/i0_0040.tif", "/bad-pixels.txt"}) {
+        for (const char* name : {"/images/i1_0000.tif", "/images/i0_0040.tif",
+                                 "/images/std_0050.tif", "/bad-pixels.txt"}) {
             const QByteArray bytes = bytesOf(dirs[0].path() + name);
             QVERIFY(!bytes.isEmpty() && bytesOf(dirs[1].path() + name) == bytes);
             QVERIFY(bytesOf(dirs[2].path() + name) != bytes);
@@ -140,7 +164,7 @@ private Q_SLOTS:
     void aPlainAnalysisOfTheImagesFindsThePlantedFields()
     {
         QCOMPARE(compared(), compareWithin);
-        QCOMPARE(text_.count(" ok\n"), 2 * speciesCount);
+        QCOMPARE(text_.count(" ok\n"), 2 * speciesCount + 1);
         QVERIFY(QFile::exists(dir_.filePath("pictures/truth-result-2.png")));
     }
 
@@ -160,11 +184,21 @@ private Q_SLOTS:
             QVERIFY(compared() == compareOutside && text_.count(" OUTSIDE\n") == 1);
             saveMaps(dir_.path(), maps_);
         }
+        QVector<double> shifts = maps_[{"shift", 0}];
+        for (int i = 0; i < shifts.size(); ++i)
+            shifts[i] += i % 2 == 0 ? 0.5 : -0.5; // its spread has no limit
+        saveShift(dir_.path(), shifts);
+        QCOMPARE(compared(), compareWithin);
+        for (double& shift : shifts)
+            shift += 0.07;
+        saveShift(dir_.path(), shifts);
+        QVERIFY(compared() == compareOutside && text_.count(" OUTSIDE\n") == 1);
     }
 
     void aMissingOrShortFileIsNamed()
     {
-        for (const char* name : {"maps/ratio-ref2-0.dat", "maps/dmut-ref0-0.tif", "truth.dat"}) {
+        for (const char* name : {"maps/ratio-ref2-0.dat", "maps/dmut-ref0-0.tif", "maps/shift.emp",
+                                 "maps/raw-ref0-0.dat", "truth.dat"}) {
             const QString path = dir_.filePath(name);
             QVERIFY(QFile::copy(path, path + ".kept"));
             QVERIFY(QFile::resize(path, QFileInfo(path).size() / 2));
