@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
 # Installs what building, testing and the demonstration need on Debian 12: as root, or by sudo.
+#   scripts/setup.sh [more packages]
 set -euo pipefail
 
 packages=(
     g++ cmake ninja-build ccache pkg-config python3
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     qt5-image-formats-plugins libtiff-dev libfftw3-dev libbenchmark-dev
-    xvfb xauth xdotool python3-xlib fonts-dejavu-core fonts-vlgothic)
+    xvfb xauth xdotool python3-xlib fonts-dejavu-core fonts-vlgothic
+    "$@")
 
 missing=()
 for package in "${packages[@]}"; do

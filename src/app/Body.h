@@ -284,6 +284,7 @@ private:
     const TiffData* currentImage(const Stack& stack) const;
     double darkLevel(const Stack& stack, int x, int y) const;
     SectionSource sectionSource(const TiffData& image, bool useI1) const;
+    void showPixel(int x, int y);
     void showSections(int x, int y);
     void refreshCursor();
     void showBoxSize(bool selected);

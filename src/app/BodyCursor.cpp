@@ -101,8 +101,12 @@ void Body::showXafsSpectrum()
 void Body::onMouseMovedInDispA()
 {
     const QPointF at = ui_->dispA->cursorPosition();
-    const int x = truncatedInt(at.x());
-    const int y = truncatedInt(at.y());
+    showPixel(truncatedInt(at.x()), truncatedInt(at.y()));
+}
+
+/// Sections and values at a pixel of what is on show.
+void Body::showPixel(int x, int y)
+{
     showSections(x, y);
     const TiffData* image = currentImage(cursorStack());
     if (const Analyzed2DRes* map = ui_->dispA->shownMap())
@@ -144,7 +148,7 @@ SectionSource Body::sectionSource(const TiffData& image, bool useI1) const
 void Body::refreshCursor()
 {
     showXafsSpectrum();
-    showSections(curX_, curY_);
+    showPixel(curX_, curY_);
     ui_->dispA->update();
 }
 

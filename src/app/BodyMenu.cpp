@@ -133,12 +133,10 @@ void Body::setupMenuBar()
     // A click on the image takes the keys away from a field that has them.
     ui_->dispA->setFocusPolicy(Qt::ClickFocus);
 
-    const std::pair<QPushButton*, QWidget*> openers[] = {{ui_->ShowXafsView, xafsView_},
-                                                         {ui_->ShowBG, bgView_},
-                                                         {ui_->OpenCalibCtrl, calibCtrl_},
-                                                         {ui_->ShowAnalyzer, analyzer_},
-                                                         {ui_->BatchCtrlB, batchCtrl_},
-                                                         {ui_->SaveDataConfig, saveDataCfg_}};
+    const std::pair<QPushButton*, QWidget*> openers[] = {
+        {ui_->ShowXafsView, xafsView_},   {ui_->ShowBG, bgView_},
+        {ui_->OpenCalibCtrl, calibCtrl_}, {ui_->ShowAnalyzer, analyzer_},
+        {ui_->BatchCtrlB, batchCtrl_},    {ui_->SaveDataConfig, saveDataCfg_}};
     for (const auto& [button, window] : openers)
         connect(button, &QPushButton::clicked, window, [w = window] { bringToFront(w); });
 }

@@ -212,6 +212,7 @@ void Body::showData(int no)
     ui_->ImgNo->setToolTip(images[no]->fileName);
     xafsView_->setMarkerEnergy(images[no]->energy);
     showImage(images[no]);
+    showPixel(curX_, curY_);
 }
 
 void Body::prev()
@@ -252,6 +253,7 @@ void Body::dispImgSelected(bool on)
         ui_->dispA->setShowOverLayer(false);
         showData(shownStack().row->currentIndex());
     }
+    showPixel(curX_, curY_);
     ui_->dispA->update();
 }
 

@@ -84,7 +84,10 @@ void ColorBar::resizeEvent(QResizeEvent* e)
 
 void ColorBar::draw1(QPainter* p)
 {
+    // Without smoothing a lower widget would drop the lines of the handles.
+    p->setRenderHint(QPainter::SmoothPixmapTransform, true);
     p->drawPixmap(QRect(0, 0, width(), height()), barPixmap);
+    p->setRenderHint(QPainter::SmoothPixmapTransform, false);
 }
 
 double ColorBar::fractionAtPointer() const
@@ -120,4 +123,5 @@ void ColorBar::onMouseReleased()
 {
     Q_EMIT cBarUpdated();
     dragging = false;
+    paintCBar(); // without the handle's value
 }

@@ -162,6 +162,17 @@ private Q_SLOTS:
         action(body, "Gestures and Keys")->trigger();
         auto* table = body.findChild<GesturesHelp*>()->findChild<QTableWidget*>();
         QCOMPARE(table->findItems("+ , =", Qt::MatchExactly).size(), 1);
+
+        // The guide has every line of it; keys it names together.
+        QFile guide(SOURCE_FOLDER "/docs/user-guide.md");
+        QVERIFY(guide.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(guide.readAll());
+        for (int row = 0; row < table->rowCount(); ++row) {
+            const auto cell = [table, row](int c) { return table->item(row, c)->text(); };
+            const QString line = "| " + cell(0) + " | " + cell(1) + " | " + cell(2) + " |";
+            const bool key = cell(0) == "Main window";
+            QVERIFY2(text.contains(key ? cell(2) : line), qPrintable(line));
+        }
     }
 
     void keysActOnTheImage()

@@ -85,7 +85,7 @@ private Q_SLOTS:
 void TestDocumentation::everyBatchExampleIsUnderstood_data()
 {
     QTest::addColumn<QString>("file");
-    for (const char* name : {"README.md", "docs/file-formats.md"}) {
+    for (const char* name : {"README.md", "docs/file-formats.md", "docs/user-guide.md"}) {
         QTest::newRow(name) << QString::fromLatin1(name);
     }
 }
