@@ -167,8 +167,8 @@ private Q_SLOTS:
         QFile guide(SOURCE_FOLDER "/docs/user-guide.md");
         QVERIFY(guide.open(QIODevice::ReadOnly));
         const QString text = QString::fromUtf8(guide.readAll());
-        for (int row = 0; row < table->rowCount(); ++row) {
-            const auto cell = [table, row](int c) { return table->item(row, c)->text(); };
+        for (int r = 0; r < table->rowCount(); ++r) {
+            const auto cell = [table, r](int c) { return table->item(r, c)->text(); };
             const QString line = "| " + cell(0) + " | " + cell(1) + " | " + cell(2) + " |";
             const bool key = cell(0) == "Main window";
             QVERIFY2(text.contains(key ? cell(2) : line), qPrintable(line));
