@@ -73,7 +73,7 @@ void mouseMove(benchmark::State& state)
     for (auto _ : state) {
         // Far from the last position each time: nothing of it is in the cache.
         step = (step + 397) % (viewer.area.width() * viewer.area.height());
-        const QPointF at(step % viewer.area.width(), step / viewer.area.width());
+        const QPoint at(step % viewer.area.width(), step / viewer.area.width());
         QMouseEvent move(QEvent::MouseMove, at, Qt::NoButton, Qt::NoButton, Qt::NoModifier);
         QCoreApplication::sendEvent(&viewer.area, &move);
         QCoreApplication::processEvents();

@@ -61,7 +61,7 @@ void ColorBar::paintCBar()
     paintNumber(painter, rangeMax, endDistance, Qt::AlignLeft | Qt::AlignVCenter);
     paintNumber(painter, rangeMin, h - endDistance, Qt::AlignRight | Qt::AlignVCenter);
     if (dragging)
-        paintNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_, h / 2,
+        paintNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_, 0.5 * h,
                     Qt::AlignRight | Qt::AlignVCenter);
     update();
 }
@@ -70,7 +70,7 @@ void ColorBar::paintCBar()
 void ColorBar::paintNumber(QPainter& painter, double value, double y, int flags)
 {
     const int w = barPixmap.width();
-    QRectF box(w / 2, y, textLength, w);
+    QRectF box(0.5 * w, y, textLength, w);
     DrawText::drawRotated(&painter, 90.0, box, QFont(), flags, DrawText::Fitted,
                           QString::number(value, 'g', 6), maxPoint, false, Qt::NoBrush);
 }

@@ -5,6 +5,8 @@
 #include "display/FileDialogs.h"
 #include "ui_XafsView.h"
 
+#include <QPainter>
+
 XafsView::XafsView(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_XafsView>())
