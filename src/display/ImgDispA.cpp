@@ -105,9 +105,11 @@ bool ImgDispA::isInSelectedArea(int x, int y) const
 
 void ImgDispA::resetImageViewWindow()
 {
-    if (!image_.picture)
+    // A map can be on show before any image is loaded.
+    const QImage* whole = image_.picture ? image_.picture : currentImage();
+    if (!whole)
         return;
-    viewWindow_ = QRectF(0, 0, image_.width, image_.height);
+    viewWindow_ = QRectF(whole->rect());
     update();
 }
 
@@ -116,6 +118,8 @@ void ImgDispA::drawImage(QPainter* p)
     const QImage* shown = currentImage();
     if (!shown || (showOverLayer_ && !analyzedRes_->imgValid))
         return;
+    if (viewWindow_.width() == 0.0)
+        resetImageViewWindow();
     if (showOverLayer_) {
         const Analyzed2DRes::Scale scale = analyzedRes_->scale();
         Q_EMIT rangeShown(scale.min, scale.max);

@@ -102,6 +102,17 @@ private Q_SLOTS:
         QCOMPARE(body_->energyShiftAt(5, 5), 0.0); // outside the small map
     }
 
+    void aMapWithoutImagesIsShownWhole()
+    {
+        QVERIFY(body_->runAll(
+            {"calib_exec", "calib_wait", "calib_save_map " + dir_.filePath("alone.emp")}));
+        DrivenBody fresh;
+        QVERIFY(
+            fresh.runAll({"calib_load_map " + dir_.filePath("alone.emp"), "select_disp_image 2"}));
+        fresh.grab();
+        QCOMPARE(fresh.findChild<ImgDispA*>("dispA")->viewWindow(), QRectF(0, 0, width, height));
+    }
+
     void outliersAreTakenOut()
     {
         QByteArray text = "###MVKT\nStd Edge Energy [eV]    : 8980\n"
