@@ -145,12 +145,18 @@ void writeHead(QTextStream& out, const ShiftMapRecord& record)
     out << headEnd << '\n';
 }
 
-/// Passes over what stands in the place of a number.
-void skipWord(QTextStream& in)
+/// The next value of a file; 0 past its end, nan for a word in the place of a number.
+double nextValue(QTextStream& in)
 {
-    in.resetStatus();
     QString word;
     in >> word;
+    if (word.isEmpty()) {
+        qDebug() << "run out!";
+        return 0.0;
+    }
+    bool isNumber = false;
+    const double value = word.toDouble(&isNumber);
+    return isNumber ? value : std::numeric_limits<double>::quiet_NaN();
 }
 
 } // namespace
@@ -206,16 +212,7 @@ QVector<double> readMapShifts(QTextStream& in, const EMPHeader& header, double e
         qDebug() << "Energy map: the crystal does not reach the edge energy" << edgeE << "eV";
     int notFinite = 0;
     for (double& shift : shifts) {
-        double value = 0.0;
-        in >> value;
-        if (in.status() == QTextStream::ReadPastEnd) {
-            qDebug() << "run out!";
-        } else if (in.status() != QTextStream::Ok) {
-            skipWord(in);
-            value = std::numeric_limits<double>::quiet_NaN();
-        }
-        in.resetStatus();
-        shift = edgeE - energyOfAngle(value + edgeAngle, header.spacing);
+        shift = edgeE - energyOfAngle(nextValue(in) + edgeAngle, header.spacing);
         if (!std::isfinite(shift)) {
             ++notFinite;
             shift = 0.0;
