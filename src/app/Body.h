@@ -189,7 +189,8 @@ private:
         TiffStack* images;
         SelectDataFiles* row;
         int jobsSent = 0;
-        int jobsDone = 0; ///< while behind jobsSent a load is under way, and plots stay quiet
+        int firstValidJob = 0; ///< images of earlier jobs were cleared before they came
+        int jobsDone = 0;      ///< while behind jobsSent a load is under way, and plots stay quiet
         bool darkAreaOn = false;
         QRectF darkArea;         ///< [image pixels]
         QVector<double> darkAvg; ///< mean over the area per image, the dark image's taken off
@@ -271,7 +272,7 @@ private:
     LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket);
     void readI1(const QStringList& files, bool newFile, int ticket);
     void readI0(const QStringList& files, bool newFile, int ticket);
-    void takeLoaded(Stack& stack, TiffData* image, int fNo);
+    bool takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack, int jobsDone);
     Stack& shownStack();
     void showImage(TiffData* image);

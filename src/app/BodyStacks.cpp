@@ -52,6 +52,7 @@ void Body::clearStack(Stack& stack)
         showImage(nullptr);
     stack.row->clearFiles();
     deleteStack(*stack.images);
+    stack.firstValidJob = stack.jobsSent + 1;
     stack.darkAvg.clear();
     if (&stack == &shownStack()) {
         const QSignalBlocker quiet(ui_->SeekBar);
@@ -77,8 +78,8 @@ void Body::setStopRedraw(bool on)
 /// A job by the stack's row, counted as sent.
 LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket)
 {
-    ++stack.jobsSent;
     LoadJob job;
+    job.number = ++stack.jobsSent;
     job.files = files;
     job.ignoreLive = stack.row->ignoreLive();
     job.skip = qMax(1, stack.row->skip());
@@ -117,21 +118,27 @@ void Body::readI0(const QStringList& files, bool newFile, int ticket)
     Q_EMIT loadI0Files(newJob(i0_, files, ExCmdLoadI0Files, ticket));
 }
 
-void Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
+/// False, the image being deleted, when it comes of a job that was cleared meanwhile: a worker
+/// reads a selection to its end.
+bool Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
 {
+    if (image->jobNumber != 0 && image->jobNumber < stack.firstValidJob) {
+        delete image;
+        return false;
+    }
     image->energy = stack.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
     refreshPicture(*image, *ui_->CBar);
     stack.images->append(image);
     if (stack.darkAreaOn)
         fillDarkAverages(stack);
+    return true;
 }
 
 void Body::loadedI1(TiffData* image, int fNo)
 {
-    if (!image)
+    if (!image || !takeLoaded(i1_, image, fNo))
         return;
-    takeLoaded(i1_, image, fNo);
     if (i1Stack_.size() == 1)
         takeImageGeometry();
     if (isLoading(i1_) && !i1_.row->showLatest())
@@ -145,9 +152,8 @@ void Body::loadedI1(TiffData* image, int fNo)
 
 void Body::loadedI0(TiffData* image, int fNo)
 {
-    if (!image)
+    if (!image || !takeLoaded(i0_, image, fNo))
         return;
-    takeLoaded(i0_, image, fNo);
     if (!isLoading(i0_) || i0_.row->showLatest())
         showXafsSpectrum();
 }

@@ -46,6 +46,7 @@ void LoadTiff::readOne(const LoadJob& job)
     if (job.ignoreLive && name.contains(QLatin1String("Live")))
         return;
     auto image = std::make_unique<TiffData>();
+    image->jobNumber = job.number;
     if (!image->readFile(name, job.errPs, &stop_))
         return;
     image->buildImage(job.scale);

@@ -24,6 +24,7 @@ struct LoadJob
     int cutLast = 0;
     ErrPoints errPs;
     ColorScale scale;                ///< pictures are made with it
+    int number = 0;                  ///< of the stack's jobs; goes into each image
     EX_CMD_ID loadCmdId = ExCmdNone; ///< passed back at the end
     int ticket = 0;                  ///< number of the batch command that asked, 0 for a click
 };

@@ -43,6 +43,7 @@ public:
     double maxVal;       ///< starts at the smallest positive double, which an all-zero image keeps
     double energy = 0.0; ///< [eV]
     double exposureMs = 100.0; ///< [ms]
+    int jobNumber = 0;         ///< of the load job that brought the image; 0 for none
     int shiftX = 0;            ///< registration shift [pixels]
     int shiftY = 0;
     int pixelType = NoPixels;

@@ -41,6 +41,19 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("/none"), 1);
     }
 
+    void clearedSelectionsLeaveNoLateImages()
+    {
+        DrivenBody body;
+        body.readI1Files(experiment_.i1, true);
+        body.readI1Files(experiment_.i1.mid(0, 3), true);
+        body.clearI1Files();
+        body.readI1Files(experiment_.i1.mid(5, 2), true);
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QTRY_COMPARE(row->currentIndex(), 1);
+        QCOMPARE(body.i1Stack().size(), 2);
+        QCOMPARE(body.i1Stack().first()->fileName, experiment_.i1[5]);
+    }
+
     void differingExposuresTurnTheFieldRed()
     {
         const QString other = experiment_.write(
