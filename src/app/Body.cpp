@@ -224,8 +224,14 @@ void Body::setupImageView()
     connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
     connect(ui_->Next, &QPushButton::clicked, this, &Body::next);
     connect(ui_->SeekBar, &QSlider::valueChanged, this, &Body::sliderMoved);
-    connect(ui_->ImgNo, &QLineEdit::editingFinished, this,
-            [this] { shownStack().row->select(ui_->ImgNo->text().toInt()); });
+    connect(ui_->ImgNo, &QLineEdit::editingFinished, this, [this] {
+        SelectDataFiles& row = *shownStack().row;
+        bool isNumber = false;
+        const int no = ui_->ImgNo->text().toInt(&isNumber);
+        if (isNumber)
+            row.select(no);
+        ui_->ImgNo->setText(QString::number(qMax(0, row.currentIndex())));
+    });
     connect(ui_->ZoomIn, &QPushButton::clicked, ui_->dispA, &ImgDispA::setViewWAsSelectedArea);
     connect(ui_->ResetScale, &QPushButton::clicked, ui_->dispA, &ImgDispA::resetImageViewWindow);
     ui_->HCross->setVertical(false);
@@ -260,6 +266,8 @@ void Body::setupSpectrumViews()
          {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS, ui_->ThJumpSigma, ui_->SuggestingElm,
           ui_->SuggestingEeV, ui_->DarkExpTime})
         connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
+    for (const Stack* stack : {&i1_, &i0_})
+        connect(stack->row, &SelectDataFiles::exposureChanged, this, &Body::refreshCursor);
     for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm})
         connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
     connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,

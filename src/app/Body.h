@@ -256,6 +256,7 @@ private:
 
     // BodyCalibration.cpp
     void setupCalibration();
+    void tellCalibrationDoubts() const;
     void stopCalibration();
     void leaveCalibration();
     void waitForCalibration(int ticket);
@@ -274,6 +275,8 @@ private:
     void finishLoad(Stack& stack, int jobsDone);
     Stack& shownStack();
     void showImage(TiffData* image);
+    void showMap(Analyzed2DRes* map);
+    void leaveMap();
     void takeImageGeometry();
 
     // BodyCursor.cpp

@@ -34,8 +34,7 @@ bool Body::askAnalyzeCond(AnalyzeCond& ac) const
     const TiffData& first = *i1Stack_.first();
     const QRectF area =
         ui_->dispA->hasSelection() ? ui_->dispA->selectedArea() : QRectF(0, 0, imgW_, imgH_);
-    ac = AnalyzeCond(first.width, first.height, ui_->HWidth->text().toInt(),
-                     ui_->VWidth->text().toInt(), area, -1, -1);
+    ac = AnalyzeCond(first.width, first.height, halfWidthX(), halfWidthY(), area, -1, -1);
     return true;
 }
 

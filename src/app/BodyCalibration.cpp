@@ -11,6 +11,8 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <cmath>
+
 namespace {
 
 /// A map value this many eV off the common level is an outlier; fixed.
@@ -56,17 +58,33 @@ void Body::execCalibration()
         qDebug() << "Calibration not started: no I1 images";
         return;
     }
+    tellCalibrationDoubts();
     calibration_.running = true;
     calibration_.statistics = CalibStatistics();
     calibIter_ = walk;
     calibCtrl_->setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
     energyShiftMap_.prepare(calibIter_);
+    mapEdgeE_ = 0.0;
     const TiffData& first = *i1Stack_.first();
     mapX0_ = first.x0;
     mapY0_ = first.y0;
     calibCtrl_->showImageGeometry({first.width, first.height}, {first.x0, first.y0});
     Q_EMIT doCalibNextPoint();
+}
+
+/// What makes the shifts meaningless though nothing fails, a line each.
+void Body::tellCalibrationDoubts() const
+{
+    if (stdSpectrum_.isEmpty())
+        qDebug() << "Calibration: no standard is loaded";
+    else if (calibCtrl_->standard().isEmpty())
+        qDebug() << "Calibration: the standard's row is empty, the former standard is used";
+    const CalibConditions c = calibCtrl_->conditions(suggestElm());
+    const bool searches = c.step > 0.0 && c.step >= c.minStep && std::isfinite(c.range);
+    if (c.method == CalibMethod::InnerProduct && !searches)
+        qDebug() << "Calibration: range" << c.range << "step" << c.step << "and minimum step"
+                 << c.minStep << "allow no search, all shifts are 0";
 }
 
 /// Leaves the map as far as it is filled, without statistics.
@@ -83,10 +101,11 @@ void Body::leaveCalibration()
 {
     calibration_.running = false;
     calibCtrl_->setRunning(false);
-    ui_->dispA->update();
     for (const int ticket : qAsConst(calibration_.waiting))
         Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
     calibration_.waiting.clear();
+    if (!closing_)
+        refreshCursor();
 }
 
 void Body::waitForCalibration(int ticket)
@@ -128,7 +147,6 @@ void Body::finishCalib()
     energyShiftMap_.genImg();
     logTime(QStringLiteral("End Calibration   "));
     leaveCalibration();
-    refreshCursor();
 }
 
 void Body::normalizeEShift()
@@ -145,6 +163,7 @@ void Body::clearShiftMap()
 {
     stopCalibration();
     energyShiftMap_.clear();
+    mapEdgeE_ = 0.0;
     refreshCursor();
 }
 
@@ -155,15 +174,18 @@ void Body::saveEMap(const QString& fname)
 
 void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
 {
-    logTime(QStringLiteral("EMap Write Start : "));
+    if (!map.data()) {
+        qDebug() << "No energy shift map to save as" << fname;
+        return;
+    }
     const AnalyzeCond& at = calibIter_;
     ShiftMapRecord record;
     record.recorded = QDateTime::currentDateTime();
     // A map that was loaded without a standard keeps the edge at which it was read.
     record.header.stdEdgeE = stdSpectrum_.isEmpty() ? mapEdgeE_ : stdSpectrum_.midx;
     record.header.spacing = calibCtrl_->crystalSpacing();
-    record.header.xOffset = calibCtrl_->xOffset();
-    record.header.yOffset = calibCtrl_->yOffset();
+    record.header.xOffset = mapX0_;
+    record.header.yOffset = mapY0_;
     record.header.width = at.width;
     record.header.height = at.height;
     record.header.halfX = at.halfX;
@@ -181,7 +203,6 @@ void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
     record.imageHeight = at.height;
     const QString written =
         saveShiftMap(fname, record, [&map](int x, int y) { return map.valueAt(x, y); });
-    logTime(QStringLiteral("EMap Write End   : "));
     if (!written.isEmpty())
         calibCtrl_->showMapFile(written);
 }
@@ -196,7 +217,6 @@ void Body::loadEMap(const QString& fname)
 /// Whatever comes of it, the end is reported.
 void Body::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket)
 {
-    stopCalibration();
     readMap(fname, map, empH);
     Q_EMIT finishBatchExec(ExCmdCalibLoadMap, ticket);
 }
@@ -220,8 +240,9 @@ void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
         empH.isValid = false;
         return;
     }
+    stopCalibration();
     const double typed = calibCtrl_->edgeEV();
-    mapEdgeE_ = typed > 0.0 ? typed : empH.stdEdgeE;
+    mapEdgeE_ = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
     mapX0_ = empH.xOffset;
     mapY0_ = empH.yOffset;
     qDebug() << "Start Reading EMP file ";

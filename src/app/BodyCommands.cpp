@@ -130,7 +130,11 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
         {ExCmdSelectDispImage, selectDispImage},
         {ExCmdSeekImage, [](B& b, const C& c) { b.seekImage(intArg(c, 0)); }},
         {ExCmdMovePosition,
-         [](B& b, const C& c) { b.ui_->dispA->setRealMousePos(intArg(c, 0), intArg(c, 1)); }},
+         [](B& b, const C& c) {
+             // Nothing may have been painted since the view or the window changed.
+             b.ui_->dispA->layOutCoord();
+             b.ui_->dispA->setRealMousePos(intArg(c, 0), intArg(c, 1));
+         }},
         {ExCmdCbarSetRange, setColourRange},
         {ExCmdCbarSetAll,
          [](B& b, const C&) {
@@ -195,6 +199,8 @@ const Body::Commands::Table& Body::Commands::table()
                 t[entry.id].end = entry.end;
             }
         }
+        for (const Entry& entry : conditionCommands())
+            t[entry.id].changesSpectrum = true;
         for (const RowCommand& command : rowCommands) {
             t[command.i0].runOnRow = t[command.i1].runOnRow = command.run;
             t[command.i0].i0 = true;
@@ -227,6 +233,8 @@ void Body::execCmdSlot(const CmdLine& cmd, bool inRem)
         slot.run(*this, cmd);
     else
         qDebug() << "Command not available in this version:" << cmd.word;
+    if (slot.changesSpectrum)
+        refreshCursor();
     if (slot.end == Commands::AtOnce)
         Q_EMIT finishBatchExec(id, cmd.ticket);
 }

@@ -46,6 +46,7 @@ struct Body::Commands
         Handler run = nullptr;
         void (*runOnRow)(SelectDataFiles& row, const CmdLine& cmd) = nullptr;
         bool i0 = false;
+        bool changesSpectrum = false; ///< the spectrum at the cursor is made of what it sets
         End end = AtOnce;
     };
     using Table = std::array<Slot, ExCmdEnd>;

@@ -26,7 +26,7 @@ QString pixelText(int x, int y)
 /// The shown map's value to 2 digits, as maps are read at a glance; counts of an image whole.
 QString valueText(const Analyzed2DRes& map, int x, int y)
 {
-    return QLocale(QLocale::English).toString(map.valueAt(x, y), 'g', 2);
+    return QLocale(QLocale::English).toString(map.shownValueAt(x, y), 'g', 2);
 }
 
 QString valueText(const TiffData& image, int x, int y)

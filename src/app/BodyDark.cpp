@@ -159,6 +159,7 @@ void Body::clearI1DarkArea()
 void Body::clearedBG()
 {
     bgValid_ = false;
+    bgView_->setSpectrum(XafsSpectrum());
 }
 
 void Body::selectedBG(const QString& fname)

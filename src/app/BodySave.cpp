@@ -17,6 +17,8 @@
 
 void Body::saveImage(const QString& fname)
 {
+    // Nothing may have been painted since something else came on show.
+    ui_->dispA->tellRange();
     if (savePicture(ui_->dispA->viewImage(), fname))
         saveColourBar(addSuffix(fname, QStringLiteral("cBar")));
 }
@@ -37,7 +39,6 @@ void Body::saveAllImages(const QString& fname)
                 continue;
             ui_->dispA->setAnalyzedRes(map);
             ui_->dispA->setShowOverLayer(true);
-            ui_->CBar->setRange(map->scale().min, map->scale().max);
             saveImage(addSuffix(fname, QStringLiteral("%1-%2").arg(row).arg(kind)));
             saved = true;
         }
@@ -64,6 +65,8 @@ void Body::showSaveDataDialog()
     saveDataDialog_->get()->setNameFilters(saveDataCfg_->savesAsTiff()
                                                ? QStringList{tr("Tiff File (*.tif)"), any}
                                                : QStringList{tr("Data File (*.dat)"), any});
+    saveDataDialog_->get()->setDefaultSuffix(saveDataCfg_->savesAsTiff() ? QStringLiteral("tif")
+                                                                         : QStringLiteral("dat"));
     saveDataDialog_->show();
 }
 
@@ -77,6 +80,8 @@ void Body::saveData(const QString& fname)
     }
     qDebug() << "selected tiff";
     saveDataAsTiff(fname, no);
+    if (const Analyzed2DRes* map = analyzer_->selectedMap())
+        ui_->CBar->setRange(map->scale().min, map->scale().max);
     // The suffix carries a hyphen of its own, on purpose: map.tif gives map-0--cBar.tif.
     saveColourBar(addSuffix(addSuffix(fname, QString::number(no)), QStringLiteral("-cBar")));
 }

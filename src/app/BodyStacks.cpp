@@ -37,23 +37,29 @@ bool uniformExposure(const TiffStack& images)
 
 void Body::clearI1Files()
 {
-    showImage(nullptr);
     clearStack(i1_);
 }
 
 void Body::clearI0Files()
 {
-    // Whatever button is on, an image of the stack may still be the one that is shown.
-    if (i0Stack_.contains(shownImage_))
-        showImage(nullptr);
     clearStack(i0_);
 }
 
 void Body::clearStack(Stack& stack)
 {
+    // Whatever button is on, an image of the stack may still be the one that is shown.
+    if (stack.images->contains(shownImage_))
+        showImage(nullptr);
     stack.row->clearFiles();
     deleteStack(*stack.images);
     stack.darkAvg.clear();
+    if (&stack == &shownStack()) {
+        const QSignalBlocker quiet(ui_->SeekBar);
+        ui_->SeekBar->setMaximum(0);
+        ui_->ImgNo->setText(QStringLiteral("0"));
+        ui_->ImgNo->setToolTip(QString());
+    }
+    refreshCursor();
 }
 
 /// A load of the stack is under way, and plots stay quiet.
@@ -132,9 +138,9 @@ void Body::loadedI1(TiffData* image, int fNo)
         return;
     showXafsSpectrum();
     const int last = i1Stack_.size() - 1;
-    ui_->SeekBar->setMaximum(last);
     i1_.row->select(last);
-    showData(last);
+    if (&shownStack() == &i1_)
+        showData(last);
 }
 
 void Body::loadedI0(TiffData* image, int fNo)
@@ -195,6 +201,9 @@ Body::Stack& Body::shownStack()
 void Body::showImage(TiffData* image)
 {
     shownImage_ = image;
+    // Another stack, or a map, was on show while the bar was moved.
+    if (image)
+        refreshPicture(*image, *ui_->CBar);
     ui_->dispA->setShowOverLayer(false);
     ui_->dispA->setImage(image ? pictureOf(*image) : ShownImage());
 }
@@ -204,6 +213,7 @@ void Body::showData(int no)
     const TiffStack& images = *shownStack().images;
     if (no < 0 || no >= images.size())
         return;
+    leaveMap();
     // Quiet already here: a smaller maximum moves the slider.
     const QSignalBlocker quiet(ui_->SeekBar);
     ui_->SeekBar->setMaximum(images.size() - 1);
@@ -213,6 +223,15 @@ void Body::showData(int no)
     xafsView_->setMarkerEnergy(images[no]->energy);
     showImage(images[no]);
     showPixel(curX_, curY_);
+}
+
+/// An image takes the place of a map: the choice buttons follow.
+void Body::leaveMap()
+{
+    if (!ui_->ShowShiftMap->isChecked() && !ui_->ShowResAnalysis->isChecked())
+        return;
+    const QSignalBlocker quiet(ui_->ShowData);
+    ui_->ShowData->setChecked(true);
 }
 
 void Body::prev()
@@ -244,17 +263,27 @@ void Body::dispImgSelected(bool on)
         return;
     qDebug() << "disp img selected";
     if (ui_->ShowShiftMap->isChecked()) {
-        ui_->dispA->setAnalyzedRes(&energyShiftMap_);
-        ui_->dispA->setShowOverLayer(true);
+        showMap(&energyShiftMap_);
     } else if (ui_->ShowResAnalysis->isChecked()) {
-        ui_->dispA->setAnalyzedRes(analyzer_->selectedMap());
-        ui_->dispA->setShowOverLayer(true);
+        Analyzed2DRes* map = analyzer_->selectedMap();
+        const QSignalBlocker quiet(ui_->ShowDeGlitched);
+        ui_->ShowDeGlitched->setChecked(map && map->useProc);
+        showMap(map);
     } else {
         ui_->dispA->setShowOverLayer(false);
         showData(shownStack().row->currentIndex());
     }
     showPixel(curX_, curY_);
     ui_->dispA->update();
+}
+
+void Body::showMap(Analyzed2DRes* map)
+{
+    // The bar may have been moved since its picture was made.
+    if (map && map->imgValid)
+        map->genImg();
+    ui_->dispA->setAnalyzedRes(map);
+    ui_->dispA->setShowOverLayer(true);
 }
 
 void Body::selectedNewRef()
@@ -270,7 +299,6 @@ void Body::cBarUpdating()
     } else if (ui_->ShowResAnalysis->isChecked()) {
         setupResAnalysisImage();
     } else if (shownImage_) {
-        refreshPicture(*shownImage_, *ui_->CBar);
         showImage(shownImage_);
     }
     ui_->dispA->update();

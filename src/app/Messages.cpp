@@ -63,16 +63,20 @@ Messages::Messages(QWidget* parent)
 void Messages::layOut()
 {
     auto* buttons = new QHBoxLayout;
-    const auto add = [&](const QString& text, const char* name, auto* receiver, auto slot) {
+    const auto add = [&](const QString& text, const QString& tip, const char* name, auto* receiver,
+                         auto slot) {
         auto* button = new QPushButton(text, this);
+        button->setToolTip(tip);
         button->setObjectName(QLatin1String(name));
         buttons->addWidget(button);
         connect(button, &QPushButton::clicked, receiver, slot);
     };
-    add(tr("Clear"), "Clear", this, &Messages::clear);
-    add(tr("Copy"), "Copy", this, &Messages::copy);
+    add(tr("Clear"), tr("Drop all messages"), "Clear", this, &Messages::clear);
+    add(tr("Copy"), tr("Copy what is selected, or all messages, to the clipboard"), "Copy", this,
+        &Messages::copy);
     buttons->addStretch();
-    add(tr("Save..."), "Save", saveDialog_, &LateDialog::show);
+    add(tr("Save..."), tr("Save all messages as a text file"), "Save", saveDialog_,
+        &LateDialog::show);
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(6, 6, 6, 6);
     column->addWidget(view_);

@@ -11,6 +11,8 @@
 double blockShift(const Spectrum& raw, const XafsSpectrum& standard,
                   const CalibConditions& conditions)
 {
+    if (raw.isEmpty())
+        return std::numeric_limits<double>::quiet_NaN();
     XafsSpectrum block = XafsSpectrum::unnormalized(
         raw, QStringLiteral("Body-Calib"), conditions.backgroundMode, 0.0, conditions.sElm);
     // The comparison reads this one curve.

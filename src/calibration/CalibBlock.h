@@ -29,8 +29,8 @@ struct CalibConditions
 };
 
 /// Energy [eV] by which a block's spectrum lies above the standard, which must be normalised. An
-/// empty spectrum has its mid point at 0; a search whose step is below the finest one gives 0. Not
-/// finite where an edge's mid point isn't.
+/// empty spectrum, outside the image, gives nan; a search whose step is below the finest one gives
+/// 0. Not finite where an edge's mid point isn't.
 double blockShift(const Spectrum& raw, const XafsSpectrum& standard,
                   const CalibConditions& conditions);
 

@@ -134,16 +134,6 @@ bool CalibCtrl::checksSize() const
     return ui_->CheckSize->isChecked();
 }
 
-int CalibCtrl::xOffset() const
-{
-    return ui_->XOffset->text().toInt();
-}
-
-int CalibCtrl::yOffset() const
-{
-    return ui_->YOffset->text().toInt();
-}
-
 QVector<LateDialog*> CalibCtrl::dialogs() const
 {
     return {ui_->SelectStd->dialog(), loadDialog_, saveDialog_};

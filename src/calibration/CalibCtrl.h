@@ -33,8 +33,6 @@ public:
     QString crystalName() const;
     double edgeEV() const; ///< edge energy field [eV]; 0 when it holds no number
     bool checksSize() const;
-    int xOffset() const; ///< as the field shows it [pixels]
-    int yOffset() const;
 
     /// All file dialogs of the panel, for the group that keeps them in one folder.
     QVector<LateDialog*> dialogs() const;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
 
@@ -106,6 +107,17 @@ bool canHold(const QTextStream& in, const EMPHeader& header)
     return plausible;
 }
 
+/// An edge and a crystal that can be: without them the file's angles mean nothing.
+bool hasOptics(const EMPHeader& header)
+{
+    const bool possible = std::isfinite(header.stdEdgeE) && header.stdEdgeE > 0.0 &&
+                          std::isfinite(header.spacing) && header.spacing > 0.0;
+    if (!possible)
+        qDebug() << "Energy map: edge" << header.stdEdgeE << "eV and spacing" << header.spacing
+                 << "can not be";
+    return possible;
+}
+
 void writeHeadLines(QTextStream& out, const EMPHeader& header)
 {
     for (const HeadLine& line : headLines) {
@@ -133,6 +145,20 @@ void writeHead(QTextStream& out, const ShiftMapRecord& record)
     out << headEnd << '\n';
 }
 
+/// The next value of a file; 0 past its end, nan for a word in the place of a number.
+double nextValue(QTextStream& in)
+{
+    QString word;
+    in >> word;
+    if (word.isEmpty()) {
+        qDebug() << "run out!";
+        return 0.0;
+    }
+    bool isNumber = false;
+    const double value = word.toDouble(&isNumber);
+    return isNumber ? value : std::numeric_limits<double>::quiet_NaN();
+}
+
 } // namespace
 
 EMPHeader readMapHeader(QTextStream& in)
@@ -148,12 +174,21 @@ EMPHeader readMapHeader(QTextStream& in)
     const bool complete = readHeadLines(in, header);
     qDebug() << "emp W" << header.width;
     qDebug() << "emp H" << header.height;
-    header.isValid = complete && canHold(in, header);
+    header.isValid = complete && canHold(in, header) && hasOptics(header);
     return header;
 }
 
 AnalyzeCond mapWalk(const EMPHeader& header)
 {
+    // Without its area the whole image was calibrated.
+    if (header.areaX0 == header.areaX1 && header.areaY0 == header.areaY1)
+        return {header.width,
+                header.height,
+                header.halfX,
+                header.halfY,
+                QRectF(0, 0, header.width, header.height),
+                -1,
+                -1};
     const int x0 = qBound(0, header.areaX0, header.width);
     const int x1 = qBound(0, header.areaX1, header.width);
     const int y0 = qBound(0, header.areaY0, header.height);
@@ -173,14 +208,11 @@ QVector<double> readMapShifts(QTextStream& in, const EMPHeader& header, double e
 {
     QVector<double> shifts(header.width * header.height);
     const double edgeAngle = angleOfEnergy(edgeE, header.spacing);
+    if (edgeAngle < 0.0)
+        qDebug() << "Energy map: the crystal does not reach the edge energy" << edgeE << "eV";
     int notFinite = 0;
     for (double& shift : shifts) {
-        double value = 0.0;
-        in >> value;
-        if (in.status() == QTextStream::ReadPastEnd)
-            qDebug() << "run out!";
-        in.resetStatus();
-        shift = edgeE - energyOfAngle(value + edgeAngle, header.spacing);
+        shift = edgeE - energyOfAngle(nextValue(in) + edgeAngle, header.spacing);
         if (!std::isfinite(shift)) {
             ++notFinite;
             shift = 0.0;
@@ -208,7 +240,7 @@ void writeShiftMap(QTextStream& out, const ShiftMapRecord& record, const ShiftAt
 
 QString saveShiftMap(const QString& fname, const ShiftMapRecord& record, const ShiftAt& shiftAt)
 {
-    QString name = withExtension(fname, QStringLiteral("emp"));
+    const QString name = withExtension(fname, QStringLiteral("emp"));
     QSaveFile file(name);
     if (name.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
         qDebug() << "Can not open" << name;

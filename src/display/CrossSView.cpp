@@ -1,7 +1,8 @@
 #include "display/CrossSView.h"
 
+#include "display/BrokenLine.h"
+
 #include <QPainter>
-#include <QPolygon>
 
 namespace {
 
@@ -51,14 +52,14 @@ void CrossSView::draw(QPainter* p)
         plot.setRealArea(values_.min, positions_.min, values_.max, positions_.max);
     else
         plot.setRealArea(positions_.min, values_.min, positions_.max, values_.max);
-    QPolygon line;
+    BrokenLine line;
     line.reserve(points_.size());
     for (const QPointF& point : qAsConst(points_)) {
         const double x = vertical_ ? point.y() : point.x();
         const double y = vertical_ ? point.x() : point.y();
-        line.append(QPoint(plotPixel(plot.realToScreenX(x)), plotPixel(plot.realToScreenY(y))));
+        line.add(p, plot.realToScreenX(x), plot.realToScreenY(y));
     }
-    p->drawPolyline(line);
+    line.end(p);
     p->setPen(QColor(cursorColour));
     if (vertical_) {
         const int y = plotPixel(plot.realToScreenY(cursorPos_));

@@ -61,6 +61,9 @@ void LateDialog::setFolder(const QString& path)
 void LateDialog::show()
 {
     get()->show();
+    // It may stand open behind another window.
+    get()->raise();
+    get()->activateWindow();
 }
 
 FDGroup::FDGroup(QObject* parent)

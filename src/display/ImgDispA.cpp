@@ -22,7 +22,7 @@ bool inStrip(double fraction)
 
 /// Coordinates [pixels] up to which a view is copied as it stands; no detector comes near it, and a
 /// zoom without limits would ask for any amount of memory.
-constexpr double maxCopiedCoordinate = 32767.0;
+constexpr double maxCopiedCoordinate = 8191.0;
 
 /// Written so that nan counts as too far.
 bool canBeCopied(const QRectF& view)
@@ -113,6 +113,23 @@ void ImgDispA::resetImageViewWindow()
     update();
 }
 
+void ImgDispA::layOutCoord()
+{
+    coord.setScreenArea(0, 0, width(), height());
+    coord.setRealArea(viewWindow_.left(), viewWindow_.top(), viewWindow_.right(),
+                      viewWindow_.bottom());
+}
+
+void ImgDispA::tellRange()
+{
+    if (const Analyzed2DRes* map = shownMap()) {
+        const Analyzed2DRes::Scale scale = map->scale();
+        Q_EMIT rangeShown(scale.min, scale.max);
+    } else if (image_.picture) {
+        Q_EMIT rangeShown(image_.min, image_.max);
+    }
+}
+
 void ImgDispA::drawImage(QPainter* p)
 {
     const QImage* shown = currentImage();
@@ -120,15 +137,8 @@ void ImgDispA::drawImage(QPainter* p)
         return;
     if (viewWindow_.width() == 0.0)
         resetImageViewWindow();
-    if (showOverLayer_) {
-        const Analyzed2DRes::Scale scale = analyzedRes_->scale();
-        Q_EMIT rangeShown(scale.min, scale.max);
-    } else {
-        Q_EMIT rangeShown(image_.min, image_.max);
-    }
-    coord.setScreenArea(0, 0, width(), height());
-    coord.setRealArea(viewWindow_.left(), viewWindow_.top(), viewWindow_.right(),
-                      viewWindow_.bottom());
+    tellRange();
+    layOutCoord();
     p->drawImage(0, 0, renderedView(*shown));
 }
 

@@ -43,6 +43,10 @@ public:
     const Analyzed2DRes* shownMap() const;
     /// Image coordinates of the mouse.
     QPointF cursorPosition() const { return imagePoint(mouse.pos); }
+    /// Maps the view onto the widget as it now is; each paint does it too.
+    void layOutCoord();
+    /// Tells rangeShown() for what is on show; each paint does it too.
+    void tellRange();
     const QRectF& viewWindow() const { return viewWindow_; }
     bool hasSelection() const { return hasSelection_; }
     bool isSelecting() const { return selecting_; }

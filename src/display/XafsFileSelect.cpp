@@ -81,6 +81,7 @@ void XafsFileSelect::fileNameValid(bool f)
 void XafsFileSelect::clear()
 {
     ui_->Selected->clear();
+    ui_->Selected->setToolTip(QString());
     fileValid_ = false;
     Q_EMIT cleared();
 }

@@ -224,24 +224,10 @@ void XafsPlot::paintLine(QPainter* p, const QPen& pen, const ChCoord& axes, cons
     line_.reserve(n);
     for (int i = 0; i < n; ++i) {
         if (i > 0 && std::abs(energies[i] - energies[i - 1]) > gap)
-            endLine(p);
-        const double x = axes.realToScreenX(energies[i]);
-        const double y = axes.realToScreenY(values[i]);
-        if (std::isfinite(x) && std::isfinite(y))
-            line_.append(QPoint(plotPixel(x), plotPixel(y)));
-        else
-            endLine(p);
+            line_.end(p);
+        line_.add(p, axes.realToScreenX(energies[i]), axes.realToScreenY(values[i]));
     }
-    endLine(p);
-}
-
-void XafsPlot::endLine(QPainter* p)
-{
-    if (line_.size() == 1)
-        p->drawPoint(line_.first());
-    else if (!line_.isEmpty())
-        p->drawPolyline(line_);
-    line_.resize(0); // keeps its memory
+    line_.end(p);
 }
 
 void XafsPlot::paintRaw(QPainter* p)

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "display/BrokenLine.h"
 #include "display/ChCoord.h"
 #include "display/VisibleRange.h"
 #include "spectrum/Fourier.h"
 #include "spectrum/XafsSpectrum.h"
 
 #include <QPen>
-#include <QPolygon>
 
 #include <optional>
 
@@ -71,7 +71,6 @@ private:
                     double correction, double gap);
     void paintLine(QPainter* p, const QPen& pen, const ChCoord& axes, const double* energies,
                    const double* values, int n, double gap);
-    void endLine(QPainter* p);
     void paintRaw(QPainter* p);
     void paintMarks(QPainter* p) const;
     void paintEnergyMark(QPainter* p, double energy) const;
@@ -86,5 +85,5 @@ private:
     PlotRange values_{0.0, 1.0};     ///< of the main spectrum
     PlotRange normalized_{0.0, 1.0}; ///< of its normalised curve
     Fourier fourier_;
-    QPolygon line_; ///< the piece of a curve that is being collected
+    BrokenLine line_;
 };

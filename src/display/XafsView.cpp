@@ -54,7 +54,8 @@ double XafsView::setSpectrum(const XafsSpectrum& s)
 {
     plot_.setSpectrum(s);
     update();
-    return plot_.stdSpectrum.isEmpty() ? 0.0 : s.midx - plot_.stdSpectrum.midx;
+    const bool comparable = !s.isEmpty() && !plot_.stdSpectrum.isEmpty();
+    return comparable ? s.midx - plot_.stdSpectrum.midx : 0.0;
 }
 
 void XafsView::setRawSpectrum(const Spectrum& s)

@@ -23,8 +23,8 @@ public:
     explicit XafsView(QWidget* parent = nullptr);
     ~XafsView() override;
 
-    /// The main spectrum. Returns how far its mid point lies above the standard's [eV]; 0.0 with
-    /// no standard.
+    /// The main spectrum. Returns how far its mid point lies above the standard's [eV]; 0.0 when
+    /// one of the two has no points.
     double setSpectrum(const XafsSpectrum& s);
     /// The raw values behind the main spectrum, for the raw modes.
     void setRawSpectrum(const Spectrum& s);

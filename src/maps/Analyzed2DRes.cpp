@@ -171,6 +171,11 @@ double Analyzed2DRes::valueAt(int x, int y) const
     return sample(data_, x, y);
 }
 
+double Analyzed2DRes::shownValueAt(int x, int y) const
+{
+    return sample(useProc ? procData_ : data_, x, y);
+}
+
 Analyzed2DRes::Scale Analyzed2DRes::fieldScale() const
 {
     return useProc ? Scale{procMin, procMax} : Scale{min, max};

@@ -62,6 +62,8 @@ public:
     const double* procData() const { return procData_.empty() ? nullptr : procData_.data(); }
     /// Value at a pixel, 0.0 outside the map or without buffers.
     double valueAt(int x, int y) const;
+    /// The same of the field that the picture is made of.
+    double shownValueAt(int x, int y) const;
     bool contains(int x, int y) const;
 
     /// The scale of the picture: the fixed one when on, else that of the field it is made of.

@@ -402,10 +402,6 @@
         <translation>画像を保存</translation>
     </message>
     <message>
-        <source>Save all result maps as pictures</source>
-        <translation>すべての結果マップを画像として保存する</translation>
-    </message>
-    <message>
         <source>Save All Images</source>
         <translation>全画像を保存</translation>
     </message>
@@ -638,10 +634,6 @@
         <translation>値</translation>
     </message>
     <message>
-        <source>Value of the shown map under the cursor</source>
-        <translation>表示中のマップのカーソル位置の値</translation>
-    </message>
-    <message>
         <source>Dark</source>
         <translation>ダーク</translation>
     </message>
@@ -872,6 +864,14 @@
     <message>
         <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
+    </message>
+    <message>
+        <source>Save both kinds of map of the reference on show as pictures</source>
+        <translation>表示中の参照スペクトルの 2 種類のマップを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
+        <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
     </message>
 </context>
 <context>
@@ -1458,6 +1458,18 @@
     <message>
         <source>Save...</source>
         <translation>保存...</translation>
+    </message>
+    <message>
+        <source>Drop all messages</source>
+        <translation>すべてのメッセージを消去する</translation>
+    </message>
+    <message>
+        <source>Save all messages as a text file</source>
+        <translation>すべてのメッセージをテキストファイルに保存する</translation>
+    </message>
+    <message>
+        <source>Copy what is selected, or all messages, to the clipboard</source>
+        <translation>選択部分、またはすべてのメッセージをクリップボードにコピーする</translation>
     </message>
 </context>
 <context>

@@ -21,6 +21,7 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
           this))
 {
     ui_->setupUi(this);
+    connect(ui_->Exposure, &QLineEdit::textChanged, this, &SelectDataFiles::exposureChanged);
     connect(ui_->Files, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &SelectDataFiles::newImageSelected);
     connect(ui_->Select, &QPushButton::clicked, dialog_, &LateDialog::show);

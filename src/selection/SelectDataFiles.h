@@ -45,6 +45,7 @@ public:
 
 Q_SIGNALS:
     void currentIndexChanged(int idx);
+    void exposureChanged(); ///< the exposure's text
     void filesSelected(const QStringList& files, bool newFile);
     void clear();
     void setDarkArea();

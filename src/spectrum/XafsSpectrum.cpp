@@ -296,7 +296,7 @@ double XafsSpectrum::innerProduct(double shift, const XafsSpectrum& ref) const
 double XafsSpectrum::findBestShift(const XafsSpectrum& ref, double range, double step,
                                    double minStep) const
 {
-    if (step < minStep)
+    if (step < minStep || !std::isfinite(range))
         return 0.0;
     ShiftSearch search(*this, ref);
     // All levels share this centre and the best value, so a finer level does not refine round the

@@ -122,6 +122,37 @@ private Q_SLOTS:
         QCOMPARE(*area_->currentImage(), sample);
     }
 
+    void batchNeedsNoPaintToMoveAndNoClickToRefresh()
+    {
+        load();
+        QVERIFY(body_->runAll({"select_region 2 1 8 5", "zoom_in", "move_position 5 3"}));
+        // The pixel on the screen is cut to a whole one, so the image's may be the one before.
+        const int x = text("Position").mid(1, 4).toInt();
+        const int y = text("Position").mid(6, 5).toInt();
+        QVERIFY((x == 4 || x == 5) && (y == 2 || y == 3));
+        QVERIFY(body_->runAll({"set_band_w 2", "set_band_h 1"}));
+        QCOMPARE(view_->spectrum().points, body_->rawXafsAt(x, y, 2, 1).points);
+    }
+
+    void browsingLeavesAMapAndClearingLeavesNothing()
+    {
+        load();
+        click("ShowResAnalysis");
+        click("Prev");
+        QVERIFY(body_->findChild<QPushButton*>("ShowData")->isChecked());
+        QVERIFY(!area_->shownMap() && area_->currentImage());
+        auto* number = body_->findChild<QLineEdit*>("ImgNo");
+        for (const char* typed : {"999", "x"}) {
+            number->setText(typed);
+            QTest::keyClick(number, Qt::Key_Return);
+            QCOMPARE(number->text(), QString::number(experiment_.energies - 2));
+        }
+        moveTo(4, 4);
+        QVERIFY(body_->run("clear_I1_files"));
+        QVERIFY(view_->spectrum().isEmpty() && text("Value").isEmpty());
+        QCOMPARE(number->text(), QString("0"));
+    }
+
     void darkAreaButtonsOfTheRowSetRenewAndClear()
     {
         load();

@@ -122,7 +122,7 @@ private Q_SLOTS:
             c.minStep = 0.6;
             QCOMPARE(blockShift(raw, standard, c), 0.0);
         }
-        QCOMPARE(blockShift(Spectrum(), standard, {}), -standard.midx);
+        QVERIFY(std::isnan(blockShift(Spectrum(), standard, {})));
         QCOMPARE(blockShift(standard, XafsSpectrum(), {}), standard.midx); // no standard loaded
     }
 

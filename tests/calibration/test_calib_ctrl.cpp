@@ -154,7 +154,7 @@ private Q_SLOTS:
                               text(panel, "DESigma"), text(panel, "Width"), text(panel, "Height"),
                               text(panel, "EMPFileName")}),
                  (QStringList{"-1.23457", "1e-07", "0.5", "2", "640", "480", "/d/map.emp"}));
-        QCOMPARE(QPoint(panel.xOffset(), panel.yOffset()), QPoint(-3, 8));
+        QCOMPARE(text(panel, "XOffset") + ' ' + text(panel, "YOffset"), QString("-3 8"));
     }
 
 private:

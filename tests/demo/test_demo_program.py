@@ -29,9 +29,9 @@ class DemoProgram(unittest.TestCase):
         code, output = run(*arguments)
         self.assertEqual(code, 0, output[-4000:])
 
-    def analyse(self, folder, image_format):
+    def analyse(self, folder, image_format, *options):
         """Writes an experiment and lets the program analyse it."""
-        self.succeed(DEMO, "write", folder, "--size", 100, "--format", image_format)
+        self.succeed(DEMO, "write", folder, "--size", 100, "--format", image_format, *options)
         self.succeed(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / "demo.bat", "-x")
 
     def test_the_maps_hold_the_planted_fields_in_every_format(self):
@@ -43,6 +43,26 @@ class DemoProgram(unittest.TestCase):
                     self.analyse(folder, name)
                     self.succeed(DEMO, "compare", folder)
                     self.succeed(DEMO, "compare", folders["tiff"], "--other", folder)
+
+    def shift_error(self, folder):
+        """Rms and largest error of the saved shift map [eV]."""
+        _, table = run(DEMO, "compare", folder)
+        row = next(line for line in table.splitlines() if "shift [eV]" in line)
+        return [float(word) for word in row.split()[5:7]]
+
+    def test_without_noise_the_planted_energy_shifts_come_back(self):
+        with tempfile.TemporaryDirectory() as parent:
+            folder = pathlib.Path(parent)
+            self.analyse(folder, "tiff", "--noise", "off")
+            rms, largest = self.shift_error(folder)
+            # The search steps by 0.1 eV.
+            self.assertLess(rms, 0.035)
+            self.assertLess(largest, 0.06)
+            batch = (folder / "demo.bat").read_text()
+            (folder / "mid.bat").write_text(batch.replace("calib_type 1", "calib_type 0"))
+            self.succeed(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / "mid.bat", "-x")
+            rms, _ = self.shift_error(folder)
+            self.assertLess(rms, 1.0 / 3.0)  # the energies are 1 eV apart
 
 
 if __name__ == "__main__":
