@@ -126,11 +126,11 @@ use_bad_pixels() {
     local setup=$id
     xdotool mousemove --sync --window "$setup" "${use_list[@]}" click 1
     xdotool mousemove --sync --window "$setup" "${select_list[@]}" click 1
-    window Open
+    window "Bad Pixels"
     xdotool mousemove --sync --window "$id" "${file_name[@]}" click 1
     xdotool type "$folder/bad-pixels.txt"
     xdotool key Return
-    wait_for "end of the file dialog" hidden Open
+    wait_for "end of the file dialog" hidden "Bad Pixels"
     id=$setup
     close_dialog "$3"
 }
@@ -215,10 +215,11 @@ drag_handle 90 295
 drag_handle 529 318
 grab shift-map
 drag_handle 295 86
-drag_handle 318 532
+drag_handle 318 533
 xdotool mousemove --sync "${data[@]}" click 1
 
-# An area while it is drawn, then the view of it.
+# An area while it is drawn, then the view of it; hot pixels take half of the scale.
+drag_handle 90 309
 xdotool mousemove --sync "$(column 55)" "$(row 50)" mousedown 1
 xdotool mousemove --sync "$(column 100)" "$(row 100)" mousemove --sync "$(column 145)" "$(row 145)"
 grab selection
