@@ -1,21 +1,24 @@
 #!/usr/bin/env bash
-# Makes the manual's pictures anew: runs the program on the demonstration under Xvfb, drives it by a
-# batch file and by the mouse, and writes docs/img/.
+# Makes the pictures of the user guide anew: runs the program on the demonstration on a display of
+# its own (Xvfb), drives it by a batch file, mouse and keys, and writes docs/img/.
 #   scripts/screenshots.sh [folder of the demonstration]
+# The pictures show the folder's name, so by default it is the same on every machine.
 set -euo pipefail
+start=$PWD
 cd "$(dirname "$0")/.."
-folder=$(realpath -m -- "${1:-out/demo}")
+folder=$(cd "$start" && realpath -m -- "${1:-/tmp/demo}")
 
-# The second time on a display of its own.
+# The second time on the display.
 if [[ -z ${ON_OWN_DISPLAY:-} ]]; then
     scripts/setup.sh imagemagick
     scripts/build.sh
     build/morvenkite-demo write "$folder"
-    exec env ON_OWN_DISPLAY=1 xvfb-run -a -s "-screen 0 1280x800x24" "$0" "$folder"
+    exec env ON_OWN_DISPLAY=1 xvfb-run -a -s "-screen 0 1280x800x24" scripts/screenshots.sh "$folder"
 fi
 
-pictures=$PWD/docs/img
 work=$(mktemp -d)
+mkdir "$work/img"
+log=$work/program.log
 program=
 cleanup() {
     [[ -z $program ]] || kill "$program" 2>/dev/null || true
@@ -24,113 +27,215 @@ cleanup() {
 trap cleanup EXIT
 fail() {
     echo "screenshots.sh: $1" >&2
-    tail -n 20 "$work/program.log" >&2 || true
+    tail -n 20 "$log" >&2 || true
     exit 1
 }
+trap 'fail "line $LINENO: $BASH_COMMAND"' ERR
 
-# The user's own window places neither matter nor change.
-export XDG_CONFIG_HOME=$work/config
+# The user's own window places and Qt settings neither matter nor change.
+export XDG_CONFIG_HOME=$work/config LC_ALL=C.UTF-8
+for name in "${!QT_@}"; do unset "$name"; done
 
-# start <option...>: runs the program; its log is $work/program.log.
-start() {
-    build/morvenkite -c "$folder/config.cfg" "$@" >"$work/program.log" 2>&1 &
-    program=$!
-}
+# Where things are on the screen, which the main window fills.
+data=(621 69) shift_map=(790 69) results=(876 69)
+i1_setup=(434 98) i1_add_setup=(517 98) i0_add_setup=(517 192) suggest_elm=(22 442)
+spectrum=(648 742) calibration=(785 742) analyzer=(923 742) batch=(1198 742)
+nothing=(571 300) # between two groups: no tool tip
+# In windows of their own.
+select_list=(130 157) use_list=(254 157) file_name=(200 360) normalized=(305 521)
 
-# await <text>: until the program's log has the text, at most two minutes.
-await() {
-    for _ in $(seq 1200); do
-        ! grep -qF -- "$1" "$work/program.log" || return 0
-        kill -0 "$program" 2>/dev/null || fail "the program has ended"
-        sleep 0.1
+# The place on the screen of the pixels of the image when it is shown as a whole.
+column() { echo $((582 + 567 * $1 / 200)); }
+row() { echo $((86 + 447 * $1 / 200)); }
+
+# wait_for <what> <command...>: until the command succeeds, at most two minutes.
+wait_for() {
+    local what=$1 end=$((SECONDS + 120))
+    shift
+    while ((SECONDS < end)); do
+        ! "$@" >/dev/null 2>&1 || return 0
+        kill -0 "$program" 2>/dev/null || fail "the program has ended before $what came"
+        sleep 0.05
     done
-    fail "no \"$1\" in two minutes"
+    fail "no $what in two minutes"
+}
+visible() { xdotool search --onlyvisible --name "^$1\$"; }
+hidden() { ! visible "$1"; }
+
+# window <title>: waits for a window; its id is $id.
+window() {
+    wait_for "window \"$1\"" visible "$1"
+    id=$(visible "$1")
 }
 
-# grab <picture>: the display, once two frames in a row are the same.
+# start <option...>: runs the program and waits for its main window, $main.
+start() {
+    build/morvenkite -c "$folder/config.cfg" "$@" >"$log" 2>&1 &
+    program=$!
+    window Morvenkite
+    main=$id
+}
+finish() {
+    xdotool windowfocus --sync "$main" key ctrl+q
+    wait "$program" || fail "the program ended with code $?"
+    program=
+}
+
+# grab <picture> [window]: by default the main window, once three frames in a row are the same.
 grab() {
-    import -window root "$work/old.png"
-    for _ in $(seq 100); do
-        sleep 0.1
-        import -window root "$work/new.png"
-        if [[ $(compare -metric AE "$work/old.png" "$work/new.png" null: 2>&1) == 0 ]]; then
-            mv "$work/new.png" "$pictures/$1"
+    local same=0 i
+    rm -f "$work/old.ppm"
+    for ((i = 0; i < 200; ++i)); do
+        import -window "${2:-$main}" "$work/new.ppm"
+        if cmp -s "$work/old.ppm" "$work/new.ppm"; then ((same += 1)); else same=0; fi
+        if ((same == 2)); then
+            convert "$work/new.ppm" -strip -define png:compression-level=9 \
+                -define png:exclude-chunk=date,time "$work/img/$1.png"
             return 0
         fi
-        mv "$work/new.png" "$work/old.png"
+        mv "$work/new.ppm" "$work/old.ppm"
+        sleep 0.1
     done
-    fail "the display does not come to rest"
+    fail "$1 does not come to rest"
 }
 
-# The demonstration's own road, then the windows one after the other.
+# front <title>: brings a window to the front, in the corner of the screen.
+front() {
+    window "$1"
+    xdotool windowmove --sync "$id" 0 0 windowraise "$id"
+}
+back() { xdotool windowraise "$main" mousemove --sync "${nothing[@]}"; }
+grab_window() {
+    front "$2"
+    grab "$1" "$id"
+    back
+}
+
+# dialog <x> <y> <title>: opens a dialog by the button at this place.
+dialog() {
+    xdotool mousemove --sync "$1" "$2" click 1
+    window "$3"
+}
+# close_dialog <title>: a list that pops up may take the first key.
+close_dialog() { wait_for "end of \"$1\"" is_closed "$1"; }
+is_closed() { hidden "$1" || ! xdotool windowfocus --sync "$id" key Escape; }
+
+# use_bad_pixels <x> <y> <title>: gives a stack its list of bad pixels.
+use_bad_pixels() {
+    dialog "$@"
+    local setup=$id
+    xdotool mousemove --sync --window "$setup" "${use_list[@]}" click 1
+    xdotool mousemove --sync --window "$setup" "${select_list[@]}" click 1
+    window "Bad Pixels"
+    xdotool mousemove --sync --window "$id" "${file_name[@]}" click 1
+    xdotool type "$folder/bad-pixels.txt"
+    xdotool key Return
+    wait_for "end of the file dialog" hidden "Bad Pixels"
+    id=$setup
+    close_dialog "$3"
+}
+
+# drag_handle <y> <y>: drags a handle of the colour bar from one height on the screen to another.
+drag_handle() {
+    xdotool mousemove --sync 1251 "$1" mousedown 1 mousemove --sync 1251 "$2" mouseup 1
+    xdotool mousemove --sync "${nothing[@]}"
+}
+
+# The demonstration's own road, then a second fit without what has no edge.
 {
     grep -v '^quit' "$folder/demo.bat"
     cat <<BATCH
-:let img "$pictures"
-select_disp_image 0
-move_position 90 110
-screenshot Body \$img\$/main-window.png
-screenshot XafsView \$img\$/spectrum.png
-xafs_view_normalize 1
-screenshot XafsView \$img\$/spectrum-normalized.png
-xafs_view_normalize 0
-screenshot EOFSetup \$img\$/energy-setup.png
-screenshot CalibCtrl \$img\$/calibration.png
-analyzer_set_ratio_scale_min 0
-analyzer_set_ratio_scale_max 1
+:echo "Fitting where there is a copper edge"
+Suggest_Elm 1
 analyzer_set_fixed_scale 1
+analyzer_exec_LCF
 analyzer_select_image_type 0
 analyzer_select_image 1
+analyzer_view_enerugy_correction 1
+BATCH
+} >"$work/maps.bat"
+{
+    cat "$work/maps.bat"
+    cat <<BATCH
+Suggest_Elm 0
+select_disp_image 0
+seek_image 60
+:echo "The maps are ready"
+BATCH
+} >"$work/english.bat"
+{
+    cat "$work/maps.bat"
+    cat <<BATCH
 select_disp_image 3
 move_position 90 110
-screenshot Analyzer \$img\$/analyzer.png
-screenshot AnalyzerView \$img\$/analyzer-view.png
-screenshot Body \$img\$/result-map.png
-screenshot BatchCtrl \$img\$/batch.png
-select_disp_image 0
-seek_image 45
-select_region 0 0 0 0
-cbar_set_range 0 1
-set_band_w 3
+:echo "The maps are ready"
 BATCH
-} >"$work/pictures.bat"
-start -e -b "$work/pictures.bat" -x
-await "setting cbar 0 1"
+} >"$work/japanese.bat"
 
-# What only a mouse can do, over the image: an area in the drawing, then the view of it.
-xdotool mousemove --sync 740 200 mousedown 1
-xdotool mousemove --sync 860 300 mousemove --sync 985 420
-grab selection.png
-xdotool mouseup 1
-xdotool keydown ctrl mousemove --sync 740 200 mousedown 1 mousemove --sync 985 420 mouseup 1 keyup ctrl
-xdotool mousemove --sync 850 300 click 4
-grab zoom.png
+start -e -b "$work/english.bat"
+use_bad_pixels "${i1_add_setup[@]}" "I1 Data: Additional Setup"
+use_bad_pixels "${i0_add_setup[@]}" "I0 Data: Additional Setup"
+# The run of the configuration's lines needs a stop before another can start.
+xdotool mousemove --sync "${nothing[@]}" windowfocus --sync "$main" key alt+b key s key alt+b key e
+wait_for "end of the batch" grep -qF "The maps are ready" "$log"
 
-# The energy shift map, between the two ends of the colour bar: its corner without beam holds
-# nothing but noise.
-xdotool mousemove --sync 905 576 key 0 mousemove --sync 790 69 click 1
-xdotool mousemove --sync 1251 90 mousedown 1 mousemove --sync 1251 295 mouseup 1
-xdotool mousemove --sync 1251 529 mousedown 1 mousemove --sync 1251 318 mouseup 1
-xdotool mousemove --sync 850 300
-grab shift-map.png
-kill "$program"
-wait "$program" 2>/dev/null || true
+# The images, with the cursor on the sample and nothing selected.
+xdotool mousemove --sync "$(column 90)" "$(row 110)" click 3 mousemove --sync "${nothing[@]}"
+grab main-window
+dialog "${i1_setup[@]}" "I1 Data: Energy of Files"
+grab_window energy-setup "I1 Data: Energy of Files"
+close_dialog "I1 Data: Energy of Files"
+dialog "${i1_add_setup[@]}" "I1 Data: Additional Setup"
+grab_window additional-setup "I1 Data: Additional Setup"
+close_dialog "I1 Data: Additional Setup"
 
-# The same window as a Japanese user sees it.
-sed -n '/^:echo "Calibrating/q; p' "$folder/demo.bat" >"$work/japanese.bat"
-cat >>"$work/japanese.bat" <<BATCH
-move_position 90 110
-screenshot Body "$pictures/main-window-ja.png"
-cbar_set_range 0 1
-BATCH
+# The windows one after the other; over the spectrum the mouse reads a value.
+xdotool mousemove --sync "${spectrum[@]}" click 1
+front "Spectrum at the position"
+xdotool mousemove --sync --window "$id" 504 200
+grab spectrum "$id"
+xdotool mousemove --sync --window "$id" "${normalized[@]}" click 1 mousemove --sync --window "$id" 504 200
+grab spectrum-normalized "$id"
+back
+xdotool mousemove --sync "${calibration[@]}" click 1
+grab_window calibration Calibration
+xdotool mousemove --sync "${analyzer[@]}" click 1
+grab_window analyzer Analyzer
+grab_window analyzer-view "Analyzing Spectrum"
+xdotool mousemove --sync "${batch[@]}" click 1
+grab_window batch Batch
+
+# Maps: the share of a species, then the energy shift between the handles of the colour bar, for
+# its corner without beam holds nothing but noise.
+xdotool mousemove --sync "${suggest_elm[@]}" click 1 mousemove --sync "${results[@]}" click 1
+xdotool mousemove --sync "${nothing[@]}"
+grab result-map
+xdotool mousemove --sync "${suggest_elm[@]}" click 1 mousemove --sync "${shift_map[@]}" click 1
+drag_handle 90 295
+drag_handle 529 318
+grab shift-map
+drag_handle 295 86
+drag_handle 318 533
+xdotool mousemove --sync "${data[@]}" click 1
+
+# An area while it is drawn, then the view of it; hot pixels take half of the scale.
+drag_handle 90 309
+xdotool mousemove --sync "$(column 55)" "$(row 50)" mousedown 1
+xdotool mousemove --sync "$(column 100)" "$(row 100)" mousemove --sync "$(column 145)" "$(row 145)"
+grab selection
+xdotool mouseup 1 keydown ctrl mousemove --sync "$(column 55)" "$(row 50)" mousedown 1
+xdotool mousemove --sync "$(column 145)" "$(row 145)" mouseup 1 keyup ctrl
+xdotool mousemove --sync "$(column 90)" "$(row 110)" click 4 mousemove --sync "${nothing[@]}"
+grab zoom
+finish
+
+# What a Japanese user sees, with a map.
 start -b "$work/japanese.bat" -x
-await "setting cbar 0 1"
-kill "$program"
-wait "$program" 2>/dev/null || true
-program=
+wait_for "end of the batch" grep -qF "The maps are ready" "$log"
+xdotool mousemove --sync "${nothing[@]}"
+grab main-window-ja
+finish
 
-for picture in main-window spectrum spectrum-normalized energy-setup calibration shift-map analyzer \
-    analyzer-view result-map batch selection zoom main-window-ja; do
-    [[ -s $pictures/$picture.png ]] || fail "no $picture.png"
-done
-echo "Pictures: $pictures"
+mkdir -p docs/img
+mv "$work"/img/*.png docs/img/
+echo "Pictures: $PWD/docs/img"

@@ -1,9 +1,11 @@
 #include "BodyFixture.h"
 #include "analysis/LCFReference.h"
 #include "display/ImgDispA.h"
+#include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
 #include "support/LogCapture.h"
 
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QSlider>
 
@@ -137,6 +139,19 @@ private Q_SLOTS:
         QVERIFY(body.runAll({"Suggesting_Elm Fe", "Suggest_Elm 1", "Suggesting_Pre_End_eV -15"}));
         QVERIFY(std::abs(energy->text().toDouble() - 7112.0) < 2.0);
         QVERIFY(body.suggestElm().use && body.suggestElm().preEnd == -15.0);
+    }
+
+    void commandsSetTheBoxesOfTheAnalyzersOwnView()
+    {
+        DrivenBody body;
+        const XafsView* view = body.analyzer()->view();
+        for (const bool on : {true, false}) {
+            const QString switched = on ? " 1" : " 0";
+            QVERIFY(body.runAll({"analyzer_view_normalize" + switched,
+                                 "analyzer_view_enerugy_correction" + switched}));
+            QCOMPARE(view->findChild<QCheckBox*>("Normalized")->isChecked(), on);
+            QCOMPARE(view->findChild<QCheckBox*>("ECorrect")->isChecked(), on);
+        }
     }
 
     void unavailableCommandsLogAndReport()

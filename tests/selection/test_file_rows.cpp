@@ -12,6 +12,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QtTest>
 
@@ -139,6 +140,24 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("does not compile"), 1);
         QCOMPARE(setup.rule().factor, 1000.0);
         QCOMPARE(setup.findChild<QComboBox*>("Patterns")->count(), 12);
+    }
+
+    void enterInTheSetupEndsAFieldAndPressesNoButton()
+    {
+        EOFSetup setup;
+        QVector<QSignalSpy*> clicks;
+        for (QPushButton* button : setup.findChildren<QPushButton*>())
+            clicks.append(new QSignalSpy(button, &QPushButton::clicked));
+        QVERIFY(!clicks.isEmpty());
+        setup.show();
+        auto* points = setup.findChild<QLineEdit*>("NumOfPoints");
+        points->setText("81");
+        QTest::keyClick(points, Qt::Key_Return);
+        QCOMPARE(setup.rule().end, setup.rule().start + 81 * setup.rule().delta);
+        QVERIFY(setup.isVisible());
+        for (const QSignalSpy* spy : qAsConst(clicks))
+            QVERIFY(spy->isEmpty());
+        qDeleteAll(clicks);
     }
 
     void filesThatNeverEndOrAreMissingLeaveNothing()
