@@ -240,7 +240,7 @@ void writeShiftMap(QTextStream& out, const ShiftMapRecord& record, const ShiftAt
 
 QString saveShiftMap(const QString& fname, const ShiftMapRecord& record, const ShiftAt& shiftAt)
 {
-    const QString name = withExtension(fname, QStringLiteral("emp"));
+    QString name = withExtension(fname, QStringLiteral("emp"));
     QSaveFile file(name);
     if (name.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
         qDebug() << "Can not open" << name;
