@@ -127,7 +127,6 @@ void Body::setupBatch()
     batchCtrl_->setDispatcher(dispatcher_.get());
     for (LateDialog* dialog : batchCtrl_->dialogs())
         dataDialogs_->add(dialog);
-    connect(ui_->BatchCtrlB, &QPushButton::clicked, batchCtrl_, &QWidget::show);
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
     connect(this, &Body::finishBatchExec, dispatcher_.get(), &BatchDispatcher::finishBatchExec);
 }
@@ -256,10 +255,8 @@ XafsView* Body::newSpectrumWindow(const QString& name, const QString& title)
 void Body::setupSpectrumViews()
 {
     xafsView_ = newSpectrumWindow(QStringLiteral("XafsView"), tr("Spectrum at the position"));
-    connect(ui_->ShowXafsView, &QPushButton::clicked, xafsView_, &QWidget::show);
     xafsView_->show();
     bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
-    connect(ui_->ShowBG, &QPushButton::clicked, bgView_, &QWidget::show);
 
     // What a block spectrum is formed and normalised by.
     for (const QLineEdit* field :
@@ -328,7 +325,6 @@ void Body::setupSaving()
             newSaveDialog(pictures, png, &Body::saveAllImages), &LateDialog::show);
     connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
-    connect(ui_->SaveDataConfig, &QPushButton::clicked, saveDataCfg_, &QWidget::show);
 }
 
 /// Buttons of windows and exports that this version does not have yet.

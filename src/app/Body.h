@@ -345,12 +345,10 @@ private:
     int curY_ = 0;
     XafsSpectrum totalI0ofI1_;
     XafsSpectrum totalI0ofI0_;
-    XafsSpectrum bgSpectrum_;
-    bool bgValid_ = false;
 
     Analyzer* analyzer_ = nullptr;
     XafsView* xafsView_ = nullptr; ///< the spectrum at the cursor
-    XafsView* bgView_ = nullptr;   ///< the background spectrum
+    XafsView* bgView_ = nullptr;   ///< holds the background spectrum
     CalibCtrl* calibCtrl_ = nullptr;
     BatchCtrl* batchCtrl_ = nullptr;
     SaveDataCfg* saveDataCfg_ = nullptr;

@@ -26,7 +26,6 @@ void Body::setupCalibration()
     windows_.append(calibCtrl_);
     for (LateDialog* dialog : calibCtrl_->dialogs())
         dataDialogs_->add(dialog);
-    connect(ui_->OpenCalibCtrl, &QPushButton::clicked, calibCtrl_, &QWidget::show);
     connect(calibCtrl_, &CalibCtrl::newStdFileLoaded, this, &Body::newStdFile);
     connect(calibCtrl_, &CalibCtrl::execCalibration, this, &Body::execCalibration);
     connect(calibCtrl_, &CalibCtrl::saveEMap, this, qOverload<const QString&>(&Body::saveEMap));

@@ -158,7 +158,6 @@ void Body::clearI1DarkArea()
 
 void Body::clearedBG()
 {
-    bgValid_ = false;
     bgView_->setSpectrum(XafsSpectrum());
 }
 
@@ -170,9 +169,7 @@ void Body::selectedBG(const QString& fname)
         ui_->SelectBG->clear();
         return;
     }
-    bgSpectrum_ = fresh;
-    bgValid_ = true;
-    bgView_->setSpectrum(bgSpectrum_);
+    bgView_->setSpectrum(fresh);
     bgView_->resetXScale();
 }
 

@@ -133,6 +133,7 @@ void Body::setupMenuBar()
     // A click on the image takes the keys away from a field that has them.
     ui_->dispA->setFocusPolicy(Qt::ClickFocus);
 
+    // The buttons that open windows; the Analyzer's own show() brings its view along.
     const std::pair<QPushButton*, QWidget*> openers[] = {
         {ui_->ShowXafsView, xafsView_},   {ui_->ShowBG, bgView_},
         {ui_->OpenCalibCtrl, calibCtrl_}, {ui_->ShowAnalyzer, analyzer_},

@@ -90,11 +90,6 @@ QImage ImgDispA::viewImage() const
     return shown->copy(QRect(topLeft, bottomRight));
 }
 
-QRectF ImgDispA::area() const
-{
-    return hasSelection_ ? selectedArea_ : QRectF(0, 0, image_.width, image_.height);
-}
-
 bool ImgDispA::isInSelectedArea(int x, int y) const
 {
     if (!hasSelection_)

@@ -52,8 +52,6 @@ public:
     bool isSelecting() const { return selecting_; }
     /// The selected area as it stands; during a drag width and height are signed.
     const QRectF& selectedArea() const { return selectedArea_; }
-    /// The selected area, or the whole image whatever the view.
-    QRectF area() const;
 
     /// True without a selection. The comparison in y is the reverse of that in x, on purpose: an
     /// area of positive height holds no point.

@@ -84,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("no area is selected"), 1);
         QVERIFY(
             body.runAll({"select_region 1 1 5 5", "select_region 8 2 9 4", "set_i1_dark_area"}));
-        QCOMPARE(area->area(), QRectF(1, 1, 4, 4));
+        QCOMPARE(area->selectedArea(), QRectF(1, 1, 4, 4));
         const TiffStack& i1 = body.i1Stack();
         const Spectrum spectrum = body.rawXafsAt(3, 3, 1, 1);
         for (int i = 0; i < i1.size(); i += 20) {

@@ -25,7 +25,8 @@ private Q_SLOTS:
     {
         const QSignalSpy selected(area_.get(), &ImgDispA::newAreaSelected);
         drag(area_.get(), {150, 80}, {50, 20});
-        QVERIFY(area_->hasSelection() && area_->area() == QRectF(5, 2, 10, 6)); // made normal
+        QVERIFY(area_->hasSelection() &&
+                area_->selectedArea() == QRectF(5, 2, 10, 6)); // made normal
         QTest::mouseClick(area_.get(), Qt::RightButton, {}, {10, 10});
         QVERIFY(!area_->hasSelection());
         drag(area_.get(), {50, 20}, {50, 90});
@@ -84,9 +85,9 @@ private Q_SLOTS:
         area_->setSelectedArea(2, 2, 6, 6);
         QVERIFY(!area_->isInSelectedArea(4, 4)); // deliberate: see the declaration
         area_->setSelectedArea(2, 6, 6, 2);
-        QVERIFY(area_->area() == QRectF(2, 6, 4, -4) && area_->isInSelectedArea(4, 4));
+        QVERIFY(area_->selectedArea() == QRectF(2, 6, 4, -4) && area_->isInSelectedArea(4, 4));
         area_->recallOldSelectedArea();
-        QCOMPARE(area_->area(), QRectF(2, 2, 4, 4));
+        QCOMPARE(area_->selectedArea(), QRectF(2, 2, 4, 4));
         area_->clearSelection();
         area_->setSelectedArea(1, 2, 3, 4);
         area_->recallOldSelectedArea();
