@@ -166,6 +166,16 @@ constexpr ExCmdText extensionTexts[] = {
     {ExCmdCalibInnerRange, "calib_inner_range", "<double> <double> <double>"},
     {ExCmdCalibCrystal, "calib_crystal", "<int>"},
     {ExCmdCalibCheckSize, "calib_check_size", "<0|1>"},
+    {ExCmdEngCrystalDI0, "eng_crystal_d_i0", "<double>"},
+    {ExCmdEngCrystalDI1, "eng_crystal_d_i1", "<double>"},
+    {ExCmdEngApplyI0, "eng_apply_i0", ""},
+    {ExCmdEngApplyI1, "eng_apply_i1", ""},
+    {ExCmdSuggestingThJump, "suggesting_th_jump", "<double>"},
+    {ExCmdHoldGap, "hold_gap", "<0|1>"},
+    {ExCmdSuggestForRefs, "suggest_for_refs", "<0|1>"},
+    {ExCmdCalibStdHint, "calib_std_hint", "<0|1>"},
+    {ExCmdCalibFormerMap, "calib_former_map", ""},
+    {ExCmdAnalyzerZansaOwnWeights, "analyzer_zansa_own_weights", "<0|1>"},
 };
 // clang-format on
 

@@ -143,6 +143,16 @@ enum EX_CMD_ID : int
     ExCmdCalibInnerRange = 205,
     ExCmdCalibCrystal = 206,
     ExCmdCalibCheckSize = 207,
+    ExCmdEngCrystalDI0 = 208,
+    ExCmdEngCrystalDI1 = 209,
+    ExCmdEngApplyI0 = 210,
+    ExCmdEngApplyI1 = 211,
+    ExCmdSuggestingThJump = 212,
+    ExCmdHoldGap = 213,
+    ExCmdSuggestForRefs = 214,
+    ExCmdCalibStdHint = 215,
+    ExCmdCalibFormerMap = 216,
+    ExCmdAnalyzerZansaOwnWeights = 217,
     ExCmdEnd ///< above all numbers
 };
 

@@ -2,6 +2,7 @@
 
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/RowMark.h"
 #include "ui_XafsFileSelect.h"
 
 #include <QFileInfo>
@@ -89,6 +90,16 @@ void XafsFileSelect::clear()
 void XafsFileSelect::setUse(bool f)
 {
     ui_->Use->setChecked(f);
+}
+
+void XafsFileSelect::setMark(const QString& reasons)
+{
+    ui_->Mark->setReasons(reasons);
+}
+
+QString XafsFileSelect::mark() const
+{
+    return ui_->Mark->reasons();
 }
 
 void XafsFileSelect::showUse(bool f)

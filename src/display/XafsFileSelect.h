@@ -23,6 +23,7 @@ public:
     bool isFileValid() const { return fileValid_; }
     void setCaption(const QString& caption);
     bool isUseShown() const;
+    QString mark() const;
     LateDialog* dialog() const { return dialog_; }
 
 Q_SIGNALS:
@@ -36,6 +37,8 @@ public Q_SLOTS:
     void fileNameValid(bool f);
     void clear();
     void setUse(bool f);
+    /// Marks the file for these reasons, one a line; none for an empty text.
+    void setMark(const QString& reasons);
     /// Shows or hides the use box.
     void showUse(bool f);
     /// Greatest width of the buttons [pixels].

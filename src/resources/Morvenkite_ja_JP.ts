@@ -873,6 +873,22 @@
         <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
         <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
     </message>
+    <message>
+        <source>Normalise the references by the suggested edge and its ranges too</source>
+        <translation>参照スペクトルも、指定した吸収端とその範囲で規格化する</translation>
+    </message>
+    <message>
+        <source>Also for Refs.</source>
+        <translation>参照にも</translation>
+    </message>
+    <message>
+        <source>Where the lines before and after the edge come too close, continue the normalised curve by the edge step</source>
+        <translation>吸収端前後の線が近づきすぎる所では、規格化曲線を吸収端の段差で続ける</translation>
+    </message>
+    <message>
+        <source>Hold Gap</source>
+        <translation>間隔を保持</translation>
+    </message>
 </context>
 <context>
     <name>CalibCtrl</name>
