@@ -1,28 +1,35 @@
 #include "spectrum/Outcome.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 
 #include <numeric>
 
 namespace {
 
-constexpr const char* outcomeTexts[outcomeKinds] = {"not walked",
-                                                    "fitted",
-                                                    "no points",
-                                                    "no pre-edge points",
-                                                    "no post-edge points",
-                                                    "step not above 0",
-                                                    "mid point outside the window",
-                                                    "mid point outside the scan",
-                                                    "too noisy for the threshold",
-                                                    "gap unsound",
-                                                    "undefined"};
+constexpr const char* outcomeTexts[outcomeKinds] = {
+    QT_TRANSLATE_NOOP("Outcome", "not walked"),
+    QT_TRANSLATE_NOOP("Outcome", "fitted"),
+    QT_TRANSLATE_NOOP("Outcome", "no points"),
+    QT_TRANSLATE_NOOP("Outcome", "no pre-edge points"),
+    QT_TRANSLATE_NOOP("Outcome", "no post-edge points"),
+    QT_TRANSLATE_NOOP("Outcome", "step not above 0"),
+    QT_TRANSLATE_NOOP("Outcome", "mid point outside the window"),
+    QT_TRANSLATE_NOOP("Outcome", "mid point outside the scan"),
+    QT_TRANSLATE_NOOP("Outcome", "too noisy for the threshold"),
+    QT_TRANSLATE_NOOP("Outcome", "gap unsound"),
+    QT_TRANSLATE_NOOP("Outcome", "undefined")};
 
 } // namespace
 
 QString outcomeText(Outcome outcome)
 {
     return QLatin1String(outcomeTexts[std::size_t(outcome)]);
+}
+
+QString outcomeWords(Outcome outcome)
+{
+    return QCoreApplication::translate("Outcome", outcomeTexts[std::size_t(outcome)]);
 }
 
 void OutcomeCounts::add(Outcome outcome, bool gapHeld)

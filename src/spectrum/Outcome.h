@@ -26,6 +26,8 @@ constexpr int outcomeKinds = int(Outcome::Undefined) + 1;
 
 /// The outcome in the words of the log: "fitted", "no pre-edge points".
 QString outcomeText(Outcome outcome);
+/// The same for people, in the language of the interface.
+QString outcomeWords(Outcome outcome);
 
 /// Positions of a walk by their outcome.
 class OutcomeCounts

@@ -3,6 +3,7 @@
 #include "common/Constants.h"
 #include "spectrum/SmallSystem.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -57,6 +58,38 @@ double victoreenAt(double c0, double c1, double c2, double E)
     const double lambda = hcEvAngstrom / E;
     return c0 + (c1 + c2 * lambda) * (lambda * lambda * lambda);
 }
+
+/// Columns of the Victoreen form that can be told apart: over the few per cent of an energy that a
+/// line is fitted to, lambda^3 and lambda^4 are nearly constant and nearly each other, and a solve
+/// in them loses up to 13 digits.
+///
+/// With lambda = L (1 + d), L being that of the middle energy, (1 + d)^3 = 1 + f1 and
+/// (1 + d)^4 = 1 + 4/3 f1 + f2. So a0 + A1 f1 + A2 f2 is the same model, exactly.
+struct CentredColumns
+{
+    double middleE; ///< [eV]
+    double scale1;  ///< brings the columns' ends to 1
+    double scale2;
+
+    /// Of the first and the last energy fitted to.
+    CentredColumns(double firstE, double lastE)
+        : middleE((firstE + lastE) * 0.5)
+        , scale1(scaleOf(f1(deviation(firstE)), f1(deviation(lastE))))
+        , scale2(scaleOf(f2(deviation(firstE)), f2(deviation(lastE))))
+    {
+    }
+
+    double deviation(double E) const { return (middleE - E) / E; }
+    static double f1(double d) { return d * (3 + d * (3 + d)); }
+    static double f2(double d) { return d * d * (2 + d * (8.0 / 3.0 + d)); }
+
+private:
+    static double scaleOf(double atFirst, double atLast)
+    {
+        const double larger = std::max(std::abs(atFirst), std::abs(atLast));
+        return larger == 0.0 ? 1.0 : larger;
+    }
+};
 } // namespace
 
 bool VictLine::fit(const Spectrum& s, double sE, double eE, int fitMode)
@@ -124,35 +157,47 @@ bool VictLine::fitVictoreen(const Spectrum& s)
 bool VictLine::solveVictoreen(const Spectrum& s)
 {
     int n = 0;
-    double sum3 = 0.0; // of lambda^3, and so on
-    double sum4 = 0.0;
-    double sum33 = 0.0;
-    double sum34 = 0.0;
-    double sum44 = 0.0;
-    double sumMu = 0.0;
-    double sum3Mu = 0.0;
-    double sum4Mu = 0.0;
-    takeRange(s, startE, endE, [&](double E, double mu) {
-        const double lambda = hcEvAngstrom / E;
-        const double l3 = lambda * lambda * lambda;
-        const double l4 = l3 * lambda;
-        ++n;
-        sum3 += l3;
-        sum4 += l4;
-        sum33 += l3 * l3;
-        sum34 += l3 * l4;
-        sum44 += l4 * l4;
-        sumMu += mu;
-        sum3Mu += l3 * mu;
-        sum4Mu += l4 * mu;
+    double firstE = 0.0;
+    double lastE = 0.0;
+    takeRange(s, startE, endE, [&](double E, double) {
+        if (n++ == 0)
+            firstE = E;
+        lastE = E;
     });
-    std::array<double, 3> x;
-    if (solveSmall<3>({{{double(n), sum3, sum4}, {sum3, sum33, sum34}, {sum4, sum34, sum44}}},
-                      {sumMu, sum3Mu, sum4Mu}, x) != SolveStep::Solved)
+    if (n < 3)
         return false;
-    c0 = x[0];
-    c1 = x[1];
-    c2 = x[2];
+    const CentredColumns columns(firstE, lastE);
+    double sum1 = 0.0; // of f1 / scale1, and so on
+    double sum2 = 0.0;
+    double sum11 = 0.0;
+    double sum12 = 0.0;
+    double sum22 = 0.0;
+    double sumMu = 0.0;
+    double sum1Mu = 0.0;
+    double sum2Mu = 0.0;
+    takeRange(s, startE, endE, [&](double E, double mu) {
+        const double d = columns.deviation(E);
+        const double f1 = CentredColumns::f1(d) / columns.scale1;
+        const double f2 = CentredColumns::f2(d) / columns.scale2;
+        sum1 += f1;
+        sum2 += f2;
+        sum11 += f1 * f1;
+        sum12 += f1 * f2;
+        sum22 += f2 * f2;
+        sumMu += mu;
+        sum1Mu += f1 * mu;
+        sum2Mu += f2 * mu;
+    });
+    std::array<double, 3> a;
+    if (solveSmall<3>({{{double(n), sum1, sum2}, {sum1, sum11, sum12}, {sum2, sum12, sum22}}},
+                      {sumMu, sum1Mu, sum2Mu}, a) != SolveStep::Solved)
+        return false;
+    const double L = hcEvAngstrom / columns.middleE;
+    const double A1 = a[1] / columns.scale1;
+    const double A2 = a[2] / columns.scale2;
+    c2 = A2 / (L * L * L * L);
+    c1 = (A1 - 4.0 / 3.0 * A2) / (L * L * L);
+    c0 = a[0] - A1 + A2 / 3.0;
     return true;
 }
 

@@ -1,11 +1,13 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include "common/TwoPointLine.h"
+#include "spectrum/HeldGap.h"
 #include "spectrum/ShiftSearch.h"
 
 #include <QDebug>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 // A search with a step far too fine for its range ends here instead of blocking the program.
@@ -73,7 +75,9 @@ void XafsSpectrum::init(const QString& spectrumName, const SuggestElm& elm)
     dPreE = elm.use ? elm.preEnd : -10.0;
     dPostS = elm.use ? elm.postStart : 10.0;
     midx = dMut = eOffset = 0.0;
-    outOfRangeMidx = noisyMidx = false;
+    outOfRangeMidx = noisyMidx = linesClose = false;
+    outcome = Outcome::NoPoints;
+    edgeIndex = 0;
 }
 
 void XafsSpectrum::normalizeIfData(int backgroundMode, Curves curves)
@@ -85,7 +89,8 @@ void XafsSpectrum::normalizeIfData(int backgroundMode, Curves curves)
 void XafsSpectrum::normalize(int backgroundMode, Curves curves)
 {
     genSmoothed(2);
-    midx = x(steepestIndex());
+    edgeIndex = steepestIndex();
+    midx = x(edgeIndex);
     fitLines(midx, backgroundMode);
     const LineSamples samples(*this);
     midx = midPoint(samples);
@@ -138,10 +143,10 @@ bool XafsSpectrum::fitLines(double edgeE, int backgroundMode)
     const bool postFitted = post.fit(*this, edgeE + dPostS, x(size() - 1), backgroundMode);
     const double gap = postAt(edgeE) - preAt(edgeE);
     if (gap < 0.0) {
-        // Pushed past each other, so that the lines come to lie in the right order, a tenth of the
-        // gap apart.
-        pre.raise(0.55 * gap);
-        post.raise(-0.55 * gap);
+        // Moved further apart and not past each other, deliberately: the step stays below 0, and a
+        // misplaced edge is told instead of turning into a small step.
+        pre.raise(-0.55 * gap);
+        post.raise(0.55 * gap);
     }
     pre.genCorrectedInPost(post);
     post.genCorrectedInPre(pre);
@@ -257,6 +262,7 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curve
         overPost[i] = mu[i].y() - postLine[i];
         gap[i] = postLine[i] - preLine[i];
     }
+    linesClose = comeClose(gap, n);
     for (int i = 0; i < n; ++i)
         value[i] = overPre[i] / gap[i];
     doubleNormalizedPreBase.setPoints(E, value, n);
@@ -273,19 +279,54 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curve
     normalizedPreBase.setPoints(E, value, n);
 }
 
-/// Marks an edge that left the window of the suggested element or drowns in the noise of both lines
-/// as failed (dMut 0). The curves stay as they are.
+/// Whether the gap between the lines falls below what a comparison can stand, at any point.
+bool XafsSpectrum::comeClose(const double* gap, int n) const
+{
+    const double least = HeldGap::lowGap * heldStep(gap[edgeIndex]);
+    int low = 0;
+    for (int i = 0; i < n; ++i)
+        low |= static_cast<int>(!(gap[i] >= least));
+    return low != 0;
+}
+
+double XafsSpectrum::heldStep(double gapAtSteepest) const
+{
+    return gapAtSteepest > dMut ? gapAtSteepest : dMut;
+}
+
+/// The first reason why there is no edge, in the order of the outcomes.
+Outcome XafsSpectrum::judgeEdge() const
+{
+    if (!pre.ok)
+        return Outcome::NoPreEdge;
+    if (!post.ok)
+        return Outcome::NoPostEdge;
+    if (!(dMut > 0.0) || !std::isfinite(dMut))
+        return Outcome::NoStep;
+    if (outOfRangeMidx)
+        return Outcome::OutsideWindow;
+    if (!(midx >= xMin - shift() && midx <= xMax - shift()))
+        return Outcome::OutsideScan;
+    return noisyMidx ? Outcome::TooNoisy : Outcome::Fitted;
+}
+
+/// Marks an edge that left the window of the suggested element, drowns in the noise of both lines,
+/// or is none, as failed. The curves stay as they are. Without a suggestion a step that is not
+/// above 0 stays too, to be seen.
 void XafsSpectrum::guardEdge()
 {
     outOfRangeMidx = noisyMidx = false;
-    if (!sElm.use)
-        return;
-    outOfRangeMidx = midx < sElm.edgeE + sElm.preEnd || midx > sElm.edgeE + sElm.postStart;
-    noisyMidx = pre.rms * sElm.thJump > dMut && post.rms * sElm.thJump > dMut;
-    if (outOfRangeMidx || noisyMidx) {
-        midx = sElm.edgeE;
-        dMut = 0.0;
+    if (sElm.use) {
+        outOfRangeMidx = midx < sElm.edgeE + sElm.preEnd || midx > sElm.edgeE + sElm.postStart;
+        noisyMidx = pre.rms * sElm.thJump > dMut && post.rms * sElm.thJump > dMut;
     }
+    outcome = judgeEdge();
+    if (outcome == Outcome::Fitted)
+        return;
+    if (sElm.use)
+        midx = sElm.edgeE;
+    if (sElm.use || outcome != Outcome::NoStep)
+        dMut = 0.0;
 }
 
 double XafsSpectrum::innerProduct(double shift, const XafsSpectrum& ref) const

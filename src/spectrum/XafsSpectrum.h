@@ -1,5 +1,6 @@
 #pragma once
 
+#include "spectrum/Outcome.h"
 #include "spectrum/Spectrum.h"
 #include "spectrum/SuggestElm.h"
 #include "spectrum/VictLine.h"
@@ -34,15 +35,18 @@ public:
     double dPostE = 1000.0;
     Spectrum i0Spectrum; ///< I0 and I1 against E, filled only by the reference file reader
     Spectrum i1Spectrum;
-    Spectrum normalizedPostBase;       ///< (mu - post) / dMut
-    Spectrum doubleNormalizedPostBase; ///< (mu - post) / (post - pre)
-    Spectrum normalizedPreBase;        ///< (mu - post) / dMut + 1
-    Spectrum doubleNormalizedPreBase;  ///< (mu - pre) / (post - pre)
-    double eOffset = 0.0;              ///< shift of this position from the energy shift map [eV]
-    bool outOfRangeMidx = false;       ///< the mid point left the window round sElm.edgeE
-    bool noisyMidx = false;            ///< both lines are too noisy for the step
-    double midx = 0.0;                 ///< edge mid point [eV]
-    double dMut = 0.0;                 ///< edge step at midx; 0 marks a failed edge
+    Spectrum normalizedPostBase;         ///< (mu - post) / dMut
+    Spectrum doubleNormalizedPostBase;   ///< (mu - post) / (post - pre)
+    Spectrum normalizedPreBase;          ///< (mu - post) / dMut + 1
+    Spectrum doubleNormalizedPreBase;    ///< (mu - pre) / (post - pre)
+    double eOffset = 0.0;                ///< shift of this position from the energy shift map [eV]
+    bool outOfRangeMidx = false;         ///< the mid point left the window round sElm.edgeE
+    bool noisyMidx = false;              ///< both lines are too noisy for the step
+    double midx = 0.0;                   ///< edge mid point [eV]
+    double dMut = 0.0;                   ///< edge step at midx; not above 0 for a failed edge
+    Outcome outcome = Outcome::NoPoints; ///< Fitted for an edge, or why there is none
+    int edgeIndex = 0;                   ///< index of the steepest rise, where the edge is sought
+    bool linesClose = false; ///< at some point the lines are closer than HeldGap can leave alone
 
     XafsSpectrum();
 
@@ -68,6 +72,10 @@ public:
 
     double preAt(double E) const { return pre.at(E); }
     double postAt(double E) const { return post.at(E); }
+
+    /// The step that a normalised curve is continued by, given the lines' gap at the steepest
+    /// rise: the larger of the two, for a mid point may sit where the lines have come close.
+    double heldStep(double gapAtSteepest) const;
 
     /// Normalised inner product of this doubleNormalizedPreBase with that of ref, this one moved
     /// down by `shift` [eV]; 0.0 when either sum of squares is not positive.
@@ -99,6 +107,8 @@ private:
     double smoothedOnGrid(const LineSamples& samples, int i) const;
     void smoothedAtRawEnergies(QVarLengthArray<double, 512>& values) const;
     void makeNormalizedCurves(const LineSamples& samples, Curves curves);
+    bool comeClose(const double* gap, int n) const;
+    Outcome judgeEdge() const;
     void guardEdge();
 };
 

@@ -26,7 +26,9 @@ void XafsSpectrum::forgetCurves()
     normalizedPreBase = doubleNormalizedPreBase = Spectrum();
     pre = post = VictLine();
     midx = dMut = 0.0;
-    outOfRangeMidx = noisyMidx = false;
+    outOfRangeMidx = noisyMidx = linesClose = false;
+    outcome = Outcome::NoPoints;
+    edgeIndex = 0;
     isMute = 1;
 }
 

@@ -2,6 +2,7 @@
 
 #include "spectrum/XafsSpectrum.h"
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -82,6 +83,7 @@ struct Spectrum
     double dMut = 0.0;
     bool outOfRange = false;
     bool noisy = false;
+    Outcome outcome = Outcome::NoPoints;
     Values curves[4]; ///< pre base, double pre base, post base, double post base
 
     double X(int i) const { return x.value(i); }
@@ -129,8 +131,8 @@ struct Spectrum
         post.fit(curve, midx + (elm.use ? elm.postStart : 10.0), X(x.size() - 1), mode);
         const double gap = post.at(midx) - pre.at(midx);
         if (gap < 0) {
-            pre.c0 += 0.55 * gap;
-            post.c0 -= 0.55 * gap;
+            pre.c0 -= 0.55 * gap;
+            post.c0 += 0.55 * gap;
         }
         pre.genCorrectedInPost(post);
         post.genCorrectedInPre(pre);
@@ -148,8 +150,27 @@ struct Spectrum
         }
         outOfRange = elm.use && (midx < elm.edgeE + elm.preEnd || midx > elm.edgeE + elm.postStart);
         noisy = elm.use && pre.rms * elm.thJump > dMut && post.rms * elm.thJump > dMut;
-        midx = outOfRange || noisy ? elm.edgeE : midx;
-        dMut = outOfRange || noisy ? 0.0 : dMut;
+        outcome = why();
+        if (outcome != Outcome::Fitted && elm.use)
+            midx = elm.edgeE;
+        if (outcome != Outcome::Fitted && (elm.use || outcome != Outcome::NoStep))
+            dMut = 0.0;
+    }
+
+    Outcome why() const
+    {
+        const auto [least, greatest] = std::minmax_element(x.begin(), x.end());
+        const std::pair<bool, Outcome> reasons[] = {
+            {!pre.ok, Outcome::NoPreEdge},
+            {!post.ok, Outcome::NoPostEdge},
+            {!(dMut > 0.0) || std::isinf(dMut), Outcome::NoStep},
+            {outOfRange, Outcome::OutsideWindow},
+            {midx < *least || midx > *greatest, Outcome::OutsideScan},
+            {noisy, Outcome::TooNoisy},
+            {true, Outcome::Fitted}};
+        return std::find_if(std::begin(reasons), std::end(reasons),
+                            [](const auto& reason) { return reason.first; })
+            ->second;
     }
 
     double innerProduct(double byShift, const Spectrum& ref) const

@@ -57,7 +57,7 @@ QByteArray difference(const XafsSpectrum& s, const plain::Spectrum& p)
         s.pre.size() != p.pre.size() || s.post.size() != p.post.size())
         return "lines";
     if (!plain::same(s.midx, p.midx) || !plain::same(s.dMut, p.dMut) ||
-        s.outOfRangeMidx != p.outOfRange || s.noisyMidx != p.noisy)
+        s.outOfRangeMidx != p.outOfRange || s.noisyMidx != p.noisy || s.outcome != p.outcome)
         return "edge";
     const Spectrum* const curves[] = {&s.normalizedPreBase, &s.doubleNormalizedPreBase,
                                       &s.normalizedPostBase, &s.doubleNormalizedPostBase};
