@@ -91,8 +91,9 @@ void calibrateMap(benchmark::State& state)
         map.prepare(walk);
         AnalyzeCond at = walk;
         do {
-            const double shift = blockShift(spectra.at(at.cx, at.cy), standard, conditions);
-            map.setData(at.cx, at.cy, half, half, statistics.take({at.cx, at.cy}, shift));
+            const BlockShift found = blockShift(spectra.at(at.cx, at.cy), standard, conditions);
+            if (statistics.take({at.cx, at.cy}, found))
+                map.setData(at.cx, at.cy, half, half, found.shift);
         } while (at.next());
         statistics.close(walk, map);
         map.genImg();

@@ -53,7 +53,7 @@ void AnalyzeProc::analyzeSpectrum0(const AnalysisRequest& request)
     AnalysisResult result = analyze(asked, stop_);
     result.tookMs = double(timer.nsecsElapsed()) * 1e-6;
     const auto last = std::find_if(result.lcf.crbegin(), result.lcf.crend(),
-                                   [](const LcfResult& fit) { return fit.fitted; });
+                                   [](const LcfResult& fit) { return fit.fitted(); });
     if (last != result.lcf.crend())
         Q_EMIT newZ(last->zansa);
     // Also after a stop: whoever waits for an answer must get one.

@@ -7,6 +7,7 @@
 
 #include <QButtonGroup>
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDebug>
 #include <QScrollBar>
 
@@ -36,6 +37,12 @@ double value(const QLineEdit* field)
 void setValue(QLineEdit* field, double v)
 {
     field->setText(fieldText(v));
+}
+
+/// Energies that a spectrum with points spans.
+ReadRange energiesOf(const Spectrum& s)
+{
+    return {s.xMin - s.shift(), s.xMax - s.shift()};
 }
 
 } // namespace
@@ -214,7 +221,29 @@ bool Analyzer::displaysOnTime() const
     return ui_->DispOnTime->isChecked();
 }
 
-LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm) const
+bool Analyzer::ownWeights() const
+{
+    return ui_->OwnWeights->isChecked();
+}
+
+void Analyzer::setOwnWeights(bool f)
+{
+    ui_->OwnWeights->setChecked(f);
+}
+
+void Analyzer::setHoldGap(bool f)
+{
+    holdGap_ = f;
+}
+
+QString Analyzer::gapNote(const XafsSpectrum& s) const
+{
+    if (!holdGap_ || !s.linesClose)
+        return {};
+    return HeldGap(s, lcfRequest(s.sElm, energiesOf(s)).commonRange()).words();
+}
+
+LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm, const ReadRange& scan) const
 {
     LcfRequest request;
     request.rows.reserve(refs_.size());
@@ -222,9 +251,21 @@ LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm) const
         request.rows.append(row->data());
     request.rangeStart = value(ui_->LCFRange1);
     request.rangeEnd = value(ui_->LCFRange2);
+    request.scan = scan;
+    request.holdGap = holdGap_;
     request.inWalk = contAccess_;
+    request.ownWeights = ownWeights();
     request.sElm = sElm;
     return request;
+}
+
+void Analyzer::markLeftOut(const LcfRequest& request)
+{
+    const QVector<int> left = request.leftOutRows();
+    for (int i = 0; i < refs_.size(); ++i) {
+        refs_.at(i)->setLeftOut(left.contains(i) ? tr("No point inside the fitting range: left out")
+                                                 : QString());
+    }
 }
 
 void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
@@ -236,22 +277,47 @@ void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
     request.number = ++singleRequests_;
     request.spectra = {s};
     request.lcf = true;
-    request.lcfConditions = lcfRequest(sElm);
+    request.lcfConditions = lcfRequest(sElm, energiesOf(s));
+    if (!s.isEmpty())
+        markLeftOut(request.lcfConditions);
     Q_EMIT analyzeSpectrum0(request);
 }
 
-void Analyzer::analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm)
+void Analyzer::takeInSingleFits()
+{
+    // The worker has answered all that was asked before this call is its turn; the answers wait in
+    // this thread's queue then.
+    QMetaObject::invokeMethod(
+        proc_.get(), [] {}, Qt::BlockingQueuedConnection);
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+}
+
+void Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
+{
+    takeInSingleFits();
+    const LcfRequest request = lcfRequest(sElm, scan);
+    markLeftOut(request);
+    const LcfPlan plan(request);
+    for (const LcfNote& note : plan.notes()) {
+        qDebug().noquote() << QStringLiteral("Reference %1 (%2): %3")
+                                  .arg(note.row)
+                                  .arg(refs_.at(note.row)->fileName(), note.text);
+    }
+}
+
+void Analyzer::analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm,
+                             const ReadRange& scan)
 {
     AnalysisRequest complete = request;
     complete.lcf = walkAnalysisSelected();
-    complete.lcfConditions = lcfRequest(sElm);
+    complete.lcfConditions = lcfRequest(sElm, scan);
     Q_EMIT analyzeSpectrum0(complete);
 }
 
 void Analyzer::analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
 {
     spectrum_ = s;
-    view_->setSpectrum(spectrum_);
+    view_->setSpectrum(spectrum_, gapNote(spectrum_));
     if (!walkAnalysisSelected())
         showFitCurve(false);
     analyzeSpectrum(spectrum_, sElm);
@@ -276,7 +342,7 @@ void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
 void Analyzer::showFit(const LcfResult& result)
 {
     // The curve of an earlier spectrum must not stay with one that could not be fitted.
-    if (!result.fitted) {
+    if (!result.fitted()) {
         showFitCurve(false);
         return;
     }

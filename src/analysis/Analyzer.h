@@ -51,12 +51,26 @@ public:
     /// Maps are to be painted after each row of a walk.
     bool displaysOnTime() const;
 
-    /// Conditions of a fit as the panel stands, with copies of all rows.
-    LcfRequest lcfRequest(const SuggestElm& sElm) const;
+    /// In a walk the residual is that of each position's own fit.
+    bool ownWeights() const;
+    /// Curves whose lines come too close are continued by the step in fits.
+    void setHoldGap(bool f);
+    /// How far a fit reads a spectrum, in words: where its values are continued, or that it can not
+    /// be compared. Empty for a sound one.
+    QString gapNote(const XafsSpectrum& s) const;
+
+    /// Conditions of a fit of spectra over the scan's energies as the panel stands, with copies of
+    /// all rows.
+    LcfRequest lcfRequest(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Sends a single spectrum for analysis; does nothing during a walk or with no analysis on.
     void analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
+    /// Before a walk over spectra of these energies: takes in every single fit under way, so that
+    /// the rows' weights do not depend on which of the two threads is faster, and tells of
+    /// references that are left out or continued, a log line each.
+    void beginWalk(const SuggestElm& sElm, const ReadRange& scan);
     /// Adds the panel's conditions to a request of a walk and sends it.
-    void analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm);
+    void analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm,
+                       const ReadRange& scan);
 
     /// The window of the spectrum that is analysed: with it the references in use, in the order of
     /// their rows, and behind them the fit. It is closed and deleted with the panel.
@@ -78,6 +92,7 @@ public Q_SLOTS:
     void scaleChanged();
     void selectedImgChanged(bool f);
     void noticedNewZ(double z);
+    void setOwnWeights(bool f);
     /// On during a walk.
     void setContAccess(bool f);
     /// Keeps the spectrum and analyses it.
@@ -119,6 +134,8 @@ private:
     void showFit(const LcfResult& result);
     void showFitCurve(bool f);
     void showReference(int row);
+    void markLeftOut(const LcfRequest& request);
+    void takeInSingleFits();
     void addReferenceCurve();
     void tellScaleOfSelected();
     /// The scale that the fields give to maps of a kind.
@@ -139,4 +156,5 @@ private:
     SuggestElm lastSElm_;
     int singleRequests_ = 0; ///< number of the single request sent last
     bool contAccess_ = false;
+    bool holdGap_ = true;
 };

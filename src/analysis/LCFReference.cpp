@@ -5,10 +5,6 @@
 
 #include <QDebug>
 
-namespace {
-
-} // namespace
-
 LCFReference::LCFReference(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_LCFReference>())
@@ -29,6 +25,11 @@ LCFReference::~LCFReference() = default;
 LcfReferenceData LCFReference::data() const
 {
     return {spectrum_, isActive(), weight_};
+}
+
+QString LCFReference::fileName() const
+{
+    return ui_->XFS->fileName();
 }
 
 bool LCFReference::isUsed() const
@@ -136,6 +137,11 @@ void LCFReference::setWeight(double w)
 {
     weight_ = w;
     ui_->R->setText(QString::asprintf("%5.2f", w * 100.0));
+}
+
+void LCFReference::setLeftOut(const QString& why)
+{
+    ui_->XFS->setMark(why);
 }
 
 void LCFReference::setResult(double v)

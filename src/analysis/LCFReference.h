@@ -23,6 +23,7 @@ public:
     LcfReferenceData data() const;
     /// The reference; isShifted is always on, and eShift and eOffset are the row's dE [eV].
     const XafsSpectrum& spectrum() const { return spectrum_; }
+    QString fileName() const;
     /// The use box is checked.
     bool isUsed() const;
     /// The row takes part in fits: the use box is checked and a file is loaded.
@@ -51,6 +52,8 @@ public Q_SLOTS:
     void setWeight(double w);
     /// Shows the jump that this reference carries.
     void setResult(double v);
+    /// Marks the row for taking no part in fits; an empty reason takes that back.
+    void setLeftOut(const QString& why);
 
 Q_SIGNALS:
     void newFileSelected();

@@ -5,6 +5,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <numeric>
 
 namespace {
 
@@ -45,6 +46,49 @@ void pointToRows(std::vector<double>& m, std::vector<Pointer>& rows, std::size_t
 
 } // namespace
 
+bool LcfReferenceData::hasPointIn(const ReadRange& range) const
+{
+    for (int i = 0; i < spectrum.size(); ++i) {
+        const double E = spectrum.x(i);
+        if (E >= range.from && E <= range.to)
+            return true;
+    }
+    return false;
+}
+
+QVector<int> LcfRequest::fittedRows() const
+{
+    const ReadRange range{std::max(rangeStart, scan.from), std::min(rangeEnd, scan.to)};
+    QVector<int> taken;
+    for (int i = 0; i < rows.size(); ++i) {
+        if (rows.at(i).active && rows.at(i).hasPointIn(range))
+            taken.append(i);
+    }
+    return taken;
+}
+
+QVector<int> LcfRequest::leftOutRows() const
+{
+    const QVector<int> taken = fittedRows();
+    QVector<int> left;
+    for (int i = 0; i < rows.size(); ++i) {
+        if (rows.at(i).active && !taken.contains(i))
+            left.append(i);
+    }
+    return left;
+}
+
+ReadRange LcfRequest::commonRange() const
+{
+    ReadRange range{rangeStart, rangeEnd};
+    for (const int i : fittedRows()) {
+        const XafsSpectrum& s = rows.at(i).spectrum;
+        range.from = std::max(range.from, s.x(0));
+        range.to = std::min(range.to, s.x(s.size() - 1));
+    }
+    return range;
+}
+
 bool LcfPlan::Energies::equal(const Spectrum& curve) const
 {
     const QVector<QPointF>& points = curve.points;
@@ -67,16 +111,20 @@ void LcfPlan::Energies::take(const Spectrum& curve)
 
 LcfPlan::LcfPlan(const LcfRequest& request)
     : request_(request)
-    , fitStart_(request.rangeStart)
-    , fitEnd_(request.rangeEnd)
+    , activeRows_(request.fittedRows())
+    , fitRange_(request.commonRange())
     , spanEnd_(1e300)
 {
-    for (int i = 0; i < request_.rows.size(); ++i) {
-        if (request_.rows.at(i).active) {
-            activeRows_.append(i);
-            addReference(request_.rows.at(i));
-        }
+    for (const int row : request_.leftOutRows())
+        notes_.append({row, QStringLiteral("no point inside the fitting range, left out")});
+    for (const int row : qAsConst(activeRows_)) {
+        if (request_.holdGap)
+            holdReference(row);
+        addReference(row);
     }
+    if (!activeRows_.isEmpty() && !(fitRange_.from <= fitRange_.to))
+        notes_.append({activeRows_.first(), QStringLiteral("no energies in common with the others "
+                                                           "inside the fitting range")});
     const std::size_t n = references_.size();
     stride_ = (n + sumsAtOnce - 1) / sumsAtOnce * sumsAtOnce;
     pointToRows(a_, aRows_, n, stride_);
@@ -89,18 +137,24 @@ LcfPlan::LcfPlan(const LcfRequest& request)
     weights_.resize(n);
 }
 
-void LcfPlan::addReference(const LcfReferenceData& row)
+void LcfPlan::holdReference(int row)
 {
-    const XafsSpectrum& s = row.spectrum;
+    XafsSpectrum& s = request_.rows[row].spectrum;
+    const HeldGap gap(s, fitRange_);
+    if (gap.state() == HeldGap::Sound)
+        return;
+    notes_.append({row, gap.logText()});
+    s.doubleNormalizedPreBase = gap.curve();
+}
+
+void LcfPlan::addReference(int row)
+{
+    const XafsSpectrum& s = request_.rows.at(row).spectrum;
     const Spectrum& curve = s.doubleNormalizedPreBase;
     references_.push_back({CurveTable(curve), curve.shift(), s.shift()});
-    rowWeights_.push_back(row.weight);
-    const double first = s.x(0);
-    const double last = s.x(s.size() - 1);
-    fitStart_ = std::max(fitStart_, first);
-    fitEnd_ = std::min(fitEnd_, last);
-    spanStart_ = std::max(spanStart_, first);
-    spanEnd_ = std::min(spanEnd_, last);
+    rowWeights_.push_back(request_.rows.at(row).weight);
+    spanStart_ = std::max(spanStart_, s.x(0));
+    spanEnd_ = std::min(spanEnd_, s.x(s.size() - 1));
 }
 
 bool LcfPlan::isPreparedFor(const XafsSpectrum& s) const
@@ -155,7 +209,7 @@ void LcfPlan::chooseFittedPoints()
     fittedRows_.resize(rows_.size());
     double* out = fittedRows_.data();
     for (std::size_t i = 0; i < energies_.size(); ++i) {
-        if (energies_[i] < fitStart_ || energies_[i] > fitEnd_)
+        if (!fitRange_.contains(energies_[i]))
             continue;
         fitted_.push_back(static_cast<int>(i));
         out = std::copy_n(rows_.data() + i * stride_, stride_, out);
@@ -181,8 +235,7 @@ void LcfPlan::chooseResidualPoints()
     residualPoints_.clear();
     for (int i = 1; i < static_cast<int>(curveEnergies_.raw.size()) - 1; ++i) {
         // The position's offset stays in this energy, unlike in that of the fit: deliberate.
-        const double e = curveEnergies_.energy(i);
-        if (!(e < fitStart_ || e > fitEnd_))
+        if (fitRange_.contains(curveEnergies_.energy(i)))
             residualPoints_.push_back(i);
     }
     fitValues_.resize(residualPoints_.size());
@@ -214,12 +267,30 @@ void LcfPlan::sampleFit(const Spectrum& fitted)
                    [&](int i) { return table.at(segment, curveEnergies_.energy(i)); });
 }
 
-void LcfPlan::solve(const Spectrum& curve)
+/// Takes the values that the spectrum is compared by; false, told by the result, when its lines
+/// leave nothing to compare.
+bool LcfPlan::takeValues(const XafsSpectrum& s, LcfResult& result)
 {
+    const Spectrum& curve = s.doubleNormalizedPreBase;
     const QPointF* const points = curve.points.constData();
-    const int size = curve.size();
+    values_.assign(energies_.size(), 0.0);
+    const std::size_t size = std::min(values_.size(), at(curve.size()));
+    for (std::size_t i = 0; i < size; ++i)
+        values_[i] = points[i].y();
+    if (!request_.holdGap || !s.linesClose)
+        return true;
+    const HeldGap gap(s, fitRange_);
+    if (gap.state() == HeldGap::Unsound)
+        return false;
+    result.gapHeld = gap.state() == HeldGap::Held;
+    gap.continueOver(values_.data());
+    return true;
+}
+
+void LcfPlan::solve()
+{
     for (std::size_t p = 0; p < fitted_.size(); ++p)
-        fittedValues_[p] = fitted_[p] < size ? points[fitted_[p]].y() : 0.0;
+        fittedValues_[p] = values_[at(fitted_[p])];
     sumProducts(fittedRows_, stride_, fittedValues_, b_.data());
     const int n = static_cast<int>(references_.size());
     Matrix::solveLV(n, lRows_.data(), b_.data(), y_.data(), pivots_.data());
@@ -228,17 +299,58 @@ void LcfPlan::solve(const Spectrum& curve)
         weights_[j] = x_[at(pivots_[j])];
 }
 
+void LcfPlan::takeWeights(double step, LcfResult& result) const
+{
+    result.activeRows = activeRows_;
+    result.ratios.resize(activeRows_.size());
+    result.dMuts.resize(activeRows_.size());
+    std::copy(weights_.begin(), weights_.end(), result.ratios.begin());
+    std::transform(weights_.begin(), weights_.end(), result.dMuts.begin(),
+                   [step](double w) { return w * step; });
+}
+
+/// Share of the squares by which a fit misses a value; all of it for a value of 0.
+static double missed(double fit, double value)
+{
+    const double deviation = (fit - value) / value;
+    return value != 0.0 ? deviation * deviation : 1.0;
+}
+
 double LcfPlan::residual(const XafsSpectrum& s) const
 {
-    const QPointF* const points = s.doubleNormalizedPreBase.points.constData();
     double sum = 0.0;
-    for (std::size_t p = 0; p < residualPoints_.size(); ++p) {
-        const double y = points[residualPoints_[p]].y();
-        const double deviation = (fitValues_[p] - y) / y;
-        sum += y != 0.0 ? deviation * deviation : 1.0;
-    }
+    for (std::size_t p = 0; p < residualPoints_.size(); ++p)
+        sum += missed(fitValues_[p], values_[at(residualPoints_[p])]);
     const auto count = static_cast<double>(residualPoints_.size());
     return (residualPoints_.empty() ? 0.0 : sum / count) / s.size();
+}
+
+/// The residual of the weights just found, at the energies that they were fitted at but for the
+/// first and the last of the curve.
+double LcfPlan::ownResidual(const XafsSpectrum& s) const
+{
+    const int last = s.doubleNormalizedPreBase.size() - 1;
+    double sum = 0.0;
+    int count = 0;
+    for (std::size_t p = 0; p < fitted_.size(); ++p) {
+        if (fitted_[p] < 1 || fitted_[p] >= last)
+            continue;
+        const double* const row = fittedRows_.data() + p * stride_;
+        const double fit = std::inner_product(weights_.begin(), weights_.end(), row, 0.0);
+        sum += missed(fit, fittedValues_[p]);
+        ++count;
+    }
+    return (count == 0 ? 0.0 : sum / count) / s.size();
+}
+
+/// Outside a walk the fit curve is that of the weights just found.
+void LcfPlan::makeFit(LcfResult& result)
+{
+    Spectrum curve;
+    curve.setPoints(fitCurve(weights_.data()));
+    sampleFit(curve);
+    result.fit = std::make_shared<XafsSpectrum>(curve, QStringLiteral("anal-LCF"),
+                                                VictLine::Straight, 0.0, request_.sElm);
 }
 
 LcfResult LcfPlan::fit(const XafsSpectrum& s)
@@ -247,30 +359,23 @@ LcfResult LcfPlan::fit(const XafsSpectrum& s)
     if (s.isEmpty() || request_.rows.size() < 2)
         return result;
     result.analysed = true;
-    if (s.dMut <= 0.0) {
+    result.outcome = s.outcome;
+    if (s.outcome == Outcome::Fitted) {
+        if (!isPreparedFor(s))
+            prepare(s);
+        if (!takeValues(s, result))
+            result.outcome = Outcome::GapUnsound;
+    }
+    if (!result.fitted()) {
         result.ratios.fill(0.0, request_.rows.size());
         result.dMuts = result.ratios;
         return result;
     }
-    if (!isPreparedFor(s))
-        prepare(s);
-    solve(s.doubleNormalizedPreBase);
-    result.fitted = true;
-    result.activeRows = activeRows_;
-    const double scale = std::max(0.0, s.dMut);
-    result.ratios.resize(activeRows_.size());
-    result.dMuts.resize(activeRows_.size());
-    std::copy(weights_.begin(), weights_.end(), result.ratios.begin());
-    std::transform(weights_.begin(), weights_.end(), result.dMuts.begin(),
-                   [scale](double w) { return w * scale; });
-    if (!request_.inWalk) {
-        Spectrum curve;
-        curve.setPoints(fitCurve(weights_.data()));
-        sampleFit(curve);
-        result.fit = std::make_shared<XafsSpectrum>(curve, QStringLiteral("anal-LCF"),
-                                                    VictLine::Straight, 0.0, request_.sElm);
-    }
-    result.zansa = residual(s);
+    solve();
+    takeWeights(s.dMut, result);
+    if (!request_.inWalk)
+        makeFit(result);
+    result.zansa = request_.inWalk && request_.ownWeights ? ownResidual(s) : residual(s);
     return result;
 }
 

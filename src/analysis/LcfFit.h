@@ -1,6 +1,7 @@
 #pragma once
 
 #include "spectrum/CurveTable.h"
+#include "spectrum/HeldGap.h"
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMetaType>
@@ -15,6 +16,9 @@ struct LcfReferenceData
     XafsSpectrum spectrum; ///< isShifted on; eShift is the row's dE
     bool active = false;   ///< its use box is checked and it holds a valid file
     double weight = 0.0;   ///< the weight that the row shows
+
+    /// The reference has a point at one of these energies, its dE taken off.
+    bool hasPointIn(const ReadRange& range) const;
 };
 
 /// Conditions of a linear combination fit.
@@ -23,22 +27,46 @@ struct LcfRequest
     QVector<LcfReferenceData> rows; ///< all rows of the panel, active or not
     double rangeStart = 0.0;        ///< fitting range [eV]
     double rangeEnd = 30000.0;
+    ReadRange scan; ///< energies that there are spectra of: the fitting range reaches no further
+    /// Spectra whose lines come too close in the fitting range are fitted with their values
+    /// continued by the step; otherwise as they are.
+    bool holdGap = true;
     /// During a walk the rows keep the weights of the last single fit, and the fit curve (and the
     /// residual that stands on it) is formed with those.
     bool inWalk = false;
+    /// In a walk the residual is that of each position's own fit, the position's offset taken off.
+    bool ownWeights = false;
     SuggestElm sElm;
+
+    /// Rows that take part: active, with a point inside the fitting range.
+    QVector<int> fittedRows() const;
+    /// Active rows without a point inside the fitting range: they would leave no energy to fit.
+    QVector<int> leftOutRows() const;
+    /// The fitting range as far as all references that take part reach.
+    ReadRange commonRange() const;
 };
 
 /// Outcome of a linear combination fit of one spectrum.
 struct LcfResult
 {
-    bool analysed = false;   ///< false: no points, or fewer than two rows; nothing else is set
-    bool fitted = false;     ///< false: no edge step; ratios and dMuts are zero, one a row
+    bool analysed = false; ///< false: no points, or fewer than two rows; nothing else is set
+    Outcome outcome = Outcome::NoPoints;
+    bool gapHeld = false;    ///< fitted with values that were continued by the step
     QVector<int> activeRows; ///< row of each entry of ratios and dMuts when fitted
     QVector<double> ratios;  ///< fitted weight of each active reference, not limited
     QVector<double> dMuts;   ///< weight times the edge step of the spectrum
     double zansa = 0.0;      ///< residual; only when fitted
     std::shared_ptr<const XafsSpectrum> fit; ///< the fit curve, normalised; null during a walk
+
+    /// Otherwise ratios and dMuts are zero, one a row.
+    bool fitted() const { return outcome == Outcome::Fitted; }
+};
+
+/// What there is to tell of a reference row before a walk.
+struct LcfNote
+{
+    int row;
+    QString text; ///< English, for the log
 };
 
 /// A linear combination fit prepared for many spectra: whatever does not change from one spectrum
@@ -47,14 +75,18 @@ struct LcfResult
 /// the energies seen last. Results do not depend on what was fitted before, to the last bit.
 ///
 /// The fit is a plain least-squares one on doubleNormalizedPreBase over the fitting range as far as
-/// all active references reach, without limits on the weights. References that can not be told
-/// apart leave whatever the solver gives.
+/// all references that take part reach, without limits on the weights. References that can not be
+/// told apart leave whatever the solver gives. References are continued by their steps where their
+/// lines come too close in the fitting range, like spectra; an unsound one is read as it is.
 class LcfPlan
 {
 public:
     explicit LcfPlan(const LcfRequest& request);
 
     LcfResult fit(const XafsSpectrum& s);
+
+    /// What became of references: held, unsound, left out.
+    const QVector<LcfNote>& notes() const { return notes_; }
 
 private:
     Q_DISABLE_COPY(LcfPlan)
@@ -77,7 +109,8 @@ private:
         double shift;      ///< dE of the row [eV]
     };
 
-    void addReference(const LcfReferenceData& row);
+    void holdReference(int row);
+    void addReference(int row);
     bool isPreparedFor(const XafsSpectrum& s) const;
     void prepare(const XafsSpectrum& s);
     void readReferences();
@@ -86,15 +119,19 @@ private:
     void chooseResidualPoints();
     QVector<QPointF> fitCurve(const double* weights) const;
     void sampleFit(const Spectrum& fitted);
-    void solve(const Spectrum& curve);
+    bool takeValues(const XafsSpectrum& s, LcfResult& result);
+    void solve();
+    void takeWeights(double step, LcfResult& result) const;
     double residual(const XafsSpectrum& s) const;
+    double ownResidual(const XafsSpectrum& s) const;
+    void makeFit(LcfResult& result);
 
     LcfRequest request_; ///< owns the curves that references_ read
     std::vector<Reference> references_;
-    QVector<int> activeRows_;
+    QVector<LcfNote> notes_;
+    QVector<int> activeRows_; ///< that take part
     std::vector<double> rowWeights_;
-    double fitStart_; ///< fitting range within the references' common span
-    double fitEnd_;
+    ReadRange fitRange_;     ///< fitting range within the references' common span
     double spanStart_ = 0.0; ///< common span of the references, where the fit curve is formed
     double spanEnd_;
 
@@ -110,6 +147,7 @@ private:
     std::vector<double> fittedRows_;
     std::vector<int> residualPoints_;
     std::vector<double> fitValues_; ///< fit curve at the energies of residualPoints_
+    std::vector<double> values_;    ///< of the spectrum at all its points, as they are compared
 
     // Normal equations; the matrices row by row.
     std::vector<double> a_, l_, u_, b_, y_, x_;

@@ -265,7 +265,8 @@ void Body::setupSpectrumViews()
         connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
     for (const Stack* stack : {&i1_, &i0_})
         connect(stack->row, &SelectDataFiles::exposureChanged, this, &Body::refreshCursor);
-    for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm})
+    connect(ui_->HoldGap, &QCheckBox::toggled, analyzer_, &Analyzer::setHoldGap);
+    for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->HoldGap})
         connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
     connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &Body::refreshCursor);

@@ -214,6 +214,10 @@ private:
         double formingMs = 0.0; ///< time to form the spectra of the last request, a position [ms]
         int ticket = 0;         ///< of the batch command that started it
         QQueue<PendingRequest> pending;
+        ReadRange scan; ///< energies of the I1 images
+        bool ownWeights = false;
+        double zansa = 0.0; ///< residual of the last position that was fitted
+        OutcomeCounts outcomes;
     };
 
     /// The state of a calibration.
@@ -221,7 +225,8 @@ private:
     {
         bool running = false;
         CalibStatistics statistics;
-        QVector<int> waiting; ///< tickets of the batch commands that wait for its end
+        XafsSpectrum standard; ///< as it was at the start, its values continued where lines cross
+        QVector<int> waiting;  ///< tickets of the batch commands that wait for its end
     };
 
     // Body.cpp
@@ -258,6 +263,7 @@ private:
     // BodyCalibration.cpp
     void setupCalibration();
     void tellCalibrationDoubts() const;
+    CalibConditions calibConditions() const;
     void stopCalibration();
     void leaveCalibration();
     void waitForCalibration(int ticket);
@@ -305,7 +311,10 @@ private:
     void loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname);
 
     // BodyAnalysis.cpp
+    QString areaFault(AnalyzeCond& ac) const;
     void startWalk(int ticket);
+    void refuseWalk(const QString& why, int ticket);
+    ReadRange scanRange() const;
     void prepareMaps(const AnalyzeCond& cond);
     void sendNextRequest();
     QVector<XafsSpectrum> rawSpectraOf(const WalkRun& run) const;
@@ -313,6 +322,7 @@ private:
                             const LcfResult& result);
     void adaptRequestSize(double workerMs, int positions);
     void recordRequest(const PendingRequest& pending, const AnalysisResult& result);
+    double residualToRecord(const LcfResult& result);
     void finishRow(const AnalyzeCond& at);
     void endWalk();
     void leaveWalk();
@@ -360,10 +370,9 @@ private:
 
     Walk walk_;
     Calibration calibration_;
-    AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
-    XafsSpectrum stdSpectrum_; ///< the standard, as it was when its file came
-    double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
-    double zansa_ = 0.0; ///< residual of the last fit; a position without an edge shows it again
+    AnalyzeCond calibIter_;           ///< walk that filled the energy shift map
+    XafsSpectrum stdSpectrum_;        ///< the standard, as it was when its file came
+    double mapEdgeE_ = 0.0;           ///< edge at which the map was read [eV]
     bool keepsWindows_ = false;       ///< places of windows are written at the end
     bool closing_ = false;            ///< the window is closed: no command is run any more
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned

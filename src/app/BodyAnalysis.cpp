@@ -10,6 +10,8 @@
 #include <QDebug>
 #include <QElapsedTimer>
 
+#include <algorithm>
+
 namespace {
 
 /// Time that the positions of one request should take: long against a round trip between threads,
@@ -29,13 +31,26 @@ constexpr double deglitchRangeRatio = 0.1;
 
 bool Body::askAnalyzeCond(AnalyzeCond& ac) const
 {
+    return areaFault(ac).isEmpty();
+}
+
+/// Fills ac with the walk over the selected area; why there is none to walk over, or an empty text.
+QString Body::areaFault(AnalyzeCond& ac) const
+{
     if (i1Stack_.isEmpty())
-        return false;
+        return QStringLiteral("no I1 images");
     const TiffData& first = *i1Stack_.first();
     const QRectF area =
         ui_->dispA->hasSelection() ? ui_->dispA->selectedArea() : QRectF(0, 0, imgW_, imgH_);
     ac = AnalyzeCond(first.width, first.height, halfWidthX(), halfWidthY(), area, -1, -1);
-    return true;
+    const AnalyzeCond selected = ac;
+    if (ac.cutToImage())
+        return {};
+    return QStringLiteral("the selected area (%1, %2)-(%3, %4) has no pixel of the image")
+        .arg(selected.x0)
+        .arg(selected.y0)
+        .arg(selected.x1)
+        .arg(selected.y1);
 }
 
 void Body::start2DAnalysis()
@@ -54,18 +69,19 @@ void Body::startWalk(int ticket)
         return;
     }
     AnalyzeCond cond;
-    if (!analyzer_->walkAnalysisSelected() || !askAnalyzeCond(cond)) {
-        qDebug() << (i1Stack_.isEmpty() ? "2D analysis not started: no I1 images"
-                                        : "2D analysis not started: no analysis selected");
-        if (ticket != 0)
-            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+    const QString fault = areaFault(cond);
+    if (!fault.isEmpty() || !analyzer_->walkAnalysisSelected()) {
+        refuseWalk(fault.isEmpty() ? QStringLiteral("no analysis selected") : fault, ticket);
         return;
     }
+    analyzer_->beginWalk(suggestElm(), scanRange());
     const int number = walk_.number + 1;
     walk_ = Walk();
     walk_.running = true;
     walk_.number = number;
     walk_.ticket = ticket;
+    walk_.scan = scanRange();
+    walk_.ownWeights = analyzer_->ownWeights();
     walk_.positionsPerRequest = qMin(firstRequestPositions, maxPositionsPerRequest_);
     analyzer_->setContAccess(true);
     analyzer_->setProgress(0.0);
@@ -75,6 +91,22 @@ void Body::startWalk(int ticket)
     walk_.runs = WalkRuns(cond);
     for (int i = 0; i < requestsUnderWay; ++i)
         sendNextRequest();
+}
+
+void Body::refuseWalk(const QString& why, int ticket)
+{
+    qDebug().noquote() << "2D analysis not started:" << why;
+    if (ticket != 0)
+        Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+}
+
+/// Least and greatest energy of the I1 images, which there must be. [eV]
+ReadRange Body::scanRange() const
+{
+    const auto [least, greatest] = std::minmax_element(
+        i1Stack_.begin(), i1Stack_.end(),
+        [](const TiffData* a, const TiffData* b) { return a->energy < b->energy; });
+    return {(*least)->energy, (*greatest)->energy};
 }
 
 void Body::prepareMaps(const AnalyzeCond& cond)
@@ -138,7 +170,7 @@ void Body::sendNextRequest()
     request.normalize = true;
     pending.activeRows = analyzer_->activeRows();
     walk_.pending.enqueue(pending);
-    analyzer_->analyzeInWalk(request, suggestElm());
+    analyzer_->analyzeInWalk(request, suggestElm(), walk_.scan);
 
     walk_.formingMs = double(timer.nsecsElapsed()) * 1e-6 / pending.run.count;
 }
@@ -153,8 +185,6 @@ void Body::adaptRequestSize(double workerMs, int positions)
 
 void Body::analyzeASpectrumFinished(const AnalysisResult& result)
 {
-    if (result.walk == 0 && result.lcf.value(0).fitted)
-        zansa_ = result.lcf.first().zansa;
     // Results of a walk that was stopped, or of one before it, are not recorded.
     if (!walk_.running || result.walk != walk_.number || walk_.pending.isEmpty())
         return;
@@ -185,18 +215,28 @@ void Body::recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeR
                               const LcfResult& result)
 {
     const int refCount = resMaps_.size() / LCFReference::mapKinds;
-    for (int k = 0; k < activeRows.size(); ++k) {
-        const int row = activeRows[k];
+    const QVector<int>& rows = result.fitted() ? result.activeRows : activeRows;
+    for (int k = 0; k < rows.size(); ++k) {
+        const int row = rows[k];
         if (row >= refCount)
             continue; // a row added since the walk began has no map in it
         resMaps_[row]->setData(at.cx, at.cy, at.halfX, at.halfY, result.dMuts.value(k, 0.0));
         resMaps_[row + refCount]->setData(at.cx, at.cy, at.halfX, at.halfY,
                                           result.ratios.value(k, 0.0));
     }
-    // A position without an edge is not fitted and shows the residual of the one before.
-    if (result.fitted)
-        zansa_ = result.zansa;
-    analyzer_->zansaMap()->setData(at.cx, at.cy, at.halfX, at.halfY, zansa_);
+    analyzer_->zansaMap()->setData(at.cx, at.cy, at.halfX, at.halfY, residualToRecord(result));
+    walk_.outcomes.add(result.outcome, result.gapHeld);
+}
+
+/// A position that is not fitted shows the residual of the one before, but 0 where each position
+/// has its own and there is no edge.
+double Body::residualToRecord(const LcfResult& result)
+{
+    if (result.fitted())
+        walk_.zansa = result.zansa;
+    else if (walk_.ownWeights && result.outcome != Outcome::GapUnsound)
+        walk_.zansa = 0.0;
+    return walk_.zansa;
 }
 
 void Body::finishRow(const AnalyzeCond& at)
@@ -225,6 +265,7 @@ void Body::endWalk()
     leaveWalk();
     analyzer_->setProgress(100.0);
     logTime(QStringLiteral("2da 3:"));
+    qDebug().noquote() << "2D analysis:" << walk_.outcomes.text();
     if (ticket != 0)
         Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
 }
@@ -241,6 +282,7 @@ void Body::stop2DAnalysis()
 {
     leaveWalk();
     logTime(QStringLiteral("2da 4:"));
+    qDebug().noquote() << "2D analysis stopped:" << walk_.outcomes.text();
 }
 
 void Body::setupResAnalysisImage()

@@ -53,13 +53,15 @@ void Body::execCalibration()
         return;
     }
     AnalyzeCond walk;
-    if (!askAnalyzeCond(walk)) {
-        qDebug() << "Calibration not started: no I1 images";
+    const QString fault = areaFault(walk);
+    if (!fault.isEmpty()) {
+        qDebug().noquote() << "Calibration not started:" << fault;
         return;
     }
     tellCalibrationDoubts();
     calibration_.running = true;
     calibration_.statistics = CalibStatistics();
+    calibration_.standard = comparedStandard(stdSpectrum_, calibConditions());
     calibIter_ = walk;
     calibCtrl_->setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
@@ -79,11 +81,18 @@ void Body::tellCalibrationDoubts() const
         qDebug() << "Calibration: no standard is loaded";
     else if (calibCtrl_->standard().isEmpty())
         qDebug() << "Calibration: the standard's row is empty, the former standard is used";
-    const CalibConditions c = calibCtrl_->conditions(suggestElm());
+    const CalibConditions c = calibConditions();
     const bool searches = c.step > 0.0 && c.step >= c.minStep && std::isfinite(c.range);
     if (c.method == CalibMethod::InnerProduct && !searches)
         qDebug() << "Calibration: range" << c.range << "step" << c.step << "and minimum step"
                  << c.minStep << "allow no search, all shifts are 0";
+}
+
+CalibConditions Body::calibConditions() const
+{
+    CalibConditions c = calibCtrl_->conditions(suggestElm());
+    c.holdGap = ui_->HoldGap->isChecked();
+    return c;
 }
 
 /// Leaves the map as far as it is filled, without statistics.
@@ -91,8 +100,8 @@ void Body::stopCalibration()
 {
     if (!calibration_.running)
         return;
-    qDebug() << "Calibration stopped";
     energyShiftMap_.genImg();
+    qDebug().noquote() << "Calibration stopped:" << calibration_.statistics.outcomes.text();
     leaveCalibration();
 }
 
@@ -128,10 +137,11 @@ void Body::calibNextPoint()
         Q_EMIT calibProgress(calibIter_.progress());
     const int x = calibIter_.cx;
     const int y = calibIter_.cy;
-    const double shift = blockShift(rawXafsAt(x, y, calibIter_.halfX, calibIter_.halfY),
-                                    stdSpectrum_, calibCtrl_->conditions(suggestElm()));
-    energyShiftMap_.setData(x, y, calibIter_.halfX, calibIter_.halfY,
-                            calibration_.statistics.take({x, y}, shift));
+    const BlockShift found = blockShift(rawXafsAt(x, y, calibIter_.halfX, calibIter_.halfY),
+                                        calibration_.standard, calibConditions());
+    // A position without a shift keeps the 0 that the map was prepared with, out of its extremes.
+    if (calibration_.statistics.take({x, y}, found))
+        energyShiftMap_.setData(x, y, calibIter_.halfX, calibIter_.halfY, found.shift);
     if (calibIter_.next())
         Q_EMIT doCalibNextPoint();
     else
@@ -145,6 +155,7 @@ void Body::finishCalib()
     calibCtrl_->showStatistics(calibration_.statistics);
     energyShiftMap_.genImg();
     logTime(QStringLiteral("End Calibration   "));
+    qDebug().noquote() << "Calibration:" << calibration_.statistics.outcomes.text();
     leaveCalibration();
 }
 

@@ -2,6 +2,7 @@
 
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
+#include "common/FieldText.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
@@ -181,6 +182,9 @@ QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
         {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.ui_->SuggestingEeV->setText(c.arg(0)); }},
         {ExCmdSuggestingPreEndEV, [](B& b, const C& c) { b.ui_->DPreE->setText(c.arg(0)); }},
         {ExCmdSuggestingPostStartEV, [](B& b, const C& c) { b.ui_->DPostS->setText(c.arg(0)); }},
+        {ExCmdSuggestingThJump,
+         [](B& b, const C& c) { b.ui_->ThJumpSigma->setText(fieldText(doubleArg(c, 0))); }},
+        {ExCmdHoldGap, [](B& b, const C& c) { b.ui_->HoldGap->setChecked(onArg(c, 0)); }},
         {ExCmdSetI0DarkArea, [](B& b, const C&) { b.setI0DarkArea(); }},
         {ExCmdSetI1DarkArea, [](B& b, const C&) { b.setI1DarkArea(); }},
         {ExCmdClearI0DarkArea, [](B& b, const C&) { b.clearI0DarkArea(); }},

@@ -89,7 +89,7 @@ void Body::showXafsSpectrum()
     const BlockConditions conditions = blockConditions(halfWidthX(), halfWidthY());
     const XafsSpectrum spectrum(rawXafs({i1Stack_, i0Stack_}, conditions, curX_, curY_),
                                 QStringLiteral("body-show"), targetBackground(), shift, elm);
-    const double dE = xafsView_->setSpectrum(spectrum);
+    const double dE = xafsView_->setSpectrum(spectrum, analyzer_->gapNote(spectrum));
     if (!walk_.running)
         analyzer_->analyzeAndShowSpectrum(spectrum, elm);
     ui_->Position->setText(pixelText(curX_, curY_));

@@ -64,6 +64,8 @@ QVector<Body::Commands::Entry> Body::Commands::analyzerCommands()
          [](B& b, const C& c) { b.analyzer_->setRatioScaleMin(doubleArg(c, 0)); }},
         {ExCmdAnalyzerSelectAnalysisMode,
          [](B& b, const C& c) { b.analyzer_->setMode(intArg(c, 0)); }},
+        {ExCmdAnalyzerZansaOwnWeights,
+         [](B& b, const C& c) { b.analyzer_->setOwnWeights(onArg(c, 0)); }},
         {ExCmdAnalyzerViewNormalize,
          [](B& b, const C& c) { b.analyzer_->setNormalize(onArg(c, 0)); }},
         {ExCmdAnalyzerViewEnergyCorrection,

@@ -1,6 +1,7 @@
 #include "calibration/CalibBlock.h"
 
 #include "maps/Analyzed2DRes.h"
+#include "spectrum/HeldGap.h"
 
 #include <QDebug>
 
@@ -8,39 +9,79 @@
 #include <cmath>
 #include <limits>
 
-double blockShift(const Spectrum& raw, const XafsSpectrum& standard,
-                  const CalibConditions& conditions)
+namespace {
+
+/// Puts the continued values in the curve's place; false for one that can not be compared.
+bool holdCurve(XafsSpectrum& s, const HeldGap& gap)
 {
-    if (raw.isEmpty())
-        return std::numeric_limits<double>::quiet_NaN();
+    if (gap.state() == HeldGap::Held)
+        s.doubleNormalizedPreBase = gap.curve();
+    return gap.state() != HeldGap::Unsound;
+}
+
+} // namespace
+
+BlockShift blockShift(const Spectrum& raw, const XafsSpectrum& standard,
+                      const CalibConditions& conditions)
+{
     XafsSpectrum block = XafsSpectrum::unnormalized(
         raw, QStringLiteral("Body-Calib"), conditions.backgroundMode, 0.0, conditions.sElm);
     // The comparison reads this one curve.
     block.normalizeIfData(conditions.backgroundMode, XafsSpectrum::FittedCurve);
-    if (conditions.method == CalibMethod::MidPoint)
-        return block.midx - standard.midx;
-    return block.findBestShift(standard, conditions.range, conditions.step, conditions.minStep);
+    BlockShift found;
+    found.outcome = block.outcome;
+    if (!found.fitted())
+        return found;
+    if (conditions.method == CalibMethod::MidPoint) {
+        found.shift = block.midx - standard.midx;
+        return found;
+    }
+    if (conditions.holdGap && block.linesClose) {
+        const HeldGap gap(block, {});
+        found.gapHeld = gap.state() == HeldGap::Held;
+        if (!holdCurve(block, gap)) {
+            found.outcome = Outcome::GapUnsound;
+            return found;
+        }
+    }
+    found.shift =
+        block.findBestShift(standard, conditions.range, conditions.step, conditions.minStep);
+    return found;
 }
 
-double CalibStatistics::take(const QPoint& position, double shift)
+XafsSpectrum comparedStandard(const XafsSpectrum& standard, const CalibConditions& conditions)
 {
-    if (!std::isfinite(shift)) {
-        notFinite_.push_back(position);
-        return 0.0;
+    XafsSpectrum compared = standard;
+    if (conditions.method == CalibMethod::MidPoint || !conditions.holdGap)
+        return compared;
+    const HeldGap gap(standard, {});
+    holdCurve(compared, gap);
+    if (gap.state() != HeldGap::Sound)
+        qDebug().noquote() << "Calibration: standard:" << gap.logText();
+    return compared;
+}
+
+bool CalibStatistics::take(const QPoint& position, const BlockShift& found)
+{
+    outcomes.add(found.outcome, found.gapHeld);
+    const bool finite = std::isfinite(found.shift);
+    if (found.fitted() && !finite)
+        ++notFinite_;
+    if (!found.fitted() || !finite) {
+        leftOut_.push_back(position);
+        return false;
     }
     ++count;
-    sum_ += shift;
+    sum_ += found.shift;
     mean = sum_ / count;
-    if (shift < min)
-        min = shift;
-    if (shift > max)
-        max = shift;
-    return shift;
+    min = std::min(min, found.shift);
+    max = std::max(max, found.shift);
+    return true;
 }
 
-bool CalibStatistics::wasNotFinite(const QPoint& position) const
+bool CalibStatistics::wasLeftOut(const QPoint& position) const
 {
-    return std::binary_search(notFinite_.begin(), notFinite_.end(), position,
+    return std::binary_search(leftOut_.begin(), leftOut_.end(), position,
                               [](const QPoint& a, const QPoint& b) {
                                   return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x();
                               });
@@ -48,8 +89,8 @@ bool CalibStatistics::wasNotFinite(const QPoint& position) const
 
 void CalibStatistics::close(const AnalyzeCond& walk, const Analyzed2DRes& map)
 {
-    if (!notFinite_.empty())
-        qDebug() << "Calibration:" << notFiniteCount() << "shifts are not finite and count as 0";
+    if (notFinite_ > 0)
+        qDebug() << "Calibration:" << notFinite_ << "shifts are not finite and count as 0";
     if (count == 0) {
         min = max = mean = sigma = std::numeric_limits<double>::quiet_NaN();
         return;
@@ -58,7 +99,7 @@ void CalibStatistics::close(const AnalyzeCond& walk, const Analyzed2DRes& map)
     AnalyzeCond at = walk;
     at.start();
     do {
-        if (wasNotFinite({at.cx, at.cy}))
+        if (wasLeftOut({at.cx, at.cy}))
             continue;
         const double deviation = map.valueAt(at.cx, at.cy) - mean;
         squares += deviation * deviation;

@@ -25,37 +25,55 @@ struct CalibConditions
     double step = 1.0;                       ///< its step,
     double minStep = 0.1;                    ///< and the finest step
     int backgroundMode = VictLine::Straight; ///< of the blocks' spectra
+    /// The inner product compares curves that are continued by the step where their lines come too
+    /// close; otherwise curves as they are.
+    bool holdGap = true;
     SuggestElm sElm;
 };
 
-/// Energy [eV] by which a block's spectrum lies above the standard, which must be normalised. An
-/// empty spectrum, outside the image, gives nan; a search whose step is below the finest one gives
-/// 0. Not finite where an edge's mid point isn't.
-double blockShift(const Spectrum& raw, const XafsSpectrum& standard,
-                  const CalibConditions& conditions);
+/// What a calibration finds at a position.
+struct BlockShift
+{
+    double shift = 0.0; ///< [eV]; 0 unless fitted
+    Outcome outcome = Outcome::NoPoints;
+    bool gapHeld = false; ///< measured on values that were continued by the step
+
+    bool fitted() const { return outcome == Outcome::Fitted; }
+};
+
+/// Energy [eV] by which a block's spectrum lies above the standard, which must be normalised. A
+/// search whose step is below the finest one gives 0. Not finite where the standard's mid point
+/// isn't.
+BlockShift blockShift(const Spectrum& raw, const XafsSpectrum& standard,
+                      const CalibConditions& conditions);
+
+/// The standard as a calibration compares it: its curve continued by the step where its lines come
+/// too close, and one log line about that. An unsound one is taken as it is.
+XafsSpectrum comparedStandard(const XafsSpectrum& standard, const CalibConditions& conditions);
 
 /// Statistics of the shifts of a calibration, gathered position by position. [eV]
 struct CalibStatistics
 {
-    int count = 0; ///< finite shifts; without any the rest is nan after close()
+    int count = 0; ///< shifts that count; without any the rest is nan after close()
     double min = runningMinStart;
     double max = runningMaxStart;
     double mean = 0.0;
     double sigma = 0.0; ///< standard deviation, set by close()
+    OutcomeCounts outcomes;
 
-    /// Takes the shift measured at a position of the walk, in the walk's order. Returns what the
-    /// map is to hold: the shift, or 0 for one that is not finite, which no other number counts.
-    double take(const QPoint& position, double shift);
+    /// Takes what was found at a position of the walk, in the walk's order. True when its shift
+    /// counts: the position is fitted and the shift finite. Others have no shift; the map holds 0
+    /// there, which no number takes in.
+    bool take(const QPoint& position, const BlockShift& found);
 
-    /// Works out sigma from what the map holds at the positions of the walk (0 outside the map),
-    /// and logs how many shifts were not finite, if any.
+    /// Works out sigma from what the map holds at the positions of the walk that count (0 outside
+    /// the map), and logs how many fitted shifts were not finite, if any.
     void close(const AnalyzeCond& walk, const Analyzed2DRes& map);
 
-    int notFiniteCount() const { return static_cast<int>(notFinite_.size()); }
-
 private:
-    bool wasNotFinite(const QPoint& position) const;
+    bool wasLeftOut(const QPoint& position) const;
 
     double sum_ = 0.0;
-    std::vector<QPoint> notFinite_; ///< by row, then column: the walk's order
+    int notFinite_ = 0;
+    std::vector<QPoint> leftOut_; ///< by row, then column: the walk's order
 };

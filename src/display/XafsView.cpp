@@ -50,8 +50,9 @@ void XafsView::connectForm()
     connect(saveDialog_, &LateDialog::fileSelected, this, &XafsView::saveData);
 }
 
-double XafsView::setSpectrum(const XafsSpectrum& s)
+double XafsView::setSpectrum(const XafsSpectrum& s, const QString& note)
 {
+    note_ = note;
     plot_.setSpectrum(s);
     update();
     const bool comparable = !s.isEmpty() && !plot_.stdSpectrum.isEmpty();
@@ -130,10 +131,16 @@ void XafsView::showEdge()
         ui_->ExtMsg->clear();
         return;
     }
-    ui_->ExtMsg->setText(tr("dMut = %1, Edge %2 [eV] : %3 %4")
-                             .arg(QString::asprintf("% 6.3e", s.dMut), fieldText(s.midx).trimmed(),
-                                  s.outOfRangeMidx ? tr("Out of Range midx") : QString(),
-                                  s.noisyMidx ? tr("Noizy to decide midx") : QString()));
+    QString line = tr("dMut = %1, Edge %2 [eV] : %3 %4")
+                       .arg(QString::asprintf("% 6.3e", s.dMut), fieldText(s.midx).trimmed(),
+                            s.outOfRangeMidx ? tr("Out of Range midx") : QString(),
+                            s.noisyMidx ? tr("Noizy to decide midx") : QString());
+    // The outcome stands beside the two texts above, which tell less.
+    if (s.outcome != Outcome::Fitted)
+        line += QStringLiteral(" (%1)").arg(outcomeWords(s.outcome));
+    if (!note_.isEmpty())
+        line += QLatin1Char(' ') + note_;
+    ui_->ExtMsg->setText(line);
 }
 
 void XafsView::draw(QPainter* p)

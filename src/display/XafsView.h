@@ -23,9 +23,9 @@ public:
     explicit XafsView(QWidget* parent = nullptr);
     ~XafsView() override;
 
-    /// The main spectrum. Returns how far its mid point lies above the standard's [eV]; 0.0 when
-    /// one of the two has no points.
-    double setSpectrum(const XafsSpectrum& s);
+    /// The main spectrum, with a note for the line of its edge. Returns how far its mid point lies
+    /// above the standard's [eV]; 0.0 when one of the two has no points.
+    double setSpectrum(const XafsSpectrum& s, const QString& note = QString());
     /// The raw values behind the main spectrum, for the raw modes.
     void setRawSpectrum(const Spectrum& s);
     void setStdSpectrum(const XafsSpectrum& s);
@@ -77,5 +77,6 @@ private:
     const std::unique_ptr<Ui_XafsView> ui_;
     LateDialog* const saveDialog_;
     XafsPlot plot_;
+    QString note_; ///< of the main spectrum
     bool stopRedraw_ = false;
 };

@@ -55,6 +55,16 @@ AnalyzeCond::AnalyzeCond(int imageWidth, int imageHeight, int halfBlockX, int ha
     start();
 }
 
+bool AnalyzeCond::cutToImage()
+{
+    x0 = std::clamp(x0, 0, std::max(width, 0));
+    x1 = std::clamp(x1, 0, std::max(width, 0));
+    y0 = std::clamp(y0, 0, std::max(height, 0));
+    y1 = std::clamp(y1, 0, std::max(height, 0));
+    start();
+    return x0 < x1 && y0 < y1;
+}
+
 void AnalyzeCond::start()
 {
     cx = saturated(qint64(x0) + halfX);

@@ -29,6 +29,10 @@ struct AnalyzeCond
     AnalyzeCond(int imageWidth, int imageHeight, int halfBlockX, int halfBlockY, const QRectF& area,
                 int stepArgX, int stepArgY);
 
+    /// Cuts the area to the image, right and bottom ends exclusive, and starts the walk; false when
+    /// nothing is left of it.
+    bool cutToImage();
+
     /// To the first position: half a block inside the area's corner.
     void start();
 

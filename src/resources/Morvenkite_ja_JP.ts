@@ -135,6 +135,18 @@
         <source>Analyzing Spectrum</source>
         <translation>解析中のスペクトル</translation>
     </message>
+    <message>
+        <source>Own weights</source>
+        <translation>各点の重み</translation>
+    </message>
+    <message>
+        <source>Residuals of a map are those of each position&apos;s own fit, not of the weights that the rows show</source>
+        <translation>マップの残差を、行に表示中の重みではなく、各点自身のフィットで求める</translation>
+    </message>
+    <message>
+        <source>No point inside the fitting range: left out</source>
+        <translation>フィット範囲に点がないため除外</translation>
+    </message>
 </context>
 <context>
     <name>BatchCtrl</name>
@@ -1387,6 +1399,25 @@
     </message>
 </context>
 <context>
+    <name>HeldGap</name>
+    <message>
+        <source>Gap unsound</source>
+        <translation>間隔が不適</translation>
+    </message>
+    <message>
+        <source>Gap held above %1 eV</source>
+        <translation>%1 eV 以上で間隔を保持</translation>
+    </message>
+    <message>
+        <source>Gap held below %1 eV</source>
+        <translation>%1 eV 以下で間隔を保持</translation>
+    </message>
+    <message>
+        <source>Gap held above %1 eV and below %2 eV</source>
+        <translation>%1 eV 以上と %2 eV 以下で間隔を保持</translation>
+    </message>
+</context>
+<context>
     <name>LCFReference</name>
     <message>
         <source>LCF Reference</source>
@@ -1486,6 +1517,53 @@
     <message>
         <source>Copy what is selected, or all messages, to the clipboard</source>
         <translation>選択部分、またはすべてのメッセージをクリップボードにコピーする</translation>
+    </message>
+</context>
+<context>
+    <name>Outcome</name>
+    <message>
+        <source>not walked</source>
+        <translation>未解析</translation>
+    </message>
+    <message>
+        <source>fitted</source>
+        <translation>フィット済み</translation>
+    </message>
+    <message>
+        <source>no points</source>
+        <translation>点なし</translation>
+    </message>
+    <message>
+        <source>no pre-edge points</source>
+        <translation>吸収端前の点なし</translation>
+    </message>
+    <message>
+        <source>no post-edge points</source>
+        <translation>吸収端後の点なし</translation>
+    </message>
+    <message>
+        <source>step not above 0</source>
+        <translation>段差が 0 以下</translation>
+    </message>
+    <message>
+        <source>mid point outside the window</source>
+        <translation>中点が指定範囲外</translation>
+    </message>
+    <message>
+        <source>mid point outside the scan</source>
+        <translation>中点が測定範囲外</translation>
+    </message>
+    <message>
+        <source>too noisy for the threshold</source>
+        <translation>閾値に対しノイズ過大</translation>
+    </message>
+    <message>
+        <source>gap unsound</source>
+        <translation>間隔が不適</translation>
+    </message>
+    <message>
+        <source>undefined</source>
+        <translation>未定義</translation>
     </message>
 </context>
 <context>

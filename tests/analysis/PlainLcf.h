@@ -1,6 +1,7 @@
 #pragma once
 
 #include "analysis/LcfFit.h"
+#include "spectrum/PlainHeld.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,30 +16,50 @@ public:
     {
         for (int i = 0; i < request.rows.size(); ++i) {
             const XafsSpectrum& s = request.rows.at(i).spectrum;
-            if (!request.rows.at(i).active)
+            const bool inRange =
+                std::any_of(s.points.begin(), s.points.end(), [&](const QPointF& p) {
+                    const double E = p.x() - s.eShift;
+                    return E >= request.rangeStart && E <= request.rangeEnd;
+                });
+            if (!request.rows.at(i).active || !inRange)
                 continue;
             active_.append(i);
+            curves_.append(s.doubleNormalizedPreBase);
             lo_ = std::max(lo_, s.points.first().x() - s.eShift);
             hi_ = std::min(hi_, s.points.last().x() - s.eShift);
         }
         start_ = std::max(request.rangeStart, lo_);
         end_ = std::min(request.rangeEnd, hi_);
+        for (int j = 0; j < active_.size() && request.holdGap; ++j)
+            hold(curves_[j], PlainHeld(row(j).spectrum, start_, end_));
     }
 
     LcfResult fit(const XafsSpectrum& s)
     {
         LcfResult r;
         r.analysed = !s.points.isEmpty() && request_.rows.size() > 1;
-        r.fitted = r.analysed && s.dMut > 0.0;
-        if (r.analysed && !r.fitted)
+        if (r.analysed)
+            r.outcome = s.outcome;
+        if (r.analysed && !r.fitted())
             r.ratios = r.dMuts = QVector<double>(request_.rows.size(), 0.0);
-        if (!r.fitted)
+        if (!r.fitted())
             return r;
+        XafsSpectrum held = s;
+        if (request_.holdGap) {
+            const PlainHeld plain(s, start_, end_);
+            r.gapHeld = plain.state == HeldGap::Held;
+            hold(held.doubleNormalizedPreBase, plain);
+            if (plain.state == HeldGap::Unsound) {
+                r.outcome = Outcome::GapUnsound;
+                r.ratios = r.dMuts = QVector<double>(request_.rows.size(), 0.0);
+                return r;
+            }
+        }
         r.activeRows = active_;
-        r.ratios = solved(sums(s));
+        r.ratios = solved(sums(held));
         for (const double ratio : r.ratios)
             r.dMuts.append(ratio * s.dMut);
-        r.zansa = residual(s, curve(s, r.ratios));
+        r.zansa = residual(held, curve(s, r.ratios));
         return r;
     }
 
@@ -60,9 +81,15 @@ public:
 private:
     const LcfReferenceData& row(int j) const { return request_.rows.at(active_[j]); }
 
+    static void hold(Spectrum& curve, const PlainHeld& plain)
+    {
+        for (int i = 0; i < curve.size() && plain.state == HeldGap::Held; ++i)
+            curve.points[i].setY(plain.y[i]);
+    }
+
     double valueAt(int j, double E) const
     {
-        const Spectrum& c = row(j).spectrum.doubleNormalizedPreBase;
+        const Spectrum& c = curves_[j];
         return c.yAt(E + row(j).spectrum.eShift + (c.isShifted ? c.eShift : 0.0));
     }
 
@@ -128,5 +155,6 @@ private:
 
     const LcfRequest& request_;
     QVector<int> active_;
+    QVector<Spectrum> curves_; ///< of the active rows, as they are read
     double start_ = 0.0, end_ = 0.0, lo_ = 0.0, hi_ = 1e300;
 };

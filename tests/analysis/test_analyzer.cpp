@@ -50,7 +50,7 @@ private Q_SLOTS:
         panel.analyzeSpectrum(sample(15.0), {});
         panel.analyzeSpectrum(sample(11.0), {});
         QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 2, 60000);
-        const LcfResult expected = fitLcf(sample(11.0), panel.lcfRequest({}));
+        const LcfResult expected = fitLcf(sample(11.0), panel.lcfRequest({}, {}));
         QCOMPARE(seen, (QVector<double>{0.0, expected.ratios.at(0)}));
         QCOMPARE(panel.refs().at(2)->weight(), expected.ratios.at(1));
         QCOMPARE(panel.fitResult().points, expected.fit->points);
@@ -127,12 +127,12 @@ private Q_SLOTS:
         AnalysisRequest request;
         request.walk = 3;
         request.spectra = QVector<XafsSpectrum>(4, sample(9.0));
-        panel.analyzeInWalk(request, {});
+        panel.analyzeInWalk(request, {}, {});
         QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 2, 60000);
         const auto result = finished.last().first().value<AnalysisResult>();
         QCOMPARE(QPoint(result.walk, result.lcf.size()), QPoint(3, 4));
         QCOMPARE(panel.refs().at(0)->weight(), weight);
-        QCOMPARE(result.lcf.at(3).zansa, fitLcf(sample(9.0), panel.lcfRequest({})).zansa);
+        QCOMPARE(result.lcf.at(3).zansa, fitLcf(sample(9.0), panel.lcfRequest({}, {})).zansa);
     }
 
     void batchAddsRowsUpToALimit()

@@ -187,13 +187,54 @@ private Q_SLOTS:
                 QVERIFY2(std::abs(ratioMap(body, 0)->valueAt(x, y) - f) < 1e-6,
                          qPrintable(QString::number(ratioMap(body, 0)->valueAt(x, y) - f)));
                 QVERIFY(std::abs(ratioMap(body, 1)->valueAt(x, y) - (1 - f)) < 1e-6);
-                // No row was fitted before, so the fit curve of the walk is zero: each of the
-                // points counts as a full residual.
-                QVERIFY(std::abs(body.analyzer()->zansaMap()->valueAt(x, y) -
-                                 1.0 / experiment_.energies) < 1e-12);
             }
         }
+        // The rows show the weights of the single fit that loading caused, that of (0, 0).
+        const double single = singleFit(body, 0, 0).zansa;
+        QVERIFY(std::abs(residual(body, 0, 0) / single - 1.0) < 1e-9);
         QVERIFY(ratioMap(body, 0)->imgValid);
+        QVERIFY(body.runAll({"analyzer_zansa_own_weights 1", "analyzer_exec_LCF"}));
+        QVERIFY(std::abs(residual(body, 5, 5) / singleFit(body, 5, 5).zansa - 1.0) < 1e-9);
+    }
+
+    void aWalkTellsWhatItLeavesOut_data()
+    {
+        QTest::addColumn<QStringList>("lines");
+        QTest::addColumn<QString>("log");
+        const QString refused = "2D analysis not started: the selected area ";
+        QTest::newRow("beside the image")
+            << QStringList{"select_region 40 2 50 6"} << refused + "(40, 2)-(50, 6)";
+        QTest::newRow("without end") << QStringList{"select_region 5 0 20 -2147483648"} << refused;
+        QTest::newRow("without width") << QStringList{"select_region 5 1 5 6"} << refused;
+        QTest::newRow("cut to the image")
+            << QStringList{"select_region -4 2 3 900"} << "2D analysis: fitted 15";
+        QTest::newRow("beside the suggested edge")
+            << QStringList{"Suggest_Elm 1", "Suggesting_Edge_eV 9003"}
+            << "2D analysis: fitted 0, mid point outside the window 84";
+        QByteArray inKeV;
+        for (int i = 0; i < 40; ++i)
+            inKeV += QByteArray::number(8.96 + i * 0.001) + ' ' + (i < 20 ? "0.1\n" : "1.1\n");
+        const QString file = experiment_.write("keV.dat", inKeV);
+        QTest::newRow("a reference in keV")
+            << QStringList{"analyzer_set_LCF_std 2 0 0 " + file}
+            << QString("Reference 2 (%1): no point inside the fitting range").arg(file);
+    }
+
+    /// Each costs one line of the log, and what is left is right.
+    void aWalkTellsWhatItLeavesOut()
+    {
+        QFETCH(QStringList, lines);
+        QFETCH(QString, log);
+        DrivenBody body;
+        QVERIFY(body.load(experiment_) && body.runAll(lines));
+        const LogCapture capture;
+        QVERIFY(body.run("analyzer_exec_LCF"));
+        QCOMPARE(capture.linesWith(log), 1);
+        if (log.startsWith("Reference")) {
+            QVERIFY(std::abs(ratioMap(body, 0)->valueAt(4, 4) - SmallExperiment::fraction(4, 4)) <
+                    1e-6);
+            QCOMPARE(ratioMap(body, 2)->valueAt(4, 4), 0.0);
+        }
     }
 
     /// Without the rounding of pixels, through the normalisation of all three curves.
@@ -216,7 +257,7 @@ private Q_SLOTS:
             request.rows.append(row);
         }
         const LcfResult result = fitLcf(spectrum(0.3), request);
-        QVERIFY(result.fitted);
+        QVERIFY(result.fitted());
         QVERIFY(std::abs(result.ratios[0] - 0.3) < 1e-9);
         QVERIFY(std::abs(result.ratios[1] - 0.7) < 1e-9);
     }
@@ -326,6 +367,17 @@ private:
     static Analyzed2DRes* ratioMap(const Body& body, int row)
     {
         return body.analyzer()->refs()[row]->map(1);
+    }
+
+    static LcfResult singleFit(const Body& body, int x, int y)
+    {
+        const SuggestElm elm = body.suggestElm();
+        const XafsSpectrum s(body.rawXafsAt(x, y, 0, 0), "single", VictLine::Straight, 0.0, elm);
+        return fitLcf(s, body.analyzer()->lcfRequest(elm, {}));
+    }
+    static double residual(const Body& body, int x, int y)
+    {
+        return body.analyzer()->zansaMap()->valueAt(x, y);
     }
 
     SmallExperiment experiment_;

@@ -50,7 +50,7 @@ Errors errorsOf(int species, double step, const XafsSpectrum& standard, CalibMet
     for (int i = 0; i < shifts; ++i) {
         const double planted = -1.5 + 0.013 * i;
         const Spectrum block = scan(species, 8948.0, step, qRound(80.0 / step) + 1, planted);
-        const double error = blockShift(block, standard, conditions) - planted;
+        const double error = blockShift(block, standard, conditions).shift - planted;
         errors.worst = std::max(errors.worst, std::abs(error));
         squares += error * error;
     }
@@ -106,24 +106,34 @@ private Q_SLOTS:
     void theShiftIsThatOfTheWholeSpectrum()
     {
         const XafsSpectrum standard = fineStandard(1);
-        for (const int mode : {VictLine::Straight, VictLine::Victoreen}) {
+        CalibConditions c;
+        const Spectrum raw = scan(0, 8948.0, 0.7, 110, 0.8);
+        const XafsSpectrum whole(raw, "whole", c.backgroundMode, 0.0, c.sElm);
+        QCOMPARE(blockShift(raw, standard, c).shift, whole.midx - standard.midx);
+        c.method = CalibMethod::InnerProduct;
+        c.range = 12.0;
+        c.step = 0.5;
+        c.minStep = 0.01;
+        QCOMPARE(blockShift(raw, standard, c).shift,
+                 whole.findBestShift(standard, 12.0, 0.5, 0.01));
+        c.minStep = 0.6;
+        QCOMPARE(blockShift(raw, standard, c).shift, 0.0);
+    }
+
+    /// Positions that are not fitted have no shift, by either method.
+    void failedEdgesHaveNoShift()
+    {
+        const XafsSpectrum standard = fineStandard(1);
+        for (const CalibMethod method : {CalibMethod::MidPoint, CalibMethod::InnerProduct}) {
             CalibConditions c;
-            c.backgroundMode = mode;
+            c.method = method;
+            QVERIFY(blockShift(Spectrum(), standard, c).outcome == Outcome::NoPoints);
             c.sElm.use = true;
-            c.sElm.edgeE += mode == VictLine::Victoreen ? 0.0 : 300.0; // a failed edge
-            const Spectrum raw = scan(0, 8948.0, 0.7, 110, 0.8);
-            const XafsSpectrum whole(raw, "whole", mode, 0.0, c.sElm);
-            QCOMPARE(blockShift(raw, standard, c), whole.midx - standard.midx);
-            c.method = CalibMethod::InnerProduct;
-            c.range = 12.0;
-            c.step = 0.5;
-            c.minStep = 0.01;
-            QCOMPARE(blockShift(raw, standard, c), whole.findBestShift(standard, 12.0, 0.5, 0.01));
-            c.minStep = 0.6;
-            QCOMPARE(blockShift(raw, standard, c), 0.0);
+            c.sElm.edgeE += 30.0;
+            const BlockShift failed = blockShift(scan(0, 8900.0, 0.7, 250, 0.8), standard, c);
+            QVERIFY(failed.outcome == Outcome::OutsideWindow);
+            QCOMPARE(failed.shift, 0.0);
         }
-        QVERIFY(std::isnan(blockShift(Spectrum(), standard, {})));
-        QCOMPARE(blockShift(standard, XafsSpectrum(), {}), standard.midx); // no standard loaded
     }
 
     void statisticsOfTheMap()
@@ -131,15 +141,19 @@ private Q_SLOTS:
         // Blocks of 3x3 in the area (1, 0)-(7, 9) of a map 9 wide and 7 high: two in a row, and the
         // last row's centres lie outside, where the map reads as 0.
         const AnalyzeCond walk(9, 7, 1, 1, QRectF(1, 0, 6, 9), -1, -1);
-        const double shifts[] = {1.5, qQNaN(), -2.5, 3.0, qInf(), 4.0};
+        const BlockShift found[] = {
+            {1.5, Outcome::Fitted, true},     {7.0, Outcome::NoStep, false},
+            {-2.5, Outcome::Fitted, false},   {3.0, Outcome::Fitted, false},
+            {qInf(), Outcome::Fitted, false}, {4.0, Outcome::Fitted, false}};
         Analyzed2DRes map("map");
         map.prepare(walk);
         CalibStatistics statistics;
         AnalyzeCond at = walk;
-        for (const double shift : shifts) {
-            const double stored = statistics.take({at.cx, at.cy}, shift);
-            QCOMPARE(stored, std::isfinite(shift) ? shift : 0.0);
-            map.setData(at.cx, at.cy, 1, 1, stored);
+        for (const BlockShift& f : found) {
+            const bool counts = f.fitted() && std::isfinite(f.shift);
+            QCOMPARE(statistics.take({at.cx, at.cy}, f), counts);
+            if (counts)
+                map.setData(at.cx, at.cy, 1, 1, f.shift);
             at.next();
         }
         const LogCapture log;
@@ -148,14 +162,17 @@ private Q_SLOTS:
         QCOMPARE(QPointF(statistics.min, statistics.max), QPointF(-2.5, 4.0));
         QCOMPARE(statistics.mean, 1.5);
         QCOMPARE(statistics.sigma, std::sqrt((0.0 + 16.0 + 2.25 + 2.25) / 4));
-        QCOMPARE(log.linesWith("2 shifts are not finite"), 1);
+        QCOMPARE(log.linesWith("1 shifts are not finite"), 1);
+        QCOMPARE(statistics.outcomes.text(),
+                 QString("fitted 5 (gap held 1), step not above 0 1; lines cross in the fitting "
+                         "range: narrow it, widen the pre-edge range or use straight lines"));
     }
 
     void statisticsOfNothing()
     {
         const Analyzed2DRes map("map");
         CalibStatistics statistics;
-        statistics.take({0, 0}, qQNaN());
+        statistics.take({0, 0}, {});
         statistics.close(AnalyzeCond(1, 1, 0, 0, QRectF(0, 0, 1, 1), -1, -1), map);
         QVERIFY(statistics.count == 0 && std::isnan(statistics.mean));
         QVERIFY(std::isnan(statistics.sigma) && std::isnan(statistics.min));

@@ -147,6 +147,7 @@ private Q_SLOTS:
         XafsSpectrum s = step(9050);
         s.midx = 8979.5;
         s.dMut = 0.5;
+        s.outcome = Outcome::Fitted;
         XafsSpectrum standard = s;
         standard.midx = 8978;
         QCOMPARE(view_->setSpectrum(s), 0.0); // no standard
@@ -155,8 +156,10 @@ private Q_SLOTS:
         const QString edge = "dMut =  5.000e-01, Edge 8979.5 [eV] : ";
         QCOMPARE(message(), edge + " "); // nothing to add, but for the blank between
         s.outOfRangeMidx = s.noisyMidx = true;
-        view_->setSpectrum(s);
-        QCOMPARE(message(), edge + "Out of Range midx Noizy to decide midx");
+        s.outcome = Outcome::OutsideWindow;
+        view_->setSpectrum(s, "Gap unsound");
+        QCOMPARE(message(), edge + "Out of Range midx Noizy to decide midx (mid point outside the "
+                                   "window) Gap unsound");
         view_->setSpectrum({});
         QVERIFY(message().isEmpty());
     }
