@@ -84,20 +84,6 @@ PairBounds boundsOf(const void* pairs, int n)
     return even;
 }
 
-struct Extremes
-{
-    double low;
-    double high;
-};
-
-Extremes extremesOf(const double* values, int n)
-{
-    PairBounds bounds = boundsOf(values, n / 2);
-    if (n % 2 == 1)
-        bounds.take(Pair{values[n - 1], values[n - 1]});
-    return {std::min(bounds.low[0], bounds.low[1]), std::max(bounds.high[0], bounds.high[1])};
-}
-
 /// The first point from `first` on whose y passes the test, which one must.
 template<class Test>
 int firstPoint(const QPointF* points, int first, Test test)
@@ -205,19 +191,36 @@ void Spectrum::setPoints(const QVector<QPointF>& newPoints)
     extendBounds(0);
 }
 
+Spectrum::Extremes Spectrum::extremesOf(const double* values, int n)
+{
+    PairBounds bounds = boundsOf(values, n / 2);
+    if (n % 2 == 1)
+        bounds.take(Pair{values[n - 1], values[n - 1]});
+    return {std::min(bounds.low[0], bounds.low[1]), std::max(bounds.high[0], bounds.high[1])};
+}
+
 void Spectrum::setPoints(const double* xs, const double* ys, int n)
+{
+    setPoints(xs, extremesOf(xs, n), ys, n);
+}
+
+void Spectrum::setPoints(const double* xs, const Extremes& xRange, const double* ys, int n)
+{
+    setPointsOnly(xs, ys, n);
+    xMin = xRange.low;
+    xMax = xRange.high;
+    const Extremes y = extremesOf(ys, n);
+    takeExtremes(y.low, y.high, 0);
+}
+
+void Spectrum::setPointsOnly(const double* xs, const double* ys, int n)
 {
     QVector<QPointF> newPoints(n);
     QPointF* out = newPoints.data();
     for (int i = 0; i < n; ++i)
         out[i] = QPointF(xs[i], ys[i]);
-    points = newPoints;
+    points.swap(newPoints);
     resetBounds();
-    const Extremes x = extremesOf(xs, n);
-    xMin = x.low;
-    xMax = x.high;
-    const Extremes y = extremesOf(ys, n);
-    takeExtremes(y.low, y.high, 0);
 }
 
 void Spectrum::extendBounds(int first)

@@ -60,6 +60,18 @@ public:
     void setPoints(const QVector<QPointF>& newPoints);
     void setPoints(const double* xs, const double* ys, int n);
 
+    /// Least and greatest of some numbers; nan is passed over.
+    struct Extremes
+    {
+        double low;
+        double high;
+    };
+    static Extremes extremesOf(const double* values, int n);
+    /// setPoints() of energies whose extremes are known: curves over the same energies share them.
+    void setPoints(const double* xs, const Extremes& xRange, const double* ys, int n);
+    /// setPoints() without bounds, which stay those of no point: for curves that are only read.
+    void setPointsOnly(const double* xs, const double* ys, int n);
+
 protected:
     /// Takes the points from index `first` on into the bounds, as appending each would.
     void extendBounds(int first);

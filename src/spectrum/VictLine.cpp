@@ -3,6 +3,8 @@
 #include "common/Constants.h"
 #include "spectrum/SmallSystem.h"
 
+#include <QVarLengthArray>
+
 #include <algorithm>
 #include <cmath>
 
@@ -31,6 +33,8 @@ void takeAll(const Spectrum& s, Take take)
     for (const QPointF* p = s.points.constData(); p != end; ++p)
         take(p->x() - shift, p->y());
 }
+
+using Values = QVarLengthArray<double, 512>;
 
 struct Residual
 {
@@ -79,11 +83,24 @@ struct CentredColumns
     {
     }
 
+    /// The scaled columns at n energies.
+    void fill(const double* E, int n, double* __restrict first, double* __restrict second) const
+    {
+        // Local copies tell the compiler that writing does not change them.
+        const double middle = middleE;
+        const double s1 = scale1;
+        const double s2 = scale2;
+        for (int i = 0; i < n; ++i) {
+            const double d = (middle - E[i]) / E[i];
+            first[i] = f1(d) / s1;
+            second[i] = f2(d) / s2;
+        }
+    }
+
+private:
     double deviation(double E) const { return (middleE - E) / E; }
     static double f1(double d) { return d * (3 + d * (3 + d)); }
     static double f2(double d) { return d * d * (2 + d * (8.0 / 3.0 + d)); }
-
-private:
     static double scaleOf(double atFirst, double atLast)
     {
         const double larger = std::max(std::abs(atFirst), std::abs(atLast));
@@ -156,18 +173,21 @@ bool VictLine::fitVictoreen(const Spectrum& s)
 
 bool VictLine::solveVictoreen(const Spectrum& s)
 {
+    Values energies(s.size());
+    Values mus(s.size());
     int n = 0;
-    double firstE = 0.0;
-    double lastE = 0.0;
-    takeRange(s, startE, endE, [&](double E, double) {
-        if (n++ == 0)
-            firstE = E;
-        lastE = E;
+    takeRange(s, startE, endE, [&n, e = energies.data(), m = mus.data()](double E, double mu) {
+        e[n] = E;
+        m[n] = mu;
+        ++n;
     });
     if (n < 3)
         return false;
-    const CentredColumns columns(firstE, lastE);
-    double sum1 = 0.0; // of f1 / scale1, and so on
+    const CentredColumns columns(energies[0], energies[n - 1]);
+    Values f1(n);
+    Values f2(n);
+    columns.fill(energies.constData(), n, f1.data(), f2.data());
+    double sum1 = 0.0;
     double sum2 = 0.0;
     double sum11 = 0.0;
     double sum12 = 0.0;
@@ -175,19 +195,19 @@ bool VictLine::solveVictoreen(const Spectrum& s)
     double sumMu = 0.0;
     double sum1Mu = 0.0;
     double sum2Mu = 0.0;
-    takeRange(s, startE, endE, [&](double E, double mu) {
-        const double d = columns.deviation(E);
-        const double f1 = CentredColumns::f1(d) / columns.scale1;
-        const double f2 = CentredColumns::f2(d) / columns.scale2;
-        sum1 += f1;
-        sum2 += f2;
-        sum11 += f1 * f1;
-        sum12 += f1 * f2;
-        sum22 += f2 * f2;
+    for (int i = 0; i < n; ++i) {
+        const double x1 = f1[i];
+        const double x2 = f2[i];
+        const double mu = mus[i];
+        sum1 += x1;
+        sum2 += x2;
+        sum11 += x1 * x1;
+        sum12 += x1 * x2;
+        sum22 += x2 * x2;
         sumMu += mu;
-        sum1Mu += f1 * mu;
-        sum2Mu += f2 * mu;
-    });
+        sum1Mu += x1 * mu;
+        sum2Mu += x2 * mu;
+    }
     std::array<double, 3> a;
     if (solveSmall<3>({{{double(n), sum1, sum2}, {sum1, sum11, sum12}, {sum2, sum12, sum22}}},
                       {sumMu, sum1Mu, sum2Mu}, a) != SolveStep::Solved)

@@ -265,18 +265,21 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curve
     linesClose = comeClose(gap, n);
     for (int i = 0; i < n; ++i)
         value[i] = overPre[i] / gap[i];
-    doubleNormalizedPreBase.setPoints(E, value, n);
-    if (curves == FittedCurve)
+    if (curves == FittedCurve) {
+        doubleNormalizedPreBase.setPointsOnly(E, value, n);
         return;
+    }
+    const Extremes range = extremesOf(E, n);
+    doubleNormalizedPreBase.setPoints(E, range, value, n);
     for (int i = 0; i < n; ++i)
         value[i] = overPost[i] / gap[i];
-    doubleNormalizedPostBase.setPoints(E, value, n);
+    doubleNormalizedPostBase.setPoints(E, range, value, n);
     for (int i = 0; i < n; ++i)
         value[i] = overPost[i] / step;
-    normalizedPostBase.setPoints(E, value, n);
+    normalizedPostBase.setPoints(E, range, value, n);
     for (int i = 0; i < n; ++i)
         value[i] += 1;
-    normalizedPreBase.setPoints(E, value, n);
+    normalizedPreBase.setPoints(E, range, value, n);
 }
 
 /// Whether the gap between the lines falls below what a comparison can stand, at any point.

@@ -16,7 +16,8 @@ class QTextStream;
 class XafsSpectrum : public Spectrum
 {
 public:
-    /// Which normalised curves are made: a walk over a map reads doubleNormalizedPreBase alone.
+    /// Which normalised curves are made: a walk over a map reads doubleNormalizedPreBase alone,
+    /// and not its bounds, which are left out then.
     enum Curves
     {
         AllCurves,
