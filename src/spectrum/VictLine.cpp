@@ -24,16 +24,6 @@ void takeRange(const Spectrum& s, double from, double to, Take take)
     }
 }
 
-/// Hands every point of the curve to `take`.
-template<class Take>
-void takeAll(const Spectrum& s, Take take)
-{
-    const double shift = s.shift();
-    const QPointF* const end = s.points.constData() + s.size();
-    for (const QPointF* p = s.points.constData(); p != end; ++p)
-        take(p->x() - shift, p->y());
-}
-
 using Values = QVarLengthArray<double, 512>;
 
 struct Residual
@@ -42,24 +32,27 @@ struct Residual
     int points = 0;
 };
 
-/// Residual of the values over the points whose energies are inside.
+/// Residual of the values, by energy and index, over the points whose energies are inside.
 template<class Value, class Inside>
 Residual residualOf(const Spectrum& s, Value value, Inside inside)
 {
     Residual sum;
-    takeAll(s, [&](double E, double mu) {
+    const double shift = s.shift();
+    const QPointF* const p = s.points.constData();
+    const int n = s.size();
+    for (int i = 0; i < n; ++i) {
+        const double E = p[i].x() - shift;
         if (inside(E)) {
-            const double r = mu - value(E);
+            const double r = p[i].y() - value(E, i);
             sum.squares += r * r;
             ++sum.points;
         }
-    });
+    }
     return sum;
 }
 
-double victoreenAt(double c0, double c1, double c2, double E)
+double victoreenOf(double c0, double c1, double c2, double lambda)
 {
-    const double lambda = hcEvAngstrom / E;
     return c0 + (c1 + c2 * lambda) * (lambda * lambda * lambda);
 }
 
@@ -72,7 +65,7 @@ double victoreenAt(double c0, double c1, double c2, double E)
 struct CentredColumns
 {
     double middleE; ///< [eV]
-    double scale1;  ///< brings the columns' ends to 1
+    double scale1;  ///< factors that bring the larger end of each column to 1
     double scale2;
 
     /// Of the first and the last energy fitted to.
@@ -92,8 +85,8 @@ struct CentredColumns
         const double s2 = scale2;
         for (int i = 0; i < n; ++i) {
             const double d = (middle - E[i]) / E[i];
-            first[i] = f1(d) / s1;
-            second[i] = f2(d) / s2;
+            first[i] = f1(d) * s1;
+            second[i] = f2(d) * s2;
         }
     }
 
@@ -104,17 +97,33 @@ private:
     static double scaleOf(double atFirst, double atLast)
     {
         const double larger = std::max(std::abs(atFirst), std::abs(atLast));
-        return larger == 0.0 ? 1.0 : larger;
+        return larger == 0.0 ? 1.0 : 1.0 / larger;
     }
 };
 } // namespace
 
+Wavelengths wavelengthsOf(const Spectrum& s)
+{
+    Wavelengths lambdas(s.size());
+    double* const out = lambdas.data();
+    const QPointF* const p = s.points.constData();
+    const double shift = s.shift();
+    for (int i = 0; i < s.size(); ++i)
+        out[i] = hcEvAngstrom / (p[i].x() - shift);
+    return lambdas;
+}
+
 bool VictLine::fit(const Spectrum& s, double sE, double eE, int fitMode)
+{
+    return fit(s, fitMode == Victoreen ? wavelengthsOf(s) : Wavelengths(), sE, eE, fitMode);
+}
+
+bool VictLine::fit(const Spectrum& s, const Wavelengths& lambdas, double sE, double eE, int fitMode)
 {
     mode = fitMode;
     startE = sE;
     endE = eE;
-    ok = isStraight() ? fitStraight(s) : fitVictoreen(s);
+    ok = isStraight() ? fitStraight(s) : fitVictoreen(s, lambdas);
     return ok;
 }
 
@@ -124,7 +133,7 @@ bool VictLine::fitStraight(const Spectrum& s)
         return false;
     const bool solved = solveStraight(s);
     const Residual residual = residualOf(
-        s, [k0 = c0, k1 = slope](double E) { return k0 + k1 * E; },
+        s, [k0 = c0, k1 = slope](double E, int) { return k0 + k1 * E; },
         [from = startE, to = endE](double E) { return from <= E && E < to; });
     setRms(residual.squares, residual.points);
     return solved;
@@ -158,14 +167,17 @@ bool VictLine::solveStraight(const Spectrum& s)
     return true;
 }
 
-bool VictLine::fitVictoreen(const Spectrum& s)
+bool VictLine::fitVictoreen(const Spectrum& s, const Wavelengths& lambdas)
 {
     if (s.size() < 4)
         return false;
     const bool solved = solveVictoreen(s);
     // Unlike the straight line's, this residual takes in a point exactly at the end: deliberate.
     const Residual residual = residualOf(
-        s, [k0 = c0, k1 = c1, k2 = c2](double E) { return victoreenAt(k0, k1, k2, E); },
+        s,
+        [k0 = c0, k1 = c1, k2 = c2, lambda = lambdas.constData()](double, int i) {
+            return victoreenOf(k0, k1, k2, lambda[i]);
+        },
         [from = startE, to = endE](double E) { return from <= E && E <= to; });
     setRms(residual.squares, residual.points);
     return solved;
@@ -213,8 +225,8 @@ bool VictLine::solveVictoreen(const Spectrum& s)
                       {sumMu, sum1Mu, sum2Mu}, a) != SolveStep::Solved)
         return false;
     const double L = hcEvAngstrom / columns.middleE;
-    const double A1 = a[1] / columns.scale1;
-    const double A2 = a[2] / columns.scale2;
+    const double A1 = a[1] * columns.scale1;
+    const double A2 = a[2] * columns.scale2;
     c2 = A2 / (L * L * L * L);
     c1 = (A1 - 4.0 / 3.0 * A2) / (L * L * L);
     c0 = a[0] - A1 + A2 / 3.0;
@@ -229,7 +241,7 @@ void VictLine::setRms(double sumOfSquares, int pointCount)
 
 double VictLine::plainAt(double E) const
 {
-    return isStraight() ? c0 + slope * E : victoreenAt(c0, c1, c2, E);
+    return isStraight() ? c0 + slope * E : victoreenOf(c0, c1, c2, hcEvAngstrom / E);
 }
 
 double VictLine::cubicAt(double E) const
@@ -246,6 +258,18 @@ double VictLine::at(double E) const
 
 void VictLine::valuesAt(const double* energies, int n, double* values) const
 {
+    Wavelengths lambdas;
+    if (!isStraight()) {
+        lambdas.resize(n);
+        for (int i = 0; i < n; ++i)
+            lambdas[i] = hcEvAngstrom / energies[i];
+    }
+    valuesAt(energies, lambdas, n, values);
+}
+
+void VictLine::valuesAt(const double* energies, const Wavelengths& lambdas, int n,
+                        double* values) const
+{
     // Local copies tell the compiler that writing values does not change the coefficients.
     const double k0 = c0;
     const double k1 = isStraight() ? slope : c1;
@@ -254,11 +278,16 @@ void VictLine::valuesAt(const double* energies, int n, double* values) const
         for (int i = 0; i < n; ++i)
             values[i] = k0 + k1 * energies[i];
     } else {
+        const double* const lambda = lambdas.constData();
         for (int i = 0; i < n; ++i)
-            values[i] = victoreenAt(k0, k1, k2, energies[i]);
+            values[i] = victoreenOf(k0, k1, k2, lambda[i]);
     }
-    if (!corrected)
-        return;
+    if (corrected)
+        bendValues(energies, n, values);
+}
+
+void VictLine::bendValues(const double* energies, int n, double* values) const
+{
     SpectrumCursor bend(*this);
     for (int i = 0; i < n; ++i) {
         if (isBentAt(energies[i]))

@@ -2,7 +2,14 @@
 
 #include "spectrum/Spectrum.h"
 
+#include <QVarLengthArray>
+
 #include <array>
+
+/// Wavelengths [angstrom] at the points of a spectrum, which the Victoreen form is made of. Both
+/// lines of a spectrum share them; straight lines need none.
+using Wavelengths = QVarLengthArray<double, 512>;
+Wavelengths wavelengthsOf(const Spectrum& s);
 
 /// One background line of a spectrum: a least-squares fit of the Victoreen form
 /// y = c0 + c1 lambda^3 + c2 lambda^4 (lambda = hc / E) or of a straight line y = c0 + slope E,
@@ -38,6 +45,8 @@ public:
     /// the spectrum has too few points (three straight, four Victoreen; nothing is changed but mode
     /// and range) or the system is singular (the earlier coefficients stay). Stored in ok.
     bool fit(const Spectrum& s, double sE, double eE, int fitMode);
+    /// The same with wavelengthsOf(s) at hand.
+    bool fit(const Spectrum& s, const Wavelengths& lambdas, double sE, double eE, int fitMode);
 
     /// The line without its bend at energy E [eV].
     double plainAt(double E) const;
@@ -48,6 +57,8 @@ public:
     /// at() of n energies [eV] at once, the quick way through a whole curve; same values to the
     /// last bit.
     void valuesAt(const double* energies, int n, double* values) const;
+    /// The same with the wavelengths at these energies at hand.
+    void valuesAt(const double* energies, const Wavelengths& lambdas, int n, double* values) const;
 
     /// Raises both forms of the line, the plain one and the cubic bend, by dy.
     void raise(double dy);
@@ -67,9 +78,10 @@ private:
     bool isBentAt(double E) const { return corrected && (correctedAbove ? E > endE : E < startE); }
     double cubicAt(double E) const;
     bool fitStraight(const Spectrum& s);
-    bool fitVictoreen(const Spectrum& s);
+    bool fitVictoreen(const Spectrum& s, const Wavelengths& lambdas);
     bool solveStraight(const Spectrum& s);
     bool solveVictoreen(const Spectrum& s);
+    void bendValues(const double* energies, int n, double* values) const;
     void setRms(double sumOfSquares, int pointCount);
     void bendBezierAbove(const VictLine& other);
     void bendBezierBelow(const VictLine& other);

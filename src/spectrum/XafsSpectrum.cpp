@@ -22,7 +22,7 @@ struct XafsSpectrum::LineSamples
     QVarLengthArray<double, 512> pre;
     QVarLengthArray<double, 512> post;
 
-    explicit LineSamples(const XafsSpectrum& s)
+    LineSamples(const XafsSpectrum& s, const Wavelengths& lambdas)
         : energies(s.size())
         , pre(s.size())
         , post(s.size())
@@ -32,8 +32,8 @@ struct XafsSpectrum::LineSamples
         double* e = energies.data();
         for (int i = 0; i < s.size(); ++i)
             e[i] = p[i].x() - shift;
-        s.pre.valuesAt(e, s.size(), pre.data());
-        s.post.valuesAt(e, s.size(), post.data());
+        s.pre.valuesAt(e, lambdas, s.size(), pre.data());
+        s.post.valuesAt(e, lambdas, s.size(), post.data());
     }
 };
 
@@ -91,8 +91,10 @@ void XafsSpectrum::normalize(int backgroundMode, Curves curves)
     genSmoothed(2);
     edgeIndex = steepestIndex();
     midx = x(edgeIndex);
-    fitLines(midx, backgroundMode);
-    const LineSamples samples(*this);
+    const Wavelengths lambdas =
+        backgroundMode == VictLine::Victoreen ? wavelengthsOf(*this) : Wavelengths();
+    fitLines(midx, backgroundMode, lambdas);
+    const LineSamples samples(*this, lambdas);
     midx = midPoint(samples);
     dMut = postAt(midx) - preAt(midx);
     makeNormalizedCurves(samples, curves);
@@ -139,8 +141,13 @@ int XafsSpectrum::steepestIndex() const
 
 bool XafsSpectrum::fitLines(double edgeE, int backgroundMode)
 {
-    const bool preFitted = pre.fit(*this, x(0), edgeE + dPreE, backgroundMode);
-    const bool postFitted = post.fit(*this, edgeE + dPostS, x(size() - 1), backgroundMode);
+    return fitLines(edgeE, backgroundMode, wavelengthsOf(*this));
+}
+
+bool XafsSpectrum::fitLines(double edgeE, int backgroundMode, const Wavelengths& lambdas)
+{
+    const bool preFitted = pre.fit(*this, lambdas, x(0), edgeE + dPreE, backgroundMode);
+    const bool postFitted = post.fit(*this, lambdas, edgeE + dPostS, x(size() - 1), backgroundMode);
     const double gap = postAt(edgeE) - preAt(edgeE);
     if (gap < 0.0) {
         // Moved further apart and not past each other, deliberately: the step stays below 0, and a
@@ -155,7 +162,7 @@ bool XafsSpectrum::fitLines(double edgeE, int backgroundMode)
 
 double XafsSpectrum::findMidx() const
 {
-    return midPoint(LineSamples(*this));
+    return midPoint(LineSamples(*this, wavelengthsOf(*this)));
 }
 
 double XafsSpectrum::midPoint(const LineSamples& samples) const

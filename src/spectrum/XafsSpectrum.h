@@ -100,6 +100,7 @@ public:
 private:
     struct LineSamples;
 
+    bool fitLines(double edgeE, int backgroundMode, const Wavelengths& lambdas);
     void forgetCurves();
     int steepestIndex() const;
     double midPoint(const LineSamples& samples) const;
