@@ -294,6 +294,7 @@ private:
     void showBoxSize(bool selected);
 
     // BodySave.cpp
+    void moveCursor(int x, int y);
     void saveColourBar(const QString& fname);
 
     // BodyDark.cpp

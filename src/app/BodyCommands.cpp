@@ -129,12 +129,7 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
     return {
         {ExCmdSelectDispImage, selectDispImage},
         {ExCmdSeekImage, [](B& b, const C& c) { b.seekImage(intArg(c, 0)); }},
-        {ExCmdMovePosition,
-         [](B& b, const C& c) {
-             // Nothing may have been painted since the view or the window changed.
-             b.ui_->dispA->layOutCoord();
-             b.ui_->dispA->setRealMousePos(intArg(c, 0), intArg(c, 1));
-         }},
+        {ExCmdMovePosition, [](B& b, const C& c) { b.moveCursor(intArg(c, 0), intArg(c, 1)); }},
         {ExCmdCbarSetRange, setColourRange},
         {ExCmdCbarSetAll,
          [](B& b, const C&) {
