@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-// Names of saved files. A file's extension is what stands behind the last point of its name; names
+// Names of files. A file's extension is what stands behind the last point of its name; names
 // built here keep the folder part as it was written and get no trailing point when there is no
 // extension.
 

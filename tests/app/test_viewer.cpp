@@ -224,6 +224,10 @@ private Q_SLOTS:
         for (const char* name : {"m-1-0.png", "m-1-1.png", "m-1-1-cBar.png"})
             QVERIFY(QFile::exists(in(name)));
         QVERIFY(!QFile::exists(in("m-0-0.png")));
+        QVERIFY(body_->run("select_disp_image 3"));
+        body_->analyzer()->selectedMap()->setData(3, 2, 0, 0, 0.12345678);
+        QVERIFY(body_->run("move_position 3 2"));
+        QCOMPARE(text("Value"), QString("0.123457"));
 
         const LogCapture log;
         QVERIFY(body_->runAll({"save_image /none/a.png", "save_image", "screenshot nothing x.png",
