@@ -1,5 +1,6 @@
 #include "BodyFixture.h"
 #include "analysis/LCFReference.h"
+#include "common/Bragg.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
@@ -165,6 +166,9 @@ private Q_SLOTS:
         QVERIFY(log.linesWith(experiment_.i1[2]) == 1 && row->mark().contains("i1_1002.img"));
         QVERIFY(body.runAll({"eng_calc_delta_i1 0", "eng_apply_i1"}));
         QCOMPARE(log.linesWith("two images of one energy"), 1);
+        QVERIFY(body.runAll({"eng_crystal_d_i1 1.637478", "eng_crystal_d_i1 x",
+                             "eng_calc_disp_unit_i1 2", "eng_calc_base_i1 30", "eng_apply_i1"}));
+        QCOMPARE(body.i1Stack()[0]->energy, energyOfAngle(30, 1.637478));
         QVERIFY(body.runAll({"eng_by_name_i1", "eng_by_name_reg_exp_i1 none", "eng_apply_i1"}));
         QCOMPARE(log.linesWith("no energy in 31 of 31 file names"), 1);
         QVERIFY(row->mark().isEmpty());
