@@ -218,8 +218,7 @@ drag_handle 295 86
 drag_handle 318 533
 xdotool mousemove --sync "${data[@]}" click 1
 
-# An area while it is drawn, then the view of it; hot pixels take half of the scale.
-drag_handle 90 309
+# An area while it is drawn, then the view of it.
 xdotool mousemove --sync "$(column 55)" "$(row 50)" mousedown 1
 xdotool mousemove --sync "$(column 100)" "$(row 100)" mousemove --sync "$(column 145)" "$(row 145)"
 grab selection

@@ -163,7 +163,9 @@ void Body::setupStacks()
     connect(i0_.row, &SelectDataFiles::filesSelected, this, &Body::readI0Files);
     connect(i1_.row, &SelectDataFiles::clear, this, &Body::clearI1Files);
     connect(i0_.row, &SelectDataFiles::clear, this, &Body::clearI0Files);
-    for (const Stack* stack : {&i1_, &i0_}) {
+    for (Stack* stack : {&i1_, &i0_}) {
+        connect(stack->row, &SelectDataFiles::energiesApplied, this,
+                [this, stack] { applyEnergies(*stack); });
         connect(stack->row, &SelectDataFiles::currentIndexChanged, this, [this, stack](int no) {
             if (stack == &shownStack())
                 showData(no);
@@ -259,12 +261,14 @@ void Body::setupSpectrumViews()
     bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
 
     // What a block spectrum is formed and normalised by.
-    for (const QLineEdit* field :
-         {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS, ui_->ThJumpSigma, ui_->SuggestingElm,
-          ui_->SuggestingEeV, ui_->DarkExpTime})
+    for (const QLineEdit* field : {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS,
+                                   ui_->ThJumpSigma, ui_->SuggestingElm, ui_->SuggestingEeV})
         connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
-    for (const Stack* stack : {&i1_, &i0_})
-        connect(stack->row, &SelectDataFiles::exposureChanged, this, &Body::refreshCursor);
+    for (Stack* stack : {&i1_, &i0_}) {
+        const auto changed = [this, stack] { newExposure(*stack); };
+        connect(stack->row, &SelectDataFiles::exposureChanged, this, changed);
+        connect(ui_->DarkExpTime, &QLineEdit::textChanged, this, changed);
+    }
     connect(ui_->HoldGap, &QCheckBox::toggled, analyzer_, &Analyzer::setHoldGap);
     for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->HoldGap})
         connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
@@ -368,7 +372,7 @@ void Body::refreshEdgeEnergy()
     const int z = atomicNumber(ui_->SuggestingElm->text());
     if (z > 0) {
         const double energy = edgeEnergy(z, ui_->SuggestingEdge->currentIndex());
-        ui_->SuggestingEeV->setText(fieldText(energy));
+        ui_->SuggestingEeV->setText(energyText(energy));
     }
 }
 

@@ -43,10 +43,11 @@ struct SectionSource;
 /// their results come in as queued signals, by value.
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
-/// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyCalibration.cpp energy
-/// calibration, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
-/// BodySave.cpp output, BodyCommands.cpp and BodyPanelCommands.cpp batch commands, BodyMenu.cpp
-/// menus and keys, BodyShell.cpp what else surrounds the form.
+/// browsing, BodyEnergies.cpp energies of the images, BodyCursor.cpp spectrum and sections at the
+/// cursor, BodyCalibration.cpp energy calibration, BodyDark.cpp dark, background and total I0,
+/// BodyAnalysis.cpp the walk over the map, BodySave.cpp output, BodyCommands.cpp and
+/// BodyPanelCommands.cpp batch commands, BodyMenu.cpp menus and keys, BodyShell.cpp what else
+/// surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
@@ -286,6 +287,11 @@ private:
     void leaveMap();
     void takeImageGeometry();
 
+    // BodyEnergies.cpp
+    QString stackName(const Stack& stack) const;
+    void applyEnergies(Stack& stack);
+    void tellEnergyDoubts(Stack& stack);
+
     // BodyCursor.cpp
     int halfWidthX() const;
     int halfWidthY() const;
@@ -294,6 +300,7 @@ private:
     const TiffData* currentImage(const Stack& stack) const;
     double darkLevel(const Stack& stack, int x, int y) const;
     SectionSource sectionSource(const TiffData& image, bool useI1) const;
+    void moveCursor(int x, int y);
     void showPixel(int x, int y);
     void showSections(int x, int y);
     void refreshCursor();
@@ -305,7 +312,9 @@ private:
     // BodyDark.cpp
     void setDarkArea(Stack& stack);
     void fillDarkAverages(Stack& stack);
+    double darkFactor(const Stack& stack) const;
     void refillDarkAverages(Stack& stack);
+    void newExposure(Stack& stack);
     void clearDarkArea(Stack& stack);
     void loadDefaultErrPoints();
     void loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname);

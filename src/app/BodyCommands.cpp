@@ -3,6 +3,7 @@
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
 #include "common/FieldText.h"
+#include "common/FileNames.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
@@ -21,11 +22,13 @@ bool isNewMode(const CmdLine& cmd)
     return cmd.arg(0).toUpper() == QLatin1String("NEW");
 }
 
-/// Files of a folder by name filters; the folder's text stands directly in front of each name.
+/// Files of a folder by name filters, in their natural order; the folder's text stands directly in
+/// front of each name.
 QStringList filesOfPattern(const CmdLine& cmd)
 {
     const QString folder = cmd.arg(1);
-    QStringList files = QDir(folder).entryList(cmd.args.mid(2), QDir::Files);
+    QStringList files = QDir(folder).entryList(cmd.args.mid(2), QDir::Files, QDir::NoSort);
+    sortNaturally(files);
     for (QString& file : files)
         file.prepend(folder);
     if (files.isEmpty())
@@ -74,6 +77,8 @@ const RowCommand rowCommands[] = {
      [](Row& row, const CmdLine& c) { row.setDispUnit(intArg(c, 0)); }},
     {ExCmdEngByRefI0, ExCmdEngByRefI1,
      [](Row& row, const CmdLine& c) { row.setEngByRef(c.arg(0)); }},
+    {ExCmdEngCrystalDI0, ExCmdEngCrystalDI1,
+     [](Row& row, const CmdLine& c) { row.setCrystalD(c.arg(0)); }},
 };
 
 } // namespace
@@ -111,12 +116,14 @@ void Body::Commands::setColourRange(Body& b, const CmdLine& c)
     b.ui_->CBar->setRange(doubleArg(c, 0), doubleArg(c, 1));
 }
 
-/// Loading and clearing the stacks.
+/// Loading and clearing the stacks, their energies.
 QVector<Body::Commands::Entry> Body::Commands::stackCommands()
 {
     return {
         {ExCmdClearI1Files, [](B& b, const C&) { b.clearI1Files(); }},
         {ExCmdClearI0Files, [](B& b, const C&) { b.clearI0Files(); }},
+        {ExCmdEngApplyI1, [](B& b, const C&) { b.applyEnergies(b.i1_); }},
+        {ExCmdEngApplyI0, [](B& b, const C&) { b.applyEnergies(b.i0_); }},
         {ExCmdLoadI1Files, [](B& b, const C& c) { loadFiles(b, c, false); }, Later},
         {ExCmdLoadI0Files, [](B& b, const C& c) { loadFiles(b, c, true); }, Later},
         {ExCmdLoadI1FilesOfPattern, [](B& b, const C& c) { loadPattern(b, c, false); }, Later},
@@ -130,12 +137,7 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
     return {
         {ExCmdSelectDispImage, selectDispImage},
         {ExCmdSeekImage, [](B& b, const C& c) { b.seekImage(intArg(c, 0)); }},
-        {ExCmdMovePosition,
-         [](B& b, const C& c) {
-             // Nothing may have been painted since the view or the window changed.
-             b.ui_->dispA->layOutCoord();
-             b.ui_->dispA->setRealMousePos(intArg(c, 0), intArg(c, 1));
-         }},
+        {ExCmdMovePosition, [](B& b, const C& c) { b.moveCursor(intArg(c, 0), intArg(c, 1)); }},
         {ExCmdCbarSetRange, setColourRange},
         {ExCmdCbarSetAll,
          [](B& b, const C&) {

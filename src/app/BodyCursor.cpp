@@ -23,10 +23,10 @@ QString pixelText(int x, int y)
     return QString::asprintf("(% 4d, % 4d)", x, y);
 }
 
-/// The shown map's value to 2 digits, as maps are read at a glance; counts of an image whole.
+/// The shown map's value to 6 digits; counts of an image whole.
 QString valueText(const Analyzed2DRes& map, int x, int y)
 {
-    return QLocale(QLocale::English).toString(map.shownValueAt(x, y), 'g', 2);
+    return QLocale(QLocale::English).toString(map.shownValueAt(x, y), 'g', 6);
 }
 
 QString valueText(const TiffData& image, int x, int y)
@@ -61,10 +61,8 @@ const TiffData* Body::currentImage(const Stack& stack) const
 double Body::darkLevel(const Stack& stack, int x, int y) const
 {
     double level = stack.darkAreaOn ? stack.darkAvg.value(stack.row->currentIndex(), 0.0) : 0.0;
-    if (dark_) {
-        level += dark_->pixel(x, y) / ui_->DarkExpTime->text().toDouble() *
-                 stack.row->exposureText().toDouble();
-    }
+    if (dark_)
+        level += dark_->pixel(x, y) * darkFactor(stack);
     return level;
 }
 
@@ -96,6 +94,15 @@ void Body::showXafsSpectrum()
     ui_->EShiftOnTbl->setText(QString::asprintf("%6.3f", shift));
     ui_->EShiftFromStd->setText(QString::asprintf("%5.2f", dE));
     xafsView_->setRawSpectrum(rawI1(i1Stack_, conditions, curX_, curY_));
+}
+
+/// The cursor to a pixel by its numbers, whatever the view shows of it.
+void Body::moveCursor(int x, int y)
+{
+    ui_->dispA->setMousePixel(x, y);
+    curX_ = x;
+    curY_ = y;
+    refreshCursor();
 }
 
 void Body::onMouseMovedInDispA()

@@ -88,10 +88,17 @@ void Body::setDarkArea(Stack& stack)
     refreshCursor();
 }
 
+/// What the counts of the dark image are multiplied by to be those of the stack's exposure. From
+/// the texts of the line edits, so that the user can overrule the files.
+double Body::darkFactor(const Stack& stack) const
+{
+    return stack.row->exposureText().toDouble() / ui_->DarkExpTime->text().toDouble();
+}
+
 /// Adds the averages of the images that have none yet.
 void Body::fillDarkAverages(Stack& stack)
 {
-    const double darkLevel = dark_ ? dark_->areaMean(stack.darkArea) : 0.0;
+    const double darkLevel = dark_ ? dark_->areaMean(stack.darkArea) * darkFactor(stack) : 0.0;
     for (int i = stack.darkAvg.size(); i < stack.images->size(); ++i)
         stack.darkAvg.append(stack.images->at(i)->areaMean(stack.darkArea) - darkLevel);
 }
@@ -102,6 +109,13 @@ void Body::refillDarkAverages(Stack& stack)
         return;
     stack.darkAvg.clear();
     fillDarkAverages(stack);
+}
+
+/// An exposure has another text: dark counts are scaled anew.
+void Body::newExposure(Stack& stack)
+{
+    refillDarkAverages(stack);
+    refreshCursor();
 }
 
 void Body::clearDarkArea(Stack& stack)

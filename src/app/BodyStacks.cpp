@@ -184,12 +184,13 @@ void Body::finishLoad(Stack& stack, int jobsDone)
     stack.jobsDone = jobsDone;
     curX_ = 0;
     curY_ = 0;
-    refillDarkAverages(stack);
     if (stack.images->isEmpty()) {
         showXafsSpectrum();
         return;
     }
     stack.row->setExposure(stack.images->first()->exposureMs, uniformExposure(*stack.images));
+    refillDarkAverages(stack);
+    tellEnergyDoubts(stack);
     const int last = stack.images->size() - 1;
     stack.row->select(last);
     if (&shownStack() == &stack) {

@@ -1,5 +1,6 @@
 #include "calibration/CalibCtrl.h"
 
+#include "common/Crystals.h"
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"
 #include "ui_CalibCtrl.h"
@@ -7,18 +8,6 @@
 #include <QDebug>
 
 namespace {
-
-struct Crystal
-{
-    const char* name;
-    double spacing; ///< [angstrom]
-};
-
-constexpr Crystal crystals[] = {{"Si(111)", 3.1355316},
-                                {"Si(311)", 1.637478},
-                                {"Si(333)", 1.0451772},
-                                {"Ge(111)", 3.2663822},
-                                {"Ge(333)", 1.0887941}};
 
 int modeOf(const QRadioButton* victoreen)
 {

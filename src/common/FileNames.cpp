@@ -3,6 +3,8 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace {
 
 /// Base name (a path or the last part of one) and extension joined by a point, if there is one.
@@ -16,6 +18,22 @@ QString withoutExtension(const QString& name)
 {
     const QString path = QDir::fromNativeSeparators(name);
     return path.left(path.lastIndexOf(QLatin1Char('/')) + 1) + QFileInfo(path).completeBaseName();
+}
+
+bool isDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+/// The number that starts at `from`, without leading zeros; `from` moves behind it.
+QStringRef takeNumber(const QString& text, int& from)
+{
+    while (from < text.size() && text[from] == QLatin1Char('0'))
+        ++from;
+    const int first = from;
+    while (from < text.size() && isDigit(text[from]))
+        ++from;
+    return text.midRef(first, from - first);
 }
 
 } // namespace
@@ -42,4 +60,33 @@ QString addSuffix(const QString& name, const QString& suffix)
 QString withInsertedNumber(const QString& name, const QString& num)
 {
     return addSuffix(name, num);
+}
+
+bool naturallyLess(const QString& a, const QString& b)
+{
+    int i = 0;
+    int j = 0;
+    while (i < a.size() && j < b.size()) {
+        if (isDigit(a[i]) && isDigit(b[j])) {
+            const QStringRef n = takeNumber(a, i);
+            const QStringRef m = takeNumber(b, j);
+            if (n.size() != m.size())
+                return n.size() < m.size();
+            if (n != m)
+                return n < m;
+            continue;
+        }
+        const QChar x = a[i++].toCaseFolded();
+        const QChar y = b[j++].toCaseFolded();
+        if (x != y)
+            return x < y;
+    }
+    const int restOfA = a.size() - i;
+    const int restOfB = b.size() - j;
+    return restOfA != restOfB ? restOfA < restOfB : a < b;
+}
+
+void sortNaturally(QStringList& names)
+{
+    std::sort(names.begin(), names.end(), naturallyLess);
 }

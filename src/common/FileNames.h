@@ -1,8 +1,9 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-// Names of saved files. A file's extension is what stands behind the last point of its name; names
+// Names of files. A file's extension is what stands behind the last point of its name; names
 // built here keep the folder part as it was written and get no trailing point when there is no
 // extension.
 
@@ -20,3 +21,8 @@ QString addSuffix(const QString& name, const QString& suffix);
 
 /// The name with a running number: addSuffix() with the number's text as it stands.
 QString withInsertedNumber(const QString& name, const QString& num);
+
+/// The order of file lists: numbers in the names count by their value, "a9" before "a10"; small and
+/// capital letters alike unless nothing else tells two names apart.
+bool naturallyLess(const QString& a, const QString& b);
+void sortNaturally(QStringList& names);

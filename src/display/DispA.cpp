@@ -1,7 +1,5 @@
 #include "display/DispA.h"
 
-#include "common/SafeInt.h"
-
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWheelEvent>
@@ -62,16 +60,4 @@ void DispA::wheelEvent(QWheelEvent* e)
     // Only the direction counts; turning forward narrows the visible range.
     wheelFactor = wheelSteps < 0.0 ? zoomFactor : 1.0 / zoomFactor;
     Q_EMIT wheelMoved0();
-}
-
-void DispA::setScreenMousePos(int x, int y)
-{
-    mouse.moveTo(QPoint(x, y));
-    Q_EMIT mouseMoved0();
-    update();
-}
-
-void DispA::setRealMousePos(double x, double y)
-{
-    setScreenMousePos(truncatedInt(coord.realToScreenX(x)), truncatedInt(coord.realToScreenY(y)));
 }

@@ -31,12 +31,6 @@ Q_SIGNALS:
     void mouseDoubleClicked0();
     void wheelMoved0();
 
-public Q_SLOTS:
-    /// Moves the mouse position from code, as if by hand: to a widget pixel, or to real values of
-    /// `coord`.
-    void setScreenMousePos(int x, int y);
-    void setRealMousePos(double x, double y);
-
 protected:
     void paintEvent(QPaintEvent* e) override;
     void mouseMoveEvent(QMouseEvent* e) override;

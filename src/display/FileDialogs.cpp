@@ -1,5 +1,6 @@
 #include "display/FileDialogs.h"
 
+#include "common/FileNames.h"
 #include "common/Settings.h"
 
 #include <QFileInfo>
@@ -45,7 +46,11 @@ QFileDialog* LateDialog::get()
     if (!folder_.isEmpty())
         dialog_->setDirectory(folder_);
     connect(dialog_, &QFileDialog::fileSelected, this, &LateDialog::fileSelected);
-    connect(dialog_, &QFileDialog::filesSelected, this, &LateDialog::filesSelected);
+    connect(dialog_, &QFileDialog::filesSelected, this, [this](QStringList files) {
+        // They come in the order in which they were clicked.
+        sortNaturally(files);
+        Q_EMIT filesSelected(files);
+    });
     Q_EMIT wasMade(dialog_);
     return dialog_;
 }

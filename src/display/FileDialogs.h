@@ -54,7 +54,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void wasMade(QFileDialog* dialog);
-    // Of the dialog, passed on.
+    // Of the dialog, passed on; several files in their natural order.
     void fileSelected(const QString& file);
     void filesSelected(const QStringList& files);
 

@@ -1,5 +1,7 @@
 #include "display/FileDrop.h"
 
+#include "common/FileNames.h"
+
 #include <QDebug>
 #include <QDir>
 #include <QDropEvent>
@@ -94,13 +96,13 @@ QStringList FileDrop::filesOf(const QMimeData& data) const
     for (const QString& path : localPaths(data)) {
         if (mode_ == ManyFiles && isFolder(path)) {
             const QDir folder(path);
-            for (const QString& name : folder.entryList(patterns_, QDir::Files))
+            for (const QString& name : folder.entryList(patterns_, QDir::Files, QDir::NoSort))
                 files.append(folder.filePath(name));
         } else if (matches(path) && QFileInfo(path).isFile()) {
             files.append(path);
         }
     }
-    std::sort(files.begin(), files.end());
+    sortNaturally(files);
     return files;
 }
 

@@ -28,7 +28,7 @@ public:
     FileDrop(QWidget* target, Mode mode, const QStringList& patterns = {});
 
 Q_SIGNALS:
-    /// Existing files, sorted by name; at least one.
+    /// Existing files, in their natural order; at least one.
     void dropped(const QStringList& files);
 
 protected:

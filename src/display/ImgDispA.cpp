@@ -108,6 +108,7 @@ void ImgDispA::resetImageViewWindow()
     update();
 }
 
+/// Maps the view onto the widget as it now is; each paint does it too.
 void ImgDispA::layOutCoord()
 {
     coord.setScreenArea(0, 0, width(), height());
@@ -250,6 +251,17 @@ void ImgDispA::clearSelection()
 {
     hasSelection_ = false;
     selectedArea_ = QRectF();
+    update();
+}
+
+void ImgDispA::setMousePixel(int x, int y)
+{
+    if (mouse.pressed)
+        return;
+    // Nothing may have been painted since the view or the window changed.
+    layOutCoord();
+    mouse.moveTo(
+        MouseC::wholePixel(QPointF(coord.realToScreenX(x + 0.5), coord.realToScreenY(y + 0.5))));
     update();
 }
 

@@ -43,8 +43,6 @@ public:
     const Analyzed2DRes* shownMap() const;
     /// Image coordinates of the mouse.
     QPointF cursorPosition() const { return imagePoint(mouse.pos); }
-    /// Maps the view onto the widget as it now is; each paint does it too.
-    void layOutCoord();
     /// Tells rangeShown() for what is on show; each paint does it too.
     void tellRange();
     const QRectF& viewWindow() const { return viewWindow_; }
@@ -77,8 +75,12 @@ public Q_SLOTS:
     /// Goes back to the selection before the last one, or to none when there was none.
     void recallOldSelectedArea();
     void clearSelection();
+    /// Brings the mouse over the middle of an image pixel as far as pixels of the screen allow;
+    /// tells nobody, and leaves a drag alone.
+    void setMousePixel(int x, int y);
 
 private:
+    void layOutCoord();
     void drawImage(QPainter* p);
     const QImage& renderedView(const QImage& picture);
     void onMousePressed();

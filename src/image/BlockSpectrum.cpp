@@ -1,6 +1,7 @@
 #include "image/BlockSpectrum.h"
 
 #include "common/TwoPointLine.h"
+#include "image/EnergyOrder.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,33 +27,6 @@ double absorption(double i0, double i1, bool fluorescence)
     return i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
 }
 
-StackSpan stackSpan(const TiffStack& stack, double E)
-{
-    const int n = stack.size();
-    if (E < stack.first()->energy)
-        return {0, 1};
-    if (E >= stack.last()->energy)
-        return {n - 2, n - 1};
-    int low = 0;
-    int high = n - 1;
-    while (low + 1 < high) {
-        const int middle = (low + high) / 2;
-        (E >= stack[middle]->energy ? low : high) = middle;
-    }
-    return {low, high};
-}
-
-double stackBlockSum(const TiffStack& stack, double E, int x, int y, int hw, int vw)
-{
-    if (stack.isEmpty())
-        return 1.0;
-    if (stack.size() == 1)
-        return stack.first()->blockSum(x, y, hw, vw);
-    const StackSpan span = stackSpan(stack, E);
-    return twoPointLine(stack[span.low]->energy, stack[span.low]->blockSum(x, y, hw, vw),
-                        stack[span.high]->energy, stack[span.high]->blockSum(x, y, hw, vw), E);
-}
-
 BlockSpectra::BlockSpectra(const StackPair& stacks, const BlockConditions& conditions)
     : stacks_(stacks)
     , conditions_(conditions)
@@ -72,11 +46,14 @@ void BlockSpectra::planI0()
     const TiffStack& i0 = stacks_.i0;
     std::vector<bool> used(size_t(i0.size()), i0.size() == 1);
     if (i0.size() > 1) {
+        const EnergyOrder order = energyOrder(i0);
+        lines_.reserve(energies_.size());
         for (const double E : energies_) {
-            const StackSpan span = stackSpan(i0, E);
-            lines_.push_back({span.low, span.high, i0[span.low]->energy, i0[span.high]->energy});
-            used[size_t(span.low)] = true;
-            used[size_t(span.high)] = true;
+            const ImagePair pair = imagesAround(i0, order, E);
+            lines_.push_back(
+                {pair.first, pair.second, i0[pair.first]->energy, i0[pair.second]->energy});
+            used[size_t(pair.first)] = true;
+            used[size_t(pair.second)] = true;
         }
     }
     for (int i = 0; i < i0.size(); ++i) {
@@ -84,6 +61,27 @@ void BlockSpectra::planI0()
             usedI0_.push_back(i);
     }
     i0Sums_.resize(size_t(i0.size()) * chunkPositions);
+    planI0Levels();
+}
+
+/// The dark level is that of the I0 images, so it is taken from the same line as their counts.
+void BlockSpectra::planI0Levels()
+{
+    i0Levels_.assign(energies_.size(), 0.0);
+    if (!conditions_.i0DarkAreaOn || stacks_.i0.isEmpty())
+        return;
+    const auto levelOf = [this](int image) {
+        return conditions_.i0DarkAvg.value(image, 0.0) * blockPixels_;
+    };
+    for (size_t i = 0; i < energies_.size(); ++i) {
+        if (lines_.empty()) {
+            i0Levels_[i] = levelOf(0);
+            continue;
+        }
+        const I0Line& line = lines_[i];
+        i0Levels_[i] = twoPointLine(line.lowEnergy, levelOf(line.low), line.highEnergy,
+                                    levelOf(line.high), energies_[i]);
+    }
 }
 
 Spectrum BlockSpectra::at(int x, int y)
@@ -171,8 +169,7 @@ void BlockSpectra::i0At(int image, int count, double* i0) const
         std::fill(i0, i0 + count, blockPixels_);
         return;
     }
-    const double level =
-        conditions_.i0DarkAreaOn ? conditions_.i0DarkAvg.value(image, 0.0) * blockPixels_ : 0.0;
+    const double level = i0Levels_[size_t(image)];
     if (stacks_.i0.isEmpty()) {
         for (int k = 0; k < count; ++k)
             i0[k] = 1.0 - (level + i0Dark_[size_t(k)]);

@@ -34,8 +34,8 @@ struct BlockConditions
 
     bool i1DarkAreaOn = false; ///< mean of the dark area per image, taken off each pixel
     bool i0DarkAreaOn = false;
-    QVector<double> i1DarkAvg; ///< values past the end count as 0
-    QVector<double> i0DarkAvg; ///< by the number of the I1 image, as i1DarkAvg
+    QVector<double> i1DarkAvg; ///< by the number of the image; values past the end count as 0
+    QVector<double> i0DarkAvg; ///< of the I0 images, and interpolated in energy with them
 
     bool totalI0Loaded = false; ///< totalI0 replaces I0, point i for image i, 0 past its end
     Spectrum totalI0;
@@ -51,7 +51,8 @@ struct BlockConditions
 /// images and lines that each energy needs, dark levels) is worked out at construction, so one
 /// object serves a whole row or walk. Stacks and conditions must not change meanwhile.
 ///
-/// mu is absorption() of the two counts. Points are in the order of the I1 stack.
+/// mu is absorption() of the two counts. Points are in the order of the I1 stack; I0 images may
+/// stand in any order.
 class BlockSpectra
 {
 public:
@@ -74,6 +75,7 @@ private:
     };
 
     void planI0();
+    void planI0Levels();
     void formChunk(int x, int step, int count, int y, Spectrum* out);
     void sumDark(int x, int step, int count, int y);
     void sumI0(int x, int step, int count, int y);
@@ -83,10 +85,11 @@ private:
     const BlockConditions conditions_;
     const double blockPixels_;
     std::vector<double> energies_;
-    std::vector<I0Line> lines_;  ///< one an I1 image, when two or more I0 images exist
-    std::vector<int> usedI0_;    ///< I0 images whose sums are needed
-    std::vector<double> i0Sums_; ///< [I0 image][position of the chunk]
-    std::vector<double> i1Dark_; ///< dark term per position of the chunk
+    std::vector<I0Line> lines_;    ///< one an I1 image, when two or more I0 images exist
+    std::vector<double> i0Levels_; ///< dark area's level of a block, one an I1 image
+    std::vector<int> usedI0_;      ///< I0 images whose sums are needed
+    std::vector<double> i0Sums_;   ///< [I0 image][position of the chunk]
+    std::vector<double> i1Dark_;   ///< dark term per position of the chunk
     std::vector<double> i0Dark_;
 };
 

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QVarLengthArray>
 
+#include <algorithm>
 #include <limits>
 #include <new>
 #include <type_traits>
@@ -151,9 +152,8 @@ bool paintsByTable(const TiffData& image)
 } // namespace
 
 TiffData::TiffData()
-    : minVal(std::numeric_limits<double>::max())
-    , maxVal(std::numeric_limits<double>::min())
 {
+    forgetExtremes();
 }
 
 bool TiffData::readFile(const QString& name, const ErrPoints& list, const std::atomic<bool>* stop)
@@ -195,8 +195,7 @@ bool TiffData::allocate(int w, int h, PixelType type)
     width = w;
     height = h;
     pixelType = type;
-    minVal = std::numeric_limits<double>::max();
-    maxVal = std::numeric_limits<double>::min();
+    forgetExtremes();
     return true;
 }
 
@@ -208,14 +207,23 @@ void TiffData::clearRows()
     pixelType = NoPixels;
 }
 
-void TiffData::noteExtremes(int y)
+void TiffData::forgetExtremes()
+{
+    minVal = std::numeric_limits<double>::max();
+    maxVal = std::numeric_limits<double>::min();
+}
+
+/// By the columns begin .. end-1 of the row.
+void TiffData::noteExtremes(int y, int begin, int end)
 {
     withPixelType(*this, 0, [&](auto* tag) {
         using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+        using Limits = std::numeric_limits<T>;
         const T* values = row<T>(y);
-        T low = values[0];
-        T high = values[0];
-        for (int x = 1; x < width; ++x) {
+        // Starts from no pixel: a nan would win every comparison that it does not take part in.
+        T low = Limits::has_infinity ? Limits::infinity() : Limits::max();
+        T high = Limits::has_infinity ? -Limits::infinity() : Limits::lowest();
+        for (int x = begin; x < end; ++x) {
             low = values[x] < low ? values[x] : low;
             high = values[x] > high ? values[x] : high;
         }
@@ -225,6 +233,24 @@ void TiffData::noteExtremes(int y)
             maxVal = double(high);
         return 0;
     });
+}
+
+/// Takes the extremes anew, from all pixels but these, which lie in the image.
+void TiffData::noteExtremesWithout(QVector<QPoint> pixels)
+{
+    std::sort(pixels.begin(), pixels.end(), [](const QPoint& a, const QPoint& b) {
+        return a.y() != b.y() ? a.y() < b.y() : a.x() < b.x();
+    });
+    forgetExtremes();
+    auto left = pixels.cbegin();
+    for (int y = 0; y < height; ++y) {
+        int begin = 0;
+        for (; left != pixels.cend() && left->y() == y; ++left) {
+            noteExtremes(y, begin, left->x());
+            begin = left->x() + 1;
+        }
+        noteExtremes(y, begin, width);
+    }
 }
 
 double TiffData::pixel(int x, int y) const
@@ -297,6 +323,7 @@ void TiffData::correctErrPoints()
 {
     if (!errPs.active)
         return;
+    QVector<QPoint> corrected;
     for (const QPoint& point : errPs.points()) {
         const qint64 x = qint64(point.x()) - x0;
         const qint64 y = qint64(point.y()) - y0;
@@ -311,7 +338,10 @@ void TiffData::correctErrPoints()
             row<T>(int(rowNo))[column] = static_cast<T>(mean);
             return 0;
         });
+        corrected.append(QPoint(int(column), int(rowNo)));
     }
+    if (!corrected.isEmpty())
+        noteExtremesWithout(corrected);
 }
 
 void TiffData::buildImage(const ColorScale& scale)

@@ -39,7 +39,7 @@ public:
     int x0 = 0; ///< position of the image on the detector
     int y0 = 0;
     ErrPoints errPs;
-    double minVal;       ///< smallest and largest pixel read
+    double minVal;       ///< smallest and largest pixel; neither nan nor corrected pixels count
     double maxVal;       ///< starts at the smallest positive double, which an all-zero image keeps
     double energy = 0.0; ///< [eV]
     double exposureMs = 100.0; ///< [ms]
@@ -93,7 +93,8 @@ public:
     /// 0.0 when none is left.
     double neighbourMean(int x, int y) const;
 
-    /// Replaces each bad pixel that lies in the image by the mean of its good neighbours.
+    /// Replaces each bad pixel that lies in the image by the mean of its good neighbours, and takes
+    /// minVal and maxVal from the other pixels.
     void correctErrPoints();
 
     /// Makes the picture anew: each pixel's place between minVal and maxVal goes through `scale`.
@@ -106,10 +107,14 @@ public:
     const QImage* image() const { return image_.get(); }
 
     /// Widens minVal and maxVal by row y of the pixels.
-    void noteExtremes(int y);
+    void noteExtremes(int y) { noteExtremes(y, 0, width); }
 
 private:
     Q_DISABLE_COPY(TiffData)
+
+    void forgetExtremes();
+    void noteExtremes(int y, int begin, int end);
+    void noteExtremesWithout(QVector<QPoint> pixels);
 
     std::unique_ptr<uchar[]> pixels_;
     std::unique_ptr<uchar[]> displayBuf_;
@@ -121,17 +126,3 @@ using TiffStack = QVector<TiffData*>;
 
 /// Deletes each image and empties the stack.
 void deleteStack(TiffStack& stack);
-
-/// Block sum of a stack at energy E [eV], energies taken to ascend: 1.0 without images, the only
-/// image's sum, else on the straight line between the two images around E (beyond the ends: the
-/// first or last two).
-double stackBlockSum(const TiffStack& stack, double E, int x, int y, int hw, int vw);
-
-/// The two images that stackBlockSum interpolates between at energy E. The stack holds two images
-/// or more.
-struct StackSpan
-{
-    int low;
-    int high;
-};
-StackSpan stackSpan(const TiffStack& stack, double E);

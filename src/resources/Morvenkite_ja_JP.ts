@@ -901,6 +901,14 @@
         <source>Hold Gap</source>
         <translation>間隔を保持</translation>
     </message>
+    <message>
+        <source>Energies do not rise: %1 eV (%2), then %3 eV (%4)</source>
+        <translation>エネルギーが増加していない: %1 eV (%2) の次が %3 eV (%4)</translation>
+    </message>
+    <message>
+        <source>Two images of one energy: %1 eV (%2) and %3 eV (%4)</source>
+        <translation>同じエネルギーの画像が 2 枚ある: %1 eV (%2) と %3 eV (%4)</translation>
+    </message>
 </context>
 <context>
     <name>CalibCtrl</name>
@@ -1250,6 +1258,26 @@
     <message>
         <source>Energies of a scan reference file, one per image file</source>
         <translation>参照するスキャンファイルのエネルギーを画像ファイルごとに 1 点ずつ使う</translation>
+    </message>
+    <message>
+        <source>Crystal d</source>
+        <translation>結晶 d</translation>
+    </message>
+    <message>
+        <source>Spacing of the monochromator crystal [angstrom], for angles and steps even in angle; a scan file may bring its own</source>
+        <translation>分光結晶の格子面間隔 [オングストローム]: 角度と角度等間隔の計算に使う。スキャンファイルの値が優先されることがある</translation>
+    </message>
+    <message>
+        <source>Takes the spacing of a crystal</source>
+        <translation>結晶の格子面間隔を使う</translation>
+    </message>
+    <message>
+        <source>Apply</source>
+        <translation>適用</translation>
+    </message>
+    <message>
+        <source>Give the files already loaded their energies anew</source>
+        <translation>読み込み済みのファイルのエネルギーを計算し直す</translation>
     </message>
 </context>
 <context>

@@ -10,12 +10,30 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace {
+
+/// A number worked out of others, the largest of size `largest`, without the digits that are but
+/// their rounding.
+QString derivedText(double v, double largest)
+{
+    const QString rounded = QString::number(v, 'g', 12);
+    const double noise = 4.0 * std::numeric_limits<double>::epsilon() * std::abs(largest);
+    return std::abs(rounded.toDouble() - v) <= noise ? rounded : energyText(v);
+}
+
+} // namespace
+
 EOFSetup::EOFSetup(QWidget* parent)
     : QDialog(parent)
     , ui_(std::make_unique<Ui_EOFSetup>())
 {
     ui_->setupUi(this);
     ui_->RefFile->showUse(false);
+    fillCrystals();
     // The three choices stand in groups of their own, so they exclude each other only this way.
     auto* choice = new QButtonGroup(this);
     for (QRadioButton* button : {ui_->ByName, ui_->ByCalc, ui_->ByRef})
@@ -28,12 +46,25 @@ EOFSetup::EOFSetup(QWidget* parent)
     connect(ui_->Patterns, qOverload<int>(&QComboBox::activated), this,
             [this](int i) { newPatternSelected(ui_->Patterns->itemText(i)); });
     connect(ui_->RefFile, &XafsFileSelect::newFile, this, &EOFSetup::refFileSelected);
-    connect(ui_->RefFile, &XafsFileSelect::cleared, this, [this] { refEnergies_.clear(); });
+    connect(ui_->RefFile, &XafsFileSelect::cleared, this, [this] { reference_ = ScanAngles(); });
     connect(ui_->Unit, qOverload<int>(&QComboBox::currentIndexChanged), this,
             [this] { Q_EMIT unitChanged(unitName()); });
+    connect(ui_->Spacing, &QLineEdit::editingFinished, this, &EOFSetup::newSpacing);
+    connect(ui_->Crystals, qOverload<int>(&QComboBox::activated), this, [this](int i) {
+        units_.setD(ui_->Crystals->itemData(i).toDouble());
+        showSpacing();
+    });
+    connect(ui_->Apply, &QPushButton::clicked, this, &EOFSetup::applied);
 }
 
 EOFSetup::~EOFSetup() = default;
+
+void EOFSetup::fillCrystals()
+{
+    for (const Crystal& crystal : crystals)
+        ui_->Crystals->addItem(QLatin1String(crystal.name), crystal.spacing);
+    showSpacing();
+}
 
 EnergyRule EOFSetup::rule() const
 {
@@ -50,12 +81,12 @@ EnergyRule EOFSetup::rule() const
     rule.points = ui_->NumOfPoints->text().toInt();
     rule.unit = ui_->Unit->currentIndex();
     rule.evenInEnergy = ui_->EvenInEnergy->isChecked();
-    rule.refEnergies = refEnergies_;
+    rule.reference = reference_;
     rule.spacing = units_.d;
     return rule;
 }
 
-double EOFSetup::energyOf(const QString& fileName, int fNo) const
+FileEnergy EOFSetup::energyOf(const QString& fileName, int fNo) const
 {
     return energyOfFile(rule(), fileName, fNo);
 }
@@ -72,19 +103,19 @@ void EOFSetup::setByCalc(bool f)
 
 void EOFSetup::setStart(double v)
 {
-    ui_->Start->setText(fieldText(v));
+    ui_->Start->setText(energyText(v));
     newStart();
 }
 
 void EOFSetup::setDelta(double v)
 {
-    ui_->Delta->setText(fieldText(v));
+    ui_->Delta->setText(energyText(v));
     newDelta();
 }
 
 void EOFSetup::setEnd(double v)
 {
-    ui_->End->setText(fieldText(v));
+    ui_->End->setText(energyText(v));
     newEnd();
 }
 
@@ -121,6 +152,31 @@ void EOFSetup::setFactor(double factor)
     ui_->Factor->setText(fieldText(factor));
 }
 
+void EOFSetup::setSpacing(const QString& text)
+{
+    ui_->Spacing->setText(text);
+    newSpacing();
+}
+
+void EOFSetup::newSpacing()
+{
+    const QString typed = ui_->Spacing->text();
+    const double spacing = typed.toDouble();
+    if (isSpacing(spacing))
+        units_.setD(spacing);
+    else
+        qDebug() << "Crystal spacing of the energies is no number above 0:" << typed << units_.d
+                 << "angstrom stay in force";
+    showSpacing();
+}
+
+/// The spacing in force, and its crystal when it is one of the list.
+void EOFSetup::showSpacing()
+{
+    ui_->Spacing->setText(energyText(units_.d));
+    ui_->Crystals->setCurrentIndex(ui_->Crystals->findData(units_.d));
+}
+
 void EOFSetup::setReference(const QString& fname)
 {
     if (fname.isEmpty()) {
@@ -144,8 +200,11 @@ void EOFSetup::refFileSelected(const QString& fname)
         return;
     }
     qDebug() << "reading simple" << fname;
-    refEnergies_ = readRefEnergies(file, units_.d);
-    if (refEnergies_.isEmpty()) {
+    reference_ = readScanAngles(file);
+    if (reference_.wrongSpacing)
+        qDebug() << "The crystal spacing in ref file is no number above 0, the setup's holds"
+                 << fname;
+    if (reference_.degrees.isEmpty()) {
         qDebug() << "No energies in ref file" << fname;
         ui_->RefFile->clear();
     }
@@ -189,12 +248,13 @@ void EOFSetup::newNumOfPoints()
 void EOFSetup::endFollows()
 {
     const EnergyRule r = rule();
-    ui_->End->setText(fieldText(r.start + r.delta * r.points));
+    const double end = r.start + r.delta * r.points;
+    ui_->End->setText(derivedText(end, std::max(std::abs(r.start), std::abs(end))));
 }
 
 void EOFSetup::newEnd()
 {
     const EnergyRule r = rule();
     if (r.points != 0)
-        ui_->Delta->setText(fieldText((r.end - r.start) / r.points));
+        ui_->Delta->setText(derivedText((r.end - r.start) / r.points, r.end / r.points));
 }

@@ -9,8 +9,8 @@
 
 class Ui_EOFSetup;
 
-/// "Energy of files": the dialog of one stack that decides the energy of each of its files. A
-/// change has no effect on images already loaded.
+/// "Energy of files": the dialog of one stack that decides the energy of each of its files. Images
+/// already loaded keep theirs until it is applied to them.
 class EOFSetup : public QDialog
 {
     Q_OBJECT
@@ -18,8 +18,8 @@ public:
     explicit EOFSetup(QWidget* parent = nullptr);
     ~EOFSetup() override;
 
-    /// Energy [eV] of file number fNo by the dialog's rule.
-    double energyOf(const QString& fileName, int fNo) const;
+    /// Energy of file number fNo by the dialog's rule.
+    FileEnergy energyOf(const QString& fileName, int fNo) const;
 
     /// The rule as the form stands.
     EnergyRule rule() const;
@@ -36,11 +36,14 @@ public:
     QString unitName() const;
     void setPattern(const QString& pattern);
     void setFactor(double factor);
+    /// Spacing of the crystal [angstrom] as its field would take it.
+    void setSpacing(const QString& text);
     /// Energies by reference from a file; an empty name turns the choice off.
     void setReference(const QString& fname);
 
 Q_SIGNALS:
     void unitChanged(const QString& name);
+    void applied(); ///< the files already loaded are to get their energies by the rule as it stands
 
 public Q_SLOTS:
     void refFileSelected(const QString& fname);
@@ -50,11 +53,16 @@ public Q_SLOTS:
     void newDelta();
     void newEnd();
     void newNumOfPoints();
+    /// Takes the spacing that was typed. One that no crystal has costs a log line, and the former
+    /// one stays.
+    void newSpacing();
 
 private:
+    void fillCrystals();
+    void showSpacing();
     void endFollows();
 
     std::unique_ptr<Ui_EOFSetup> ui_;
     Units units_;
-    QVector<double> refEnergies_;
+    ScanAngles reference_;
 };

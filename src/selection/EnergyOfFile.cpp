@@ -3,32 +3,54 @@
 #include "common/Bragg.h"
 #include "common/CappedLine.h"
 
+#include <QFileInfo>
 #include <QIODevice>
 #include <QRegularExpression>
 #include <QStringList>
+
+#include <cmath>
 
 namespace {
 
 constexpr double eVPerKeV = 1000.0;
 constexpr double energyWithoutReference = 8000.0;
-/// Longest line taken from a scan file, and most energies of a list.
+/// Longest line taken from a scan file, and most angles of a list.
 constexpr qint64 maxLineBytes = 65536;
-constexpr int maxEnergies = 1000000;
+constexpr int maxAngles = 1000000;
 
-double byName(const EnergyRule& rule, const QString& fileName, int fNo)
+/// The match in the name of the file or else in its path.
+QRegularExpressionMatch matchIn(const QString& path, const QRegularExpression& pattern)
 {
-    double energy = fNo;
-    const QRegularExpression pattern(rule.pattern);
-    const QRegularExpressionMatch match =
-        pattern.isValid() ? pattern.match(fileName) : QRegularExpressionMatch();
+    if (!pattern.isValid())
+        return {};
+    const QRegularExpressionMatch match = pattern.match(QFileInfo(path).fileName());
+    return match.hasMatch() ? match : pattern.match(path);
+}
+
+QString energyTextOf(const QRegularExpressionMatch& match)
+{
+    const QString group = QStringLiteral("E");
+    const bool hasGroup = match.regularExpression().namedCaptureGroups().contains(group);
+    QString text = (hasGroup ? match.captured(group) : match.captured()).toUpper();
+    text.replace(QLatin1Char('_'), QLatin1Char('.'));
+    text.remove(QLatin1String("KEV"));
+    text.remove(QLatin1String("EV"));
+    return text;
+}
+
+FileEnergy byName(const EnergyRule& rule, const QString& fileName, int fNo)
+{
+    FileEnergy energy{double(fNo), NameMatch::NoMatch};
+    const QRegularExpressionMatch match = matchIn(fileName, QRegularExpression(rule.pattern));
     if (match.hasMatch()) {
-        QString text = match.captured().toUpper();
-        text.replace(QLatin1Char('_'), QLatin1Char('.'));
-        text.remove(QLatin1String("KEV"));
-        text.remove(QLatin1String("EV"));
-        energy = text.toDouble();
+        bool isNumber = false;
+        const double value = energyTextOf(match).toDouble(&isNumber);
+        isNumber = isNumber && std::isfinite(value); // "nan" and "inf" are read as numbers
+        energy = {isNumber ? value : 0.0, isNumber ? NameMatch::Number : NameMatch::NoNumber};
     }
-    return rule.factor > 0.0 ? energy * rule.factor : energy;
+    if (rule.factor > 0.0)
+        energy.eV *= rule.factor;
+    return energy;
 }
 
 /// Step fNo of rule.points even steps in angle between two energies [eV]. A start below the
@@ -53,9 +75,11 @@ double byCalculation(const EnergyRule& rule, int fNo)
 
 double byReference(const EnergyRule& rule, int fNo)
 {
-    if (rule.refEnergies.isEmpty())
+    const ScanAngles& scan = rule.reference;
+    if (scan.degrees.isEmpty())
         return fNo + energyWithoutReference;
-    return rule.refEnergies[qBound(0, fNo, rule.refEnergies.size() - 1)];
+    return energyOfAngle(scan.degrees[qBound(0, fNo, scan.degrees.size() - 1)],
+                         scan.spacing > 0.0 ? scan.spacing : rule.spacing);
 }
 
 QStringList fieldsOf(const QByteArray& line)
@@ -63,36 +87,71 @@ QStringList fieldsOf(const QByteArray& line)
     return QString::fromUtf8(line).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
+/// Takes the spacing behind "D=" among the fields of a head's line.
+void takeSpacing(const QStringList& fields, ScanAngles& scan)
+{
+    const int at = fields.indexOf(QLatin1String("D="));
+    if (at < 0)
+        return;
+    const double told = fields.value(at + 1).toDouble();
+    scan.wrongSpacing = !isSpacing(told);
+    scan.spacing = scan.wrongSpacing ? 0.0 : told;
+}
+
 } // namespace
 
-double energyOfFile(const EnergyRule& rule, const QString& fileName, int fNo)
+FileEnergy energyOfFile(const EnergyRule& rule, const QString& fileName, int fNo)
 {
     switch (rule.source) {
     case EnergyRule::ByName:
         return byName(rule, fileName, fNo);
     case EnergyRule::ByReference:
-        return byReference(rule, fNo);
+        return {byReference(rule, fNo), NameMatch::Number};
     default:
-        return byCalculation(rule, fNo);
+        return {byCalculation(rule, fNo), NameMatch::Number};
     }
 }
 
-QVector<double> readRefEnergies(QIODevice& in, double spacing)
+void NameMatches::add(NameMatch match, const QString& fileName)
 {
-    QVector<double> energies;
+    ++files_;
+    if (match == NameMatch::Number)
+        return;
+    ++(match == NameMatch::NoMatch ? withoutMatch_ : withoutNumber_);
+    if (first_.isEmpty())
+        first_ = fileName;
+}
+
+QString NameMatches::complaint() const
+{
+    if (first_.isEmpty())
+        return {};
+    return QStringLiteral("no energy in %1 of %2 file names (%3 without a match, %4 with a text "
+                          "that is no number), first %5")
+        .arg(withoutMatch_ + withoutNumber_)
+        .arg(files_)
+        .arg(withoutMatch_)
+        .arg(withoutNumber_)
+        .arg(first_);
+}
+
+ScanAngles readScanAngles(QIODevice& in)
+{
+    ScanAngles scan;
     QByteArray line = readCappedLine(in, maxLineBytes);
     const bool scanFormat = fieldsOf(line).value(0) == QLatin1String("9809");
     const int column = scanFormat ? 1 : 0;
     bool inData = !scanFormat;
-    for (; !line.isEmpty() && energies.size() < maxEnergies;
+    for (; !line.isEmpty() && scan.degrees.size() < maxAngles;
          line = readCappedLine(in, maxLineBytes)) {
         const QStringList fields = fieldsOf(line);
         if (!inData) {
             inData = fields.value(0) == QLatin1String("Offset");
+            takeSpacing(fields, scan);
             continue;
         }
         if (fields.size() > column && !fields[0].startsWith(QLatin1Char('#')))
-            energies.append(energyOfAngle(fields[column].toDouble(), spacing));
+            scan.degrees.append(fields[column].toDouble());
     }
-    return energies;
+    return scan;
 }

@@ -7,6 +7,15 @@
 #include "selection/SelectDataFilesAdditionalSetup.h"
 #include "ui_SelectDataFiles.h"
 
+#include <utility>
+
+namespace {
+
+/// Of a file in the list: its place in the list of its load job. The energy is the item's data.
+constexpr int fileNumberRole = Qt::UserRole + 1;
+
+} // namespace
+
 SelectDataFiles::SelectDataFiles(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_SelectDataFiles>())
@@ -36,6 +45,7 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);
     connect(eofSetup_, &EOFSetup::unitChanged, this,
             [this](const QString& unit) { ui_->XAxis->setText(tr("X ax.: %1").arg(unit)); });
+    connect(eofSetup_, &EOFSetup::applied, this, &SelectDataFiles::energiesApplied);
     using Setup = SelectDataFilesAdditionalSetup;
     connect(addSetup_, &Setup::setDarkArea, this, &SelectDataFiles::setDarkArea);
     connect(addSetup_, &Setup::updateDarkArea, this, &SelectDataFiles::updateDarkArea);
@@ -53,12 +63,47 @@ void SelectDataFiles::setCaption(const QString& caption)
 
 double SelectDataFiles::addFile(const QString& name, int fNo)
 {
-    const double energy = eofSetup_->energyOf(name, fNo);
+    const double energy = energyOf(name, fNo);
     // An empty box would choose its first item, and show it in the middle of a load.
     const QSignalBlocker quiet(ui_->Files);
     ui_->Files->addItem(name, energy);
+    ui_->Files->setItemData(ui_->Files->count() - 1, fNo, fileNumberRole);
     showCount();
     return energy;
+}
+
+double SelectDataFiles::energyOf(const QString& name, int fNo)
+{
+    const FileEnergy energy = eofSetup_->energyOf(name, fNo);
+    nameMatches_.add(energy.match, name);
+    return energy.eV;
+}
+
+QVector<double> SelectDataFiles::applyEnergies()
+{
+    QVector<double> energies;
+    nameMatches_ = NameMatches();
+    for (int i = 0; i < ui_->Files->count(); ++i) {
+        const int fNo = ui_->Files->itemData(i, fileNumberRole).toInt();
+        energies.append(energyOf(ui_->Files->itemText(i), fNo));
+        ui_->Files->setItemData(i, energies.last());
+    }
+    return energies;
+}
+
+QString SelectDataFiles::takeNameComplaint()
+{
+    return std::exchange(nameMatches_, NameMatches()).complaint();
+}
+
+void SelectDataFiles::setMark(const QString& reasons)
+{
+    ui_->Mark->setReasons(reasons);
+}
+
+QString SelectDataFiles::mark() const
+{
+    return ui_->Mark->reasons();
 }
 
 void SelectDataFiles::showCount()
@@ -126,6 +171,8 @@ void SelectDataFiles::newImageSelected(int i)
 void SelectDataFiles::clearFiles()
 {
     ui_->Files->clear();
+    nameMatches_ = NameMatches();
+    setMark(QString());
     showCount();
 }
 
@@ -229,6 +276,11 @@ void SelectDataFiles::setExpTimeMS(double ms, bool ok)
 void SelectDataFiles::setEngByRef(const QString& fname)
 {
     eofSetup_->setReference(fname);
+}
+
+void SelectDataFiles::setCrystalD(const QString& spacing)
+{
+    eofSetup_->setSpacing(spacing);
 }
 
 void SelectDataFiles::darkArea(const T20& area)

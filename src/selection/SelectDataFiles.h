@@ -1,5 +1,6 @@
 #pragma once
 
+#include "selection/EnergyOfFile.h"
 #include "selection/T20.h"
 
 #include <QFrame>
@@ -28,6 +29,14 @@ public:
     /// Adds a loaded file to the list, without choosing it; fNo is its place in the job's list.
     /// Its energy [eV].
     double addFile(const QString& name, int fNo);
+    /// Works the energies of all files out anew, by the setup as it stands [eV].
+    QVector<double> applyEnergies();
+    /// What is wrong with the energies by name since this was last asked or the list was last
+    /// cleared, in the words of the log; empty when nothing is.
+    QString takeNameComplaint();
+    /// Marks the stack for these reasons, one a line; none for an empty text.
+    void setMark(const QString& reasons);
+    QString mark() const;
 
     int currentIndex() const;
     int count() const;
@@ -48,6 +57,7 @@ Q_SIGNALS:
     void exposureChanged(); ///< the exposure's text
     void filesSelected(const QStringList& files, bool newFile);
     void clear();
+    void energiesApplied(); ///< applyEnergies() is asked for
     void setDarkArea();
     void updateDarkArea();
     void clearDarkArea();
@@ -77,15 +87,19 @@ public Q_SLOTS:
     /// Shows the exposure time [ms]; nothing unless it is known (ok).
     void setExpTimeMS(double ms, bool ok);
     void setEngByRef(const QString& fname);
+    /// Spacing of the crystal [angstrom].
+    void setCrystalD(const QString& spacing);
     /// Shows the rectangle of the dark area, or that there is none.
     void darkArea(const T20& area);
     void noDarkArea();
 
 private:
+    double energyOf(const QString& name, int fNo);
     void showCount();
 
     std::unique_ptr<Ui_SelectDataFiles> ui_;
     EOFSetup* eofSetup_;
     SelectDataFilesAdditionalSetup* addSetup_;
     LateDialog* dialog_;
+    NameMatches nameMatches_;
 };

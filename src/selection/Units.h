@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/Crystals.h"
+
 #include <QObject>
 
 /// Holds the spacing of the monochromator crystal for conversions between energy and angle.
@@ -8,7 +10,7 @@ class Units : public QObject
     Q_OBJECT
 public:
     using QObject::QObject;
-    double d = 3.13553; ///< [angstrom]
+    double d = defaultCrystalSpacing; ///< [angstrom]
 
 public Q_SLOTS:
     void setD(double D) { d = D; }

@@ -1,6 +1,7 @@
 #include "spectrum/ReferenceFile.h"
 #include "spectrum/XafsSpectrum.h"
 
+#include "common/FieldText.h"
 #include "common/SaveFile.h"
 
 #include <QDebug>
@@ -75,14 +76,14 @@ void XafsSpectrum::dump(const QString& fname, bool withEOffset) const
 void XafsSpectrum::dumpTo(QTextStream& out, bool withEOffset) const
 {
     out << "###Morvenkite::XafsSpectrum\n";
-    out << "# midx    : " << midx << '\n';
+    out << "# midx    : " << energyText(midx) << '\n';
     out << "# dMut    : " << dMut << '\n';
     writeCoefficients(out, "# pre   vic : ", pre);
     writeCoefficients(out, "# poste vic : ", post);
     out << "#\n# x  double-normalized-pre-base y pre post\n";
     for (int i = 0; i < size(); ++i) {
         const double E = x(i);
-        out << (withEOffset ? E - eOffset : E) << '\t' << doubleNormalizedPreBase.y(i) << '\t'
-            << y(i) << '\t' << preAt(E) << '\t' << postAt(E) << '\n';
+        out << energyText(withEOffset ? E - eOffset : E) << '\t' << doubleNormalizedPreBase.y(i)
+            << '\t' << y(i) << '\t' << preAt(E) << '\t' << postAt(E) << '\n';
     }
 }

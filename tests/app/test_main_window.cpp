@@ -1,5 +1,6 @@
 #include "BodyFixture.h"
 #include "analysis/LCFReference.h"
+#include "common/Bragg.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
@@ -119,6 +120,68 @@ private Q_SLOTS:
                  std::log(body.i0Stack()[7]->pixel(2, 3) / body.i1Stack()[7]->pixel(2, 3)));
     }
 
+    /// A corner without beam shows what the dark image would: 10 counts a ms.
+    void darkImageAndAreaGiveTheSameSignal()
+    {
+        const auto beam = [](double counts) {
+            return imgBytes(6, 4, "ExposureTime=20 ms", 2,
+                            [=](int x, int) { return x < 2 ? 200 : 200 + counts; });
+        };
+        const QString dark = experiment_.write(
+            "dark10.img", imgBytes(6, 4, "ExposureTime=10 ms", 2, [](int, int) { return 100; }));
+        DrivenBody body;
+        QVERIFY(
+            body.runAll({"Use_I0 1", "load_I1_files new " + experiment_.write("d1.img", beam(3000)),
+                         "load_I0_files new " + experiment_.write("d0.img", beam(9000)),
+                         "select_region 0 0 1 3"}));
+        const auto signal = [&body] { return body.rawXafsAt(4, 2, 0, 0).y(0); };
+        body.selectedDark(dark);
+        QCOMPARE(signal(), std::log(3.0));
+        QVERIFY(body.runAll({"set_i1_dark_area", "select_region 0 0 1 3", "set_i0_dark_area"}));
+        QCOMPARE(signal(), std::log(3.0));
+        // The area makes up for an exposure that is told wrong, as soon as it is.
+        body.findChild<QLineEdit*>("DarkExpTime")->setText("5");
+        QCOMPARE(signal(), std::log(3.0));
+        body.findChild<SelectDataFiles*>("SelectI0Files")->setExposure(70, true);
+        QCOMPARE(signal(), std::log(3.0));
+        body.clearDark();
+        QCOMPARE(signal(), std::log(3.0));
+    }
+
+    void energiesAreAppliedAnewAndDoubtsAreMarked()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
+        QVERIFY(row->mark().isEmpty());
+        const LogCapture log;
+        QVERIFY(body.runAll({"skip_i1 2", "load_I1_files new " + experiment_.i1.join(' ')}));
+        QVERIFY(body.runAll({"eng_calc_base_i1 9000.00001", "eng_apply_i1"}));
+        QCOMPARE(body.i1Stack()[3]->energy, 9000.00001 + 6 * experiment_.energyStep);
+        QCOMPARE(body.rawXafsAt(1, 1, 0, 0).points[3].x(), body.i1Stack()[3]->energy);
+        QCOMPARE(log.linesWith("energies do not rise"), 0);
+        QVERIFY(body.runAll({"eng_calc_delta_i1 -1", "eng_apply_i1"}));
+        QCOMPARE(log.linesWith("energies do not rise"), 1);
+        QCOMPARE(log.linesWith(experiment_.i1[0] + " and"), 1);
+        QVERIFY(log.linesWith(experiment_.i1[2]) == 1 && row->mark().contains("i1_1002.img"));
+        QVERIFY(body.runAll({"eng_calc_delta_i1 0", "eng_apply_i1"}));
+        QCOMPARE(log.linesWith("two images of one energy"), 1);
+        QVERIFY(body.runAll({"eng_crystal_d_i1 1.637478", "eng_crystal_d_i1 x",
+                             "eng_calc_disp_unit_i1 2", "eng_calc_base_i1 30", "eng_apply_i1"}));
+        QCOMPARE(body.i1Stack()[0]->energy, energyOfAngle(30, 1.637478));
+        QVERIFY(body.runAll({"eng_by_name_i1", "eng_by_name_reg_exp_i1 none", "eng_apply_i1"}));
+        QCOMPARE(log.linesWith("no energy in 31 of 31 file names"), 1);
+        QVERIFY(row->mark().isEmpty());
+        // A load tells it once, at its end, and takes the files of a folder by their numbers.
+        const QString folder = experiment_.dir.path() + "/n";
+        for (const char* name : {"n9.img", "n10.img", "n8_x.img"})
+            experiment_.write(name, imgBytes(1, 1, "", 2, [](int, int) { return 1; }));
+        QVERIFY(body.runAll({"skip_i1 1", "eng_by_name_reg_exp_i1 n(?<E>[0-9]+)[.]",
+                             "load_I1_files_of_pattern new " + folder.chopped(1) + " n*.img"}));
+        QCOMPARE(body.i1Stack()[2]->energy, 10.0);
+        QCOMPARE(log.linesWith("no energy in 1 of 3 file names"), 1);
+    }
+
     void totalI0ReplacesI0()
     {
         const QString total =
@@ -135,7 +198,7 @@ private Q_SLOTS:
     {
         DrivenBody body;
         const auto* energy = body.findChild<QLineEdit*>("SuggestingEeV");
-        QCOMPARE(energy->text(), QString("8984.36"));
+        QCOMPARE(energy->text(), QString("8984.36029"));
         QVERIFY(body.runAll({"Suggesting_Elm Fe", "Suggest_Elm 1", "Suggesting_Pre_End_eV -15"}));
         QVERIFY(std::abs(energy->text().toDouble() - 7112.0) < 2.0);
         QVERIFY(body.suggestElm().use && body.suggestElm().preEnd == -15.0);

@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <random>
+
 /// Texts taken apart and put together, the ramps of the colour bar, and kept windows.
 class TestCommon : public QObject
 {
@@ -87,6 +89,32 @@ private Q_SLOTS:
         for (const char* name : {"d.x/a", "d.x/a.", "d.x/a.txt"})
             QCOMPARE(withReplacedExtension(name, "dat"), QString("d.x/a.dat"));
         QCOMPARE(withExtension("a", "dat"), QDir::currentPath() + "/a.dat");
+    }
+
+    void filesStandInNaturalOrder()
+    {
+        const QStringList sorted{"9999.tif",
+                                 "10000.tif",
+                                 "a/2/1",
+                                 "a/10/1",
+                                 "a007",
+                                 "A7b",
+                                 "a7c",
+                                 "a8",
+                                 "a123456789012345678901234",
+                                 "a223456789012345678901234",
+                                 "b",
+                                 "b-1",
+                                 "b.1",
+                                 "b0",
+                                 "b_1"};
+        for (unsigned seed = 1; seed < 20; ++seed) {
+            QStringList names = sorted;
+            std::shuffle(names.begin(), names.end(), std::mt19937(seed));
+            sortNaturally(names);
+            QCOMPARE(names, sorted);
+        }
+        QVERIFY(naturallyLess("A1", "a1") != naturallyLess("a1", "A1"));
     }
 
     void greyValueFollowsTheHandles()

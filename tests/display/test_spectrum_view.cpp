@@ -218,7 +218,7 @@ private Q_SLOTS:
     {
         const QTemporaryDir dir;
         XafsSpectrum s = step(9050);
-        s.eOffset = 100;
+        s.eOffset = 100.00001;
         view_->setSpectrum(s);
         view_->setStdSpectrum(s);
         view_->setOthers({{step(9020), true, {}}, {step(9030), false, {}}});
@@ -227,7 +227,7 @@ private Q_SLOTS:
         for (const auto& name : names) {
             view_->saveData(dir.filePath(name.first));
             const QPair<const char*, const char*> files[] = {
-                {"T", "8900"}, {"std", "9000"}, {"other0", "9000"}, {"other1", "9000"}};
+                {"T", "8899.99999"}, {"std", "9000"}, {"other0", "9000"}, {"other1", "9000"}};
             for (const auto& file : files) {
                 QFile saved(dir.filePath(QString("%1-%2.dat").arg(name.second, file.first)));
                 QVERIFY(saved.open(QIODevice::ReadOnly));

@@ -1,4 +1,5 @@
 #include "image/BlockSpectrum.h"
+#include "image/EnergyOrder.h"
 #include "support/RandomStack.h"
 
 #include <QtTest>
@@ -41,29 +42,42 @@ Spectrum plainSpectrum(const StackPair& stacks, const BlockConditions& c, int x,
     const auto sumOf = [&](const TiffData* image) {
         return plainSum(*image, x, y, c.halfX, c.halfY);
     };
-    const auto i0At = [&](double E) {
+    const double dark = c.dark ? sumOf(c.dark) / c.darkExposure : 0.0;
+    // Any number that goes with each I0 image, on the line through two of them.
+    const auto atEnergy = [&](double E, const std::function<double(int)>& valueOf) {
         const TiffStack& s = stacks.i0;
-        if (s.size() < 2)
-            return s.isEmpty() ? 1.0 : sumOf(s[0]);
+        QVector<int> order;
+        for (int i = 0; i < s.size(); ++i)
+            order.append(i);
+        std::stable_sort(order.begin(), order.end(),
+                         [&s](int a, int b) { return s[a]->energy < s[b]->energy; });
+        if (s.size() == 1)
+            return valueOf(0);
         int low = 0;
-        while (low < s.size() - 2 && E >= s[low + 1]->energy)
+        while (low < s.size() - 2 && E >= s[order[low + 1]]->energy)
             ++low;
-        const double e1 = s[low]->energy;
-        const double e2 = s[low + 1]->energy;
-        const double s1 = sumOf(s[low]);
-        const double s2 = sumOf(s[low + 1]);
+        const double e1 = s[order[low]]->energy;
+        const double e2 = s[order[low + 1]]->energy;
+        const double s1 = valueOf(order[low]);
+        const double s2 = valueOf(order[low + 1]);
         return e1 == e2 ? 0.5 * (s1 + s2) : (s2 - s1) / (e2 - e1) * (E - e1) + s1;
     };
-    const double dark = c.dark ? sumOf(c.dark) / c.darkExposure : 0.0;
+    const auto i0At = [&](double E) {
+        if (stacks.i0.isEmpty())
+            return 1.0 - (0.0 + dark * c.i0Exposure);
+        const double area0 =
+            atEnergy(E, [&](int i) { return c.i0DarkAreaOn ? c.i0DarkAvg.value(i) * n : 0.0; });
+        return atEnergy(E, [&](int i) { return sumOf(stacks.i0[i]); }) -
+               (area0 + dark * c.i0Exposure);
+    };
     for (int i = 0; i < stacks.i1.size(); ++i) {
         const double area1 = c.i1DarkAreaOn ? c.i1DarkAvg.value(i) * n : 0.0;
-        const double area0 = c.i0DarkAreaOn ? c.i0DarkAvg.value(i) * n : 0.0;
         const double i1 = sumOf(stacks.i1[i]) - (area1 + dark * c.i1Exposure);
         double i0 = n;
         if (c.totalI0Loaded)
             i0 = c.totalI0.points.value(i).y();
         else if (c.useI0)
-            i0 = i0At(stacks.i1[i]->energy) - (area0 + dark * c.i0Exposure);
+            i0 = i0At(stacks.i1[i]->energy);
         const double mu = c.fluorescence ? i1 / i0 : i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
         spectrum.append(stacks.i1[i]->energy, mu);
     }
@@ -164,8 +178,10 @@ private Q_SLOTS:
             OwnedStack i0;
             for (int i = 0; i < 12; ++i)
                 i1.add(makeImage(40, 12, types[n % 3 + 1], counts), 9000.0 + 2.5 * i);
+            // The seven of them in no order, two of one energy.
+            const double i0Energies[] = {9003, 9007, 9011, 9007, 9024, 9015, 9000.5};
             for (int i = 0; i < i0Images; ++i)
-                i0.add(makeImage(40, 12, types[n % 3 + 1], counts), 9003.0 + 4.0 * i);
+                i0.add(makeImage(40, 12, types[n % 3 + 1], counts), i0Energies[i]);
             for (int i = 0; i < 12 && rules.contains("shifted"); ++i) {
                 i1.images[i]->shiftX = i - 4;
                 i1.images[i]->shiftY = 2 - i;
@@ -209,11 +225,11 @@ private Q_SLOTS:
     void plantedStacksGiveTheirValues()
     {
         OwnedStack stack;
-        for (const double v : {1.0, 2.0, 6.0})
+        for (const double v : {2.0, 1.0, 6.0})
             stack.add(makeImage(1, 1, TiffData::TiffWords, [v](int, int) { return 100 * v; }),
                       10 * v);
         const auto sumAt = [&stack](double E) {
-            return stackBlockSum(stack.images, E, 0, 0, 0, 0);
+            return stackBlockSum(stack.images, energyOrder(stack.images), E, 0, 0, 0, 0);
         };
         QVERIFY(sumAt(15) == 150 && sumAt(20) == 200 && sumAt(80) == 800 && sumAt(-10) == -100);
         // Without I0 the block is held against its pixels, all of them even at the edge; counts
@@ -221,9 +237,31 @@ private Q_SLOTS:
         BlockConditions c;
         c.imageWidth = c.imageHeight = c.halfX = 1;
         c.i1DarkAreaOn = true;
-        c.i1DarkAvg = {0.0, 100.0, 0.0};
+        c.i1DarkAvg = {200.0, 0.0, 0.0};
         const Spectrum spectrum = rawXafs({stack.images, {}}, c, 0, 0);
-        QVERIFY(spectrum.y(0) == std::log(3.0 / 100.0) && spectrum.y(1) == 1.0);
+        QVERIFY(spectrum.y(1) == std::log(3.0 / 100.0) && spectrum.y(0) == 1.0);
+    }
+
+    void stacksThatDoNotRiseAreTold()
+    {
+        const double nan = qQNaN();
+        const struct
+        {
+            QVector<double> energies;
+            QPoint falls;
+            QPoint equal;
+        } rows[] = {{{}, {-1, -1}, {-1, -1}},         {{1, 2, 3}, {-1, -1}, {-1, -1}},
+                    {{1, 3, 2, 0}, {1, 2}, {-1, -1}}, {{1, 2, 2, 3}, {-1, -1}, {1, 2}},
+                    {{2, 1, 3, 2}, {0, 1}, {0, 3}},   {{1, nan, 3}, {0, 1}, {-1, -1}}};
+        for (const auto& row : rows) {
+            OwnedStack stack;
+            for (const double E : row.energies)
+                stack.add(std::make_unique<TiffData>(), E);
+            const ImagePair falls = fallingPair(stack.images);
+            const ImagePair equal = equalPair(stack.images);
+            QCOMPARE(QPoint(falls.first, falls.second), row.falls);
+            QCOMPARE(QPoint(equal.first, equal.second), row.equal);
+        }
     }
 };
 

@@ -85,8 +85,28 @@ private Q_SLOTS:
         QVERIFY(read(image, imgBytes(3, 3, "", 2, ramp, 10, 20), bad));
         // Mean of the seven good neighbours of (1, 1), cut to the pixel's type.
         QCOMPARE(image.pixel(1, 1), std::floor((1 + 101 + 201 + 2 + 202 + 3 + 203) / 7.0));
+        // What stood there counts no more, and neither does a 0 for want of good neighbours.
+        const auto hot = [](int x, int y) { return x == 2 && y == 1 ? 60000 : 100 + 10 * y + x; };
+        QVERIFY(read(image, imgBytes(3, 3, "", 2, hot, 10, 20), bad));
+        QVERIFY(image.minVal == 100 && image.maxVal == 122);
+        QVERIFY(read(image, imgBytes(2, 1, "", 2, hot, 11, 21), bad));
+        QVERIFY(image.pixel(0, 0) == 0 && image.maxVal < 1);
         QVERIFY(read(image, brnxBytes(2, 1, [](int x, int) { return x == 0 ? 2.0 : -0.1; }), bad));
         QVERIFY(image.pixel(0, 0) == 1000.0 && image.pixel(1, 0) == 0.0); // never negative
+    }
+
+    void nanIsNoExtremeWhereverItStands()
+    {
+        for (int at = 0; at < 9; ++at) {
+            TiffData image;
+            QVERIFY(image.allocate(3, 3, TiffData::Floats));
+            for (int i = 0; i < 9; ++i)
+                image.row<float>(i / 3)[i % 3] = i == at ? float(qQNaN()) : float(i + 1);
+            for (int y = 0; y < 3; ++y)
+                image.noteExtremes(y);
+            QCOMPARE(QPointF(image.minVal, image.maxVal),
+                     QPointF(at == 0 ? 2 : 1, at == 8 ? 8 : 9));
+        }
     }
 
     void missingRowsReadAsZeroWithOneLogLine()
