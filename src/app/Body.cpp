@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "batch/BatchCtrl.h"
 #include "batch/BatchDispatcher.h"
+#include "calibration/CalibCtrl.h"
 #include "common/Cfg.h"
 #include "common/FieldText.h"
 #include "common/Settings.h"
@@ -78,6 +79,7 @@ Body::Body(QWidget* parent)
     setupShell();
     loadDefaultErrPoints();
     refreshEdgeEnergy();
+    passSuggestion();
     startConfigBatch();
 }
 
@@ -265,7 +267,8 @@ void Body::setupSpectrumViews()
         connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
     for (const Stack* stack : {&i1_, &i0_})
         connect(stack->row, &SelectDataFiles::exposureChanged, this, &Body::refreshCursor);
-    for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm})
+    for (const QCheckBox* box :
+         {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->SuggestForRefs})
         connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
     connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &Body::refreshCursor);
@@ -359,6 +362,14 @@ SuggestElm Body::suggestElm() const
     elm.postStart = ui_->DPostS->text().toDouble();
     elm.thJump = ui_->ThJumpSigma->text().toDouble();
     return elm;
+}
+
+/// References and standard are normalised anew when the suggestion is another.
+void Body::passSuggestion()
+{
+    const SuggestElm elm = suggestElm();
+    analyzer_->setHint({elm, ui_->SuggestForRefs->isChecked()});
+    calibCtrl_->setSuggestion(elm);
 }
 
 /// Shows the table's energy of the suggested edge; an unknown element leaves the field alone.

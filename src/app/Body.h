@@ -147,6 +147,8 @@ public Q_SLOTS:
     /// Takes single outliers out of the shift map.
     void normalizeEShift();
     void clearShiftMap();
+    /// Exchanges the shift map for the one that it replaced; without one costs one log line.
+    void swapFormerMap();
     void showAnalyzedVals();
     void setI0DarkArea();
     void setI1DarkArea();
@@ -224,7 +226,18 @@ private:
         QVector<int> waiting; ///< tickets of the batch commands that wait for its end
     };
 
+    /// All that makes up an energy shift map; without shifts there is none.
+    struct ShiftMap
+    {
+        QVector<double> shifts; ///< [eV], row by row
+        AnalyzeCond walk;
+        QPoint origin;            ///< on the detector
+        double edgeE = 0.0;       ///< at which it was read [eV]
+        bool interrupted = false; ///< its calibration was stopped
+    };
+
     // Body.cpp
+    void passSuggestion();
     void setupBatch();
     void setupStacks();
     void setupImageView();
@@ -263,6 +276,12 @@ private:
     void waitForCalibration(int ticket);
     void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
     bool acceptsMapSize(const EMPHeader& empH);
+    ShiftMap shiftMapInForce() const;
+    void putInForce(const ShiftMap& shiftMap);
+    void keepAsFormer(const ShiftMap& shiftMap);
+    void setMapInterrupted(bool f);
+    bool calibrationHasBegun() const;
+    double edgeOfMap() const;
     void takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts);
 
     // BodyStacks.cpp
@@ -361,8 +380,11 @@ private:
     Walk walk_;
     Calibration calibration_;
     AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
-    XafsSpectrum stdSpectrum_; ///< the standard, as it was when its file came
+    XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
+    bool mapInterrupted_ = false;
+    ShiftMap replacedMap_;                ///< by the running calibration
+    std::unique_ptr<ShiftMap> formerMap_; ///< null as long as no map was replaced
     double zansa_ = 0.0; ///< residual of the last fit; a position without an edge shows it again
     bool keepsWindows_ = false;       ///< places of windows are written at the end
     bool closing_ = false;            ///< the window is closed: no command is run any more

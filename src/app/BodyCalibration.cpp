@@ -11,12 +11,25 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace {
 
 /// A map value this many eV off the common level is an outlier; fixed.
 constexpr double outlierLimit = 40.0;
+
+void fillMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts)
+{
+    map.prepare(walk);
+    int i = 0;
+    for (int y = 0; y < walk.height; ++y) {
+        for (int x = 0; x < walk.width; ++x)
+            map.setData(x, y, 0, 0, shifts[i++]);
+    }
+    map.genImg();
+}
 
 } // namespace
 
@@ -27,10 +40,12 @@ void Body::setupCalibration()
     for (LateDialog* dialog : calibCtrl_->dialogs())
         dataDialogs_->add(dialog);
     connect(calibCtrl_, &CalibCtrl::newStdFileLoaded, this, &Body::newStdFile);
+    connect(calibCtrl_, &CalibCtrl::standardChanged, this, &Body::newStdFile);
     connect(calibCtrl_, &CalibCtrl::execCalibration, this, &Body::execCalibration);
     connect(calibCtrl_, &CalibCtrl::saveEMap, this, qOverload<const QString&>(&Body::saveEMap));
     connect(calibCtrl_, &CalibCtrl::loadEMap, this, &Body::loadEMap);
     connect(calibCtrl_, &CalibCtrl::clearMap, this, &Body::clearShiftMap);
+    connect(calibCtrl_, &CalibCtrl::formerMap, this, &Body::swapFormerMap);
     connect(calibCtrl_, &CalibCtrl::normalizeEShift, this, &Body::normalizeEShift);
     connect(calibCtrl_, &CalibCtrl::targetBackgroundChanged, this, &Body::refreshCursor);
     connect(this, &Body::calibProgress, calibCtrl_, &CalibCtrl::progress);
@@ -60,11 +75,13 @@ void Body::execCalibration()
     tellCalibrationDoubts();
     calibration_.running = true;
     calibration_.statistics = CalibStatistics();
+    replacedMap_ = shiftMapInForce();
     calibIter_ = walk;
     calibCtrl_->setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
     energyShiftMap_.prepare(calibIter_);
     mapEdgeE_ = 0.0;
+    setMapInterrupted(false);
     const TiffData& first = *i1Stack_.first();
     mapX0_ = first.x0;
     mapY0_ = first.y0;
@@ -77,8 +94,6 @@ void Body::tellCalibrationDoubts() const
 {
     if (stdSpectrum_.isEmpty())
         qDebug() << "Calibration: no standard is loaded";
-    else if (calibCtrl_->standard().isEmpty())
-        qDebug() << "Calibration: the standard's row is empty, the former standard is used";
     const CalibConditions c = calibCtrl_->conditions(suggestElm());
     const bool searches = c.step > 0.0 && c.step >= c.minStep && std::isfinite(c.range);
     if (c.method == CalibMethod::InnerProduct && !searches)
@@ -86,19 +101,36 @@ void Body::tellCalibrationDoubts() const
                  << c.minStep << "allow no search, all shifts are 0";
 }
 
-/// Leaves the map as far as it is filled, without statistics.
+/// Leaves the map as far as it is filled, without statistics. Before the first position that is no
+/// map, and the one before stays.
 void Body::stopCalibration()
 {
     if (!calibration_.running)
         return;
     qDebug() << "Calibration stopped";
-    energyShiftMap_.genImg();
+    if (calibrationHasBegun()) {
+        energyShiftMap_.genImg();
+        setMapInterrupted(true);
+    } else {
+        putInForce(replacedMap_);
+        replacedMap_ = ShiftMap();
+    }
     leaveCalibration();
+}
+
+/// Whether a position of the walk is done.
+bool Body::calibrationHasBegun() const
+{
+    AnalyzeCond first = calibIter_;
+    first.start();
+    return first.cx != calibIter_.cx || first.cy != calibIter_.cy;
 }
 
 void Body::leaveCalibration()
 {
     calibration_.running = false;
+    keepAsFormer(replacedMap_);
+    replacedMap_ = ShiftMap();
     calibCtrl_->setRunning(false);
     for (const int ticket : qAsConst(calibration_.waiting))
         Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
@@ -161,9 +193,77 @@ void Body::normalizeEShift()
 void Body::clearShiftMap()
 {
     stopCalibration();
-    energyShiftMap_.clear();
-    mapEdgeE_ = 0.0;
+    keepAsFormer(shiftMapInForce());
+    putInForce(ShiftMap());
     refreshCursor();
+}
+
+Body::ShiftMap Body::shiftMapInForce() const
+{
+    const double* shifts = energyShiftMap_.data();
+    const AnalyzeCond& size = energyShiftMap_.stepper;
+    ShiftMap map{{}, calibIter_, {mapX0_, mapY0_}, mapEdgeE_, mapInterrupted_};
+    if (shifts != nullptr)
+        std::copy_n(shifts, size.width * size.height, std::back_inserter(map.shifts));
+    return map;
+}
+
+void Body::putInForce(const ShiftMap& shiftMap)
+{
+    mapX0_ = shiftMap.origin.x();
+    mapY0_ = shiftMap.origin.y();
+    mapEdgeE_ = shiftMap.edgeE;
+    setMapInterrupted(shiftMap.interrupted);
+    calibIter_ = shiftMap.walk;
+    if (shiftMap.shifts.isEmpty()) {
+        energyShiftMap_.clear();
+        return;
+    }
+    calibCtrl_->showImageGeometry({shiftMap.walk.width, shiftMap.walk.height}, shiftMap.origin);
+    fillMap(energyShiftMap_, shiftMap.walk, shiftMap.shifts);
+}
+
+/// Nothing is no former map: the one that was kept before stays.
+void Body::keepAsFormer(const ShiftMap& shiftMap)
+{
+    if (shiftMap.shifts.isEmpty())
+        return;
+    formerMap_ = std::make_unique<ShiftMap>(shiftMap);
+    calibCtrl_->setFormerMap(true);
+}
+
+void Body::swapFormerMap()
+{
+    // Stopping a calibration makes the map that it replaced the former one.
+    if (!formerMap_ && replacedMap_.shifts.isEmpty()) {
+        qDebug() << "No former energy shift map";
+        return;
+    }
+    stopCalibration();
+    if (!formerMap_)
+        return; // stopped before its first position: nothing was replaced
+    const ShiftMap current = shiftMapInForce();
+    putInForce(*formerMap_);
+    *formerMap_ = current;
+    refreshCursor();
+}
+
+void Body::setMapInterrupted(bool f)
+{
+    mapInterrupted_ = f;
+    calibCtrl_->setMapInterrupted(f);
+}
+
+/// Edge [eV] at which the map's shifts become angles: the standard's, that of the field, or that at
+/// which the map was read; 0 for none.
+double Body::edgeOfMap() const
+{
+    for (const double edge :
+         {stdSpectrum_.isEmpty() ? 0.0 : stdSpectrum_.midx, calibCtrl_->edgeEV(), mapEdgeE_}) {
+        if (edge > 0.0 && std::isfinite(edge))
+            return edge;
+    }
+    return 0.0;
 }
 
 void Body::saveEMap(const QString& fname)
@@ -177,11 +277,18 @@ void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
         qDebug() << "No energy shift map to save as" << fname;
         return;
     }
+    const double edge = edgeOfMap();
+    if (edge == 0.0) {
+        qDebug() << "Energy shift map not saved as" << fname
+                 << ": no standard is loaded and the edge energy field is empty";
+        return;
+    }
+    if (mapInterrupted_)
+        qDebug() << "Energy shift map saved as" << fname << "is that of a stopped calibration";
     const AnalyzeCond& at = calibIter_;
     ShiftMapRecord record;
     record.recorded = QDateTime::currentDateTime();
-    // A map that was loaded without a standard keeps the edge at which it was read.
-    record.header.stdEdgeE = stdSpectrum_.isEmpty() ? mapEdgeE_ : stdSpectrum_.midx;
+    record.header.stdEdgeE = edge;
     record.header.spacing = calibCtrl_->crystalSpacing();
     record.header.xOffset = mapX0_;
     record.header.yOffset = mapY0_;
@@ -240,6 +347,8 @@ void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
         return;
     }
     stopCalibration();
+    keepAsFormer(shiftMapInForce());
+    setMapInterrupted(false);
     const double typed = calibCtrl_->edgeEV();
     mapEdgeE_ = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
     mapX0_ = empH.xOffset;
@@ -273,12 +382,6 @@ bool Body::acceptsMapSize(const EMPHeader& empH)
 void Body::takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts)
 {
     calibIter_ = walk;
-    map.prepare(walk);
-    int i = 0;
-    for (int y = 0; y < walk.height; ++y) {
-        for (int x = 0; x < walk.width; ++x)
-            map.setData(x, y, 0, 0, shifts[i++]);
-    }
-    map.genImg();
+    fillMap(map, walk, shifts);
     refreshCursor();
 }

@@ -181,6 +181,8 @@ QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
         {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.ui_->SuggestingEeV->setText(c.arg(0)); }},
         {ExCmdSuggestingPreEndEV, [](B& b, const C& c) { b.ui_->DPreE->setText(c.arg(0)); }},
         {ExCmdSuggestingPostStartEV, [](B& b, const C& c) { b.ui_->DPostS->setText(c.arg(0)); }},
+        {ExCmdSuggestForRefs,
+         [](B& b, const C& c) { b.ui_->SuggestForRefs->setChecked(onArg(c, 0)); }},
         {ExCmdSetI0DarkArea, [](B& b, const C&) { b.setI0DarkArea(); }},
         {ExCmdSetI1DarkArea, [](B& b, const C&) { b.setI1DarkArea(); }},
         {ExCmdClearI0DarkArea, [](B& b, const C&) { b.clearI0DarkArea(); }},
