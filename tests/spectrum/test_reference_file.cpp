@@ -91,6 +91,10 @@ private Q_SLOTS:
             two);
         add("line ends", "8970 0.25\r8980 0.5\r\n8990 1\n9000 2",
             two + Points{{8990, 1}, {9000, 2}});
+        add("byte order mark",
+            "\xEF\xBB\xBF"
+            "8970 0.25\n8980 0.5\n",
+            two);
         add("columns", "8970 0.25 7\n8980 0.5 8\n", two,
             "3 columns: the first two are taken as energy and mu");
         add("labels", "# by me\n# energy, i0, it\n#-----\n8970,0.25,7\n8980,0.5,8\n", two,
