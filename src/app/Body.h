@@ -44,9 +44,10 @@ struct SectionSource;
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
 /// browsing, BodyCursor.cpp spectrum and sections at the cursor, BodyCalibration.cpp energy
-/// calibration, BodyDark.cpp dark, background and total I0, BodyAnalysis.cpp the walk over the map,
-/// BodySave.cpp output, BodyCommands.cpp and BodyPanelCommands.cpp batch commands, BodyMenu.cpp
-/// menus and keys, BodyShell.cpp what else surrounds the form.
+/// calibration, BodyShiftMap.cpp the map that it fills, BodyDark.cpp dark, background and total I0,
+/// BodyAnalysis.cpp the walk over the map, BodySave.cpp output, BodyCommands.cpp and
+/// BodyPanelCommands.cpp batch commands, BodyMenu.cpp menus and keys, BodyShell.cpp what else
+/// surrounds the form.
 class Body : public QMainWindow
 {
     Q_OBJECT
@@ -274,14 +275,17 @@ private:
     void stopCalibration();
     void leaveCalibration();
     void waitForCalibration(int ticket);
-    void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
-    bool acceptsMapSize(const EMPHeader& empH);
+    bool calibrationHasBegun() const;
+
+    // BodyShiftMap.cpp
     ShiftMap shiftMapInForce() const;
     void putInForce(const ShiftMap& shiftMap);
     void keepAsFormer(const ShiftMap& shiftMap);
     void setMapInterrupted(bool f);
-    bool calibrationHasBegun() const;
     double edgeOfMap() const;
+    ShiftMapRecord mapRecord(const Analyzed2DRes& map, double edge) const;
+    void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
+    bool acceptsMapSize(const EMPHeader& empH);
     void takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts);
 
     // BodyStacks.cpp
