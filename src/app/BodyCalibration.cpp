@@ -34,6 +34,8 @@ void Body::setupCalibration()
 
 void Body::newStdFile()
 {
+    if (calibration_.running)
+        qDebug() << "Calibration: another standard is in force for the positions to come";
     stdSpectrum_ = calibCtrl_->standard();
     xafsView_->setStdSpectrum(stdSpectrum_);
     refreshCursor();
