@@ -121,6 +121,7 @@ void Analyzer::addNewRef()
 {
     auto* const row = new LCFReference(ui_->RefBase);
     ui_->RefRows->addWidget(row);
+    row->setHint(hint_);
     refs_.append(row);
     refGroup_->addButton(row->showButton(), refs_.size() - 1);
     addReferenceCurve();
@@ -134,6 +135,15 @@ void Analyzer::addNewRef()
     }
     connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
     connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
+}
+
+void Analyzer::setHint(const EdgeHint& hint)
+{
+    if (hint.isLike(hint_))
+        return;
+    hint_ = hint;
+    for (LCFReference* row : qAsConst(refs_))
+        row->setHint(hint);
 }
 
 /// Gives the last row its place in the view, in front of the fit.

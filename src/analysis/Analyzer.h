@@ -2,6 +2,7 @@
 
 #include "analysis/AnalyzeProc.h"
 #include "maps/Analyzed2DRes.h"
+#include "spectrum/EdgeDoubt.h"
 
 #include <QFrame>
 #include <QThread>
@@ -77,6 +78,9 @@ public:
     XafsView* view() const { return view_.get(); }
     /// Curve of the last single fit.
     const XafsSpectrum& fitResult() const { return fitResult_; }
+
+    /// Hands the suggested edge to all rows; see LCFReference::setHint().
+    void setHint(const EdgeHint& hint);
 
 public Q_SLOTS:
     /// Shows the panel and the view.
@@ -154,6 +158,7 @@ private:
     XafsSpectrum spectrum_;
     XafsSpectrum fitResult_;
     SuggestElm lastSElm_;
+    EdgeHint hint_;          ///< of the rows
     int singleRequests_ = 0; ///< number of the single request sent last
     bool contAccess_ = false;
     bool holdGap_ = true;

@@ -24,7 +24,7 @@ LCFReference::~LCFReference() = default;
 
 LcfReferenceData LCFReference::data() const
 {
-    return {spectrum_, isActive(), weight_};
+    return {spectrum(), isActive(), weight_};
 }
 
 QString LCFReference::fileName() const
@@ -52,72 +52,97 @@ QAbstractButton* LCFReference::showButton() const
     return ui_->Show;
 }
 
+int LCFReference::backgroundMode() const
+{
+    return ui_->IsVictreen->isChecked() ? VictLine::Victoreen : VictLine::Straight;
+}
+
 void LCFReference::forgetSpectrum()
 {
-    spectrum_ = XafsSpectrum();
-    spectrum_.isShifted = true;
-    spectrum_.isMute = isUsed() ? 1 : 0;
-    applyShift(ui_->DeltaE->text().toDouble());
+    reference_.clear();
+    reference_.setShift(ui_->DeltaE->text().toDouble());
+    reference_.setShown(isUsed());
     ui_->DMut->clear();
     ui_->MidE->clear();
+    showMark();
 }
 
-void LCFReference::applyShift(double dE)
+void LCFReference::showEdge()
 {
-    spectrum_.eShift = dE;
-    spectrum_.eOffset = dE;
+    if (!reference_.isEmpty()) {
+        ui_->DMut->setText(fieldText(spectrum().dMut));
+        ui_->MidE->setText(fieldText(spectrum().midx));
+    }
+    showMark();
 }
 
-void LCFReference::normalize()
+void LCFReference::showMark()
 {
-    // Fits read the curves at dE away from where they stand, so they are built without it.
-    spectrum_.eShift = 0.0;
-    spectrum_.normalizeIfData(ui_->IsVictreen->isChecked() ? VictLine::Victoreen
-                                                           : VictLine::Straight);
-    applyShift(ui_->DeltaE->text().toDouble());
+    QStringList reasons = reference_.doubts();
+    if (!leftOut_.isEmpty())
+        reasons.append(leftOut_);
+    ui_->XFS->setMark(reasons.join(QLatin1Char('\n')));
 }
 
 void LCFReference::newFile(const QString& fname)
 {
     forgetSpectrum();
-    if (!spectrum_.load(fname)) {
-        qDebug() << "Can't read reference file" << fname;
+    const QString fault = reference_.load(fname, backgroundMode());
+    if (!fault.isEmpty()) {
+        qDebug().noquote()
+            << QStringLiteral("Can't read reference file \"%1\": %2").arg(fname, fault);
         ui_->XFS->fileNameValid(false);
         ui_->XFS->clear();
         return;
     }
     ui_->XFS->fileNameValid(true);
     changedUse(isUsed());
-    normalize();
-    ui_->DMut->setText(fieldText(spectrum_.dMut));
-    ui_->MidE->setText(fieldText(spectrum_.midx));
+    showEdge();
     Q_EMIT changed();
     Q_EMIT newFileSelected();
 }
 
 void LCFReference::clearedFile()
 {
+    leftOut_.clear();
     forgetSpectrum();
     Q_EMIT changed();
 }
 
 void LCFReference::changedUse(bool f)
 {
-    spectrum_.isMute = f ? 1 : 0;
+    reference_.setShown(f);
     Q_EMIT changed();
 }
 
 void LCFReference::editedDeltaE()
 {
-    applyShift(ui_->DeltaE->text().toDouble());
+    reference_.setShift(ui_->DeltaE->text().toDouble());
     Q_EMIT changed();
     Q_EMIT newDeltaE();
 }
 
 void LCFReference::toggledIsVictreen(bool /*f*/)
 {
-    normalize();
+    reference_.setMode(backgroundMode());
+    showEdge();
     Q_EMIT changed();
+}
+
+void LCFReference::setHint(const EdgeHint& hint)
+{
+    const bool otherCurve = reference_.setHint(hint);
+    showEdge();
+    if (otherCurve)
+        Q_EMIT changed();
+}
+
+void LCFReference::setLeftOut(const QString& why)
+{
+    if (why == leftOut_)
+        return;
+    leftOut_ = why;
+    showMark();
 }
 
 void LCFReference::setStd(bool use, double dE, const QString& fname, const QString& isVic)
@@ -127,8 +152,9 @@ void LCFReference::setStd(bool use, double dE, const QString& fname, const QStri
     ui_->IsVictreen->setChecked(victoreen);
     ui_->XFS->load(fname);
     ui_->XFS->setUse(use);
-    ui_->DeltaE->setText(fieldText(dE));
-    applyShift(dE);
+    ui_->DeltaE->setText(energyText(dE));
+    ui_->DeltaE->setCursorPosition(0); // of a long one the front counts most
+    reference_.setShift(dE);
     Q_EMIT changed();
     Q_EMIT newDeltaE();
 }
@@ -137,11 +163,6 @@ void LCFReference::setWeight(double w)
 {
     weight_ = w;
     ui_->R->setText(QString::asprintf("%5.2f", w * 100.0));
-}
-
-void LCFReference::setLeftOut(const QString& why)
-{
-    ui_->XFS->setMark(why);
 }
 
 void LCFReference::setResult(double v)

@@ -2,6 +2,7 @@
 
 #include "analysis/LcfFit.h"
 #include "maps/Analyzed2DRes.h"
+#include "spectrum/ReferenceSpectrum.h"
 
 #include <QFrame>
 
@@ -22,7 +23,7 @@ public:
     /// Copies of all that a fit needs of this row.
     LcfReferenceData data() const;
     /// The reference; isShifted is always on, and eShift and eOffset are the row's dE [eV].
-    const XafsSpectrum& spectrum() const { return spectrum_; }
+    const XafsSpectrum& spectrum() const { return reference_.spectrum(); }
     QString fileName() const;
     /// The use box is checked.
     bool isUsed() const;
@@ -48,12 +49,15 @@ public Q_SLOTS:
     void toggledIsVictreen(bool f);
     /// Fills the row from a batch. isVic: empty, "VIC" or a number above 0 means Victoreen lines.
     void setStd(bool use, double dE, const QString& fname, const QString& isVic);
+    /// Takes the suggested edge and whether references are normalised by it. One that tells nothing
+    /// new costs nothing.
+    void setHint(const EdgeHint& hint);
+    /// Marks the row as left out of the fit for this reason; as taking part for an empty text.
+    void setLeftOut(const QString& why);
     /// Keeps the weight and shows it in percent.
     void setWeight(double w);
     /// Shows the jump that this reference carries.
     void setResult(double v);
-    /// Marks the row for taking no part in fits; an empty reason takes that back.
-    void setLeftOut(const QString& why);
 
 Q_SIGNALS:
     void newFileSelected();
@@ -65,12 +69,14 @@ private:
     Q_DISABLE_COPY(LCFReference)
 
     void clearedFile();
-    void normalize();
-    void applyShift(double dE);
+    int backgroundMode() const;
     void forgetSpectrum();
+    void showEdge();
+    void showMark();
 
     const std::unique_ptr<Ui_LCFReference> ui_;
-    XafsSpectrum spectrum_;
+    ReferenceSpectrum reference_;
+    QString leftOut_;              ///< why the fit leaves the row out, in the interface's language
     QVector<Analyzed2DRes*> maps_; ///< children of this row
     double weight_ = 0.0;
 };

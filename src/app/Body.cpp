@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "batch/BatchCtrl.h"
 #include "batch/BatchDispatcher.h"
+#include "calibration/CalibCtrl.h"
 #include "common/Cfg.h"
 #include "common/FieldText.h"
 #include "common/Settings.h"
@@ -78,6 +79,7 @@ Body::Body(QWidget* parent)
     setupShell();
     loadDefaultErrPoints();
     refreshEdgeEnergy();
+    passSuggestion();
     startConfigBatch();
 }
 
@@ -270,7 +272,8 @@ void Body::setupSpectrumViews()
         connect(ui_->DarkExpTime, &QLineEdit::textChanged, this, changed);
     }
     connect(ui_->HoldGap, &QCheckBox::toggled, analyzer_, &Analyzer::setHoldGap);
-    for (const QCheckBox* box : {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->HoldGap})
+    for (const QCheckBox* box :
+         {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->SuggestForRefs, ui_->HoldGap})
         connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
     connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &Body::refreshCursor);
@@ -364,6 +367,14 @@ SuggestElm Body::suggestElm() const
     elm.postStart = ui_->DPostS->text().toDouble();
     elm.thJump = ui_->ThJumpSigma->text().toDouble();
     return elm;
+}
+
+/// References and standard are normalised anew when the suggestion is another.
+void Body::passSuggestion()
+{
+    const SuggestElm elm = suggestElm();
+    analyzer_->setHint({elm, ui_->SuggestForRefs->isChecked()});
+    calibCtrl_->setSuggestion(elm);
 }
 
 /// Shows the table's energy of the suggested edge; an unknown element leaves the field alone.

@@ -44,7 +44,8 @@ struct SectionSource;
 ///
 /// The slots stand in files by subject: Body.cpp construction and wiring, BodyStacks.cpp stacks and
 /// browsing, BodyEnergies.cpp energies of the images, BodyCursor.cpp spectrum and sections at the
-/// cursor, BodyCalibration.cpp energy calibration, BodyDark.cpp dark, background and total I0,
+/// cursor, BodyCalibration.cpp energy calibration, BodyShiftMap.cpp the map that it fills,
+/// BodyDark.cpp dark, background and total I0,
 /// BodyAnalysis.cpp the walk over the map, BodySave.cpp output, BodyCommands.cpp and
 /// BodyPanelCommands.cpp batch commands, BodyMenu.cpp menus and keys, BodyShell.cpp what else
 /// surrounds the form.
@@ -148,6 +149,8 @@ public Q_SLOTS:
     /// Takes single outliers out of the shift map.
     void normalizeEShift();
     void clearShiftMap();
+    /// Exchanges the shift map for the one that it replaced; without one costs one log line.
+    void swapFormerMap();
     void showAnalyzedVals();
     void setI0DarkArea();
     void setI1DarkArea();
@@ -230,7 +233,20 @@ private:
         QVector<int> waiting;  ///< tickets of the batch commands that wait for its end
     };
 
+    /// All that makes up an energy shift map; without shifts there is none.
+    struct ShiftMap
+    {
+        QVector<double> shifts; ///< [eV], row by row
+        AnalyzeCond walk;
+        QPoint origin;                ///< on the detector
+        double edgeE = 0.0;           ///< at which it was read [eV]
+        bool interrupted = false;     ///< its calibration was stopped
+        double min = runningMinStart; ///< of the positions that have a shift [eV]
+        double max = runningMaxStart;
+    };
+
     // Body.cpp
+    void passSuggestion();
     void setupBatch();
     void setupStacks();
     void setupImageView();
@@ -268,6 +284,15 @@ private:
     void stopCalibration();
     void leaveCalibration();
     void waitForCalibration(int ticket);
+    bool calibrationHasBegun() const;
+
+    // BodyShiftMap.cpp
+    ShiftMap shiftMapInForce() const;
+    void putInForce(const ShiftMap& shiftMap);
+    void keepAsFormer(const ShiftMap& shiftMap);
+    void setMapInterrupted(bool f);
+    double edgeOfMap() const;
+    ShiftMapRecord mapRecord(const Analyzed2DRes& map, double edge) const;
     void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
     bool acceptsMapSize(const EMPHeader& empH);
     void takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts);
@@ -379,11 +404,14 @@ private:
 
     Walk walk_;
     Calibration calibration_;
-    AnalyzeCond calibIter_;           ///< walk that filled the energy shift map
-    XafsSpectrum stdSpectrum_;        ///< the standard, as it was when its file came
-    double mapEdgeE_ = 0.0;           ///< edge at which the map was read [eV]
-    bool keepsWindows_ = false;       ///< places of windows are written at the end
-    bool closing_ = false;            ///< the window is closed: no command is run any more
-    QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
+    AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
+    XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
+    double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
+    bool mapInterrupted_ = false;
+    ShiftMap replacedMap_;                ///< by the running calibration
+    std::unique_ptr<ShiftMap> formerMap_; ///< null as long as no map was replaced
+    bool keepsWindows_ = false;           ///< places of windows are written at the end
+    bool closing_ = false;                ///< the window is closed: no command is run any more
+    QVector<Analyzed2DRes*> resMaps_;     ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

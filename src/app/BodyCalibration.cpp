@@ -8,17 +8,8 @@
 #include "ui_Body.h"
 
 #include <QDebug>
-#include <QFile>
-#include <QTextStream>
 
 #include <cmath>
-
-namespace {
-
-/// A map value this many eV off the common level is an outlier; fixed.
-constexpr double outlierLimit = 40.0;
-
-} // namespace
 
 void Body::setupCalibration()
 {
@@ -27,10 +18,12 @@ void Body::setupCalibration()
     for (LateDialog* dialog : calibCtrl_->dialogs())
         dataDialogs_->add(dialog);
     connect(calibCtrl_, &CalibCtrl::newStdFileLoaded, this, &Body::newStdFile);
+    connect(calibCtrl_, &CalibCtrl::standardChanged, this, &Body::newStdFile);
     connect(calibCtrl_, &CalibCtrl::execCalibration, this, &Body::execCalibration);
     connect(calibCtrl_, &CalibCtrl::saveEMap, this, qOverload<const QString&>(&Body::saveEMap));
     connect(calibCtrl_, &CalibCtrl::loadEMap, this, &Body::loadEMap);
     connect(calibCtrl_, &CalibCtrl::clearMap, this, &Body::clearShiftMap);
+    connect(calibCtrl_, &CalibCtrl::formerMap, this, &Body::swapFormerMap);
     connect(calibCtrl_, &CalibCtrl::normalizeEShift, this, &Body::normalizeEShift);
     connect(calibCtrl_, &CalibCtrl::targetBackgroundChanged, this, &Body::refreshCursor);
     connect(this, &Body::calibProgress, calibCtrl_, &CalibCtrl::progress);
@@ -41,6 +34,8 @@ void Body::setupCalibration()
 
 void Body::newStdFile()
 {
+    if (calibration_.running)
+        qDebug() << "Calibration: another standard is in force for the positions to come";
     stdSpectrum_ = calibCtrl_->standard();
     xafsView_->setStdSpectrum(stdSpectrum_);
     refreshCursor();
@@ -62,11 +57,13 @@ void Body::execCalibration()
     calibration_.running = true;
     calibration_.statistics = CalibStatistics();
     calibration_.standard = comparedStandard(stdSpectrum_, calibConditions());
+    replacedMap_ = shiftMapInForce();
     calibIter_ = walk;
     calibCtrl_->setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
     energyShiftMap_.prepare(calibIter_);
     mapEdgeE_ = 0.0;
+    setMapInterrupted(false);
     const TiffData& first = *i1Stack_.first();
     mapX0_ = first.x0;
     mapY0_ = first.y0;
@@ -79,8 +76,6 @@ void Body::tellCalibrationDoubts() const
 {
     if (stdSpectrum_.isEmpty())
         qDebug() << "Calibration: no standard is loaded";
-    else if (calibCtrl_->standard().isEmpty())
-        qDebug() << "Calibration: the standard's row is empty, the former standard is used";
     const CalibConditions c = calibConditions();
     const bool searches = c.step > 0.0 && c.step >= c.minStep && std::isfinite(c.range);
     if (c.method == CalibMethod::InnerProduct && !searches)
@@ -95,19 +90,36 @@ CalibConditions Body::calibConditions() const
     return c;
 }
 
-/// Leaves the map as far as it is filled, without statistics.
+/// Leaves the map as far as it is filled, without statistics. Before the first position that is no
+/// map, and the one before stays.
 void Body::stopCalibration()
 {
     if (!calibration_.running)
         return;
-    energyShiftMap_.genImg();
     qDebug().noquote() << "Calibration stopped:" << calibration_.statistics.outcomes.text();
+    if (calibrationHasBegun()) {
+        energyShiftMap_.genImg();
+        setMapInterrupted(true);
+    } else {
+        putInForce(replacedMap_);
+        replacedMap_ = ShiftMap();
+    }
     leaveCalibration();
+}
+
+/// Whether a position of the walk is done.
+bool Body::calibrationHasBegun() const
+{
+    AnalyzeCond first = calibIter_;
+    first.start();
+    return first.cx != calibIter_.cx || first.cy != calibIter_.cy;
 }
 
 void Body::leaveCalibration()
 {
     calibration_.running = false;
+    keepAsFormer(replacedMap_);
+    replacedMap_ = ShiftMap();
     calibCtrl_->setRunning(false);
     for (const int ticket : qAsConst(calibration_.waiting))
         Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
@@ -157,139 +169,4 @@ void Body::finishCalib()
     logTime(QStringLiteral("End Calibration   "));
     qDebug().noquote() << "Calibration:" << calibration_.statistics.outcomes.text();
     leaveCalibration();
-}
-
-void Body::normalizeEShift()
-{
-    logTime(QStringLiteral("Start Normalize E Shift"));
-    energyShiftMap_.deglitch2(outlierLimit);
-    energyShiftMap_.copyProc2Data();
-    energyShiftMap_.genImg();
-    refreshCursor();
-    logTime(QStringLiteral("End Normalize E Shift  "));
-}
-
-void Body::clearShiftMap()
-{
-    stopCalibration();
-    energyShiftMap_.clear();
-    mapEdgeE_ = 0.0;
-    refreshCursor();
-}
-
-void Body::saveEMap(const QString& fname)
-{
-    saveEMap(fname, energyShiftMap_);
-}
-
-void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
-{
-    if (!map.data()) {
-        qDebug() << "No energy shift map to save as" << fname;
-        return;
-    }
-    const AnalyzeCond& at = calibIter_;
-    ShiftMapRecord record;
-    record.recorded = QDateTime::currentDateTime();
-    // A map that was loaded without a standard keeps the edge at which it was read.
-    record.header.stdEdgeE = stdSpectrum_.isEmpty() ? mapEdgeE_ : stdSpectrum_.midx;
-    record.header.spacing = calibCtrl_->crystalSpacing();
-    record.header.xOffset = mapX0_;
-    record.header.yOffset = mapY0_;
-    record.header.width = at.width;
-    record.header.height = at.height;
-    record.header.halfX = at.halfX;
-    record.header.halfY = at.halfY;
-    record.header.areaX0 = at.x0;
-    record.header.areaX1 = at.x1;
-    record.header.areaY0 = at.y0;
-    record.header.areaY1 = at.y1;
-    record.stdFileName = calibCtrl_->stdFileName();
-    record.mapWidth = map.stepper.width;
-    record.mapHeight = map.stepper.height;
-    // Other images may have been loaded since: the values go with the head's size, or nobody could
-    // read them again.
-    record.imageWidth = at.width;
-    record.imageHeight = at.height;
-    const QString written =
-        saveShiftMap(fname, record, [&map](int x, int y) { return map.valueAt(x, y); });
-    if (!written.isEmpty())
-        calibCtrl_->showMapFile(written);
-}
-
-void Body::loadEMap(const QString& fname)
-{
-    qDebug() << "loading emap" << fname;
-    EMPHeader header;
-    loadMap(fname, energyShiftMap_, header, 0);
-}
-
-/// Whatever comes of it, the end is reported.
-void Body::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket)
-{
-    readMap(fname, map, empH);
-    Q_EMIT finishBatchExec(ExCmdCalibLoadMap, ticket);
-}
-
-void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
-{
-    empH = EMPHeader();
-    QFile file(fname);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qDebug() << "Can not open" << fname;
-        return;
-    }
-    QTextStream in(&file);
-    empH = readMapHeader(in);
-    if (!empH.isValid) {
-        qDebug() << "Invalid Energy Map Data File : " << fname;
-        return;
-    }
-    calibCtrl_->showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
-    if (!acceptsMapSize(empH)) {
-        empH.isValid = false;
-        return;
-    }
-    stopCalibration();
-    const double typed = calibCtrl_->edgeEV();
-    mapEdgeE_ = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
-    mapX0_ = empH.xOffset;
-    mapY0_ = empH.yOffset;
-    qDebug() << "Start Reading EMP file ";
-    takeMap(map, mapWalk(empH), readMapShifts(in, empH, mapEdgeE_));
-    qDebug() << "End Reading EMP file   ";
-    calibCtrl_->showMapFile(fname);
-}
-
-/// A map must fit the images, unless the check is off. With no images its size becomes theirs.
-bool Body::acceptsMapSize(const EMPHeader& empH)
-{
-    if (!calibCtrl_->checksSize() || (empH.width == imgW_ && empH.height == imgH_))
-        return true;
-    if (i1Stack_.isEmpty()) {
-        imgW_ = empH.width;
-        imgH_ = empH.height;
-        return true;
-    }
-    qDebug().noquote() << QStringLiteral(
-                              "Loading Energy Map size : %1 x %2 : is not matched to the "
-                              "current image size : %3 x %4")
-                              .arg(empH.width)
-                              .arg(empH.height)
-                              .arg(imgW_)
-                              .arg(imgH_);
-    return false;
-}
-
-void Body::takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts)
-{
-    calibIter_ = walk;
-    map.prepare(walk);
-    int i = 0;
-    for (int y = 0; y < walk.height; ++y) {
-        for (int x = 0; x < walk.width; ++x)
-            map.setData(x, y, 0, 0, shifts[i++]);
-    }
-    map.genImg();
-    refreshCursor();
 }

@@ -187,6 +187,8 @@ QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
         {ExCmdSuggestingThJump,
          [](B& b, const C& c) { b.ui_->ThJumpSigma->setText(fieldText(doubleArg(c, 0))); }},
         {ExCmdHoldGap, [](B& b, const C& c) { b.ui_->HoldGap->setChecked(onArg(c, 0)); }},
+        {ExCmdSuggestForRefs,
+         [](B& b, const C& c) { b.ui_->SuggestForRefs->setChecked(onArg(c, 0)); }},
         {ExCmdSetI0DarkArea, [](B& b, const C&) { b.setI0DarkArea(); }},
         {ExCmdSetI1DarkArea, [](B& b, const C&) { b.setI1DarkArea(); }},
         {ExCmdClearI0DarkArea, [](B& b, const C&) { b.clearI0DarkArea(); }},

@@ -154,6 +154,7 @@ SectionSource Body::sectionSource(const TiffData& image, bool useI1) const
 /// Conditions of the form have changed: spectrum and sections at the cursor follow.
 void Body::refreshCursor()
 {
+    passSuggestion();
     showXafsSpectrum();
     showPixel(curX_, curY_);
     ui_->dispA->update();

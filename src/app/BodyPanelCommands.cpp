@@ -102,6 +102,8 @@ QVector<Body::Commands::Entry> Body::Commands::calibrationCommands()
              b.calibCtrl_->setInnerRange(doubleArg(c, 0), doubleArg(c, 1), doubleArg(c, 2));
          }},
         {ExCmdCalibCrystal, [](B& b, const C& c) { b.calibCtrl_->setCrystal(intArg(c, 0)); }},
+        {ExCmdCalibStdHint, [](B& b, const C& c) { b.calibCtrl_->setUseHint(onArg(c, 0)); }},
+        {ExCmdCalibFormerMap, [](B& b, const C&) { b.swapFormerMap(); }},
         {ExCmdCalibCheckSize, [](B& b, const C& c) { b.calibCtrl_->setCheckSize(onArg(c, 0)); }},
     };
 }

@@ -65,9 +65,11 @@ void CalibCtrl::connectForm()
     connect(ui_->TargetBGVictreen, &QRadioButton::toggled, this,
             &CalibCtrl::targetBackgroundChanged);
     connect(ui_->SelectStd, &XafsFileSelect::newFile, this, &CalibCtrl::newFile);
-    connect(ui_->SelectStd, &XafsFileSelect::cleared, this, [this] { standard_ = XafsSpectrum(); });
+    connect(ui_->SelectStd, &XafsFileSelect::cleared, this, &CalibCtrl::clearedStd);
+    connect(ui_->StdUseHint, &QCheckBox::toggled, this, &CalibCtrl::useHint);
     connect(ui_->ExecCalib, &QPushButton::clicked, this, &CalibCtrl::execCalibration);
     connect(ui_->ClearMap, &QPushButton::clicked, this, &CalibCtrl::clearMap);
+    connect(ui_->FormerMap, &QPushButton::clicked, this, &CalibCtrl::formerMap);
     connect(ui_->NES, &QPushButton::clicked, this, &CalibCtrl::normalizeEShift);
     connect(ui_->LoadMap, &QPushButton::clicked, loadDialog_, &LateDialog::show);
     connect(ui_->SaveMap, &QPushButton::clicked, saveDialog_, &LateDialog::show);
@@ -135,9 +137,9 @@ void CalibCtrl::setType(int type)
 
 void CalibCtrl::setInnerRange(double range, double step, double minStep)
 {
-    ui_->DEw->setText(fieldText(range));
-    ui_->DEs->setText(fieldText(step));
-    ui_->MinDEs->setText(fieldText(minStep));
+    ui_->DEw->setText(energyText(range));
+    ui_->DEs->setText(energyText(step));
+    ui_->MinDEs->setText(energyText(minStep));
 }
 
 void CalibCtrl::setCrystal(int index)
@@ -159,6 +161,25 @@ void CalibCtrl::setTargetBackground(int mode)
 void CalibCtrl::setStdBackground(int mode)
 {
     (mode == VictLine::Victoreen ? ui_->StdBGVictreen : ui_->StdBGSimple)->setChecked(true);
+}
+
+void CalibCtrl::setUseHint(bool f)
+{
+    ui_->StdUseHint->setChecked(f);
+}
+
+void CalibCtrl::setSuggestion(const SuggestElm& elm)
+{
+    suggestion_ = elm;
+    useHint();
+}
+
+void CalibCtrl::useHint()
+{
+    const bool otherCurve = standard_.setHint({suggestion_, ui_->StdUseHint->isChecked()});
+    showStdMark();
+    if (otherCurve && !standard_.isEmpty())
+        tellStandard();
 }
 
 void CalibCtrl::showStatistics(const CalibStatistics& statistics)
@@ -183,6 +204,18 @@ void CalibCtrl::showMapFile(const QString& fname)
     ui_->EMPFileName->setToolTip(fname);
 }
 
+void CalibCtrl::setMapInterrupted(bool f)
+{
+    ui_->MapMark->setReasons(
+        f ? tr("The calibration of this map was stopped: positions not reached have no shift")
+          : QString());
+}
+
+void CalibCtrl::setFormerMap(bool f)
+{
+    ui_->FormerMap->setEnabled(f);
+}
+
 void CalibCtrl::setRunning(bool running)
 {
     ui_->ExecCalib->setText(running ? tr("Stop Calib.") : tr("Exec Calib."));
@@ -193,24 +226,50 @@ void CalibCtrl::setRunning(bool running)
 
 void CalibCtrl::newFile(const QString& fname)
 {
-    standard_ = XafsSpectrum();
-    if (!standard_.load(fname)) {
-        qDebug() << "Can't read standard file" << fname;
+    const QString fault = standard_.load(fname, stdBackgroundMode());
+    if (!fault.isEmpty()) {
+        qDebug().noquote()
+            << QStringLiteral("Can't read standard file \"%1\": %2").arg(fname, fault);
         ui_->SelectStd->fileNameValid(false);
         ui_->SelectStd->clear();
         return;
     }
     ui_->SelectStd->fileNameValid(true);
-    standard_.mode = stdBackgroundMode();
-    standard_.normalizeIfData(standard_.mode);
-    ui_->EdgeEeV->setText(fieldText(standard_.midx));
+    stdEdge_ = fieldText(standard().midx);
+    ui_->EdgeEeV->setText(stdEdge_);
+    showStdMark();
     Q_EMIT newStdFileLoaded();
+}
+
+void CalibCtrl::clearedStd()
+{
+    standard_.clear();
+    showStdMark();
+    Q_EMIT standardChanged();
 }
 
 void CalibCtrl::stdBGToggled(bool /*f*/)
 {
-    standard_.mode = stdBackgroundMode();
-    standard_.normalizeIfData(standard_.mode);
+    if (standard_.isEmpty())
+        return;
+    standard_.setMode(stdBackgroundMode());
+    tellStandard();
+}
+
+/// The standard was normalised anew: the edge field follows, unless another edge was typed in.
+void CalibCtrl::tellStandard()
+{
+    const bool shown = ui_->EdgeEeV->text() == stdEdge_;
+    stdEdge_ = fieldText(standard().midx);
+    if (shown)
+        ui_->EdgeEeV->setText(stdEdge_);
+    showStdMark();
+    Q_EMIT standardChanged();
+}
+
+void CalibCtrl::showStdMark()
+{
+    ui_->SelectStd->setMark(standard_.doubts().join(QLatin1Char('\n')));
 }
 
 void CalibCtrl::loadStd(const QString& fname)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calibration/CalibBlock.h"
+#include "spectrum/ReferenceSpectrum.h"
 
 #include <QFrame>
 #include <QVector>
@@ -21,7 +22,7 @@ public:
     ~CalibCtrl() override;
 
     /// The standard, normalised; empty without one.
-    const XafsSpectrum& standard() const { return standard_; }
+    const XafsSpectrum& standard() const { return standard_.spectrum(); }
     QString stdFileName() const;
 
     /// The conditions as the form stands.
@@ -47,19 +48,27 @@ public:
     /// 0 Victoreen, anything else straight lines.
     void setTargetBackground(int mode);
     void setStdBackground(int mode);
+    /// Whether the standard is normalised by the suggested edge, and not over the whole file.
+    void setUseHint(bool f);
+    /// Takes the suggested edge of the main window. One that tells nothing new costs nothing.
+    void setSuggestion(const SuggestElm& elm);
 
     void showStatistics(const CalibStatistics& statistics);
     /// Size and place on the detector of the images or of the map loaded [pixels].
     void showImageGeometry(const QSize& size, const QPoint& offset);
     /// Name of the map file last read or written.
     void showMapFile(const QString& fname);
+    /// Marks the map as that of a calibration that was stopped.
+    void setMapInterrupted(bool f);
+    /// Whether there is a former map to bring back.
+    void setFormerMap(bool f);
     /// Whether the button will start or stop a calibration.
     void setRunning(bool running);
 
 public Q_SLOTS:
     /// Reads and normalises the standard. A file without a spectrum empties the row.
     void newFile(const QString& fname);
-    /// Normalises the standard anew; whoever copied it is not told.
+    /// Normalises the standard anew.
     void stdBGToggled(bool f);
     /// The same as choosing the file in the row.
     void loadStd(const QString& fname);
@@ -70,10 +79,13 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void newStdFileLoaded();
+    /// The standard is another without a new file: normalised anew, or gone.
+    void standardChanged();
     void execCalibration();
     void saveEMap(const QString& fname);
     void loadEMap(const QString& fname);
     void clearMap();
+    void formerMap();
     void normalizeEShift();
     void targetBackgroundChanged();
 
@@ -83,9 +95,15 @@ private:
     void connectForm();
     void fillCrystals();
     int stdBackgroundMode() const;
+    void clearedStd();
+    void useHint();
+    void tellStandard();
+    void showStdMark();
 
     const std::unique_ptr<Ui_CalibCtrl> ui_;
     LateDialog* const loadDialog_;
     LateDialog* const saveDialog_;
-    XafsSpectrum standard_;
+    ReferenceSpectrum standard_;
+    SuggestElm suggestion_; ///< of the main window
+    QString stdEdge_;       ///< mid point of the standard as the edge field gets it
 };

@@ -1148,6 +1148,26 @@
         <source>Compare each block of the selected area with the standard</source>
         <translation>選択領域の各ブロックを標準試料と比較する</translation>
     </message>
+    <message>
+        <source>Use hint</source>
+        <translation>指定を使う</translation>
+    </message>
+    <message>
+        <source>Look for the standard&apos;s edge, too, only near that of Suggest Elm. in the main window, and take its ranges</source>
+        <translation>標準試料の吸収端もメインウィンドウの「元素を指定」の近くでのみ探し、その範囲を使う</translation>
+    </message>
+    <message>
+        <source>Former Map</source>
+        <translation>前のマップ</translation>
+    </message>
+    <message>
+        <source>Bring back the map that the last calibration, load or clear replaced; a second press undoes that</source>
+        <translation>直前の較正、読込、消去で置き換わったマップに戻す。もう一度押すと取り消す</translation>
+    </message>
+    <message>
+        <source>The calibration of this map was stopped: positions not reached have no shift</source>
+        <translation>このマップの較正は途中で停止された: 未到達の位置にはシフトがない</translation>
+    </message>
 </context>
 <context>
     <name>EOFSetup</name>
@@ -1592,6 +1612,29 @@
     <message>
         <source>undefined</source>
         <translation>未定義</translation>
+    </message>
+</context>
+<context>
+    <name>Remark</name>
+    <message>
+        <source>edge at %1 eV; the steepest slope is at %2 eV; uneven steps: use Suggest Elm.</source>
+        <translation>吸収端 %1 eV、最も急な傾きは %2 eV。ステップが不均一: 「元素を指定」を使ってください</translation>
+    </message>
+    <message>
+        <source>the suggested edge is at %1 eV; the steepest slope is at %2 eV</source>
+        <translation>指定した吸収端は %1 eV、最も急な傾きは %2 eV</translation>
+    </message>
+    <message>
+        <source>%1 columns: the first two are taken as energy and mu</source>
+        <translation>%1 列: 最初の 2 列をエネルギーと mu として使用</translation>
+    </message>
+    <message>
+        <source>%1 columns (%2): the first two are taken as energy and mu</source>
+        <translation>%1 列 (%2): 最初の 2 列をエネルギーと mu として使用</translation>
+    </message>
+    <message>
+        <source>the largest energy is %1 eV: are the energies in keV?</source>
+        <translation>最大エネルギーは %1 eV: 単位は keV ではありませんか?</translation>
     </message>
 </context>
 <context>

@@ -5,8 +5,6 @@
 #include "common/SaveFile.h"
 
 #include <QDebug>
-#include <QFile>
-#include <QFileInfo>
 #include <QTextStream>
 
 namespace {
@@ -36,14 +34,7 @@ void XafsSpectrum::forgetCurves()
 bool XafsSpectrum::load(const QString& fname)
 {
     forgetCurves();
-    qDebug() << "loading in xafs spectrum" << fname;
-    QFile file(fname);
-    // A device or a pipe need not ever come to an end.
-    if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return false;
-    QTextStream in(&file);
-    const ReferenceFile read = readReferenceFile(in);
-    qDebug() << (read.is9809 ? "9809" : "mute");
+    const ReferenceFile read = loadReferenceFile(fname);
     isMute = read.is9809 ? 0 : 1;
     setPoints(read.mu.points);
     i0Spectrum = read.i0;

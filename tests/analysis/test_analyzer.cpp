@@ -68,6 +68,58 @@ private Q_SLOTS:
         QCOMPARE(sent.count(), 3);
     }
 
+    /// A spectrum that is one of the references holds just that one, if both have the same ranges.
+    void referencesTakeTheSuggestion()
+    {
+        Analyzer panel;
+        load(panel);
+        SuggestElm elm;
+        elm.use = true;
+        elm.edgeE = 8990;
+        elm.thJump = 1.0;
+        const XafsSpectrum same(panel.refs().at(0)->spectrum(), "a", VictLine::Straight, 0, elm);
+        const auto error = [&] {
+            const LcfResult fit = fitLcf(same, panel.lcfRequest(elm, {}));
+            return std::abs(fit.ratios.at(0) - 1.0) + std::abs(fit.ratios.at(1));
+        };
+        const double unlike = error();
+        QSignalSpy changed(panel.refs().at(0), &LCFReference::changed);
+        panel.setHint({elm, true});
+        QVERIFY2(error() < 1e-9 && unlike > 0.01, qPrintable(QString::number(unlike)));
+        elm.thJump = 1e9; // not theirs
+        panel.setHint({elm, true});
+        QCOMPARE(changed.count(), 1);
+        QVERIFY(panel.refs().at(0)->spectrum().dMut > 0.5);
+        panel.setLCFStd(4, true, 0, a_, "0");
+        QCOMPARE(panel.refs().at(4)->spectrum().dPostS, 20.0);
+        panel.setHint({elm, false});
+        QVERIFY(error() == unlike && panel.refs().at(4)->spectrum().dPostS == 10.0);
+    }
+
+    void rowsTellWhatIsDoubtful()
+    {
+        QByteArray text;
+        for (int E = 8970; E < 8990; ++E)
+            text += QByteArray::number(E) + " " + QByteArray::number(std::atan(E - 8980)) + " 7\n";
+        QVERIFY(writeBytes(dir_.filePath("three.dat"), text));
+        LCFReference row;
+        auto* const file = row.findChild<XafsFileSelect*>();
+        file->load(dir_.filePath("three.dat"));
+        const QString columns = file->mark();
+        QVERIFY(columns.startsWith("3 columns"));
+        row.setLeftOut("not in range");
+        QCOMPARE(file->mark(), columns + "\nnot in range");
+        row.setLeftOut({});
+        SuggestElm elm;
+        elm.use = true;
+        elm.edgeE = 7112;
+        row.setHint({elm, true});
+        QCOMPARE(file->mark().count("suggested edge is at 7112.0 eV"), 1);
+        row.setLeftOut("not in range");
+        file->clear();
+        QCOMPARE(file->mark(), QString());
+    }
+
     void theViewShowsSpectrumReferencesAndFit()
     {
         Analyzer panel;
@@ -146,8 +198,8 @@ private Q_SLOTS:
 
     void aFileThatFailsEmptiesTheRow()
     {
-        QVERIFY(writeBytes(dir_.filePath("empty.dat"), "# nothing\n"));
-        for (const char* name : {"missing.dat", "empty.dat"}) {
+        QVERIFY(writeBytes(dir_.filePath("short.dat"), "8970 1\n8980 2\n"));
+        for (const char* name : {"missing.dat", "short.dat"}) {
             LCFReference row;
             row.findChild<XafsFileSelect*>()->load(a_);
             QVERIFY(row.isActive());
@@ -183,6 +235,7 @@ private Q_SLOTS:
             LCFReference reference;
             reference.setStd(false, 1.23456789, a_, row.first);
             QVERIFY(!reference.isActive() && reference.spectrum().eShift == 1.23456789);
+            QCOMPARE(field(reference, "DeltaE")->text(), QString("1.23456789"));
             QCOMPARE(reference.spectrum().pre.mode == VictLine::Victoreen, row.second == 1);
         }
     }

@@ -1,5 +1,6 @@
 #include "BodyFixture.h"
 #include "calibration/CalibCtrl.h"
+#include "calibration/ShiftMapFile.h"
 #include "display/ImgDispA.h"
 #include "support/LogCapture.h"
 
@@ -68,6 +69,57 @@ private Q_SLOTS:
         // Nothing of the stopped run goes on.
         QVERIFY(body_->runAll({"calib_wait", "calib_exec", "calib_wait"}));
         QVERIFY(body_->energyShiftAt(width - 1, height - 1) != 0.0);
+    }
+
+    void theFormerMapComesBackWhole()
+    {
+        const LogCapture log;
+        auto* const former = panel_->findChild<QPushButton*>("FormerMap");
+        QVERIFY(body_->run("calib_former_map") && !former->isEnabled());
+        QCOMPARE(log.linesWith("No former energy shift map"), 1);
+        QVERIFY(body_->runAll({"calib_type 1", "calib_exec", "calib_wait"}));
+        QVERIFY(!former->isEnabled()); // no map was there before
+        QVERIFY(body_->runAll({"calib_check_size 0", "calib_load_map " + flatMap()}));
+        const double loaded = body_->energyShiftAt(5, 5);
+        QTest::mouseClick(former, Qt::LeftButton);
+        QVERIFY(worstError() < coarseGridError && field("XOffset") == "0");
+        QVERIFY(body_->runAll({"calib_clear_map", "calib_former_map"}));
+        QVERIFY(worstError() < coarseGridError);
+        QVERIFY(body_->run("calib_former_map")); // back to no map
+        QCOMPARE(body_->energyShiftAt(9, 9), 0.0);
+
+        QVERIFY(body_->runAll({"calib_former_map", "calib_load_map " + flatMap()}));
+        body_->execCalibration();
+        body_->execCalibration(); // stopped before its first position
+        QVERIFY(body_->energyShiftAt(5, 5) == loaded && loaded != 0.0 && field("XOffset") == "-2");
+        QVERIFY(!marked() && body_->run("calib_former_map"));
+        QVERIFY(worstError() < coarseGridError);
+
+        QVERIFY(body_->run("calib_exec"));
+        QVERIFY(QTest::qWaitFor([this] { return body_->energyShiftAt(3, 0) != 0.0; }));
+        QVERIFY(body_->run("calib_exec") && marked());
+        QVERIFY(body_->run("calib_former_map") && !marked());
+        QVERIFY(worstError() < coarseGridError);
+        QVERIFY(body_->run("calib_former_map") && marked());
+        QCOMPARE(body_->energyShiftAt(width - 1, height - 1), 0.0);
+    }
+
+    void aSavedMapHasAnEdge()
+    {
+        QVERIFY(body_->runAll({"calib_exec", "calib_wait", "calib_load_std none.dat"}));
+        QCOMPARE(body_->findChild<QLabel*>("EShiftFromStd")->text(), QString(" 0.00"));
+        const QString name = dir_.filePath("edge.emp");
+        QVERIFY(body_->runAll({"calib_set_edge_eV 0", "calib_save_map " + name}));
+        QVERIFY(!QFile::exists(name));
+        QVERIFY(body_->runAll({"calib_set_edge_eV 8981.5", "calib_save_map " + name}));
+        QCOMPARE(savedEdge(name), 8981.5);
+        QVERIFY(body_->runAll(
+            {"calib_load_map " + name, "calib_set_edge_eV -", "calib_save_map " + name}));
+        QCOMPARE(savedEdge(name), 8981.5); // at which it was read
+        QVERIFY(body_->runAll({"calib_load_std " + experiment_.dir.path() + "/standard.dat",
+                               "calib_std_background 0", "calib_set_edge_eV 9000",
+                               "calib_save_map " + name}));
+        QVERIFY(std::abs(savedEdge(name) - panel_->standard().midx) < 0.01);
     }
 
     void clearedImagesEndTheRun()
@@ -164,6 +216,28 @@ private:
                               "eng_calc_delta_i1 2", "eng_calc_even_in_eng_i1 1",
                               "load_i1_files_of_pattern new " + folder + "/ s1_*.img",
                               "calib_load_std " + folder + "/standard.dat"});
+    }
+
+    /// File of a map of one shift, whose images lie elsewhere on the detector.
+    QString flatMap() const
+    {
+        return experiment_.write("flat.emp", "###MVKT\nStd Edge Energy [eV]    : 8980\n"
+                                             "Spacing [nm]            : 3.1355316\n"
+                                             "X Offset [pix]          : -2\n"
+                                             "Width [pix]             : 9\n"
+                                             "Height [pix]            : 7\n##-----------------\n" +
+                                                 QByteArray("0.01 ").repeated(63));
+    }
+
+    bool marked() const { return !panel_->findChild<QLabel*>("MapMark")->isHidden(); }
+
+    static double savedEdge(const QString& name)
+    {
+        QFile file(name);
+        if (!file.open(QIODevice::ReadOnly))
+            return 0.0;
+        QTextStream in(&file);
+        return readMapHeader(in).stdEdgeE;
     }
 
     double worstError() const

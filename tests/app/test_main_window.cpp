@@ -419,6 +419,21 @@ private Q_SLOTS:
         QVERIFY(ratioMap(body, 1)->valueAt(3, 3) > 0.5);
     }
 
+    void commandsSayWhetherReferencesTakeTheSuggestion()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        const auto postStart = [&body] { return body.analyzer()->refs().at(1)->spectrum().dPostS; };
+        const QPair<QString, double> steps[] = {
+            {"Suggesting_Post_Start_eV 15", 10.0}, {"Suggest_Elm 1", 15.0},
+            {"Suggesting_Post_Start_eV 18", 18.0}, {"suggest_for_refs 0", 10.0},
+            {"suggest_for_refs 1", 18.0},          {"Suggest_Elm 0", 10.0}};
+        for (const auto& [line, expected] : steps) {
+            QVERIFY(body.run(line));
+            QCOMPARE(postStart(), expected);
+        }
+    }
+
 private:
     static QVector<double> values(const Analyzed2DRes* map)
     {

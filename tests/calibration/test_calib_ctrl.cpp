@@ -56,11 +56,11 @@ private Q_SLOTS:
         elm.edgeE = 123.0;
         panel.setType(1);
         panel.setTargetBackground(0);
-        panel.setInnerRange(12.5, 0.5, 0.05);
+        panel.setInnerRange(12.3456789, 0.5, 0.05);
         const CalibConditions c = panel.conditions(elm);
         QVERIFY(c.method == CalibMethod::InnerProduct && c.backgroundMode == VictLine::Victoreen);
         QCOMPARE((QVector<double>{c.range, c.step, c.minStep, c.sElm.edgeE}),
-                 (QVector<double>{12.5, 0.5, 0.05, 123.0}));
+                 (QVector<double>{12.3456789, 0.5, 0.05, 123.0}));
         QVERIFY(button(panel, "StdBGSimple")->isChecked());
         button(panel, "StdBGVictreen")->click();
         QVERIFY(panel.targetBackgroundMode() == 0 &&
@@ -80,16 +80,40 @@ private Q_SLOTS:
         expected.normalize(VictLine::Straight);
         QCOMPARE(loaded.count(), 1);
         QVERIFY(panel.standard().midx == expected.midx && panel.stdFileName() == std_);
-        const QString shown = text(panel, "EdgeEeV");
-        QCOMPARE(shown, QString::number(expected.midx, 'g', 6));
-        panel.setStdBackground(0); // changes the standard, not what was shown or told
-        expected.normalize(VictLine::Victoreen);
-        QVERIFY(panel.standard().midx == expected.midx && panel.standard().mode == 0);
-        QVERIFY(text(panel, "EdgeEeV") == shown && loaded.count() == 1);
+        QCOMPARE(text(panel, "EdgeEeV"), QString::number(expected.midx, 'g', 6));
+    }
+
+    void aStandardNormalizedAnewIsTold()
+    {
+        CalibCtrl panel;
+        const QSignalSpy changed(&panel, &CalibCtrl::standardChanged);
+        panel.setStdBackground(0); // of no standard yet
+        panel.setStdBackground(1);
         panel.loadStd(std_);
-        QVERIFY(panel.standard().midx == expected.midx && loaded.count() == 2);
-        panel.setEdgeEV("7112.5");
-        QCOMPARE(panel.edgeEV(), 7112.5);
+        SuggestElm elm;
+        elm.use = true;
+        elm.edgeE = 8985;
+        panel.setSuggestion(elm); // without "Use hint" not the standard's
+        QCOMPARE(changed.count(), 0);
+        const double whole = panel.standard().midx;
+        panel.setUseHint(true);
+        panel.setSuggestion(elm);
+        QVERIFY(changed.count() == 1 && panel.standard().midx != whole);
+        const auto edge = [&panel] { return QString::number(panel.standard().midx, 'g', 6); };
+        QVERIFY(edge() != QString::number(whole, 'g', 6));
+        QCOMPARE(text(panel, "EdgeEeV"), edge());
+        panel.setEdgeEV("7112.5"); // typed in: stays
+        panel.setStdBackground(0);
+        QVERIFY(changed.count() == 2 && panel.standard().mode == 0 && panel.edgeEV() == 7112.5);
+        XafsSpectrum expected(panel.standard(), "", VictLine::Victoreen, 0.0,
+                              panel.standard().sElm);
+        QCOMPARE(panel.standard().midx, expected.midx);
+        auto* const row = panel.findChild<XafsFileSelect*>();
+        elm.edgeE = 7112;
+        panel.setSuggestion(elm);
+        QVERIFY(row->mark().contains("suggested edge is at 7112.0 eV"));
+        row->clear();
+        QVERIFY(changed.count() == 4 && row->mark().isEmpty());
     }
 
     void aFileWithoutASpectrumEmptiesTheRow()
@@ -97,7 +121,7 @@ private Q_SLOTS:
         CalibCtrl panel;
         panel.loadStd(std_);
         const QSignalSpy loaded(&panel, &CalibCtrl::newStdFileLoaded);
-        const QSignalSpy cleared(panel.findChild<XafsFileSelect*>(), &XafsFileSelect::cleared);
+        const QSignalSpy cleared(&panel, &CalibCtrl::standardChanged);
         const LogCapture log;
         panel.loadStd(dir_.filePath("none.dat"));
         QVERIFY(panel.standard().isEmpty() && panel.standard().midx == 0.0);
@@ -112,13 +136,15 @@ private Q_SLOTS:
         CalibCtrl panel;
         const QSignalSpy exec(&panel, &CalibCtrl::execCalibration);
         const QSignalSpy clear(&panel, &CalibCtrl::clearMap);
+        const QSignalSpy former(&panel, &CalibCtrl::formerMap);
         const QSignalSpy normalise(&panel, &CalibCtrl::normalizeEShift);
         const QSignalSpy load(&panel, &CalibCtrl::loadEMap);
         const QSignalSpy save(&panel, &CalibCtrl::saveEMap);
-        for (const char* name : {"ExecCalib", "ClearMap", "NES", "LoadMap", "SaveMap"})
+        panel.setFormerMap(true);
+        for (const char* name : {"ExecCalib", "ClearMap", "FormerMap", "NES", "LoadMap", "SaveMap"})
             QTest::mouseClick(button(panel, name), Qt::LeftButton);
-        QCOMPARE((QVector<int>{exec.count(), clear.count(), normalise.count()}),
-                 (QVector<int>{1, 1, 1}));
+        QCOMPARE((QVector<int>{exec.count(), clear.count(), former.count(), normalise.count()}),
+                 (QVector<int>{1, 1, 1, 1}));
         const auto dialogs = panel.findChildren<EShiftMapDialog*>();
         QVERIFY(dialogs.size() == 2 && dialogs[0]->isVisible() && dialogs[1]->isVisible());
         for (EShiftMapDialog* dialog : dialogs)

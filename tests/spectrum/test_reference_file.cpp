@@ -15,7 +15,7 @@ namespace {
 ReferenceFile read(QByteArray bytes)
 {
     QBuffer device(&bytes);
-    device.open(QIODevice::ReadOnly | QIODevice::Text);
+    device.open(QIODevice::ReadOnly);
     QTextStream in(&device);
     return readReferenceFile(in);
 }
@@ -29,6 +29,16 @@ bool near(double a, double b)
 {
     return std::abs(a - b) < 1e-9 * std::abs(b);
 }
+
+QStringList remarksOf(const ReferenceFile& file)
+{
+    QStringList texts;
+    for (const Remark& remark : file.remarks)
+        texts.append(remark.english());
+    return texts;
+}
+
+using Points = QVector<QPointF>;
 
 const QByteArray scanHead = " 9809  XX-10A\nsample D= 3.1 A  other\nMono : D=9.9 D=\n\n";
 } // namespace
@@ -52,11 +62,71 @@ private Q_SLOTS:
         QVERIFY(read("9809\n1 13.5 1.0 40000 20000\n").mu.isEmpty()); // no "Offset"
         QVERIFY(near(read("9809\nOffset\n1 13.5 1 2 1\n").mu.x(0), energyAt(13.5, 3.13553)));
 
-        const ReferenceFile simple = read("# E mu\n8970 0.25 7\n8975\n\n8980\t0.5\n#8985 9\nx 1\n");
+        const ReferenceFile yield = read("9809 X\nMode 0 Fluorescence( 3) D= 3.1\nOffset\n"
+                                         "1 13.5 1 400 100 7\nEnd 0 0 0 0\n3 13.3 1 0 5\n");
+        QCOMPARE(QVector<double>({yield.mu.y(0), yield.mu.y(1)}), QVector<double>({0.25, 0.0}));
+        QVERIFY(yield.mu.size() == 2 && near(yield.mu.x(0), energyAt(13.5, 3.1)));
+        QCOMPARE(remarksOf(yield), QStringList{"fluorescence: mu is I1 / I0"});
+        const ReferenceFile simple = read("8970 0.25\n");
         QVERIFY(!simple.is9809 && simple.i0.isEmpty());
-        QCOMPARE(simple.mu.points, QVector<QPointF>({{8970, 0.25}, {8980, 0.5}, {0, 1}}));
         QVERIFY(near(angleOfEnergy(energyAt(12.7, 3.13553), 3.13553), 12.7));
         QCOMPARE(angleOfEnergy(1500.0, 3.13553), -1.0); // below the crystal's lowest energy
+    }
+
+    void linesOfNumbersCount_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<Points>("points");
+        QTest::addColumn<QString>("remark");
+        const Points two{{8970, 0.25}, {8980, 0.5}};
+        const auto add = [](const char* name, const QByteArray& bytes, const Points& points,
+                            const QString& remark = {}) {
+            QTest::newRow(name) << bytes << points << remark;
+        };
+        add("heads of any kind", "E mu\n# 1 2\n% 3 4\n; 5 6\n! 7 8\n//9 10\n8970 0.25\n8980 0.5\n",
+            two);
+        add("separators", " 8970 ,\t0.25\n8980;0.5\n", two);
+        add("exponents", "8.970D+03 2.5d-1\n8.98e3 0.5E0\n", two);
+        add("what is no number", "8970 0.25\n8975\n8976 oops\nnan 1\n8977 inf\n,8978\n8980 0.5",
+            two);
+        add("line ends", "8970 0.25\r8980 0.5\r\n8990 1\n9000 2",
+            two + Points{{8990, 1}, {9000, 2}});
+        add("byte order mark",
+            "\xEF\xBB\xBF"
+            "8970 0.25\n8980 0.5\n",
+            two);
+        add("columns", "8970 0.25 7\n8980 0.5 8\n", two,
+            "3 columns: the first two are taken as energy and mu");
+        add("labels", "# by me\n# energy, i0, it\n#-----\n8970,0.25,7\n8980,0.5,8\n", two,
+            "3 columns (energy, i0, it): the first two are taken as energy and mu");
+        add("numbered labels",
+            "# Column.1: energy eV\n# Column.2: i0\n# Column.3: %1\n#\n8970 0.25 7\n8980 0.5 8\n",
+            two, "3 columns (energy, i0, %1): the first two are taken as energy and mu");
+        add("keV", "8.97 0.25\n8.98 0.5\n", {{8.97, 0.25}, {8.98, 0.5}},
+            "the largest energy is 8.98 eV: are the energies in keV?");
+    }
+
+    /// Points in the file's order, and what a user should know of the reading.
+    void linesOfNumbersCount()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, remark);
+        const ReferenceFile file = read(bytes);
+        QTEST(file.mu.points, "points");
+        QCOMPARE(remarksOf(file).join('|'), remark);
+    }
+
+    void pointsAreOrderedByEnergy()
+    {
+        ReferenceFile file = read("9000 4\n8980 2\n8990 3\n8980 9\n8970 1\n8970 8\n");
+        QCOMPARE(file.mu.points.first(), QPointF(9000, 4));
+        orderByEnergy(file);
+        QCOMPARE(file.mu.points, Points({{8970, 1}, {8980, 2}, {8990, 3}, {9000, 4}}));
+        QVERIFY(file.mu.xMin == 8970 && file.mu.yMaxIndex == 3);
+        QCOMPARE(remarksOf(file), QStringList{"2 points are left out: their energies came before"});
+        ReferenceFile scan = read("9809\nOffset\n1 13.4 1 9 3\n2 13.5 1 8 2\n");
+        orderByEnergy(scan);
+        QVERIFY(scan.i0.y(0) == 8 && scan.i1.y(0) == 2 && scan.i1.x(0) == scan.mu.x(0));
     }
 
     void hostileFilesAreSurvived()
@@ -68,7 +138,7 @@ private Q_SLOTS:
                                    scanHead + "Offset\n1 13.5 1 2 1\n2 13.",
                                    "9809\nD= 0\nOffset\n1 0 1 2 1\n",
                                    "1e999 nan\n-inf 1e-999\n"};
-        const int points[] = {0, 0, 0, 0, 1, 1, 2};
+        const int points[] = {0, 0, 0, 0, 1, 0, 0};
         for (int i = 0; i < 7; ++i) {
             const ReferenceFile f = read(rows[i]);
             QCOMPARE(f.mu.size(), points[i]);

@@ -1,0 +1,31 @@
+#include "spectrum/Remark.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+
+namespace {
+
+/// A "%" that comes with the last argument stays: texts of a file are put last.
+QString filled(QString text, const QStringList& args)
+{
+    for (const QString& arg : args)
+        text = text.arg(arg);
+    return text;
+}
+
+} // namespace
+
+QString Remark::english() const
+{
+    return filled(QLatin1String(text), args);
+}
+
+QString Remark::shown() const
+{
+    return filled(QCoreApplication::translate("Remark", text), args);
+}
+
+void Remark::log(const QString& fname) const
+{
+    qDebug().noquote() << fname + QLatin1String(": ") + english();
+}
