@@ -60,6 +60,7 @@ int LCFReference::backgroundMode() const
 void LCFReference::forgetSpectrum()
 {
     reference_.clear();
+    leftOut_.clear();
     reference_.setShift(ui_->DeltaE->text().toDouble());
     reference_.setShown(isUsed());
     ui_->DMut->clear();
@@ -104,7 +105,6 @@ void LCFReference::newFile(const QString& fname)
 
 void LCFReference::clearedFile()
 {
-    leftOut_.clear();
     forgetSpectrum();
     Q_EMIT changed();
 }
