@@ -7,12 +7,16 @@
 
 /// Names of an experiment's files, all under its folder.
 namespace demoFiles {
+QString stackName(Stack stack); ///< what the files of a stack begin with, and batch words end with
 QString imagePattern(Stack stack, ImageFormat format); ///< name filter, without folder
-QString imageFile(const QString& folder, Stack stack, int index, ImageFormat format);
+/// The names of an uneven scan's images hold their energies.
+QString imageFile(const QString& folder, const Phantom& phantom, Stack stack, int index,
+                  ImageFormat format);
 QString referenceFile(const QString& folder, int species);
+QString kevReference(const QString& folder);
 QString truthFile(const QString& folder);
-/// Text form of a map as the program names it: kind is "ratio", "dmut" or, for fractions without
-/// the energy shift map, "raw".
+/// Text form of a map as the program names it: kind is "ratio", "dmut", one of a HardRun or, for
+/// fractions without the energy shift map, "raw".
 QString mapText(const QString& folder, const QString& kind, int species);
 /// 16-bit form of the same map.
 QString mapTiff(const QString& folder, const QString& kind, int species);
@@ -24,13 +28,15 @@ QString pictureFolder(const QString& folder);
 constexpr double mapScaleMin = -0.25;
 constexpr double mapScaleMax = 1.25;
 
-/// Text of a species' reference spectrum. Species 1 is a beamline's scan (Bragg angles with I0 and
-/// I1), the others are tables of energy and absorption.
-QString referenceText(int species);
+/// Kinds of the maps of a fit of the hard experiment.
+struct HardRun
+{
+    const char* ratio;
+    const char* dMut;
+};
 
-/// The batch text that loads, analyses and saves the experiment in `folder` (an absolute path), and
-/// ends the program.
-QString batchText(const QString& folder, const Phantom& phantom, ImageFormat format);
+constexpr HardRun straightRun{"ratio", "dmut"}; ///< blocks of the experiment's half width
+constexpr HardRun victoreenRun{"victoreen-ratio", "victoreen-dmut"}; ///< single pixels
 
 /// Writes images, references, bad-pixel list, configuration, batch and truth into a folder, which
 /// is made when missing. On failure false, with a sentence in `error`.

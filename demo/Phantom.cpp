@@ -7,9 +7,9 @@
 
 namespace {
 constexpr double pi = 3.14159265358979323846;
-constexpr double scanStart = 8948.0; // [eV]
-constexpr double scanRange = 80.0;
-constexpr double beamCounts = 40000.0;
+constexpr double easyCounts = 40000.0;
+constexpr double hardCounts = 2000.0;
+constexpr UnevenSteps hardSteps{-100.0, 150.0, 5.0, 0.5, 0.06};
 constexpr double readNoise = 3.0; // [counts]
 constexpr double largestStep = 1.15;
 constexpr double foilThickness = 1.2; // of the standard, in reference spectra
@@ -76,11 +76,11 @@ double backgroundAt(const Place& p, double edgeStep)
     return film + 0.45 * edgeStep;
 }
 
-double beamAt(const Place& p)
+double beamAt(const Place& p, double counts)
 {
     const double r = distance(p, 0.5, 0.46);
     const double profile = 0.72 + 0.28 * std::exp(-r * r / 0.18);
-    return beamCounts * profile * (1.0 + 0.02 * std::sin(14.0 * p.u) * std::cos(11.0 * p.v));
+    return counts * profile * (1.0 + 0.02 * std::sin(14.0 * p.u) * std::cos(11.0 * p.v));
 }
 
 /// The monochromator's tilt and the waves of its crystals. [eV]
@@ -93,7 +93,7 @@ double shiftAt(const Place& p)
 /// The beam's intensity along the scan: it decays and breathes.
 double drift(const ScanEnergies& scan, int index)
 {
-    return 1.0 - 0.10 * index / std::max(1, scan.count - 1) + 0.015 * std::sin(0.37 * index);
+    return 1.0 - 0.10 * index / std::max(1, scan.size() - 1) + 0.015 * std::sin(0.37 * index);
 }
 
 void plantBadPixels(Phantom& phantom)
@@ -130,7 +130,8 @@ double sampleAbsorption(const Phantom& phantom, int pixel, double energy)
     }
     double shape = 0.0;
     for (int s = 0; s < speciesCount; ++s) {
-        shape += phantom.fractions[static_cast<std::size_t>(s)][pixel] * speciesShape(s, energy);
+        shape += phantom.fractions[static_cast<std::size_t>(s)][pixel] *
+                 speciesShape(phantom.conditions.difficulty, s, energy);
     }
     return phantom.edgeStep[pixel] * shape + background;
 }
@@ -141,7 +142,8 @@ double absorption(const Phantom& phantom, Stack stack, int pixel, double energy)
     case Stack::I1:
         return sampleAbsorption(phantom, pixel, energy);
     case Stack::Standard:
-        return foilThickness * referenceAbsorption(standardSpecies, energy);
+        return foilThickness *
+               referenceAbsorption(phantom.conditions.difficulty, standardSpecies, energy);
     default:
         return 0.0;
     }
@@ -181,10 +183,19 @@ void setPixels(QVector<quint16>& counts, const QVector<QPoint>& where, int size,
 }
 } // namespace
 
-ScanEnergies scanEnergies(int count)
+ExperimentConditions usualConditions(Difficulty difficulty)
 {
-    const double step = count > 1 ? scanRange / (count - 1) : scanRange;
-    return {scanStart, std::round(step * 1e4) / 1e4, count};
+    ExperimentConditions conditions;
+    conditions.difficulty = difficulty;
+    if (conditions.isHard()) {
+        conditions.halfWidth = 1;
+    }
+    return conditions;
+}
+
+ScanEnergies scanOf(const ExperimentConditions& conditions)
+{
+    return conditions.isHard() ? unevenScan(hardSteps) : evenScan(conditions.energies);
 }
 
 int darkCornerOf(int size)
@@ -196,9 +207,10 @@ Phantom makePhantom(const ExperimentConditions& conditions)
 {
     Phantom phantom;
     phantom.conditions = conditions;
-    phantom.scan = scanEnergies(conditions.energies);
+    phantom.scan = scanOf(conditions);
     phantom.darkCorner = darkCornerOf(conditions.size);
     const int size = conditions.size;
+    const double counts = conditions.isHard() ? hardCounts : easyCounts;
     for (int i = 0; i < size * size; ++i) {
         const int row = i / size;
         const Place p{(i % size + 0.5) / size, (row + 0.5) / size};
@@ -209,8 +221,8 @@ Phantom makePhantom(const ExperimentConditions& conditions)
         }
         phantom.edgeStep.append(step);
         phantom.background.append(backgroundAt(p, step));
-        phantom.beam.append(beamAt(p));
-        phantom.shift.append(shiftAt(p));
+        phantom.beam.append(beamAt(p, counts));
+        phantom.shift.append(conditions.isHard() ? 0.0 : shiftAt(p));
     }
     plantBadPixels(phantom);
     return phantom;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ReferenceShapes.h"
+#include "Scan.h"
 
 #include <QPoint>
 #include <QVector>
@@ -10,26 +11,22 @@
 /// What an experiment is made from.
 struct ExperimentConditions
 {
+    Difficulty difficulty = Difficulty::Easy;
     int size = 200;    ///< width and height of the images [pixels]
-    int energies = 81; ///< images of a stack
+    int energies = 81; ///< images of a stack; the hard experiment has a number of its own
     quint64 seed = 1;  ///< fixes noise and bad pixels
     bool noise = true; ///< Poisson noise of the beam and read-out noise
     int halfWidth = 2; ///< half width of the blocks that the batch analyses [pixels]
+
+    bool isHard() const { return difficulty == Difficulty::Hard; }
 };
 
-/// Energies of a scan, evenly spaced: first + step * i [eV].
-struct ScanEnergies
-{
-    double first = 0.0;
-    double step = 0.0;
-    int count = 0;
+/// The experiment with its usual sizes. The hard one has blocks of 3 x 3 pixels: the noise of a
+/// single pixel would hide a bias of its maps.
+ExperimentConditions usualConditions(Difficulty difficulty);
 
-    double at(int i) const { return first + step * i; }
-};
-
-/// The scan of an experiment: 80 eV round the edge, with a step of four decimals at most, so that
-/// a field of six digits holds it.
-ScanEnergies scanEnergies(int count);
+/// The scan of an experiment.
+ScanEnergies scanOf(const ExperimentConditions& conditions);
 
 /// The planted sample, beam and detector. Fields are of size*size values, row after row.
 struct Phantom
@@ -40,7 +37,8 @@ struct Phantom
     QVector<double> edgeStep;   ///< edge step of the sample; 0 where there is none
     QVector<double> background; ///< absorption at the edge of all that has no edge, sample included
     QVector<double> beam;       ///< counts of the beam without sample at the start of the scan
-    QVector<double> shift;      ///< what the beam's energy falls short of the scan's by [eV]
+    QVector<double> shift;      ///< what the beam's energy falls short of the scan's by [eV]; the
+                                ///< hard experiment has no standard to find it by, and none
     int darkCorner = 0;         ///< columns and rows below this see no beam
     QVector<QPoint> hot;        ///< pixels that always read hotCount
     QVector<QPoint> dead;       ///< pixels that always read 0

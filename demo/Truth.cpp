@@ -2,18 +2,23 @@
 
 #include <QTextStream>
 
+#include <algorithm>
+#include <limits>
+
 namespace {
 /// A pixel with less edge step than this counts as free of sample.
 constexpr double leastStep = 0.02;
 constexpr int largestSize = 4096;
+constexpr char easyName[] = "easy";
+constexpr char hardName[] = "hard";
 
 QString shortNumber(double value)
 {
     return QString::number(value, 'g', 7);
 }
 
-/// The numbers of a header line "# Key n ...", empty when the key differs.
-QStringList headerNumbers(const QString& line, const QString& key)
+/// The items of a header line "# Key item ...", empty when the key differs.
+QStringList headerItems(const QString& line, const QString& key)
 {
     const QStringList items = line.simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (items.size() < 3 || items[0] != QLatin1String("#") || items[1] != key) {
@@ -24,11 +29,17 @@ QStringList headerNumbers(const QString& line, const QString& key)
 
 bool readHeader(QTextStream& in, Truth* truth)
 {
-    const QStringList size = headerNumbers(in.readLine(), QStringLiteral("Size"));
-    const QStringList half = headerNumbers(in.readLine(), QStringLiteral("HalfWidth"));
+    const QStringList kind = headerItems(in.readLine(), QStringLiteral("Experiment"));
+    const QStringList size = headerItems(in.readLine(), QStringLiteral("Size"));
+    const QStringList half = headerItems(in.readLine(), QStringLiteral("HalfWidth"));
+    if (kind.size() != 1 ||
+        (kind[0] != QLatin1String(easyName) && kind[0] != QLatin1String(hardName))) {
+        return false;
+    }
     if (size.size() != 2 || size[0] != size[1] || half.size() != 1) {
         return false;
     }
+    truth->difficulty = kind[0] == QLatin1String(hardName) ? Difficulty::Hard : Difficulty::Easy;
     truth->size = size[0].toInt();
     truth->halfWidth = half[0].toInt();
     return truth->size > 0 && truth->size <= largestSize && truth->halfWidth >= 0;
@@ -53,7 +64,8 @@ bool readPixel(const QString& line, Truth* truth)
 QString truthText(const Phantom& phantom)
 {
     const int size = phantom.conditions.size;
-    QString text = QStringLiteral("# Size %1 %1\n# HalfWidth %2\n")
+    QString text = QStringLiteral("# Experiment %1\n# Size %2 %2\n# HalfWidth %3\n")
+                       .arg(QLatin1String(phantom.conditions.isHard() ? hardName : easyName))
                        .arg(size)
                        .arg(phantom.conditions.halfWidth);
     for (int i = 0; i < size * size; ++i) {
@@ -76,7 +88,7 @@ QString truthText(const Phantom& phantom)
 bool readTruth(QTextStream& in, Truth* truth, QString* error)
 {
     if (!readHeader(in, truth)) {
-        *error = QStringLiteral("no size and half width at its head");
+        *error = QStringLiteral("no kind of experiment, size and half width at its head");
         return false;
     }
     const int pixels = truth->size * truth->size;
@@ -99,12 +111,15 @@ BlockTruth blockTruth(const Truth& truth, int x, int y, int halfWidth)
     const int side = 2 * halfWidth + 1;
     const double share = 1.0 / (side * side);
     block.lit = block.usable = true;
+    block.leastStep = std::numeric_limits<double>::max();
     for (int k = 0; k < side * side; ++k) {
         const int i = (y - halfWidth + k / side) * truth.size + x - halfWidth + k % side;
         block.lit = block.lit && truth.usable[i];
         block.usable = block.usable && truth.usable[i] && truth.edgeStep[i] >= leastStep;
         block.shift += truth.shift[i] * share;
         block.edgeStep += truth.edgeStep[i] * share;
+        block.leastStep = std::min(block.leastStep, truth.edgeStep[i]);
+        block.mostStep = std::max(block.mostStep, truth.edgeStep[i]);
         for (std::size_t s = 0; s < block.fractions.size(); ++s) {
             block.fractions[s] += truth.fractions[s][i] * truth.edgeStep[i] * share;
         }

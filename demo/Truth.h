@@ -9,6 +9,7 @@ class QTextStream;
 /// The planted fields as compare reads them back.
 struct Truth
 {
+    Difficulty difficulty = Difficulty::Easy;
     int size = 0;             ///< width and height of the images
     int halfWidth = 0;        ///< half width of the blocks that the batch analyses
     QVector<bool> usable;     ///< false for bad pixels and where there is no beam
@@ -17,8 +18,8 @@ struct Truth
     QVector<double> shift; ///< [eV]
 };
 
-/// Text of truth.dat: "# Size w h", "# HalfWidth n", then a line "x y usable step f0 f1 f2
-/// shift" for each pixel, row after row.
+/// Text of truth.dat: "# Experiment easy|hard", "# Size w h", "# HalfWidth n", then a line "x y
+/// usable step f0 f1 f2 shift" for each pixel, row after row.
 QString truthText(const Phantom& phantom);
 
 /// Reads that text. False, with a sentence in `error`, when it is not whole.
@@ -32,10 +33,12 @@ bool readTruth(QTextStream& in, Truth* truth, QString* error);
 /// across the sample's rim.
 struct BlockTruth
 {
-    bool lit = false;      ///< inside the image, no unusable pixel
-    double shift = 0.0;    ///< mean over a lit block [eV]
-    bool usable = false;   ///< lit, with sample at every pixel
-    double edgeStep = 0.0; ///< mean over a usable block
+    bool lit = false;       ///< inside the image, no unusable pixel
+    double shift = 0.0;     ///< mean over a lit block [eV]
+    bool usable = false;    ///< lit, with sample at every pixel
+    double edgeStep = 0.0;  ///< mean over a usable block
+    double leastStep = 0.0; ///< smallest and largest edge step of a pixel in a lit block
+    double mostStep = 0.0;
     std::array<double, speciesCount> fractions{};
 };
 

@@ -67,13 +67,17 @@ bool noiseOption(const QCommandLineParser& parser, bool* noise)
 
 int write(const QCommandLineParser& parser, const QString& folder)
 {
-    ExperimentConditions conditions;
+    const bool hard = parser.isSet(QStringLiteral("hard"));
+    ExperimentConditions conditions = usualConditions(hard ? Difficulty::Hard : Difficulty::Easy);
     ImageFormat format = ImageFormat::Tiff;
     if (!seedOption(parser, &conditions.seed) || !noiseOption(parser, &conditions.noise) ||
         !integerOption(parser, QStringLiteral("size"), 40, 2048, &conditions.size) ||
         !integerOption(parser, QStringLiteral("energies"), 41, 2001, &conditions.energies) ||
         !integerOption(parser, QStringLiteral("half"), 0, 8, &conditions.halfWidth)) {
         return usageError;
+    }
+    if (hard && parser.isSet(QStringLiteral("energies"))) {
+        return fail(QStringLiteral("--hard has energies of its own: leave --energies out"));
     }
     const QString formatName = parser.value(QStringLiteral("format"));
     if (!imageFormatOf(formatName, &format)) {
@@ -83,9 +87,10 @@ int write(const QCommandLineParser& parser, const QString& folder)
     if (!writeExperiment(folder, conditions, format, &error)) {
         return fail(error);
     }
-    standardOut() << "Wrote " << 3 * conditions.energies << " images of " << conditions.size
-                  << " x " << conditions.size << " pixels (" << formatName << ") to " << folder
-                  << '\n';
+    const int stacks = hard ? 2 : 3; // there is no standard in the hard experiment
+    standardOut() << "Wrote " << stacks * scanOf(conditions).size() << " images of "
+                  << conditions.size << " x " << conditions.size << " pixels (" << formatName
+                  << ") to " << folder << '\n';
     return 0;
 }
 
@@ -120,13 +125,17 @@ void addOptions(QCommandLineParser& parser)
         parser.addOption({QLatin1String(name), QLatin1String(text), QLatin1String(value),
                           QLatin1String(standard)});
     };
+    parser.addOption({QStringLiteral("hard"),
+                      QStringLiteral("write: the hard experiment, with few counts, uneven energies "
+                                     "and strong oscillations")});
     add("seed", "write: seed of noise and bad pixels (1)", "n", "");
     add("size", "write: width and height of the images (200)", "pixels", "");
     add("energies", "write: images of a stack (81)", "n", "");
     add("format", "write: tiff, img16, img32 or brnx", "name", "tiff");
     add("noise", "write: on or off", "switch", "on");
-    add("half", "half width of the analysed blocks (2; compare: that of the experiment)", "pixels",
-        "");
+    add("half",
+        "half width of the analysed blocks (2, with --hard 1; compare: that of the experiment)",
+        "pixels", "");
     add("other", "compare: hold the maps against those of this folder", "folder", "");
 }
 } // namespace

@@ -2,12 +2,16 @@
 # The whole road without a display: writes the demonstration experiment, lets the program analyse it
 # by a batch file, and compares the maps that it saved with what was planted.
 #   scripts/demo.sh [folder] [options of morvenkite-demo write]
+#   scripts/demo.sh --hard      few counts, uneven scans, positions without an edge
 # The exit code is that of the comparison: 0 within the limits, 1 outside, 2 a file is missing.
 set -euo pipefail
 start=$PWD
 cd "$(dirname "$0")/.."
 
 folder=out/demo
+for option in "$@"; do
+    [[ $option != --hard ]] || folder=out/demo-hard
+done
 if [[ $# -gt 0 && $1 != -* ]]; then
     folder=$(cd "$start" && realpath -m -- "$1")
     shift

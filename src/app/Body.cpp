@@ -297,6 +297,9 @@ void Body::setupAnalyzer()
     connect(ui_->ShowDeGlitched, &QCheckBox::toggled, this, [this](bool on) {
         if (Analyzed2DRes* map = analyzer_->selectedMap())
             map->selectProcImg(on);
+        else if (on)
+            qDebug() << "No map is chosen to be shown deglitched";
+        tellShowDeglitched();
         ui_->dispA->update();
     });
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);

@@ -308,6 +308,7 @@ private:
     void finishLoad(Stack& stack, int jobsDone);
     Stack& shownStack();
     void showImage(TiffData* image);
+    void tellShowDeglitched();
     void showMap(Analyzed2DRes* map);
     void leaveMap();
     void takeImageGeometry();

@@ -126,6 +126,7 @@ void Body::prepareMaps(const AnalyzeCond& cond)
     analyzer_->zansaMap()->setNo(rowMaps);
     analyzer_->dEdgeMap()->prepare(cond);
     analyzer_->dEdgeMap()->setNo(rowMaps + 1);
+    tellShowDeglitched();
 }
 
 /// Shift of an image position from the energy shift map [eV], 0 outside the map.
@@ -308,12 +309,13 @@ void Body::showAnalyzedVals()
     if (!map || !map->data())
         return;
     qDebug() << "vals of" << map->name;
+    const double* const filtered = map->procData() ? map->procData() : map->data();
     const int width = map->stepper.width;
     for (int y = 0; y < map->stepper.height; ++y) {
         for (int x = 0; x < width; ++x) {
             const int at = y * width + x;
             qDebug().noquote() << QString::asprintf("%4d %4d %15.6f %15.6f", x, y, map->data()[at],
-                                                    map->procData()[at]);
+                                                    filtered[at]);
         }
     }
 }

@@ -272,16 +272,22 @@ void Body::dispImgSelected(bool on)
     if (ui_->ShowShiftMap->isChecked()) {
         showMap(&energyShiftMap_);
     } else if (ui_->ShowResAnalysis->isChecked()) {
-        Analyzed2DRes* map = analyzer_->selectedMap();
-        const QSignalBlocker quiet(ui_->ShowDeGlitched);
-        ui_->ShowDeGlitched->setChecked(map && map->useProc);
-        showMap(map);
+        tellShowDeglitched();
+        showMap(analyzer_->selectedMap());
     } else {
         ui_->dispA->setShowOverLayer(false);
         showData(shownStack().row->currentIndex());
     }
     showPixel(curX_, curY_);
     ui_->dispA->update();
+}
+
+/// The box tells what the selected map shows, and must not make it a picture by that.
+void Body::tellShowDeglitched()
+{
+    const Analyzed2DRes* const map = analyzer_->selectedMap();
+    const QSignalBlocker quiet(ui_->ShowDeGlitched);
+    ui_->ShowDeGlitched->setChecked(map && map->useProc());
 }
 
 void Body::showMap(Analyzed2DRes* map)

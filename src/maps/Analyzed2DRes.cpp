@@ -72,9 +72,17 @@ void Analyzed2DRes::resetRanges()
     max = runningMaxStart;
 }
 
+/// The memory stays for the next filter run.
+void Analyzed2DRes::forgetProcessed()
+{
+    procData_.clear();
+    useProc_ = false;
+}
+
 void Analyzed2DRes::freeBuffers()
 {
     dropPicture();
+    forgetProcessed();
     // Assigning an empty list would keep the memory.
     std::vector<double>().swap(data_);
     std::vector<double>().swap(procData_);
@@ -104,10 +112,10 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     stepper = ac;
     resetRanges();
     dropPicture();
+    forgetProcessed();
     imgValid = false;
     // A second walk over the same images finds its memory here.
     data_.assign(pixelCount(stepper), 0.0);
-    procData_.assign(pixelCount(stepper), 0.0);
 }
 
 void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
@@ -129,7 +137,6 @@ void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
     fixedScale = other.fixedScale;
     procMin = other.procMin;
     procMax = other.procMax;
-    useProc = other.useProc;
     deglitchFactor = other.deglitchFactor;
     deglitchRange = other.deglitchRange;
     deglitch2Limit = other.deglitch2Limit;
@@ -145,6 +152,7 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
         return;
     data_ = other->data_;
     procData_ = other->procData_;
+    useProc_ = other->useProc_;
     // Only as many bytes as the map has pixels: where rows are padded the last ones stay black
     // until the next genImg(), on purpose.
     imageBytes_.assign(other->imageBytes_.size(), 0);
@@ -173,12 +181,12 @@ double Analyzed2DRes::valueAt(int x, int y) const
 
 double Analyzed2DRes::shownValueAt(int x, int y) const
 {
-    return sample(useProc ? procData_ : data_, x, y);
+    return sample(shownField(), x, y);
 }
 
 Analyzed2DRes::Scale Analyzed2DRes::fieldScale() const
 {
-    return useProc ? Scale{procMin, procMax} : Scale{min, max};
+    return useProc_ ? Scale{procMin, procMax} : Scale{min, max};
 }
 
 Analyzed2DRes::Scale Analyzed2DRes::scale() const
@@ -188,18 +196,26 @@ Analyzed2DRes::Scale Analyzed2DRes::scale() const
 
 void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
 {
-    if (t > max) {
+    // One infinite value as an extreme would leave a single colour to all the others.
+    const bool finite = std::isfinite(t);
+    if (finite && t > max) {
         max = t;
         maxX = ix;
         maxY = iy;
     }
-    if (min > t) {
+    if (finite && min > t) {
         min = t;
         minX = ix;
         minY = iy;
     }
     if (!data_.empty())
         stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
+}
+
+void Analyzed2DRes::leaveOut(int ix, int iy, int xw, int yw)
+{
+    if (!data_.empty())
+        stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, 0.0);
 }
 
 void Analyzed2DRes::wrapImage()
@@ -221,9 +237,8 @@ void Analyzed2DRes::genImg()
     const int stride = hasPixels ? displayStride(imgFormat, stepper.width) : 0;
     const int rows = hasPixels ? stepper.height : 0;
     imageBytes_.assign(static_cast<std::size_t>(stride) * static_cast<std::size_t>(rows), 0);
-    const double* const field = useProc ? procData() : data();
-    if (field != nullptr && !imageBytes_.empty())
-        paintField(field, stride);
+    if (!shownField().empty() && !imageBytes_.empty())
+        paintField(shownField().data(), stride);
     wrapImage();
     imgValid = true;
 }
@@ -250,13 +265,15 @@ QImage* Analyzed2DRes::img() const
 
 void Analyzed2DRes::selectProcImg(bool f)
 {
-    useProc = f;
+    useProc_ = f && !procData_.empty();
+    if (f && !useProc_)
+        qDebug() << "No deglitched values to show in map" << name;
     genImg();
 }
 
 void Analyzed2DRes::copyProc2Data()
 {
-    if (data_.empty() || procData_.empty())
+    if (procData_.empty())
         return;
     data_ = procData_;
     min = procMin;
@@ -283,7 +300,7 @@ void Analyzed2DRes::setScale(double newMin, double newMax)
 quint16* Analyzed2DRes::tiffDataForSave(bool fixedScaleGiven, double scaleMin, double scaleMax,
                                         bool asAnalyzed)
 {
-    const std::vector<double>& field = useProc ? procData_ : data_;
+    const std::vector<double>& field = shownField();
     const qint64 positions = qint64(stepper.columns()) * stepper.rows();
     if (field.empty())
         return nullptr;

@@ -31,7 +31,7 @@ public:
     QString name;
     AnalyzeCond stepper;   ///< the walk that filled the map
     bool imgValid = false; ///< genImg() has made a picture since the last clear()
-    double min;            ///< extremes of the values given to setData(), and where they were met
+    double min; ///< extremes of the finite values given to setData(), and where they were met
     double max;
     int minX = 0;
     int minY = 0;
@@ -42,14 +42,14 @@ public:
     bool fixedScale = false;
     int imgFormat;        ///< ColorScale format of the picture
     int savedSamples = 0; ///< values made by the last tiffDataForSave()
-    double procMin = 0.0; ///< extremes of the processed field
+    double procMin = 0.0; ///< extremes of the processed field's finite values
     double procMax = 1.0;
     double deglitchFactor = 2.0;
     double deglitchRange = 0.9;
-    bool useProc = false; ///< picture and saved data come from the processed field
     double deglitch2Limit = 40.0;
 
-    /// Starts a new filling: takes the walk and gives both fields width*height zeros.
+    /// Starts a new filling: takes the walk and gives the field width*height zeros. The processed
+    /// field and its selection are gone.
     void prepare(const AnalyzeCond& ac);
 
     /// Takes settings, fields and picture of `other`; the fields only when it has a picture. A null
@@ -58,13 +58,16 @@ public:
 
     /// Field as analysed, row by row; null without buffers.
     const double* data() const { return data_.empty() ? nullptr : data_.data(); }
-    /// Processed field; exists together with data().
+    /// Processed field; null until a filter has made it of data().
     const double* procData() const { return procData_.empty() ? nullptr : procData_.data(); }
     /// Value at a pixel, 0.0 outside the map or without buffers.
     double valueAt(int x, int y) const;
     /// The same of the field that the picture is made of.
     double shownValueAt(int x, int y) const;
     bool contains(int x, int y) const;
+
+    /// Whether picture and saved 16-bit data come from the processed field; never without one.
+    bool useProc() const { return useProc_; }
 
     /// The scale of the picture: the fixed one when on, else that of the field it is made of.
     Scale scale() const;
@@ -78,8 +81,11 @@ public Q_SLOTS:
     void clear();
     void setNo(int newNo);
     /// Stores t over the block round (ix, iy) of half widths |xw|, |yw|, clipped to the map, and
-    /// updates the extremes.
+    /// updates the extremes; a value that is not finite is stored, but is no extreme.
     void setData(int ix, int iy, int xw, int yw, double t);
+    /// Stores 0.0 over the same block and leaves the extremes as they are: the position failed, and
+    /// its 0 is no result that the scale should show.
+    void leaveOut(int ix, int iy, int xw, int yw);
     /// Makes the picture anew through the colour bar.
     void genImg();
     /// The picture, owned by the map; may be null.
@@ -89,10 +95,17 @@ public Q_SLOTS:
     /// array with delete[]; savedSamples tells how many entries are set.
     quint16* tiffDataForSave(bool fixedScaleGiven, double scaleMin, double scaleMax,
                              bool asAnalyzed);
+    /// The filters make the processed field of data(): values that stand out become the mean of
+    /// their finite neighbours. Values that are not finite stand out, count in no mean, and never
+    /// take a finite one's place. The first is for single positions, the second for a field near
+    /// a common level, like that of energy shifts.
     void deglitch();
     void setDeglitchConds(double f, double r);
+    /// Makes the picture of the processed field or of data(). A processed field that no filter has
+    /// made is not selected, with a log line.
     void selectProcImg(bool f);
     void deglitch2(double limit);
+    /// Takes the processed field for data(); nothing without one.
     void copyProc2Data();
     void setFixedScale(bool f);
     void setScale(double newMin, double newMax);
@@ -108,9 +121,12 @@ private:
     static constexpr qint64 maxPositions = qint64(1) << 28;
 
     bool canFilter() const;
+    void startProcessed();
     void freeBuffers();
     void dropPicture();
     void resetRanges();
+    void forgetProcessed();
+    const std::vector<double>& shownField() const { return useProc_ ? procData_ : data_; }
     double sample(const std::vector<double>& field, int x, int y) const;
     Scale fieldScale() const;
     void wrapImage();
@@ -119,14 +135,17 @@ private:
     quint16* positionsTo16(const std::vector<double>& field, const Scale& s, std::size_t positions);
     void writePoints(QTextStream& out, QChar separator) const;
     void writeRows(QTextStream& out, QChar separator) const;
+    double bendBetween(const AnalyzeCond& at, int dx, int dy) const;
     double neighbourRoughness(const AnalyzeCond& at) const;
     double stepNeighbourMean(const AnalyzeCond& at) const;
     double commonLevel(double limit) const;
     double levelNeighbourMean(const AnalyzeCond& at, double mean, double limit) const;
     void storeProcessed(const AnalyzeCond& at, double v);
+    void replaceProcessed(const AnalyzeCond& at, double v);
 
     std::vector<double> data_;
-    std::vector<double> procData_;
+    std::vector<double> procData_; ///< empty until a filter has run
+    bool useProc_ = false;         ///< only with a processed field
     std::vector<uchar> imageBytes_;
     std::unique_ptr<QImage> image_;
 };

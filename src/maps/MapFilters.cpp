@@ -5,9 +5,13 @@
 
 #include <QDebug>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace {
+
+constexpr double noValue = std::numeric_limits<double>::quiet_NaN();
 
 /// Visits every position of the walk, logging the start of each row.
 template<typename Visit>
@@ -25,12 +29,19 @@ void forEachPosition(AnalyzeCond walk, const char* label, Visit visit)
 
 bool Analyzed2DRes::canFilter() const
 {
-    if (data_.empty() || procData_.empty())
+    if (data_.empty())
         return false;
     const bool walkable = qint64(stepper.columns()) * stepper.rows() <= maxPositions;
     if (!walkable)
         qDebug() << "Too many positions to filter in map" << name;
     return walkable;
+}
+
+void Analyzed2DRes::startProcessed()
+{
+    procData_.assign(data_.size(), 0.0);
+    procMin = runningMinStart;
+    procMax = runningMaxStart;
 }
 
 void Analyzed2DRes::setDeglitchConds(double f, double r)
@@ -39,18 +50,25 @@ void Analyzed2DRes::setDeglitchConds(double f, double r)
     deglitchRange = r;
 }
 
+/// How far a position lies off the line through two neighbours; nan unless all three are finite
+/// values of the map.
+double Analyzed2DRes::bendBetween(const AnalyzeCond& at, int dx, int dy) const
+{
+    if (!contains(at.cx - dx, at.cy - dy) || !contains(at.cx + dx, at.cy + dy))
+        return noValue;
+    const double bend = std::fabs(2 * valueAt(at.cx, at.cy) - valueAt(at.cx - dx, at.cy - dy) -
+                                  valueAt(at.cx + dx, at.cy + dy));
+    return std::isfinite(bend) ? bend : noValue;
+}
+
+/// Mean of the bends in row and column that there are, 0.0 without any.
 double Analyzed2DRes::neighbourRoughness(const AnalyzeCond& at) const
 {
-    const double v2 = 2 * valueAt(at.cx, at.cy);
-    const int left = at.cx - at.stepX;
-    const int right = at.cx + at.stepX;
-    const int up = at.cy - at.stepY;
-    const int down = at.cy + at.stepY;
-    const bool hasH = left >= 0 && left < at.width && right >= 0 && right < at.width;
-    const bool hasV = up >= 0 && up < at.height && down >= 0 && down < at.height;
-    const double dH = hasH ? std::fabs(v2 - valueAt(left, at.cy) - valueAt(right, at.cy)) : 0.0;
-    const double dV = hasV ? std::fabs(v2 - valueAt(at.cx, up) - valueAt(at.cx, down)) : 0.0;
-    return hasH && hasV ? (dH + dV) / 2 : dH + dV;
+    const double dH = bendBetween(at, at.stepX, 0);
+    const double dV = bendBetween(at, 0, at.stepY);
+    if (std::isnan(dH))
+        return std::isnan(dV) ? 0.0 : dV;
+    return std::isnan(dV) ? dH : (dH + dV) / 2;
 }
 
 double Analyzed2DRes::stepNeighbourMean(const AnalyzeCond& at) const
@@ -62,7 +80,7 @@ double Analyzed2DRes::stepNeighbourMean(const AnalyzeCond& at) const
     double sum = 0.0;
     int count = 0;
     for (const auto& n : neighbours) {
-        if (contains(n[0], n[1])) {
+        if (contains(n[0], n[1]) && std::isfinite(valueAt(n[0], n[1]))) {
             sum += valueAt(n[0], n[1]);
             ++count;
         }
@@ -72,36 +90,47 @@ double Analyzed2DRes::stepNeighbourMean(const AnalyzeCond& at) const
 
 void Analyzed2DRes::storeProcessed(const AnalyzeCond& at, double v)
 {
-    if (v > procMax)
-        procMax = v;
-    if (procMin > v)
-        procMin = v;
+    if (std::isfinite(v)) {
+        procMax = std::max(procMax, v);
+        procMin = std::min(procMin, v);
+    }
     at.fillBlock(procData_.data(), v);
+}
+
+/// A sum of large values may overflow: no reason to lose a finite one.
+void Analyzed2DRes::replaceProcessed(const AnalyzeCond& at, double v)
+{
+    const double measured = valueAt(at.cx, at.cy);
+    storeProcessed(at, std::isfinite(v) ? v : measured);
 }
 
 void Analyzed2DRes::deglitch()
 {
     if (!canFilter())
         return;
+    startProcessed();
     double sum = 0.0;
     qint64 count = 0;
     forEachPosition(stepper, "deglitch", [&](const AnalyzeCond& at) {
         const double d = neighbourRoughness(at);
         at.fillBlock(procData_.data(), d);
-        sum += d;
-        ++count;
+        if (std::isfinite(valueAt(at.cx, at.cy))) {
+            sum += d;
+            ++count;
+        }
     });
     const double threshold = deglitchFactor * (sum / static_cast<double>(count));
     const double range = (max - min) * deglitchRange;
-    procMin = runningMinStart;
-    procMax = runningMaxStart;
     forEachPosition(stepper, "deglitch 2", [&](const AnalyzeCond& at) {
         const double v = valueAt(at.cx, at.cy);
         const bool rough = sample(procData_, at.cx, at.cy) > threshold;
-        const bool replace = rough && (v < min + range || v > max - range);
-        storeProcessed(at, replace ? stepNeighbourMean(at) : v);
+        const bool glitch = rough && (v < min + range || v > max - range);
+        if (glitch || !std::isfinite(v))
+            replaceProcessed(at, stepNeighbourMean(at));
+        else
+            storeProcessed(at, v);
     });
-    if (useProc)
+    if (useProc_)
         genImg();
 }
 
@@ -111,7 +140,7 @@ double Analyzed2DRes::commonLevel(double limit) const
     qint64 count = 0;
     forEachPosition(stepper, "deglitch2", [&](const AnalyzeCond& at) {
         const double v = valueAt(at.cx, at.cy);
-        if (std::fabs(v) < limit) {
+        if (std::isfinite(v) && std::fabs(v) < limit) {
             sum += v;
             ++count;
         }
@@ -141,13 +170,14 @@ void Analyzed2DRes::deglitch2(double limit)
     if (!canFilter())
         return;
     const double mean = commonLevel(limit);
-    procMin = runningMinStart;
-    procMax = runningMaxStart;
+    startProcessed();
     forEachPosition(stepper, "deglitch 2", [&](const AnalyzeCond& at) {
         const double v = valueAt(at.cx, at.cy);
-        const bool off = std::fabs(v - mean) > limit;
-        storeProcessed(at, off ? levelNeighbourMean(at, mean, limit) : v);
+        if (std::fabs(v - mean) > limit || !std::isfinite(v))
+            replaceProcessed(at, levelNeighbourMean(at, mean, limit));
+        else
+            storeProcessed(at, v);
     });
-    if (useProc)
+    if (useProc_)
         genImg();
 }

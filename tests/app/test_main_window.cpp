@@ -8,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSlider>
 
 /// Stacks, dark terms, browsing and the walk in the main window, by its real signals and threads.
@@ -385,6 +386,26 @@ private Q_SLOTS:
         QVERIFY(!ratioMap(body, 0)->imgValid);
         QVERIFY(body.run("analyzer_exec_LCF"));
         QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
+    }
+
+    void aWalkTakesTheFilteredMapBack()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        auto* const box = body.findChild<QCheckBox*>("ShowDeGlitched");
+        const LogCapture log;
+        box->click();
+        QVERIFY(!box->isChecked() && log.linesWith("No map is chosen") == 1);
+        QVERIFY(body.runAll({"analyzer_select_image 0", "analyzer_exec_LCF"}));
+        box->click(); // nothing is filtered yet
+        QVERIFY(!box->isChecked());
+        QCOMPARE(log.linesWith("No deglitched values"), 1);
+        body.findChild<QPushButton*>("DeGlitch")->click();
+        box->click();
+        QVERIFY(box->isChecked() && body.analyzer()->selectedMap()->useProc());
+        QVERIFY(body.run("analyzer_exec_LCF"));
+        QVERIFY(!box->isChecked() && !body.analyzer()->selectedMap()->useProc());
+        QCOMPARE(log.linesWith("No deglitched values"), 1);
     }
 
     void positionsOutsideTheImageDoNotStallTheWalk()

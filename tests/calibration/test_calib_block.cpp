@@ -17,7 +17,7 @@ Spectrum scan(int species, double first, double step, int count, double shift)
     Spectrum s;
     for (int i = 0; i < count; ++i) {
         const double E = first + step * i;
-        s.append(E, referenceAbsorption(species, E - shift));
+        s.append(E, referenceAbsorption(Difficulty::Easy, species, E - shift));
     }
     return s;
 }

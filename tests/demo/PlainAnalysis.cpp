@@ -5,6 +5,7 @@
 
 #include <tiffio.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -66,8 +67,8 @@ QVector<double> netSums(const QString& fname, int darkSize, int side)
     return sums;
 }
 /// The absorption spectrum of each square.
-QVector<plain::Curve> squareSpectra(const QString& folder, const QString& stack, QPointF scan,
-                                    int darkSize, int side)
+QVector<plain::Curve> squareSpectra(const QString& folder, const QString& stack,
+                                    const QVector<double>& energies, int darkSize, int side)
 {
     const QDir dir(folder + QStringLiteral("/images"));
     QVector<plain::Curve> spectra;
@@ -77,7 +78,7 @@ QVector<plain::Curve> squareSpectra(const QString& folder, const QString& stack,
             dir.filePath(name.replace(0, stack.size(), QStringLiteral("i0"))), darkSize, side);
         spectra.resize(i1.size());
         for (int b = 0; b < i1.size(); ++b)
-            spectra[b].append(QPointF(scan.x() + scan.y() * spectra[b].size(),
+            spectra[b].append(QPointF(energies[spectra[b].size()],
                                       i0[b] * i1[b] > 0.0 ? std::log(i0[b] / i1[b]) : 1.0));
     }
     return spectra;
@@ -118,18 +119,21 @@ plain::Curve plain::readReference(const QString& fname)
                                  std::log(items[3].toDouble() / items[4].toDouble()))
                        : QPointF(x, items[1].toDouble()));
     }
+    std::sort(curve.begin(), curve.end(),
+              [](const QPointF& a, const QPointF& b) { return a.x() < b.x(); });
     return curve;
 }
 
-plain::Curve plain::normalised(const Curve& curve, double* edgeStep)
+plain::Curve plain::normalised(const Curve& curve, double* edgeStep, const EdgeRange& range)
 {
     int best = 2; // left of the steepest rise of the five-point mean
     for (int i = 2; i + 3 < curve.size(); ++i)
-        if (curve[i + 3].y() - curve[i - 2].y() > curve[best + 3].y() - curve[best - 2].y())
+        if (curve[i].x() > range.from && curve[i].x() < range.to &&
+            curve[i + 3].y() - curve[i - 2].y() > curve[best + 3].y() - curve[best - 2].y())
             best = i;
     const double edge = curve[best].x();
-    const QPointF pre = lineThrough(curve, 0.0, edge - 10.0);
-    const QPointF gap = lineThrough(curve, edge + 10.0, 1e9) - pre;
+    const QPointF pre = lineThrough(curve, 0.0, edge - range.gap);
+    const QPointF gap = lineThrough(curve, edge + range.gap, 1e9) - pre;
     const auto at = [](const QPointF& line, double x) { return line.x() + line.y() * x; };
     if (edgeStep != nullptr)
         *edgeStep = at(gap, edge);
@@ -139,12 +143,12 @@ plain::Curve plain::normalised(const Curve& curve, double* edgeStep)
     return result;
 }
 
-QVector<plain::Curve> plain::references(const QString& folder)
+QVector<plain::Curve> plain::references(const QString& folder, const EdgeRange& range)
 {
     QVector<Curve> found;
-    for (const QFileInfo& file :
-         QDir(folder + QStringLiteral("/references")).entryInfoList(QDir::Files))
-        found.append(normalised(readReference(file.filePath())));
+    for (const QFileInfo& file : QDir(folder + QStringLiteral("/references"))
+                                     .entryInfoList({QStringLiteral("species-*")}, QDir::Files))
+        found.append(normalised(readReference(file.filePath()), nullptr, range));
     return found;
 }
 
@@ -194,12 +198,11 @@ double plain::shiftOf(const Curve& curve, const Curve& standard)
     return shift;
 }
 
-plain::Maps plain::analyse(const QString& folder, double firstEnergy, double energyStep,
-                           int darkSize, int side)
+plain::Maps plain::analyse(const QString& folder, const QVector<double>& energies, int darkSize,
+                           int side)
 {
-    const QPointF scan(firstEnergy, energyStep);
-    const auto sample = squareSpectra(folder, QStringLiteral("i1"), scan, darkSize, side);
-    const auto foil = squareSpectra(folder, QStringLiteral("std"), scan, darkSize, side);
+    const auto sample = squareSpectra(folder, QStringLiteral("i1"), energies, darkSize, side);
+    const auto foil = squareSpectra(folder, QStringLiteral("std"), energies, darkSize, side);
     const QVector<Curve> standards = references(folder);
     Maps maps;
     for (int b = 0; b < sample.size(); ++b) {

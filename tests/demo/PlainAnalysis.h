@@ -10,15 +10,23 @@
 namespace plain {
 using Curve = QVector<QPointF>;
 
-/// Reads a reference spectrum of either layout.
+/// Reads a reference spectrum of either layout; its energies ascend in the result.
 Curve readReference(const QString& fname);
 
-/// (mu - pre) / (post - pre), with straight lines over all points 10 eV and more beside the
-/// steepest rise of the curve, and the gap of the lines there.
-Curve normalised(const Curve& curve, double* edgeStep = nullptr);
+/// Where the edge is looked for, and how far from it the lines begin [eV].
+struct EdgeRange
+{
+    double from = 0.0;
+    double to = 1e9;
+    double gap = 10.0;
+};
 
-/// The normalised references of an experiment's folder.
-QVector<Curve> references(const QString& folder);
+/// (mu - pre) / (post - pre), with straight lines over all points 10 eV (the gap) and more beside
+/// the steepest rise of the curve, and the distance of the lines there.
+Curve normalised(const Curve& curve, double* edgeStep = nullptr, const EdgeRange& range = {});
+
+/// The normalised references of the species of an experiment's folder.
+QVector<Curve> references(const QString& folder, const EdgeRange& range = {});
 
 /// Weights of the references in the least-squares sense; all curves normalised.
 QVector<double> weights(const Curve& sample, const QVector<Curve>& references);
@@ -31,7 +39,8 @@ double shiftOf(const Curve& curve, const Curve& standard);
 /// same without regard to the energy shift ("raw"), and that shift ("shift", 0).
 using Maps = QMap<QPair<QString, int>, QVector<double>>;
 
-/// Analyses the TIFF images of an experiment in squares of `side` pixels, which divides their size.
-/// The dark level is the mean over the square of `darkSize` pixels in the first corner.
-Maps analyse(const QString& folder, double firstEnergy, double energyStep, int darkSize, int side);
+/// Analyses the TIFF images of an easy experiment at these energies [eV] in squares of `side`
+/// pixels, which divides their size. The dark level is the mean over the square of `darkSize`
+/// pixels in the first corner.
+Maps analyse(const QString& folder, const QVector<double>& energies, int darkSize, int side);
 } // namespace plain

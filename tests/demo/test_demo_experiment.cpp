@@ -1,7 +1,11 @@
 #include "Compare.h"
+#include "CompareHard.h"
 #include "CountRandom.h"
 #include "DemoFiles.h"
+#include "MapFiles.h"
 #include "PlainAnalysis.h"
+#include "ReferenceText.h"
+#include "Truth.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -12,6 +16,17 @@
 
 namespace {
 constexpr int columns = 24;
+constexpr int hardSize = 60;
+
+/// A fault of the hard experiment's maps: every so manieth position with or without an edge has
+/// this weight for all species.
+struct HardFault
+{
+    QString kind;
+    bool ofEdges;
+    int every;
+    double weight;
+};
 
 /// Writes a map under the names and in the forms in which the program saves it.
 void saveMap(const QString& folder, const QString& kind, int species, const QVector<double>& values)
@@ -61,12 +76,43 @@ void saveMaps(const QString& folder, const plain::Maps& maps)
     }
 }
 
+Truth truthOf(const QString& folder)
+{
+    QFile file(demoFiles::truthFile(folder));
+    Truth truth;
+    QString error;
+    QTextStream in(&file);
+    if (!file.open(QIODevice::ReadOnly) || !readTruth(in, &truth, &error))
+        qFatal("no truth in %s", qPrintable(folder));
+    return truth;
+}
+
+/// Writes planted fractions with a fault as a map of the hard experiment.
+void savePlanted(const QString& fname, const Truth& truth, int species, int halfWidth,
+                 const HardFault& fault)
+{
+    QFile map(fname);
+    QVERIFY(map.open(QIODevice::WriteOnly));
+    QTextStream out(&map);
+    int seen = 0;
+    for (const QPoint& p : blockCentres(truth.size, halfWidth)) {
+        const BlockTruth block = blockTruth(truth, p.x(), p.y(), halfWidth);
+        const bool edge = block.leastStep >= hardEdgeStep;
+        const bool faulty = edge == fault.ofEdges && seen++ % fault.every == 0;
+        const double weight = edge ? block.fractions[std::size_t(species)] : 0.0;
+        out << p.x() << ' ' << p.y() << ' ' << (faulty ? fault.weight : weight) << '\n';
+    }
+}
+
 QByteArray bytesOf(const QString& fname)
 {
     QFile file(fname);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 } // namespace
+
+Q_DECLARE_METATYPE(Difficulty)
+Q_DECLARE_METATYPE(HardFault)
 
 class TestDemoExperiment : public QObject
 {
@@ -75,8 +121,11 @@ private Q_SLOTS:
     void initTestCase()
     {
         QVERIFY(write(dir_.path(), 5 * columns, 1));
-        const ScanEnergies scan = scanEnergies(ExperimentConditions().energies);
-        maps_ = plain::analyse(dir_.path(), scan.first, scan.step, darkCornerOf(120), 5);
+        ExperimentConditions hard = usualConditions(Difficulty::Hard);
+        hard.size = hardSize;
+        QString error;
+        QVERIFY(writeExperiment(hard_.path(), hard, ImageFormat::Tiff, &error));
+        maps_ = plain::analyse(dir_.path(), scanOf(ExperimentConditions()), darkCornerOf(120), 5);
     }
 
     void init() { saveMaps(dir_.path(), maps_); }
@@ -103,17 +152,36 @@ private Q_SLOTS:
         }
     }
 
+    void everyReferenceHasTheSameLinesAndStep_data() { difficulties(); }
+
     void everyReferenceHasTheSameLinesAndStep()
     {
+        QFETCH(Difficulty, difficulty);
         for (int s = 0; s < speciesCount; ++s) {
             double edgeStep = 0.0;
             const plain::Curve curve = plain::normalised(
-                plain::readReference(demoFiles::referenceFile(dir_.path(), s)), &edgeStep);
-            QVERIFY(curve.size() > 500 && std::fabs(edgeStep - referenceStep) < 2e-4);
+                plain::readReference(demoFiles::referenceFile(folderOf(difficulty), s)), &edgeStep,
+                rangeOf(difficulty));
+            QVERIFY(curve.size() > 120 && std::fabs(edgeStep - referenceStep) < 2e-4);
             // The file gives back the shape at every energy, through angles or not.
             for (const QPointF& p : curve)
-                QVERIFY(std::fabs(p.y() - speciesShape(s, p.x())) < 5e-4);
+                QVERIFY(std::fabs(p.y() - speciesShape(difficulty, s, p.x())) < 5e-4);
         }
+    }
+
+    void theHardReferencesAreHard()
+    {
+        // Without the suggested edge an oscillation of the foil is taken for it.
+        double edgeStep = 0.0;
+        plain::normalised(plain::readReference(demoFiles::referenceFile(hard_.path(), 1)),
+                          &edgeStep);
+        QVERIFY(std::fabs(edgeStep - referenceStep) > 0.2);
+        const auto firstEnergy = [](const QByteArray& text, int line) {
+            return text.split('\n').value(line).split(' ').value(0).toDouble();
+        };
+        const QByteArray descending = bytesOf(demoFiles::referenceFile(hard_.path(), 2));
+        QVERIFY(firstEnergy(descending, 2) > firstEnergy(descending, 3));
+        QCOMPARE(int(firstEnergy(bytesOf(demoFiles::kevReference(hard_.path())), 2)), 8);
     }
 
     void theSeedFixesEveryFile()
@@ -141,22 +209,26 @@ private Q_SLOTS:
         QVERIFY(std::fabs(i0[61] - darkLevel) < 20.0 && i0[30 * 60 + 30] > 20000);
     }
 
+    void aNoiselessMixtureGivesItsWeights_data() { difficulties(); }
+
     void aNoiselessMixtureGivesItsWeights()
     {
+        QFETCH(Difficulty, difficulty);
         const double planted[] = {0.2, 0.3, 0.5};
-        const ScanEnergies scan = scanEnergies(ExperimentConditions().energies);
+        const plain::EdgeRange range = rangeOf(difficulty);
         plain::Curve sample;
-        for (int i = 0; i < scan.count; ++i) {
-            double mu = 0.3 * backgroundShape(scan.at(i));
+        for (const double E : scanOf(usualConditions(difficulty))) {
+            double mu = 0.3 * backgroundShape(E);
             for (int s = 0; s < speciesCount; ++s)
-                mu += 0.7 * planted[s] * speciesShape(s, scan.at(i));
-            sample.append(QPointF(scan.at(i), mu));
+                mu += 0.7 * planted[s] * speciesShape(difficulty, s, E);
+            sample.append(QPointF(E, mu));
         }
         double edgeStep = 0.0;
         const QVector<double> found =
-            plain::weights(plain::normalised(sample, &edgeStep), plain::references(dir_.path()));
+            plain::weights(plain::normalised(sample, &edgeStep, range),
+                           plain::references(folderOf(difficulty), range));
         for (int s = 0; s < speciesCount; ++s)
-            QVERIFY(std::fabs(found[s] - planted[s]) < 2e-3);
+            QVERIFY(std::fabs(found[s] - planted[s]) < 4e-3);
         QVERIFY(std::fabs(edgeStep - 0.7) < 1e-3);
     }
 
@@ -209,6 +281,46 @@ private Q_SLOTS:
         }
     }
 
+    void aHardMapIsJudgedByWhatItRejectsAndByItsWeights_data()
+    {
+        QTest::addColumn<HardFault>("fault");
+        QTest::addColumn<int>("outside");
+        const QString straight = straightRun.ratio;
+        const QString pixels = victoreenRun.ratio;
+        QTest::newRow("as planted") << HardFault{straight, false, 1, 0.0} << 0;
+        QTest::newRow("few edges lost") << HardFault{straight, true, 25, 0.0} << 0;
+        QTest::newRow("many edges lost") << HardFault{pixels, true, 16, 0.0} << 1;
+        QTest::newRow("no edge, kept") << HardFault{straight, false, 10, 0.3} << 1;
+        QTest::newRow("no edge, nan") << HardFault{pixels, false, 16, NAN} << 1;
+        QTest::newRow("a large weight") << HardFault{pixels, true, 700, -2.1} << 1;
+        // Nan is no sound weight, and no bias is within its limit.
+        QTest::newRow("edges of nan") << HardFault{straight, true, 100, NAN} << 4;
+        QTest::newRow("spread") << HardFault{pixels, true, 10, 1.0} << 3;
+    }
+
+    void aHardMapIsJudgedByWhatItRejectsAndByItsWeights()
+    {
+        QFETCH(HardFault, fault);
+        QFETCH(int, outside);
+        const Truth truth = truthOf(hard_.path());
+        for (const HardRun& run : {straightRun, victoreenRun}) {
+            HardFault here = fault;
+            if (fault.kind != run.ratio)
+                here = {run.ratio, false, 1, 0.0};
+            const int halfWidth = here.kind == straightRun.ratio ? truth.halfWidth : 0;
+            for (int s = 0; s < speciesCount; ++s)
+                savePlanted(demoFiles::mapText(hard_.path(), here.kind, s), truth, s, halfWidth,
+                            here);
+        }
+        text_.clear();
+        QTextStream out(&text_);
+        QCOMPARE(compareWithTruth(hard_.path(), -1, out),
+                 outside > 0 ? compareOutside : compareWithin);
+        QVERIFY2(text_.count("OUTSIDE\n") == outside, qPrintable(text_));
+        QVERIFY(QFile::remove(demoFiles::mapText(hard_.path(), fault.kind, 1)));
+        QCOMPARE(compareWithTruth(hard_.path(), -1, out), compareFailed);
+    }
+
     void blocksOfBadPixelsDoNotCount()
     {
         const Phantom phantom = makePhantom(conditions(5 * columns, 1));
@@ -236,6 +348,23 @@ private Q_SLOTS:
     }
 
 private:
+    static void difficulties()
+    {
+        QTest::addColumn<Difficulty>("difficulty");
+        QTest::newRow("easy") << Difficulty::Easy;
+        QTest::newRow("hard") << Difficulty::Hard;
+    }
+    QString folderOf(Difficulty difficulty) const
+    {
+        return difficulty == Difficulty::Easy ? dir_.path() : hard_.path();
+    }
+    static plain::EdgeRange rangeOf(Difficulty difficulty)
+    {
+        return difficulty == Difficulty::Easy
+                   ? plain::EdgeRange()
+                   : plain::EdgeRange{demoEdgeEnergy - 20.0, demoEdgeEnergy + 20.0, 20.0};
+    }
+
     static ExperimentConditions conditions(int size, quint64 seed)
     {
         ExperimentConditions c;
@@ -257,6 +386,7 @@ private:
     }
 
     QTemporaryDir dir_;
+    QTemporaryDir hard_;
     plain::Maps maps_;
     QString text_;
 };

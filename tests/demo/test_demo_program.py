@@ -1,10 +1,11 @@
-"""Runs the real program on the demonstration experiment, written in each image format.
+"""Runs the real program on both demonstration experiments.
 
-The maps must hold the planted fields within the limits, and be the same for all formats.
+The maps must hold the planted fields within the limits, and be the same for all image formats.
 usage: test_demo_program.py <morvenkite> <morvenkite-demo>
 """
 import os
 import pathlib
+import re
 import subprocess
 import sys
 import tempfile
@@ -32,7 +33,13 @@ class DemoProgram(unittest.TestCase):
     def analyse(self, folder, image_format, *options):
         """Writes an experiment and lets the program analyse it."""
         self.succeed(DEMO, "write", folder, "--size", 100, "--format", image_format, *options)
-        self.succeed(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / "demo.bat", "-x")
+        self.execute(folder, "demo.bat")
+
+    def execute(self, folder, batch):
+        """Lets the program run a batch of the folder; gives its log."""
+        code, log = run(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / batch, "-x")
+        self.assertEqual(code, 0, log[-4000:])
+        return log
 
     def test_the_maps_hold_the_planted_fields_in_every_format(self):
         with tempfile.TemporaryDirectory(prefix="a demo ") as parent:
@@ -60,9 +67,31 @@ class DemoProgram(unittest.TestCase):
             self.assertLess(largest, 0.06)
             batch = (folder / "demo.bat").read_text()
             (folder / "mid.bat").write_text(batch.replace("calib_type 1", "calib_type 0"))
-            self.succeed(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / "mid.bat", "-x")
+            self.execute(folder, "mid.bat")
             rms, _ = self.shift_error(folder)
             self.assertLess(rms, 1.0 / 3.0)  # the energies are 1 eV apart
+
+    def test_with_the_edge_suggested_for_the_fits_the_fractions_come_back(self):
+        with tempfile.TemporaryDirectory() as parent:
+            folder = pathlib.Path(parent)
+            self.succeed(DEMO, "write", folder, "--size", 100)
+            batch = (folder / "demo.bat").read_text()
+            calibration, fits = batch.split("analyzer_select_analysis_mode", 1)
+            suggestion = "Suggest_Elm 1\nSuggesting_Elm Cu\nSuggesting_Edge 0\n"
+            (folder / "suggested.bat").write_text(
+                calibration + suggestion + "analyzer_select_analysis_mode" + fits)
+            self.execute(folder, "suggested.bat")
+            self.succeed(DEMO, "compare", folder)
+
+    def test_the_hard_experiment_is_rejected_and_fitted_within_its_limits(self):
+        with tempfile.TemporaryDirectory() as parent:
+            folder = pathlib.Path(parent)
+            self.succeed(DEMO, "write", folder, "--hard", "--size", 60)
+            log = self.execute(folder, "demo.bat")
+            self.assertEqual(re.findall("Command not available.*", log), [])
+            told = re.search("in-keV.dat.*left out", log)
+            self.assertTrue(told, "nothing tells that the table in keV is left out")
+            self.succeed(DEMO, "compare", folder)
 
 
 if __name__ == "__main__":

@@ -1,4 +1,4 @@
-#include "DemoFiles.h"
+#include "BatchText.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandTable.h"
 
@@ -102,14 +102,16 @@ void TestDocumentation::everyBatchExampleIsUnderstood()
 
 void TestDocumentation::theDemonstrationsBatchIsUnderstood()
 {
-    const Phantom phantom = makePhantom({});
-    const QString folder = QStringLiteral("/a folder");
-    const QStringList lines =
-        batchText(folder, phantom, ImageFormat::Tiff).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-    for (const QString& line : lines) {
-        QCOMPARE(fault(CmdLine(line)), QString());
+    for (const Difficulty difficulty : {Difficulty::Easy, Difficulty::Hard}) {
+        const Phantom phantom = makePhantom(usualConditions(difficulty));
+        const QString folder = QStringLiteral("/a folder");
+        const QStringList lines = batchText(folder, phantom, ImageFormat::Tiff)
+                                      .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        for (const QString& line : lines) {
+            QCOMPARE(fault(CmdLine(line)), QString());
+        }
+        QCOMPARE(lines.last(), QStringLiteral("quit"));
     }
-    QCOMPARE(lines.last(), QStringLiteral("quit"));
 }
 
 void TestDocumentation::theCommandListIsThatOfTheProgram()

@@ -163,9 +163,10 @@ private Q_SLOTS:
         map.setFixedScale(true);
         QCOMPARE(scales.takeFirst(), (QVariantList{0.0, 4.0}));
         QCOMPARE(greyRow(map, 0), QByteArray("\0\x40\x80", 3));
+        map.deglitch2(1.5); // 2 stands out: near 1 on its left
         map.selectProcImg(true);
         QVERIFY(scales.isEmpty());
-        QCOMPARE(greyRow(map, 0), QByteArray(3, '\0'));
+        QCOMPARE(greyRow(map, 0), QByteArray("\0\x40\x80", 3));
         map.imgFormat = ColorScale::Hot;
         map.genImg();
         QVERIFY(map.img()->format() == QImage::Format_RGB888 && qGray(map.img()->pixel(0, 0)) == 0);
@@ -191,12 +192,6 @@ private Q_SLOTS:
             map.setData(1 + i % 2 * 3, 1 + i / 2 * 3, 1, 1, 1 << i);
         QCOMPARE(savedBy(map, false, 2.0, 6.0, true), (QVector<int>{0, 9362, 28086, 65535}));
         QCOMPARE(savedBy(map, true, 2.0, 6.0, true), (QVector<int>{0, 0, 32767, 65535}));
-        map.deglitch2(40.0); // nothing stands out: a plain copy
-        map.procMin = 0.0;
-        map.procMax = 1.0;
-        map.useProc = true;
-        QCOMPARE(savedBy(map, false, 2.0, 6.0, true), QVector<int>(4, 65535));
-        map.useProc = false;
         map.prepare(AnalyzeCond(2, 1, 0, 0, QRectF(-1, 0, 4, 1), -1, -1)); // past the image: zero
         map.setData(0, 0, 0, 0, 1.0);
         QCOMPARE(savedBy(map, true, 0.0, 1.0, true), (QVector<int>{0, 65535, 0, 0}));
@@ -211,7 +206,8 @@ private Q_SLOTS:
         const double values[] = {0.1, -3e-20, noNumber, 1234567.875};
         for (int i = 0; i < 4; ++i)
             map.setData(1 + i % 2, i / 2, 0, 0, values[i]);
-        map.useProc = true; // text is of the field as analysed all the same
+        map.deglitch();
+        map.selectProcImg(true); // text is of the field as analysed all the same
         const QTemporaryDir dir;
         const QFileInfo fi(dir.filePath("m.dat"));
         for (const int i : {0, 1, 2, 3}) {
@@ -242,6 +238,8 @@ private Q_SLOTS:
         copy.setFixedScale(true); // paints although there is no field
         map.setScale(0.0, 4.0);
         map.deglitch2(2.5);
+        map.selectProcImg(true);
+        map.selectProcImg(false);
         copy.copyFrom(&map);
         map.clear();
         QVERIFY(!map.img() && !map.data() && !map.imgValid && map.min > map.max);
@@ -272,7 +270,100 @@ private Q_SLOTS:
         QVERIFY(map.max == map.procMax && std::equal(map.data(), map.data() + 713, map.procData()));
     }
 
+    /// Rows of six values, and what the filters make of them.
+    void leavesOutWhatIsNotFinite_data()
+    {
+        QTest::addColumn<QVector<double>>("values");
+        QTest::addColumn<QVector<double>>("first");
+        QTest::addColumn<QVector<double>>("second");
+        const auto row = [](const char* name, const QVector<double>& values,
+                            const QVector<double>& first, const QVector<double>& second) {
+            QTest::newRow(name) << values << first << second;
+        };
+        row("infinite", {1, 1, HUGE_VAL, 1, 3, 1}, {1, 1, 1, 1, 1, 1}, {1, 1, 1, 1, 3, 1});
+        row("nan beside a peak", {1, 1, 1, 5, noNumber, 1}, {1, 1, 3, 5, 3, 1}, {1, 1, 1, 1, 1, 1});
+        row("alone", {1, noNumber, noNumber, noNumber, 2, 2}, {1, 1, noNumber, 2, 2, 2},
+            {1, 1, 0, 2, 2, 2});
+        row("none finite", QVector<double>(6, -HUGE_VAL), QVector<double>(6, -HUGE_VAL),
+            QVector<double>(6, 0.0));
+    }
+
+    void leavesOutWhatIsNotFinite()
+    {
+        QFETCH(QVector<double>, values);
+        QFETCH(QVector<double>, first);
+        QFETCH(QVector<double>, second);
+        Analyzed2DRes map("m");
+        fill(map, 6, 1, values);
+        const auto processed = [&map] { return Values(map.procData(), map.procData() + 6); };
+        checkRange(values, map.min, map.max);
+        map.setDeglitchConds(1.5, 0.4);
+        map.deglitch();
+        checkSame(processed(), first);
+        checkRange(first, map.procMin, map.procMax);
+        map.deglitch2(3.0);
+        checkSame(processed(), second);
+        checkRange(second, map.procMin, map.procMax);
+    }
+
+    void aProcessedFieldThatWasNeverMadeIsNeitherShownNorSaved()
+    {
+        Analyzed2DRes map("m");
+        const auto showsAsAnalysed = [&map] {
+            map.selectProcImg(true);
+            return !map.useProc() && !map.procData() && map.shownValueAt(1, 0) == 9.0 &&
+                   map.scale().max == 9.0 && greyRow(map, 0) == QByteArray("\0\xff\0", 3) &&
+                   savedBy(map, false, 0, 0, false) == QVector<int>({0, 65535, 0});
+        };
+        fill(map, 3, 1, {1, 9, 1});
+        QVERIFY(showsAsAnalysed());
+        map.copyProc2Data();
+        QCOMPARE(map.valueAt(1, 0), 9.0);
+        map.deglitch2(4.0);
+        map.selectProcImg(true);
+        Analyzed2DRes copy("c");
+        copy.copyFrom(&map);
+        QVERIFY(copy.useProc() && copy.shownValueAt(1, 0) == 1.0);
+        QCOMPARE(savedBy(copy, false, 0, 0, false), savedBy(map, false, 0, 0, false));
+        copy.clear();
+        QVERIFY(!copy.useProc() && !copy.procData());
+        fill(map, 3, 1, {1, 9, 1}); // the next walk
+        map.genImg();
+        QVERIFY(showsAsAnalysed());
+    }
+
+    void aFailedPositionIsStoredAsZeroAndIsNoExtreme()
+    {
+        Analyzed2DRes map("m");
+        fill(map, 3, 2, {4, 5, 6, 4, 5, 6});
+        map.leaveOut(0, 1, -1, 0);
+        QCOMPARE(QVector<double>(map.data(), map.data() + 6), (QVector<double>{4, 5, 6, 0, 0, 6}));
+        QVERIFY(map.min == 4.0 && map.max == 6.0);
+    }
+
 private:
+    static void checkSame(const Values& found, const QVector<double>& expected)
+    {
+        for (int i = 0; i < expected.size(); ++i) {
+            const double v = found[std::size_t(i)];
+            QVERIFY2(v == expected[i] || (std::isnan(v) && std::isnan(expected[i])),
+                     qPrintable(QStringLiteral("%1: %2").arg(i).arg(v)));
+        }
+    }
+
+    /// The extremes are those of the finite values.
+    static void checkRange(const QVector<double>& values, double lowest, double highest)
+    {
+        double low = 1e300;
+        double high = -1e300;
+        for (const double v : values) {
+            low = std::isfinite(v) ? std::min(low, v) : low;
+            high = std::isfinite(v) ? std::max(high, v) : high;
+        }
+        QCOMPARE(lowest, low);
+        QCOMPARE(highest, high);
+    }
+
     static void checkFilters(const QRectF& area)
     {
         Analyzed2DRes map("m");
