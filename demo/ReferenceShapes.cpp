@@ -66,7 +66,7 @@ constexpr Peaks easyPeaks[] = {{{{-1.6, 1.0, 0.42, false}, {3.0, 1.4, 0.10, fals
                                {{{-0.4, 0.9, -0.25, false}, {2.2, 1.1, 0.22, false}, noPeak}},
                                {{{0.9, 1.1, 0.85, true}, {-4.4, 0.7, 0.06, false}, noPeak}}};
 constexpr ShapeSet easySet{{-8.0, -5.5, 3.0, 6.0},
-                           {12.0, 42.0, false, 40.0, 2},
+                           {21.0, 42.0, false, 40.0, 2},
                            {{{-3.2, 0.7, easyPeaks[0], 0.110, 17.0, 0.4},
                              {-2.0, 0.9, easyPeaks[1], 0.140, 11.0, 2.3},
                              {-0.3, 0.8, easyPeaks[2], 0.120, 14.0, 4.0}}}};

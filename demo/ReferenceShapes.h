@@ -4,11 +4,11 @@
 ///
 /// Every species rises from exactly 0 to exactly 1 round the edge: from 8 eV below it to 6 eV above
 /// it in the easy set, to 15 eV above it in the hard one. All near-edge structure lies in between.
-/// The easy set's oscillations, from 12 to 42 eV above the edge, hold no constant and no slope. So
+/// The easy set's oscillations, from 21 to 42 eV above the edge, hold no constant and no slope. So
 /// straight lines fitted below and above the edge are those of the background and of the background
 /// plus step, whichever points of these ranges a fit takes: sample and references are normalised
-/// alike although their grids and ranges differ. A range that begins 20 eV above the edge cuts the
-/// oscillations, which costs the fractions up to 0.02.
+/// alike although their grids and ranges differ, and whether the ranges begin 10 or 20 eV from the
+/// mid point.
 ///
 /// The hard set has uneven scans, and a least-squares fit weighs an energy by how densely a scan
 /// samples it. Its oscillations hold no constant, no slope and no curvature where points lie evenly
