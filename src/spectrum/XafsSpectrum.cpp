@@ -293,10 +293,14 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curve
 bool XafsSpectrum::comeClose(const double* gap, int n) const
 {
     const double least = HeldGap::lowGap * heldStep(gap[edgeIndex]);
-    int low = 0;
-    for (int i = 0; i < n; ++i)
-        low |= static_cast<int>(!(gap[i] >= least));
-    return low != 0;
+    // Counts what is wide enough, two at a time: nan is not.
+    using Pair = double __attribute__((vector_size(2 * sizeof(double))));
+    using PairMask = decltype(Pair() >= Pair());
+    PairMask wide = {};
+    int i = 0;
+    for (; i + 1 < n; i += 2)
+        wide -= Pair{gap[i], gap[i + 1]} >= Pair{least, least};
+    return wide[0] + wide[1] + (i < n && gap[i] >= least ? 1 : 0) != n;
 }
 
 double XafsSpectrum::heldStep(double gapAtSteepest) const
