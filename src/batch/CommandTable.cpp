@@ -176,6 +176,9 @@ constexpr ExCmdText extensionTexts[] = {
     {ExCmdCalibStdHint, "calib_std_hint", "<0|1>"},
     {ExCmdCalibFormerMap, "calib_former_map", ""},
     {ExCmdAnalyzerZansaOwnWeights, "analyzer_zansa_own_weights", "<0|1>"},
+    {ExCmdSaveDataCfgTiffClamp, "saveDataCfg_tiff_clamp", "<0|1>"},
+    {ExCmdSaveDataCfgSaveAsFloatTiff, "saveDataCfg_save_as_float_tiff", ""},
+    {ExCmdSaveAllData, "save_all_data", "<file>"},
 };
 // clang-format on
 

@@ -153,6 +153,9 @@ enum EX_CMD_ID : int
     ExCmdCalibStdHint = 215,
     ExCmdCalibFormerMap = 216,
     ExCmdAnalyzerZansaOwnWeights = 217,
+    ExCmdSaveDataCfgTiffClamp = 218,
+    ExCmdSaveDataCfgSaveAsFloatTiff = 219,
+    ExCmdSaveAllData = 220,
     ExCmdEnd ///< above all numbers
 };
 

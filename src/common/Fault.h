@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+// What the user asked for and did not get: a file not read or not written, an analysis not started.
+// It costs one line of the log wherever it happens; and whoever carried the request out collects
+// it, so that a batch can count what failed. Warnings about what was done all the same are plain
+// log lines.
+
+/// Logs the text, one line that names the file or field and the reason, and hands it to the
+/// collector of this thread, if there is one. Any thread.
+void fault(const QString& text);
+
+/// Collects the faults of its thread from its construction to its end. Collectors nest: the inner
+/// one takes them all.
+class FaultCollector
+{
+public:
+    FaultCollector();
+    ~FaultCollector();
+
+    const QStringList& faults() const { return faults_; }
+
+private:
+    Q_DISABLE_COPY(FaultCollector)
+    friend void fault(const QString& text);
+
+    FaultCollector* const outer_;
+    QStringList faults_;
+};
