@@ -102,6 +102,8 @@ void Analyzer::connectForm()
     connect(ui_->SelDMut, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
     connect(ui_->SelRatio, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
     connect(ui_->FixedScale, &QCheckBox::toggled, this, &Analyzer::scalePolicyChanged);
+    for (const QLineEdit* field : {ui_->LCFRange1, ui_->LCFRange2})
+        connect(field, &QLineEdit::editingFinished, this, &Analyzer::reAnalyzeSpectrum);
     for (const QLineEdit* field :
          {ui_->DMutScaleMin, ui_->DMutScaleMax, ui_->RatioScaleMin, ui_->RatioScaleMax})
         connect(field, &QLineEdit::editingFinished, this, &Analyzer::scaleChanged);
@@ -233,7 +235,7 @@ bool Analyzer::displaysOnTime() const
 
 bool Analyzer::ownWeights() const
 {
-    return ui_->OwnWeights->isChecked();
+    return walkOwnWeights_;
 }
 
 void Analyzer::setOwnWeights(bool f)
@@ -264,7 +266,6 @@ LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm, const ReadRange& scan) c
     request.scan = scan;
     request.holdGap = holdGap_;
     request.inWalk = contAccess_;
-    request.ownWeights = ownWeights();
     request.sElm = sElm;
     return request;
 }
@@ -284,7 +285,6 @@ void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
     if (contAccess_ || !walkAnalysisSelected())
         return;
     AnalysisRequest request;
-    request.number = ++singleRequests_;
     request.spectra = {s};
     request.lcf = true;
     request.lcfConditions = lcfRequest(sElm, energiesOf(s));
@@ -305,6 +305,7 @@ void Analyzer::takeInSingleFits()
 void Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
 {
     takeInSingleFits();
+    walkOwnWeights_ = ui_->OwnWeights->isChecked();
     const LcfRequest request = lcfRequest(sElm, scan);
     markLeftOut(request);
     const LcfPlan plan(request);
@@ -321,6 +322,7 @@ void Analyzer::analyzeInWalk(const AnalysisRequest& request, const SuggestElm& s
     AnalysisRequest complete = request;
     complete.lcf = walkAnalysisSelected();
     complete.lcfConditions = lcfRequest(sElm, scan);
+    complete.lcfConditions.ownWeights = walkOwnWeights_;
     Q_EMIT analyzeSpectrum0(complete);
 }
 
@@ -341,10 +343,9 @@ void Analyzer::reAnalyzeSpectrum()
 
 void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
 {
-    const bool single = result.walk == 0;
-    const bool newest = result.number == singleRequests_;
-    // The rows keep their weights during a walk, and an older answer must not overwrite a newer.
-    if (single && newest && !contAccess_ && !result.lcf.isEmpty())
+    // The rows keep their weights during a walk. Answers come in the order of the requests, and
+    // each is taken: which of them the rows show must not depend on when a newer was asked for.
+    if (result.walk == 0 && !contAccess_ && !result.lcf.isEmpty())
         showFit(result.lcf.first());
     Q_EMIT finished(result);
 }

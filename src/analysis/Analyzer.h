@@ -52,7 +52,7 @@ public:
     /// Maps are to be painted after each row of a walk.
     bool displaysOnTime() const;
 
-    /// In a walk the residual is that of each position's own fit.
+    /// In the walk begun last the residual is that of each position's own fit.
     bool ownWeights() const;
     /// Curves whose lines come too close are continued by the step in fits.
     void setHoldGap(bool f);
@@ -158,8 +158,8 @@ private:
     XafsSpectrum spectrum_;
     XafsSpectrum fitResult_;
     SuggestElm lastSElm_;
-    EdgeHint hint_;          ///< of the rows
-    int singleRequests_ = 0; ///< number of the single request sent last
+    EdgeHint hint_; ///< of the rows
     bool contAccess_ = false;
+    bool walkOwnWeights_ = false; ///< of the walk begun last
     bool holdGap_ = true;
 };

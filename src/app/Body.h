@@ -236,7 +236,7 @@ private:
     /// All that makes up an energy shift map; without shifts there is none.
     struct ShiftMap
     {
-        QVector<double> shifts; ///< [eV], row by row
+        QVector<double> shifts; ///< [eV], row by row; nan where there is none
         AnalyzeCond walk;
         QPoint origin;                ///< on the detector
         double edgeE = 0.0;           ///< at which it was read [eV]

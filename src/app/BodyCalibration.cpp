@@ -35,7 +35,7 @@ void Body::setupCalibration()
 void Body::newStdFile()
 {
     if (calibration_.running)
-        qDebug() << "Calibration: another standard is in force for the positions to come";
+        qDebug() << "Calibration: the one that runs goes on with the standard of its start";
     stdSpectrum_ = calibCtrl_->standard();
     xafsView_->setStdSpectrum(stdSpectrum_);
     refreshCursor();
@@ -151,9 +151,10 @@ void Body::calibNextPoint()
     const int y = calibIter_.cy;
     const BlockShift found = blockShift(rawXafsAt(x, y, calibIter_.halfX, calibIter_.halfY),
                                         calibration_.standard, calibConditions());
-    // A position without a shift keeps the 0 that the map was prepared with, out of its extremes.
     if (calibration_.statistics.take({x, y}, found))
         energyShiftMap_.setData(x, y, calibIter_.halfX, calibIter_.halfY, found.shift);
+    else
+        energyShiftMap_.leaveOut(x, y, calibIter_.halfX, calibIter_.halfY);
     if (calibIter_.next())
         Q_EMIT doCalibNextPoint();
     else

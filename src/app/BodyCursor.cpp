@@ -87,7 +87,9 @@ void Body::showXafsSpectrum()
     const BlockConditions conditions = blockConditions(halfWidthX(), halfWidthY());
     const XafsSpectrum spectrum(rawXafs({i1Stack_, i0Stack_}, conditions, curX_, curY_),
                                 QStringLiteral("body-show"), targetBackground(), shift, elm);
-    const double dE = xafsView_->setSpectrum(spectrum, analyzer_->gapNote(spectrum));
+    const bool outside = spectrum.isEmpty() && !i1Stack_.isEmpty();
+    const QString note = outside ? outcomeWords(spectrum.outcome) : analyzer_->gapNote(spectrum);
+    const double dE = xafsView_->setSpectrum(spectrum, note);
     if (!walk_.running)
         analyzer_->analyzeAndShowSpectrum(spectrum, elm);
     ui_->Position->setText(pixelText(curX_, curY_));

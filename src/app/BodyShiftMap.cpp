@@ -7,9 +7,7 @@
 #include <QFile>
 #include <QTextStream>
 
-#include <algorithm>
 #include <cmath>
-#include <iterator>
 
 namespace {
 
@@ -21,8 +19,12 @@ void fillMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>&
     map.prepare(walk);
     int i = 0;
     for (int y = 0; y < walk.height; ++y) {
-        for (int x = 0; x < walk.width; ++x)
-            map.setData(x, y, 0, 0, shifts[i++]);
+        for (int x = 0; x < walk.width; ++x, ++i) {
+            if (std::isnan(shifts[i]))
+                map.leaveOut(x, y, 0, 0);
+            else
+                map.setData(x, y, 0, 0, shifts[i]);
+        }
     }
     map.genImg();
 }
@@ -58,8 +60,13 @@ Body::ShiftMap Body::shiftMapInForce() const
                  mapInterrupted_,
                  energyShiftMap_.min,
                  energyShiftMap_.max};
-    if (shifts != nullptr)
-        std::copy_n(shifts, size.width * size.height, std::back_inserter(map.shifts));
+    if (shifts == nullptr)
+        return map;
+    map.shifts.reserve(size.width * size.height);
+    for (int y = 0; y < size.height; ++y) {
+        for (int x = 0; x < size.width; ++x, ++shifts)
+            map.shifts.append(energyShiftMap_.isLeftOut(x, y) ? qQNaN() : *shifts);
+    }
     return map;
 }
 

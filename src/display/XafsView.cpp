@@ -128,7 +128,7 @@ void XafsView::showEdge()
 {
     const XafsSpectrum& s = spectrum();
     if (s.isEmpty()) {
-        ui_->ExtMsg->clear();
+        ui_->ExtMsg->setText(note_);
         return;
     }
     QString line = tr("dMut = %1, Edge %2 [eV] : %3 %4")

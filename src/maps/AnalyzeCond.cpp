@@ -107,17 +107,3 @@ void AnalyzeCond::fillBlock(double* field, double v) const
 {
     fillBlockAt(field, cx, cy, halfX, halfY, v);
 }
-
-void AnalyzeCond::fillBlockAt(double* field, int x, int y, int half, int halfRows, double v) const
-{
-    const qint64 reachX = std::abs(qint64(half));
-    const qint64 reachY = std::abs(qint64(halfRows));
-    const qint64 left = std::max<qint64>(x - reachX, 0);
-    const qint64 right = std::min<qint64>(x + reachX, width - 1);
-    const qint64 bottom = std::min<qint64>(y + reachY, height - 1);
-    for (qint64 row = std::max<qint64>(y - reachY, 0); row <= bottom; ++row) {
-        double* const line = field + row * width;
-        for (qint64 column = left; column <= right; ++column)
-            line[column] = v;
-    }
-}

@@ -3,6 +3,9 @@
 #include <QMetaType>
 #include <QRectF>
 
+#include <algorithm>
+#include <cstdlib>
+
 /// The walk over the sampled positions of an area: image size, binning block, area, steps and the
 /// current position. A copyable record; calibration, analyses, exports and filters all walk by it.
 /// Pixels and positions are image coordinates.
@@ -51,7 +54,23 @@ struct AnalyzeCond
     void fillBlock(double* field, double v) const;
 
     /// The same round any pixel; half widths count by their absolute value.
-    void fillBlockAt(double* field, int x, int y, int half, int halfRows, double v) const;
+    template<typename T>
+    void fillBlockAt(T* field, int x, int y, int half, int halfRows, T v) const;
 };
+
+template<typename T>
+void AnalyzeCond::fillBlockAt(T* field, int x, int y, int half, int halfRows, T v) const
+{
+    const qint64 reachX = std::abs(qint64(half));
+    const qint64 reachY = std::abs(qint64(halfRows));
+    const qint64 left = std::max<qint64>(x - reachX, 0);
+    const qint64 right = std::min<qint64>(x + reachX, width - 1);
+    const qint64 bottom = std::min<qint64>(y + reachY, height - 1);
+    for (qint64 row = std::max<qint64>(y - reachY, 0); row <= bottom; ++row) {
+        T* const line = field + row * width;
+        for (qint64 column = left; column <= right; ++column)
+            line[column] = v;
+    }
+}
 
 Q_DECLARE_METATYPE(AnalyzeCond)

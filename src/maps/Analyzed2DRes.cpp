@@ -85,6 +85,7 @@ void Analyzed2DRes::freeBuffers()
     forgetProcessed();
     // Assigning an empty list would keep the memory.
     std::vector<double>().swap(data_);
+    std::vector<uchar>().swap(leftOut_);
     std::vector<double>().swap(procData_);
 }
 
@@ -116,6 +117,7 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     imgValid = false;
     // A second walk over the same images finds its memory here.
     data_.assign(pixelCount(stepper), 0.0);
+    leftOut_.clear();
 }
 
 void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
@@ -151,6 +153,7 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     if (!other->imgValid)
         return;
     data_ = other->data_;
+    leftOut_ = other->leftOut_;
     procData_ = other->procData_;
     useProc_ = other->useProc_;
     // Only as many bytes as the map has pixels: where rows are padded the last ones stay black
@@ -210,12 +213,24 @@ void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
     }
     if (!data_.empty())
         stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
+    if (!leftOut_.empty())
+        stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(0));
 }
 
 void Analyzed2DRes::leaveOut(int ix, int iy, int xw, int yw)
 {
-    if (!data_.empty())
-        stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, 0.0);
+    if (data_.empty())
+        return;
+    leftOut_.resize(data_.size());
+    stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, 0.0);
+    stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(1));
+}
+
+bool Analyzed2DRes::isLeftOut(int x, int y) const
+{
+    if (leftOut_.empty() || !contains(x, y))
+        return false;
+    return leftOut_[std::size_t(y) * std::size_t(stepper.width) + std::size_t(x)] != 0;
 }
 
 void Analyzed2DRes::wrapImage()

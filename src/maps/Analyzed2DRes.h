@@ -65,6 +65,8 @@ public:
     /// The same of the field that the picture is made of.
     double shownValueAt(int x, int y) const;
     bool contains(int x, int y) const;
+    /// The pixel belongs to a position that failed.
+    bool isLeftOut(int x, int y) const;
 
     /// Whether picture and saved 16-bit data come from the processed field; never without one.
     bool useProc() const { return useProc_; }
@@ -84,7 +86,7 @@ public Q_SLOTS:
     /// updates the extremes; a value that is not finite is stored, but is no extreme.
     void setData(int ix, int iy, int xw, int yw, double t);
     /// Stores 0.0 over the same block and leaves the extremes as they are: the position failed, and
-    /// its 0 is no result that the scale should show.
+    /// its 0 is no result that a scale should show or a filter take in.
     void leaveOut(int ix, int iy, int xw, int yw);
     /// Makes the picture anew through the colour bar.
     void genImg();
@@ -135,6 +137,8 @@ private:
     quint16* positionsTo16(const std::vector<double>& field, const Scale& s, std::size_t positions);
     void writePoints(QTextStream& out, QChar separator) const;
     void writeRows(QTextStream& out, QChar separator) const;
+    double measuredAt(int x, int y) const;
+    bool keepLeftOut(const AnalyzeCond& at);
     double bendBetween(const AnalyzeCond& at, int dx, int dy) const;
     double neighbourRoughness(const AnalyzeCond& at) const;
     double stepNeighbourMean(const AnalyzeCond& at) const;
@@ -144,6 +148,7 @@ private:
     void replaceProcessed(const AnalyzeCond& at, double v);
 
     std::vector<double> data_;
+    std::vector<uchar> leftOut_;   ///< 1 for pixels of failed positions; empty without any
     std::vector<double> procData_; ///< empty until a filter has run
     bool useProc_ = false;         ///< only with a processed field
     std::vector<uchar> imageBytes_;

@@ -44,6 +44,21 @@ void Analyzed2DRes::startProcessed()
     procMax = runningMaxStart;
 }
 
+/// The value that filters see: none of a position that failed.
+double Analyzed2DRes::measuredAt(int x, int y) const
+{
+    return isLeftOut(x, y) ? noValue : valueAt(x, y);
+}
+
+/// A failed position stays 0 in the processed field, out of its extremes; false for others.
+bool Analyzed2DRes::keepLeftOut(const AnalyzeCond& at)
+{
+    if (!isLeftOut(at.cx, at.cy))
+        return false;
+    at.fillBlock(procData_.data(), 0.0);
+    return true;
+}
+
 void Analyzed2DRes::setDeglitchConds(double f, double r)
 {
     deglitchFactor = f;
@@ -56,8 +71,9 @@ double Analyzed2DRes::bendBetween(const AnalyzeCond& at, int dx, int dy) const
 {
     if (!contains(at.cx - dx, at.cy - dy) || !contains(at.cx + dx, at.cy + dy))
         return noValue;
-    const double bend = std::fabs(2 * valueAt(at.cx, at.cy) - valueAt(at.cx - dx, at.cy - dy) -
-                                  valueAt(at.cx + dx, at.cy + dy));
+    const double bend =
+        std::fabs(2 * measuredAt(at.cx, at.cy) - measuredAt(at.cx - dx, at.cy - dy) -
+                  measuredAt(at.cx + dx, at.cy + dy));
     return std::isfinite(bend) ? bend : noValue;
 }
 
@@ -80,12 +96,12 @@ double Analyzed2DRes::stepNeighbourMean(const AnalyzeCond& at) const
     double sum = 0.0;
     int count = 0;
     for (const auto& n : neighbours) {
-        if (contains(n[0], n[1]) && std::isfinite(valueAt(n[0], n[1]))) {
-            sum += valueAt(n[0], n[1]);
+        if (contains(n[0], n[1]) && std::isfinite(measuredAt(n[0], n[1]))) {
+            sum += measuredAt(n[0], n[1]);
             ++count;
         }
     }
-    return count > 0 ? sum / count : valueAt(at.cx, at.cy);
+    return count > 0 ? sum / count : measuredAt(at.cx, at.cy);
 }
 
 void Analyzed2DRes::storeProcessed(const AnalyzeCond& at, double v)
@@ -100,7 +116,7 @@ void Analyzed2DRes::storeProcessed(const AnalyzeCond& at, double v)
 /// A sum of large values may overflow: no reason to lose a finite one.
 void Analyzed2DRes::replaceProcessed(const AnalyzeCond& at, double v)
 {
-    const double measured = valueAt(at.cx, at.cy);
+    const double measured = measuredAt(at.cx, at.cy);
     storeProcessed(at, std::isfinite(v) ? v : measured);
 }
 
@@ -114,7 +130,7 @@ void Analyzed2DRes::deglitch()
     forEachPosition(stepper, "deglitch", [&](const AnalyzeCond& at) {
         const double d = neighbourRoughness(at);
         at.fillBlock(procData_.data(), d);
-        if (std::isfinite(valueAt(at.cx, at.cy))) {
+        if (std::isfinite(measuredAt(at.cx, at.cy))) {
             sum += d;
             ++count;
         }
@@ -122,7 +138,9 @@ void Analyzed2DRes::deglitch()
     const double threshold = deglitchFactor * (sum / static_cast<double>(count));
     const double range = (max - min) * deglitchRange;
     forEachPosition(stepper, "deglitch 2", [&](const AnalyzeCond& at) {
-        const double v = valueAt(at.cx, at.cy);
+        if (keepLeftOut(at))
+            return;
+        const double v = measuredAt(at.cx, at.cy);
         const bool rough = sample(procData_, at.cx, at.cy) > threshold;
         const bool glitch = rough && (v < min + range || v > max - range);
         if (glitch || !std::isfinite(v))
@@ -139,7 +157,7 @@ double Analyzed2DRes::commonLevel(double limit) const
     double sum = 0.0;
     qint64 count = 0;
     forEachPosition(stepper, "deglitch2", [&](const AnalyzeCond& at) {
-        const double v = valueAt(at.cx, at.cy);
+        const double v = measuredAt(at.cx, at.cy);
         if (std::isfinite(v) && std::fabs(v) < limit) {
             sum += v;
             ++count;
@@ -157,8 +175,8 @@ double Analyzed2DRes::levelNeighbourMean(const AnalyzeCond& at, double mean, dou
     for (const auto& d : around) {
         const int x = at.cx + d[0] * at.stepX;
         const int y = at.cy + d[1] * at.stepY;
-        if (contains(x, y) && std::fabs(valueAt(x, y) - mean) < limit) {
-            sum += valueAt(x, y);
+        if (contains(x, y) && std::fabs(measuredAt(x, y) - mean) < limit) {
+            sum += measuredAt(x, y);
             ++count;
         }
     }
@@ -172,7 +190,9 @@ void Analyzed2DRes::deglitch2(double limit)
     const double mean = commonLevel(limit);
     startProcessed();
     forEachPosition(stepper, "deglitch 2", [&](const AnalyzeCond& at) {
-        const double v = valueAt(at.cx, at.cy);
+        if (keepLeftOut(at))
+            return;
+        const double v = measuredAt(at.cx, at.cy);
         if (std::fabs(v - mean) > limit || !std::isfinite(v))
             replaceProcessed(at, levelNeighbourMean(at, mean, limit));
         else

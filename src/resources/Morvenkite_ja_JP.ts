@@ -1636,6 +1636,10 @@
         <source>the largest energy is %1 eV: are the energies in keV?</source>
         <translation>最大エネルギーは %1 eV: 単位は keV ではありませんか?</translation>
     </message>
+    <message>
+        <source>no edge that can be trusted (%1)</source>
+        <translation>信頼できる吸収端がありません (%1)</translation>
+    </message>
 </context>
 <context>
     <name>SaveDataCfg</name>

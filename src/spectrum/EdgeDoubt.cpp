@@ -20,6 +20,12 @@ constexpr const char* unevenText = QT_TRANSLATE_NOOP(
 constexpr const char* elsewhereText =
     QT_TRANSLATE_NOOP("Remark", "the suggested edge is at %1 eV; the steepest slope is at %2 eV");
 
+/// The same number, or both none: nan must not look like a change for ever.
+bool same(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
 QString energy(double eV)
 {
     return QString::number(eV, 'f', 1);
@@ -39,8 +45,8 @@ bool EdgeHint::isLike(const EdgeHint& other) const
 {
     if (!elm.use || !other.elm.use)
         return elm.use == other.elm.use;
-    return applied == other.applied && elm.edgeE == other.elm.edgeE &&
-           elm.preEnd == other.elm.preEnd && elm.postStart == other.elm.postStart;
+    return applied == other.applied && same(elm.edgeE, other.elm.edgeE) &&
+           same(elm.preEnd, other.elm.preEnd) && same(elm.postStart, other.elm.postStart);
 }
 
 /// A slope is counted between means of energies over the window of the smoothing: over single steps

@@ -18,7 +18,7 @@ enum class Outcome : uchar
     OutsideWindow, ///< the mid point left the window of the suggested edge
     OutsideScan,   ///< the mid point left the energies of the scan
     TooNoisy,      ///< the step drowns in the noise of both lines
-    GapUnsound,    ///< the lines come too close outside the range between them
+    GapUnsound,    ///< the lines come too close between their own ranges, at the edge
     Undefined      ///< shares of which there is no sum
 };
 

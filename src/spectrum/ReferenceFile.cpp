@@ -299,6 +299,7 @@ ReferenceFile loadReferenceFile(const QString& fname)
         return {};
     QTextStream in(&device);
     ReferenceFile file = readReferenceFile(in);
+    file.isOpened = true;
     qDebug() << (file.is9809 ? "9809" : "mute");
     for (const Remark& remark : qAsConst(file.remarks))
         remark.log(fname);

@@ -20,6 +20,7 @@ class QTextStream;
 /// What a reference file holds; empty curves for a file without data.
 struct ReferenceFile
 {
+    bool isOpened = false; ///< by loadReferenceFile()
     bool is9809 = false;
     Spectrum mu; ///< absorption against energy, in the file's order
     Spectrum i0; ///< intensities against energy, of the "9809" layout alone

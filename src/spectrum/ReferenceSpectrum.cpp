@@ -2,12 +2,21 @@
 
 #include "spectrum/ReferenceFile.h"
 
+#include <QCoreApplication>
+
 #include <algorithm>
+
+namespace {
+constexpr const char* failedEdgeText =
+    QT_TRANSLATE_NOOP("Remark", "no edge that can be trusted (%1)");
+} // namespace
 
 QString ReferenceSpectrum::load(const QString& fname, int mode)
 {
     clear();
     ReferenceFile file = loadReferenceFile(fname);
+    if (!file.isOpened)
+        return QStringLiteral("the file can not be opened");
     const int logged = file.remarks.size();
     orderByEnergy(file);
     for (const Remark& remark : file.remarks.mid(logged))
@@ -87,6 +96,8 @@ void ReferenceSpectrum::findDoubts()
     if (isEmpty())
         return;
     doubts_ = edgeDoubts(steepestRises(spectrum_), hint_);
+    if (spectrum_.outcome != Outcome::Fitted)
+        doubts_.prepend({failedEdgeText, {outcomeText(spectrum_.outcome)}});
     for (const Remark& doubt : qAsConst(doubts_)) {
         const auto told = [&doubt](const Remark& r) { return r.english() == doubt.english(); };
         if (std::none_of(former.begin(), former.end(), told))

@@ -22,7 +22,11 @@ QString Remark::english() const
 
 QString Remark::shown() const
 {
-    return filled(QCoreApplication::translate("Remark", text), args);
+    // An outcome as an argument has words of its own; other arguments have no translation.
+    QStringList words;
+    for (const QString& arg : args)
+        words.append(QCoreApplication::translate("Outcome", qPrintable(arg)));
+    return filled(QCoreApplication::translate("Remark", text), words);
 }
 
 void Remark::log(const QString& fname) const

@@ -8,6 +8,7 @@
 #include "support/LogCapture.h"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QLineEdit>
 #include <QtTest>
 
@@ -40,7 +41,9 @@ private Q_SLOTS:
         QCOMPARE(click("ShowZ"), panel.zansaMap());
     }
 
-    void onlyTheNewestAnswerFillsTheRows()
+    /// Each answer fills the rows in its turn: an older one that can be fitted must not be lost to
+    /// a newer one that can't, whenever it comes.
+    void answersFillTheRowsInTheirOrder()
     {
         Analyzer panel;
         load(panel);
@@ -49,11 +52,34 @@ private Q_SLOTS:
                 [&] { seen.append(panel.refs().at(0)->weight()); });
         panel.analyzeSpectrum(sample(15.0), {});
         panel.analyzeSpectrum(sample(11.0), {});
-        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 2, 60000);
-        const LcfResult expected = fitLcf(sample(11.0), panel.lcfRequest({}, {}));
-        QCOMPARE(seen, (QVector<double>{0.0, expected.ratios.at(0)}));
-        QCOMPARE(panel.refs().at(2)->weight(), expected.ratios.at(1));
-        QCOMPARE(panel.fitResult().points, expected.fit->points);
+        panel.analyzeSpectrum(XafsSpectrum(), {});
+        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 3, 60000);
+        const LcfResult first = fitLcf(sample(15.0), panel.lcfRequest({}, {}));
+        const LcfResult second = fitLcf(sample(11.0), panel.lcfRequest({}, {}));
+        const double last = second.ratios.at(0);
+        QCOMPARE(seen, (QVector<double>{first.ratios.at(0), last, last}));
+        QCOMPARE(panel.refs().at(2)->weight(), second.ratios.at(1));
+        QCOMPARE(panel.fitResult().points, second.fit->points);
+    }
+
+    void theViewTellsHeldGaps()
+    {
+        Analyzer panel;
+        Spectrum mu;
+        for (int i = 0; i < 200; ++i) {
+            const double E = 8900.0 + 2.0 * i;
+            // A line that follows the curve before the edge crosses the flat one behind it.
+            mu.append(E, E < 8985.0 ? 0.4 + 2e-5 * (E - 8900.0) * (E - 8900.0) : 0.9);
+        }
+        const XafsSpectrum s(mu, "held", VictLine::Victoreen, 0.0, {});
+        const HeldGap gap(s, {});
+        QCOMPARE(int(gap.state()), int(HeldGap::Held));
+        panel.analyzeAndShowSpectrum(s, {});
+        const auto* line = panel.view()->findChild<QLabel*>("ExtMsg");
+        QVERIFY(line->text().endsWith(gap.words()) && gap.words().startsWith("Gap held "));
+        panel.setHoldGap(false);
+        panel.analyzeAndShowSpectrum(s, {});
+        QVERIFY(!line->text().contains("Gap"));
     }
 
     void changedReferencesAnalyseTheShownSpectrumAgain()

@@ -143,6 +143,12 @@ private Q_SLOTS:
         const double single = fitLcf(s, request).zansa;
         request.inWalk = request.ownWeights = true;
         QVERIFY(std::abs(fitLcf(s, request).zansa / single - 1.0) < 1e-9);
+        // A position whose energies lie 40 eV too high, and says so: most of the range with them.
+        Spectrum high;
+        for (const double E : scanEnergies(200))
+            high.append(E + 40.0, edgeShape(E, 8995, 1.0, 9.0));
+        const XafsSpectrum shifted(high, "high", VictLine::Straight, 40.0, {});
+        QVERIFY(std::abs(fitLcf(shifted, request).zansa / single - 1.0) < 1e-6);
     }
 
     void aFitOutsideAWalkGivesANormalisedCurve()

@@ -31,7 +31,9 @@ private Q_SLOTS:
     {
         QVERIFY(body_->runAll({"calib_type 1", "calib_inner_range 5 1 0.1", "calib_exec"}));
         QCOMPARE(button()->text(), QString("Stop Calib."));
+        const LogCapture log;
         QVERIFY(body_->run("calib_wait"));
+        QCOMPARE(log.linesWith("Calibration: fitted 192"), 1);
         QCOMPARE(button()->text(), QString("Exec Calib."));
         QCOMPARE(panel_->findChild<QLabel*>("Progress")->text(), QString("100.0"));
         QVERIFY(worstError() < coarseGridError);

@@ -7,6 +7,7 @@
 #include "support/LogCapture.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
@@ -299,6 +300,47 @@ private Q_SLOTS:
                     1e-6);
             QCOMPARE(ratioMap(body, 2)->valueAt(4, 4), 0.0);
         }
+    }
+
+    /// The right half of the image has no edge.
+    void positionsWithoutAnEdgeShowTheResidualBefore()
+    {
+        for (int i = 0; i < experiment_.energies; ++i) {
+            const double E = experiment_.firstEnergy + experiment_.energyStep * i;
+            experiment_.write(QString("h1_%1.img").arg(1000 + i),
+                              imgBytes(experiment_.width, experiment_.height, "BytesPerPixel=4,", 4,
+                                       [E](int x, int) {
+                                           return 4e9 * std::exp(x < 6 ? -SmallExperiment::mu1(E)
+                                                                       : 1e-4 * (E - 9000.0));
+                                       }));
+        }
+        DrivenBody body;
+        QVERIFY(body.load(experiment_) && body.run("analyzer_exec_LCF"));
+        QVERIFY(residual(body, 11, 6) > 0.0);
+        QVERIFY(body.run("load_I1_files_of_pattern new " + experiment_.dir.path() + "/ h1_*.img"));
+        QVERIFY(body.runAll({"select_region 8 0 12 7", "analyzer_exec_LCF"}));
+        QCOMPARE(residual(body, 9, 3), 0.0); // nothing of the walk before
+        QVERIFY(body.runAll({"select_region 0 0 12 7", "analyzer_exec_LCF"}));
+        QVERIFY(residual(body, 5, 3) > 0.0 && residual(body, 9, 3) == residual(body, 5, 3));
+        QVERIFY(body.runAll({"analyzer_zansa_own_weights 1", "analyzer_exec_LCF"}));
+        QVERIFY(residual(body, 5, 3) > 0.0 && residual(body, 9, 3) == 0.0);
+    }
+
+    void conditionsOfTheEdgeReachTheFit()
+    {
+        DrivenBody body;
+        QVERIFY(body.runAll({"suggesting_th_jump 3.5", "hold_gap 0"}));
+        QCOMPARE(body.suggestElm().thJump, 3.5);
+        QVERIFY(!body.analyzer()->lcfRequest({}, {}).holdGap);
+        QVERIFY(body.run("hold_gap 1") && body.analyzer()->lcfRequest({}, {}).holdGap);
+        // Outside the image the line of the view says why there is nothing to see.
+        QVERIFY(body.load(experiment_) && body.run("move_position -3 900"));
+        QStringList lines;
+        for (const QWidget* widget : QApplication::topLevelWidgets()) {
+            if (const auto* line = widget->findChild<QLabel*>("ExtMsg"))
+                lines.append(line->text());
+        }
+        QVERIFY(lines.contains("no points"));
     }
 
     /// Without the rounding of pixels, through the normalisation of all three curves.

@@ -339,6 +339,9 @@ private Q_SLOTS:
         map.leaveOut(0, 1, -1, 0);
         QCOMPARE(QVector<double>(map.data(), map.data() + 6), (QVector<double>{4, 5, 6, 0, 0, 6}));
         QVERIFY(map.min == 4.0 && map.max == 6.0);
+        // Nor do the filters take it in, replace it, or let it into their extremes.
+        map.deglitch2(40.0);
+        QVERIFY(map.procMin == 4.0 && map.procMax == 6.0 && map.procData()[3] == 0.0);
     }
 
 private:

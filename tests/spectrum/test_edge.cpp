@@ -138,8 +138,16 @@ private Q_SLOTS:
             const PlainHeld plain(s, read.from, read.to);
             QCOMPARE(int(gap.state()), int(plain.state));
             const Spectrum curve = gap.curve();
-            for (int i = 0; i < curve.size(); ++i)
+            int firstHeld = -1;
+            for (int i = 0; i < curve.size(); ++i) {
                 QCOMPARE(curve.y(i), plain.y[i]);
+                if (firstHeld < 0 && i > s.edgeIndex &&
+                    curve.y(i) != s.doubleNormalizedPreBase.y(i))
+                    firstHeld = i;
+            }
+            if (firstHeld >= 0)
+                QVERIFY(gap.logText().startsWith(
+                    QString("gap held above %1 eV").arg(curve.x(firstHeld), 0, 'f', 1)));
             ++states[gap.state()];
         }
         QVERIFY(states[HeldGap::Sound] > 0);

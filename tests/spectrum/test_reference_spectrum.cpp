@@ -81,10 +81,14 @@ private Q_SLOTS:
         QCOMPARE(reference.load(name, VictLine::Straight), QString());
         const SteepestRises rises = steepestRises(reference.spectrum());
         QVERIFY(std::abs(rises.perEV - edgeE) < 2.0);
-        QCOMPARE(reference.doubts().size(), doubt.isEmpty() ? 0 : 1);
-        QVERIFY(reference.doubts().value(0).contains(doubt));
-        if (!doubt.isEmpty())
-            QCOMPARE(log.linesWith(name + ": " + reference.doubts().first()), 1);
+        const QStringList doubts = reference.doubts();
+        // A wiggle that is taken for the edge may leave none that can be used.
+        const bool failed = reference.spectrum().outcome != Outcome::Fitted;
+        QCOMPARE(doubts.filter("no edge that can be trusted").size(), failed ? 1 : 0);
+        QCOMPARE(doubts.size(), (doubt.isEmpty() ? 0 : 1) + (failed ? 1 : 0));
+        QVERIFY(doubts.join('\n').contains(doubt));
+        for (const QString& told : doubts)
+            QCOMPARE(log.linesWith(name + ": " + told), 1);
     }
 
     void nothingThatRisesIsDoubted()
@@ -95,6 +99,8 @@ private Q_SLOTS:
         const XafsSpectrum s(flat, {}, VictLine::Straight, 0.0, {});
         QVERIFY(edgeDoubts(steepestRises(s), hint(100.0, false)).isEmpty());
         QVERIFY(edgeDoubts(steepestRises({}), {}).isEmpty());
+        // A suggestion that is no number is no other one at each look.
+        QVERIFY(hint(qQNaN(), true).isLike(hint(qQNaN(), true)));
     }
 
     /// Whatever came before, the curves are those of a spectrum made at once, without the
