@@ -26,13 +26,10 @@ quint16 wrappedTo16(double v)
     return static_cast<quint16>(static_cast<qint64>(std::fmod(v, levels16 + 1.0)));
 }
 
+/// A scale may run downward.
 double clampedTo(const Analyzed2DRes::Scale& s, double v)
 {
-    if (v < s.min)
-        return s.min;
-    if (v > s.max)
-        return s.max;
-    return v;
+    return std::clamp(v, std::min(s.min, s.max), std::max(s.min, s.max));
 }
 
 double scaled(double v, const Analyzed2DRes::Scale& s)
@@ -46,10 +43,10 @@ quint16 clampedTo16(double v, const Analyzed2DRes::Scale& s)
     return std::isfinite(v) ? wrappedTo16(scaled(clampedTo(s, v), s)) : quint16(0);
 }
 
-/// Whether a scaled value comes back as another one.
-bool wraps(double t)
+/// Whether a number, scaled to t, comes back as another one.
+bool wraps(double v, double t)
 {
-    return std::isfinite(t) && (t <= -1.0 || t >= levels16 + 1.0);
+    return std::isfinite(v) && (t <= -1.0 || t >= levels16 + 1.0);
 }
 
 /// Casts between numbers that can not hold each other are undefined.
@@ -113,7 +110,7 @@ quint16* Analyzed2DRes::tiffDataForSave(bool fixedScaleGiven, double scaleMin, d
     }
     std::transform(field.begin(), field.end(), out, [this, &s](double v) {
         const double t = scaled(v, s);
-        wrappedSamples += wraps(t) ? 1 : 0;
+        wrappedSamples += wraps(v, t) ? 1 : 0;
         return wrappedTo16(t);
     });
     return out;

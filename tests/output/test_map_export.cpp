@@ -208,6 +208,9 @@ private Q_SLOTS:
         Tags tags;
         QCOMPARE(readTiff(dir_.filePath("w.tif"), tags),
                  (QVector<quint16>{0, 65535 / 4, 3 * 65535 / 4, 65535}));
+        QVERIFY(saveMapAsTiff(map, dir_.filePath("w.tif"), {true, 2.5, 0.5, false, true}));
+        QCOMPARE(readTiff(dir_.filePath("w.tif"), tags),
+                 (QVector<quint16>{65535, 3 * 65535 / 4, 65535 / 4, 0})); // a scale downward
     }
 
     void dialogGivesWhatIsChosenAndTyped()
