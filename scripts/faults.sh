@@ -148,7 +148,7 @@ if strace -f --seccomp-bpf -o /dev/null -e trace=fsync true 2>/dev/null; then
             calls=${fault%%:*}
             fresh
             program strace -f --seccomp-bpf -o "$work/trace" -e "trace=$calls"
-            count=$(grep -c '(' "$work/trace")
+            count=$(grep -cE "(${calls//,/|})\(" "$work/trace")
             for n in $(places "$count"); do
                 # Without a shift map to load, other values come behind it.
                 [[ $before == "$former" ]] || ((n > 2)) || continue

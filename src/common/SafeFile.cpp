@@ -70,7 +70,7 @@ void SafeFile::discard()
     temporaryName_.clear();
 }
 
-bool SafeFile::open(OpenMode mode)
+bool SafeFile::open(OpenMode /*mode*/)
 {
     if (name_.isEmpty()) {
         reason_ = QStringLiteral("no file name");
@@ -89,7 +89,7 @@ bool SafeFile::open(OpenMode mode)
         discard();
         return false;
     }
-    return QIODevice::open((mode & ~ReadOnly) | WriteOnly | Unbuffered);
+    return QIODevice::open(WriteOnly | Unbuffered);
 }
 
 /// Whether a plain file may stand under the final name, and take the place of what does.
