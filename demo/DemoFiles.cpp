@@ -157,13 +157,13 @@ QString demoFiles::truthFile(const QString& folder)
 
 QString demoFiles::mapText(const QString& folder, const QString& kind, int species)
 {
-    // The program adds the number of the first reference in use: 0.
-    return folder + QStringLiteral("/maps/%1-ref%2-0.dat").arg(kind).arg(species);
+    // The program adds the number of the row on show.
+    return folder + QStringLiteral("/maps/%1-ref%2-%2.dat").arg(kind).arg(species);
 }
 
 QString demoFiles::mapTiff(const QString& folder, const QString& kind, int species)
 {
-    return folder + QStringLiteral("/maps/%1-ref%2-0.tif").arg(kind).arg(species);
+    return folder + QStringLiteral("/maps/%1-ref%2-%2.tif").arg(kind).arg(species);
 }
 
 QString demoFiles::shiftMap(const QString& folder)

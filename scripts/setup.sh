@@ -8,6 +8,7 @@ packages=(
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
     qt5-image-formats-plugins libtiff-dev libfftw3-dev libbenchmark-dev
     xvfb xauth xdotool python3-xlib fonts-dejavu-core fonts-vlgothic
+    strace util-linux
     "$@")
 
 missing=()

@@ -228,6 +228,12 @@ bool Analyzer::walkAnalysisSelected() const
     return ui_->SelMLCFAnal->isChecked();
 }
 
+void Analyzer::setMapsInterrupted(bool f)
+{
+    ui_->MapsMark->setReasons(
+        f ? tr("The analysis of these maps was stopped: positions not reached are 0") : QString());
+}
+
 bool Analyzer::displaysOnTime() const
 {
     return ui_->DispOnTime->isChecked();

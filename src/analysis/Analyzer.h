@@ -49,6 +49,8 @@ public:
     void setMode(int m);
     /// An analysis that walks over the map is switched on.
     bool walkAnalysisSelected() const;
+    /// Marks the maps as those of an analysis that ended before its last position.
+    void setMapsInterrupted(bool f);
     /// Maps are to be painted after each row of a walk.
     bool displaysOnTime() const;
 

@@ -328,6 +328,7 @@ void Body::setupSaving()
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
     saveDataDialog_ = newSaveDialog({}, {}, &Body::saveData);
+    saveAllDataDialog_ = newSaveDialog({}, {}, &Body::saveAllData);
     const QStringList pictures = {tr("Image File (*.png)"), tr("Any Files (* *.*)")};
     const QString png = QStringLiteral("png"); // a picture's format is told by its name
     connect(ui_->SaveImage, &QPushButton::clicked, newSaveDialog(pictures, png, &Body::saveImage),

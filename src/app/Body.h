@@ -9,6 +9,8 @@
 #include "maps/AnalyzeCond.h"
 #include "maps/Analyzed2DRes.h"
 #include "maps/WalkRuns.h"
+#include "output/MapExport.h"
+#include "output/WrittenMaps.h"
 #include "spectrum/XafsSpectrum.h"
 
 #include <QMainWindow>
@@ -33,6 +35,7 @@ class SelectDataFiles;
 class Ui_Body;
 class XafsFileSelect;
 class XafsView;
+struct LabelledMap;
 struct SectionSource;
 
 /// The main window: owner of all data (stacks, dark image, maps) and conductor of all other parts.
@@ -139,7 +142,14 @@ public Q_SLOTS:
     /// Saves each kind of map of the row that is shown, under "name-row-kind".
     void saveAllImages(const QString& fname);
     void showSaveDataDialog();
+    void showSaveAllDataDialog();
+    /// Saves the numbers of the chosen result map in the chosen form, under "name-label" (see
+    /// LabelledMap), and the colour bar beside a TIFF file. A map that holds nothing, or none,
+    /// costs one fault line.
     void saveData(const QString& fname);
+    /// The same of every finished result map, under "name-full label".
+    void saveAllData(const QString& fname);
+    /// The numbers of the chosen result map alone, under "name-ext".
     void saveDataAsTiff(const QString& fname, int ext);
     void saveDataAsText(const QString& fname, int ext);
     /// Writes flat.dat (ones) and dark.dat (zeros) of the image size to the working directory.
@@ -333,7 +343,12 @@ private:
     void showBoxSize(bool selected);
 
     // BodySave.cpp
-    void saveColourBar(const QString& fname);
+    void showSaveDialogOfForm(LateDialog& dialog);
+    bool writeMap(Analyzed2DRes& map, const QString& file, MapForm form) const;
+    bool saveMap(const LabelledMap& map, const QString& file, MapForm form);
+    void tellSaved(const Analyzed2DRes& map, const QString& label, const QString& file);
+    void saveMapWithBar(const LabelledMap& map, const QString& file, MapForm form);
+    void saveShownMap(const QString& fname, const QString& label, MapForm form);
 
     // BodyDark.cpp
     void setDarkArea(Stack& stack);
@@ -362,6 +377,7 @@ private:
     void endWalk();
     void leaveWalk();
     void refreshEdgeEnergy();
+    void setMapsInterrupted(bool f);
 
     std::unique_ptr<Ui_Body> ui_;
     QButtonGroup* imgSelect_;
@@ -401,9 +417,12 @@ private:
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
     LateDialog* selectImgDialog_ = nullptr;
     LateDialog* saveDataDialog_ = nullptr;
+    LateDialog* saveAllDataDialog_ = nullptr;
     FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
+    bool mapsInterrupted_ = false; ///< the last walk ended before its last position
+    WrittenMaps writtenMaps_;
     Calibration calibration_;
     AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard

@@ -83,6 +83,7 @@ void Body::startWalk(int ticket)
     walk_.scan = scanRange();
     walk_.ownWeights = analyzer_->ownWeights();
     walk_.positionsPerRequest = qMin(firstRequestPositions, maxPositionsPerRequest_);
+    setMapsInterrupted(false);
     analyzer_->setContAccess(true);
     analyzer_->setProgress(0.0);
     logTime(QStringLiteral("2da 1:"));
@@ -194,6 +195,7 @@ void Body::analyzeASpectrumFinished(const AnalysisResult& result)
     adaptRequestSize(result.tookMs, pending.run.count);
     if (i1Stack_.isEmpty()) {
         qDebug() << "2D analysis ended: the I1 images are gone";
+        setMapsInterrupted(true);
         endWalk();
         return;
     }
@@ -282,8 +284,15 @@ void Body::leaveWalk()
 void Body::stop2DAnalysis()
 {
     leaveWalk();
+    setMapsInterrupted(true);
     logTime(QStringLiteral("2da 4:"));
     qDebug().noquote() << "2D analysis stopped:" << walk_.outcomes.text();
+}
+
+void Body::setMapsInterrupted(bool f)
+{
+    mapsInterrupted_ = f;
+    analyzer_->setMapsInterrupted(f);
 }
 
 void Body::setupResAnalysisImage()

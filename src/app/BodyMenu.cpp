@@ -76,6 +76,8 @@ QVector<Body::MenuTable> Body::menuTables()
             {},
             {QT_TRANSLATE_NOOP("Body", "Save &Image..."), &Ui_Body::SaveImage},
             {QT_TRANSLATE_NOOP("Body", "&Save Data..."), &Ui_Body::SaveData},
+            {QT_TRANSLATE_NOOP("Body", "Save &All..."),
+             [](Body& b) { b.showSaveAllDataDialog(); }},
             {},
             {QT_TRANSLATE_NOOP("Body", "&Quit"),
              [](Body& b) { b.close(); }, {Qt::CTRL + Qt::Key_Q}},

@@ -1,7 +1,9 @@
 #include "app/Body.h"
 
 #include "calibration/CalibCtrl.h"
+#include "common/Fault.h"
 #include "common/Log.h"
+#include "common/TextItems.h"
 
 #include <QDebug>
 #include <QFile>
@@ -139,13 +141,14 @@ void Body::saveEMap(const QString& fname)
 void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
 {
     if (!map.data()) {
-        qDebug() << "No energy shift map to save as" << fname;
+        fault(QStringLiteral("No energy shift map to save as %1").arg(quoted(fname)));
         return;
     }
     const double edge = edgeOfMap();
     if (edge == 0.0) {
-        qDebug() << "Energy shift map not saved as" << fname
-                 << ": no standard is loaded and the edge energy field is empty";
+        fault(QStringLiteral("Energy shift map not saved as %1: no standard is loaded and the edge "
+                             "energy field is empty")
+                  .arg(quoted(fname)));
         return;
     }
     if (mapInterrupted_ || calibration_.running)
@@ -160,7 +163,7 @@ ShiftMapRecord Body::mapRecord(const Analyzed2DRes& map, double edge) const
 {
     const AnalyzeCond& at = calibIter_;
     ShiftMapRecord record;
-    record.recorded = QDateTime::currentDateTime();
+    record.recorded = recordDate();
     record.header.stdEdgeE = edge;
     record.header.spacing = calibCtrl_->crystalSpacing();
     record.header.xOffset = mapX0_;

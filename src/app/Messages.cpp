@@ -1,7 +1,8 @@
 #include "app/Messages.h"
 
+#include "common/FileNames.h"
 #include "common/LogRelay.h"
-#include "common/SaveFile.h"
+#include "common/SafeFile.h"
 #include "display/FileDialogs.h"
 
 #include <QApplication>
@@ -105,11 +106,7 @@ void Messages::copy()
 
 void Messages::save(const QString& fname)
 {
-    QSaveFile file(fname);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(text().toUtf8()) < 0 ||
-        !commitWritten(file)) {
-        qDebug() << "Can't write messages" << fname << ":" << file.errorString();
-    }
+    writeFile(withExtension(fname, QStringLiteral("txt")), text().toUtf8());
 }
 
 void Messages::showWaitingLines()

@@ -1,9 +1,10 @@
 #include "app/Screenshot.h"
 
+#include "common/Fault.h"
+#include "common/FileNames.h"
 #include "output/PictureFile.h"
 
 #include <QApplication>
-#include <QDebug>
 #include <QWidget>
 
 namespace {
@@ -40,7 +41,7 @@ QWidget* findWindow(const QString& name)
 void saveScreenshot(const QString& window, const QString& fname)
 {
     if (QWidget* found = findWindow(window)) {
-        savePicture(found->grab().toImage(), fname);
+        savePicture(found->grab().toImage(), withExtension(fname, QStringLiteral("png")));
         return;
     }
     QStringList names;
@@ -48,6 +49,6 @@ void saveScreenshot(const QString& window, const QString& fname)
         names << known->objectName();
     names.removeDuplicates();
     names.sort();
-    qDebug().noquote() << "No window" << window
-                       << "to save; windows:" << names.join(QLatin1String(", "));
+    fault(QStringLiteral("No window %1 to save; windows: %2")
+              .arg(window, names.join(QLatin1String(", "))));
 }

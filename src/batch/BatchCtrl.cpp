@@ -1,7 +1,8 @@
 #include "batch/BatchCtrl.h"
 
 #include "batch/BatchDispatcher.h"
-#include "common/SaveFile.h"
+#include "common/FileNames.h"
+#include "common/SafeFile.h"
 #include "common/Settings.h"
 #include "common/TextFile.h"
 #include "display/FileDialogs.h"
@@ -140,12 +141,7 @@ void BatchCtrl::clearLog()
 
 void BatchCtrl::save(const QString& fname)
 {
-    QSaveFile file(fname);
-    const QByteArray bytes = ui_->BatchCmds->toPlainText().toUtf8();
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(bytes) < 0 ||
-        !commitWritten(file)) {
-        qDebug() << "Can't write batch file" << fname << ":" << file.errorString();
-    }
+    writeFile(withExtension(fname, QStringLiteral("bat")), ui_->BatchCmds->toPlainText().toUtf8());
 }
 
 void BatchCtrl::load(const QString& fname)

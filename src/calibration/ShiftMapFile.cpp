@@ -5,7 +5,7 @@
 #include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "common/Log.h"
-#include "common/SaveFile.h"
+#include "common/SafeFile.h"
 
 #include <QDebug>
 
@@ -238,20 +238,22 @@ void writeShiftMap(QTextStream& out, const ShiftMapRecord& record, const ShiftAt
     logTime(QStringLiteral("EMap Write End   : "));
 }
 
+QDateTime recordDate()
+{
+    const char* const variable = "SOURCE_DATE_EPOCH";
+    if (qEnvironmentVariableIsSet(variable)) {
+        bool isNumber = false;
+        const qint64 seconds = qgetenv(variable).toLongLong(&isNumber);
+        if (isNumber)
+            return QDateTime::fromSecsSinceEpoch(seconds, Qt::UTC);
+        qDebug() << variable << "is no number of seconds; the record date is the present";
+    }
+    return QDateTime::currentDateTime();
+}
+
 QString saveShiftMap(const QString& fname, const ShiftMapRecord& record, const ShiftAt& shiftAt)
 {
-    QString name = withExtension(fname, QStringLiteral("emp"));
-    QSaveFile file(name);
-    if (name.isEmpty() || !file.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        qDebug() << "Can not open" << name;
-        return {};
-    }
-    QTextStream out(&file);
-    out.setCodec("UTF-8"); // for the standard's name
-    writeShiftMap(out, record, shiftAt);
-    out.flush();
-    if (out.status() == QTextStream::Ok && commitWritten(file))
-        return name;
-    qDebug() << "Can not write" << name;
-    return {};
+    const QString name = withExtension(fname, QStringLiteral("emp"));
+    const auto write = [&](QTextStream& out) { writeShiftMap(out, record, shiftAt); };
+    return writeTextFile(name, write, QStringLiteral("Can not open")) ? name : QString();
 }

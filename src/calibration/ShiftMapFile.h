@@ -59,6 +59,10 @@ struct ShiftMapRecord
     int imageHeight = 0;
 };
 
+/// The record date of a file written now: the present, or the moment that the environment gives in
+/// SOURCE_DATE_EPOCH [s since 1970], in UTC, so that two runs write the same bytes.
+QDateTime recordDate();
+
 /// Shift [eV] at a pixel of the image.
 using ShiftAt = std::function<double(int x, int y)>;
 
@@ -66,5 +70,5 @@ using ShiftAt = std::function<double(int x, int y)>;
 void writeShiftMap(QTextStream& out, const ShiftMapRecord& record, const ShiftAt& shiftAt);
 
 /// Writes a file, with the extension "emp" unless the name has one. Returns the name of the file,
-/// or an empty text, with one log line, when it could not be written.
+/// or an empty text, with one fault line, when it could not be written.
 QString saveShiftMap(const QString& fname, const ShiftMapRecord& record, const ShiftAt& shiftAt);

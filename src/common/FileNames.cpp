@@ -13,11 +13,25 @@ QString joined(const QString& base, const QString& extension)
     return extension.isEmpty() ? base : base + QLatin1Char('.') + extension;
 }
 
-/// The name without its extension and the point in front of it.
+/// Extension of a name as it is written there; empty for one that the program does not know.
+QString extensionOf(const QString& name)
+{
+    static const QStringList known{
+        QStringLiteral("tif"), QStringLiteral("tiff"), QStringLiteral("dat"), QStringLiteral("txt"),
+        QStringLiteral("csv"), QStringLiteral("png"),  QStringLiteral("bmp"), QStringLiteral("jpg"),
+        QStringLiteral("emp"), QStringLiteral("bat")};
+    const QString own = QFileInfo(name).suffix();
+    return known.contains(own, Qt::CaseInsensitive) ? own : QString();
+}
+
+/// The name without its extension, if it has one, and the point in front of it.
 QString withoutExtension(const QString& name)
 {
     const QString path = QDir::fromNativeSeparators(name);
-    return path.left(path.lastIndexOf(QLatin1Char('/')) + 1) + QFileInfo(path).completeBaseName();
+    if (path.endsWith(QLatin1Char('.')) && !QFileInfo(path).completeBaseName().isEmpty())
+        return path.left(path.size() - 1);
+    const int length = extensionOf(path).size();
+    return length > 0 ? path.left(path.size() - length - 1) : path;
 }
 
 bool isDigit(QChar c)
@@ -42,7 +56,7 @@ QString withExtension(const QString& name, const QString& defaultExt)
 {
     if (name.isEmpty())
         return name;
-    const QString own = QFileInfo(name).suffix();
+    const QString own = extensionOf(name);
     const QString full = joined(withoutExtension(name), own.isEmpty() ? defaultExt : own);
     return QFileInfo(full).absoluteFilePath();
 }
@@ -54,7 +68,7 @@ QString withReplacedExtension(const QString& name, const QString& ext)
 
 QString addSuffix(const QString& name, const QString& suffix)
 {
-    return joined(withoutExtension(name) + QLatin1Char('-') + suffix, QFileInfo(name).suffix());
+    return joined(withoutExtension(name) + QLatin1Char('-') + suffix, extensionOf(name));
 }
 
 QString withInsertedNumber(const QString& name, const QString& num)

@@ -3,9 +3,9 @@
 #include <QString>
 #include <QStringList>
 
-// Names of files. A file's extension is what stands behind the last point of its name; names
-// built here keep the folder part as it was written and get no trailing point when there is no
-// extension.
+// Names of files. Only what the program itself gives or knows counts as a file's extension: tif
+// tiff dat txt csv png bmp jpg emp bat, in any case, so that "sample_0.25" has none. Names built
+// here keep the folder part as it was written; a point at the end of a name goes.
 
 /// Absolute path of `name`; `defaultExt` becomes its extension when it has none. An empty name
 /// stays empty, so that saving under it fails instead of making a hidden file.
@@ -16,7 +16,7 @@ QString withExtension(const QString& name, const QString& defaultExt);
 QString withReplacedExtension(const QString& name, const QString& ext);
 
 /// The name with "-" and `suffix` put in front of its extension: "d/a.tif" and "cBar" give
-/// "d/a-cBar.tif", "a" and "1" give "a-1".
+/// "d/a-cBar.tif", "a_0.5" and "1" give "a_0.5-1".
 QString addSuffix(const QString& name, const QString& suffix);
 
 /// The name with a running number: addSuffix() with the number's text as it stands.

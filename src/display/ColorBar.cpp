@@ -40,16 +40,36 @@ void ColorBar::setRange(double newMin, double newMax)
 
 QColor ColorBar::colorOfH(int h) const
 {
-    return colorOfValue(qBound(0.0, double(h) / height(), 1.0));
+    return colorOfValue(qBound(0.0, double(h) / barPixmap.height(), 1.0));
 }
 
 void ColorBar::paintCBar()
 {
     QPainter painter(&barPixmap);
+    paintRamp(painter);
+    paintEnds(painter, rangeMin, rangeMax);
+    if (dragging)
+        paintNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_,
+                    0.5 * barPixmap.height(), Qt::AlignRight | Qt::AlignVCenter);
+    update();
+}
+
+QImage ColorBar::barImage(double min, double max) const
+{
+    QPixmap bar(barSize);
+    QPainter painter(&bar);
+    paintRamp(painter);
+    paintEnds(painter, min, max);
+    painter.end();
+    return bar.toImage();
+}
+
+void ColorBar::paintRamp(QPainter& painter) const
+{
     const int w = barPixmap.width();
     const int h = barPixmap.height();
-    for (int y = h - 1; y >= 0; --y) {
-        painter.setPen(colorOfH((h - 1 - y) * h / qMax(1, height())));
+    for (int y = 0; y < h; ++y) {
+        painter.setPen(colorOfH(h - 1 - y));
         painter.drawLine(0, y, w - 1, y);
     }
     painter.setPen(QColor(handleColour));
@@ -57,29 +77,23 @@ void ColorBar::paintCBar()
         const int y = truncatedInt((1.0 - handle) * h);
         painter.drawLine(0, y, w - 1, y);
     }
+}
+
+/// Leaves the pen at the texts' colour.
+void ColorBar::paintEnds(QPainter& painter, double min, double max) const
+{
     painter.setPen(QColor(textColour));
-    paintNumber(painter, rangeMax, endDistance, Qt::AlignLeft | Qt::AlignVCenter);
-    paintNumber(painter, rangeMin, h - endDistance, Qt::AlignRight | Qt::AlignVCenter);
-    if (dragging)
-        paintNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_, 0.5 * h,
-                    Qt::AlignRight | Qt::AlignVCenter);
-    update();
+    paintNumber(painter, max, endDistance, Qt::AlignLeft | Qt::AlignVCenter);
+    paintNumber(painter, min, barPixmap.height() - endDistance, Qt::AlignRight | Qt::AlignVCenter);
 }
 
 /// A value, read downward, its box round the height y.
-void ColorBar::paintNumber(QPainter& painter, double value, double y, int flags)
+void ColorBar::paintNumber(QPainter& painter, double value, double y, int flags) const
 {
     const int w = barPixmap.width();
     QRectF box(0.5 * w, y, textLength, w);
     DrawText::drawRotated(&painter, 90.0, box, QFont(), flags, DrawText::Fitted,
                           QString::number(value, 'g', 6), maxPoint, false, Qt::NoBrush);
-}
-
-/// The ramp is laid out by the widget's height.
-void ColorBar::resizeEvent(QResizeEvent* e)
-{
-    DispA::resizeEvent(e);
-    paintCBar();
 }
 
 void ColorBar::draw1(QPainter* p)

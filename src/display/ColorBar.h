@@ -17,6 +17,9 @@ public:
     QPixmap barPixmap; ///< the painted bar, of one size whatever the widget's
     bool dragging = false;
 
+    /// The bar as it would be painted for this range of values, with its handles.
+    QImage barImage(double min, double max) const;
+
 Q_SIGNALS:
     void cBarUpdated();  ///< a handle was let go
     void cBarUpdating(); ///< the mouse moves with its button down
@@ -29,15 +32,14 @@ public Q_SLOTS:
     void onMouseMoved();
     void onMousePressed();
     void onMouseReleased();
-    /// Colour of the bar h pixels above its lower end.
+    /// Colour of barPixmap h pixels above its lower end.
     QColor colorOfH(int h) const;
-
-protected:
-    void resizeEvent(QResizeEvent* e) override;
 
 private:
     double fractionAtPointer() const;
-    void paintNumber(QPainter& painter, double value, double y, int flags);
+    void paintRamp(QPainter& painter) const;
+    void paintEnds(QPainter& painter, double min, double max) const;
+    void paintNumber(QPainter& painter, double value, double y, int flags) const;
 
     double ColorScale::*activeHandle_ = &ColorScale::lowHandle;
 };

@@ -20,16 +20,14 @@ bool inStrip(double fraction)
     return fraction < edgeStrip || fraction > 1.0 - edgeStrip;
 }
 
-/// Coordinates [pixels] up to which a view is copied as it stands; no detector comes near it, and a
-/// zoom without limits would ask for any amount of memory.
-constexpr double maxCopiedCoordinate = 8191.0;
-
-/// Written so that nan counts as too far.
-bool canBeCopied(const QRectF& view)
+/// The pixels from the one that holds `start` to the one that holds what lies just before `end`,
+/// of `count`: first and last.
+std::pair<int, int> pixelsBetween(double start, double end, int count)
 {
-    const double ends[] = {view.left(), view.top(), view.right(), view.bottom()};
-    return std::all_of(std::begin(ends), std::end(ends),
-                       [](double end) { return std::abs(end) <= maxCopiedCoordinate; });
+    // Compared as numbers first: a view may lie anywhere, and nan is beyond any bound.
+    const double first = qMax(0.0, std::floor(start));
+    const double last = qMin(double(count), std::ceil(end)) - 1.0;
+    return first <= last ? std::pair(int(first), int(last)) : std::pair(0, -1);
 }
 
 } // namespace
@@ -79,15 +77,14 @@ const Analyzed2DRes* ImgDispA::shownMap() const
 QImage ImgDispA::viewImage() const
 {
     const QImage* shown = currentImage();
-    if (!shown)
+    if (!shown || shown->isNull())
         return {};
-    if (!canBeCopied(viewWindow_))
-        return shown->copy();
-    // Both corners belong to the copy, so it is a pixel larger than the view each way.
-    const QPoint topLeft(truncatedInt(viewWindow_.left()), truncatedInt(viewWindow_.top()));
-    const QPoint bottomRight(truncatedInt(viewWindow_.left() + viewWindow_.width()),
-                             truncatedInt(viewWindow_.top() + viewWindow_.height()));
-    return shown->copy(QRect(topLeft, bottomRight));
+    const QRectF view = viewWindow_.normalized();
+    const auto [left, right] = pixelsBetween(view.left(), view.right(), shown->width());
+    const auto [top, bottom] = pixelsBetween(view.top(), view.bottom(), shown->height());
+    if (right < left || bottom < top)
+        return {};
+    return shown->copy(QRect(QPoint(left, top), QPoint(right, bottom)));
 }
 
 bool ImgDispA::isInSelectedArea(int x, int y) const

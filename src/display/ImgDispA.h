@@ -35,8 +35,8 @@ public:
     void setAnalyzedRes(Analyzed2DRes* map);
     /// Picture of the image, or of the map while the over layer shows; may be null.
     const QImage* currentImage() const;
-    /// Copy of the part in view, a null image without a picture. Of a view that reaches far beyond
-    /// any image, the whole picture.
+    /// Copy of exactly the pixels in view, whole or in part; a null image without a picture or
+    /// where none of it is in view.
     QImage viewImage() const;
 
     /// The map on show; null while the image is.

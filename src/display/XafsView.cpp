@@ -1,7 +1,9 @@
 #include "display/XafsView.h"
 
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/FileNames.h"
+#include "common/TextItems.h"
 #include "display/FileDialogs.h"
 #include "ui_XafsView.h"
 
@@ -190,11 +192,20 @@ void XafsView::resetXScale()
 
 void XafsView::saveData(const QString& fname)
 {
-    if (fname.isEmpty())
+    if (fname.isEmpty()) {
+        fault(QStringLiteral("No file name to save spectra under"));
         return;
+    }
     const QString base = withReplacedExtension(fname, QStringLiteral("dat"));
-    spectrum().dump(addSuffix(base, QStringLiteral("T")), true);
-    plot_.stdSpectrum.dump(addSuffix(base, QStringLiteral("std")), false);
+    bool hasPoints = false;
+    const auto save = [&](const XafsSpectrum& s, const QString& suffix, bool withEOffset) {
+        hasPoints = hasPoints || !s.isEmpty();
+        s.dump(addSuffix(base, suffix), withEOffset);
+    };
+    save(spectrum(), QStringLiteral("T"), true);
+    save(plot_.stdSpectrum, QStringLiteral("std"), false);
     for (int i = 0; i < others().size(); ++i)
-        others().at(i).spectrum.dump(addSuffix(base, QStringLiteral("other%1").arg(i)), false);
+        save(others().at(i).spectrum, QStringLiteral("other%1").arg(i), false);
+    if (!hasPoints)
+        fault(QStringLiteral("No spectrum to save as %1").arg(quoted(fname)));
 }

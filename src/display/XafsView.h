@@ -57,7 +57,8 @@ public Q_SLOTS:
     /// Repaints the plot and tells updated().
     void update();
     /// Writes the spectra into text files beside each other: of "a.dat", the main one into
-    /// "a-T.dat", the standard into "a-std.dat" and further ones into "a-other0.dat" and on.
+    /// "a-T.dat", the standard into "a-std.dat" and further ones into "a-other0.dat" and on. One
+    /// without points writes no file; none at all costs one fault line.
     void saveData(const QString& fname);
     void setNormalize(bool f);
     void setEnergyCorrection(bool f);

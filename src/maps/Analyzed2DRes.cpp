@@ -2,11 +2,8 @@
 
 #include "common/ColorScale.h"
 #include "common/Constants.h"
-#include "common/SaveFile.h"
 
 #include <QDebug>
-#include <QLocale>
-#include <QTextStream>
 
 #include <algorithm>
 #include <cmath>
@@ -18,36 +15,6 @@ std::size_t pixelCount(const AnalyzeCond& ac)
     if (ac.width < 1 || ac.height < 1)
         return 0;
     return static_cast<std::size_t>(ac.width) * static_cast<std::size_t>(ac.height);
-}
-
-/// The low 16 bits of the value cut to an integer; values out of the scale wrap on purpose.
-quint16 wrappedTo16(double v)
-{
-    constexpr double int64End = 9223372036854775808.0;
-    if (std::fabs(v) < int64End)
-        return static_cast<quint16>(static_cast<qint64>(v));
-    if (!std::isfinite(v))
-        return 0;
-    return static_cast<quint16>(static_cast<qint64>(std::fmod(v, 65536.0)));
-}
-
-double clampedTo(const Analyzed2DRes::Scale& s, double v)
-{
-    if (v < s.min)
-        return s.min;
-    if (v > s.max)
-        return s.max;
-    return v;
-}
-
-quint16 scaledTo16(double v, const Analyzed2DRes::Scale& s)
-{
-    return wrappedTo16((v - s.min) / (s.max - s.min) * 65535.0);
-}
-
-QString shortest(double v)
-{
-    return QString::number(v, 'g', QLocale::FloatingPointShortest);
 }
 
 } // namespace
@@ -101,6 +68,7 @@ void Analyzed2DRes::clear()
     resetRanges();
     freeBuffers();
     imgValid = false;
+    hasValues_ = false;
 }
 
 void Analyzed2DRes::setNo(int newNo)
@@ -115,6 +83,7 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     dropPicture();
     forgetProcessed();
     imgValid = false;
+    hasValues_ = false;
     // A second walk over the same images finds its memory here.
     data_.assign(pixelCount(stepper), 0.0);
     leftOut_.clear();
@@ -128,6 +97,7 @@ void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
     imgValid = other.imgValid;
     imgFormat = other.imgFormat;
     savedSamples = other.savedSamples;
+    wrappedSamples = other.wrappedSamples;
     min = other.min;
     max = other.max;
     minX = other.minX;
@@ -150,10 +120,12 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
         return;
     copySettings(*other);
     freeBuffers();
+    hasValues_ = false;
     if (!other->imgValid)
         return;
     data_ = other->data_;
     leftOut_ = other->leftOut_;
+    hasValues_ = other->hasValues_;
     procData_ = other->procData_;
     useProc_ = other->useProc_;
     // Only as many bytes as the map has pixels: where rows are padded the last ones stay black
@@ -211,8 +183,10 @@ void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
         minX = ix;
         minY = iy;
     }
-    if (!data_.empty())
-        stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
+    if (data_.empty())
+        return;
+    hasValues_ = true;
+    stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
     if (!leftOut_.empty())
         stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(0));
 }
@@ -221,6 +195,7 @@ void Analyzed2DRes::leaveOut(int ix, int iy, int xw, int yw)
 {
     if (data_.empty())
         return;
+    hasValues_ = true;
     leftOut_.resize(data_.size());
     stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, 0.0);
     stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(1));
@@ -310,88 +285,4 @@ void Analyzed2DRes::setScale(double newMin, double newMax)
     genImg();
     const Scale s = scale();
     Q_EMIT scaleChanged(s.min, s.max);
-}
-
-quint16* Analyzed2DRes::tiffDataForSave(bool fixedScaleGiven, double scaleMin, double scaleMax,
-                                        bool asAnalyzed)
-{
-    const std::vector<double>& field = shownField();
-    const qint64 positions = qint64(stepper.columns()) * stepper.rows();
-    if (field.empty())
-        return nullptr;
-    if (asAnalyzed && positions > maxPositions) {
-        qDebug() << "Too many positions to save in map" << name;
-        return nullptr;
-    }
-    const Scale s = fixedScaleGiven ? Scale{scaleMin, scaleMax} : fieldScale();
-    if (asAnalyzed)
-        return positionsTo16(field, s, static_cast<std::size_t>(positions));
-    auto* const out = new quint16[field.size()];
-    std::transform(field.begin(), field.end(), out, [&s](double v) { return scaledTo16(v, s); });
-    savedSamples = static_cast<int>(field.size());
-    return out;
-}
-
-quint16* Analyzed2DRes::positionsTo16(const std::vector<double>& field, const Scale& s,
-                                      std::size_t positions)
-{
-    // An area that reaches past the image can hold more positions than the image has pixels.
-    auto* const out = new quint16[std::max(field.size(), positions)];
-    AnalyzeCond walk = stepper;
-    walk.start();
-    int count = 0;
-    do {
-        const double v = sample(field, walk.cx, walk.cy);
-        out[count++] = std::isfinite(v) ? scaledTo16(clampedTo(s, v), s) : quint16(0);
-    } while (walk.next());
-    savedSamples = count;
-    return out;
-}
-
-bool Analyzed2DRes::saveAsText(const QFileInfo& fi, bool /*asAnalyzed*/, bool useComma,
-                               bool asXYZ) const
-{
-    QSaveFile file(fi.filePath());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        qDebug() << "Can't open" << fi.filePath();
-        return false;
-    }
-    if (qint64(stepper.columns()) * stepper.rows() > maxPositions) {
-        qDebug() << "Too many positions to save in map" << name;
-        return false;
-    }
-    QTextStream out(&file);
-    const QChar separator = QLatin1Char(useComma ? ',' : ' ');
-    if (asXYZ)
-        writePoints(out, separator);
-    else
-        writeRows(out, separator);
-    out.flush();
-    if (out.status() == QTextStream::Ok && commitWritten(file))
-        return true;
-    qDebug() << "Can't write" << fi.filePath();
-    return false;
-}
-
-void Analyzed2DRes::writePoints(QTextStream& out, QChar separator) const
-{
-    AnalyzeCond walk = stepper;
-    walk.start();
-    do {
-        out << walk.cx << separator << walk.cy << separator << shortest(valueAt(walk.cx, walk.cy))
-            << '\n';
-    } while (walk.next());
-}
-
-void Analyzed2DRes::writeRows(QTextStream& out, QChar separator) const
-{
-    AnalyzeCond walk = stepper;
-    walk.start();
-    do {
-        // Each row opens with its line end, the first one too, so the file begins with an empty
-        // line. Deliberate.
-        out << (walk.newLine ? QLatin1Char('\n') : separator)
-            << shortest(valueAt(walk.cx, walk.cy));
-    } while (walk.next());
-    out << '\n';
 }

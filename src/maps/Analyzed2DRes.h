@@ -40,9 +40,10 @@ public:
     double fixedMin; ///< scale in force while fixedScale is on
     double fixedMax;
     bool fixedScale = false;
-    int imgFormat;        ///< ColorScale format of the picture
-    int savedSamples = 0; ///< values made by the last tiffDataForSave()
-    double procMin = 0.0; ///< extremes of the processed field's finite values
+    int imgFormat;          ///< ColorScale format of the picture
+    int savedSamples = 0;   ///< values made by the last tiffDataForSave()
+    int wrappedSamples = 0; ///< how many of them lay outside the scale and wrapped
+    double procMin = 0.0;   ///< extremes of the processed field's finite values
     double procMax = 1.0;
     double deglitchFactor = 2.0;
     double deglitchRange = 0.9;
@@ -74,9 +75,20 @@ public:
     /// The scale of the picture: the fixed one when on, else that of the field it is made of.
     Scale scale() const;
 
+    /// Why there is nothing to save of this map, for a log line; empty when there is. A map that
+    /// was prepared and never given a value holds nothing.
+    QString whyNotSaved(bool asAnalyzed) const;
+
+    /// The scale of the saved 16 bits: the one given, with fixedScaleGiven, or that of the values.
+    Scale scaleForSave(bool fixedScaleGiven, double scaleMin, double scaleMax) const;
+
+    /// The values that the picture shows as they are, one a position (asAnalyzed) or one a pixel;
+    /// what float can not hold is infinite. Empty when there is nothing to save.
+    std::vector<float> floatsForSave(bool asAnalyzed) const;
+
     /// Writes the map as text: the positions of its walk, as "x y value" lines or one line a row.
     /// Values come from data() always; asAnalyzed has no effect on the text form. False, with one
-    /// log line, when the file can not be written.
+    /// fault line, when the file can not be written.
     bool saveAsText(const QFileInfo& fi, bool asAnalyzed, bool useComma, bool asXYZ) const;
 
 public Q_SLOTS:
@@ -92,11 +104,11 @@ public Q_SLOTS:
     void genImg();
     /// The picture, owned by the map; may be null.
     QImage* img() const;
-    /// Values scaled to 16 bits, one a position (asAnalyzed, clamped) or one a pixel (wrapping);
-    /// null without buffers. The scale given counts only with fixedScale. The caller frees the
-    /// array with delete[]; savedSamples tells how many entries are set.
+    /// Values scaled to 16 bits: one a position (asAnalyzed), cut to the ends of the scale, or one
+    /// a pixel, wrapping outside the scale unless `clamp` cuts them too. Null when there is nothing
+    /// to save. The caller frees the array with delete[]; savedSamples tells its length.
     quint16* tiffDataForSave(bool fixedScaleGiven, double scaleMin, double scaleMax,
-                             bool asAnalyzed);
+                             bool asAnalyzed, bool clamp = false);
     /// The filters make the processed field of data(): values that stand out become the mean of
     /// their finite neighbours. Values that are not finite stand out, count in no mean, and never
     /// take a finite one's place. The first is for single positions, the second for a field near
@@ -134,7 +146,7 @@ private:
     void wrapImage();
     void copySettings(const Analyzed2DRes& other);
     void paintField(const double* v, int stride);
-    quint16* positionsTo16(const std::vector<double>& field, const Scale& s, std::size_t positions);
+    std::vector<double> shownPositions() const;
     void writePoints(QTextStream& out, QChar separator) const;
     void writeRows(QTextStream& out, QChar separator) const;
     double measuredAt(int x, int y) const;
@@ -151,6 +163,7 @@ private:
     std::vector<uchar> leftOut_;   ///< 1 for pixels of failed positions; empty without any
     std::vector<double> procData_; ///< empty until a filter has run
     bool useProc_ = false;         ///< only with a processed field
+    bool hasValues_ = false;       ///< data_ was given a value since it was prepared
     std::vector<uchar> imageBytes_;
     std::unique_ptr<QImage> image_;
 };

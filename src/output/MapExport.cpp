@@ -1,12 +1,17 @@
 #include "output/MapExport.h"
 
+#include "common/Fault.h"
+#include "common/FileNames.h"
+#include "common/TextItems.h"
 #include "maps/Analyzed2DRes.h"
 #include "output/TiffWriter.h"
 
 #include <QDebug>
-#include <QDir>
+#include <QFileInfo>
+#include <QLocale>
 
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -16,33 +21,75 @@ QSize savedSize(const Analyzed2DRes& map, bool asAnalyzed)
     return asAnalyzed ? QSize(walk.columns(), walk.rows()) : QSize(walk.width, walk.height);
 }
 
+QString number(double v)
+{
+    return QString::number(v, 'g', QLocale::FloatingPointShortest);
+}
+
+bool hasNothing(const Analyzed2DRes& map, const QString& fileName, bool asAnalyzed)
+{
+    const QString why = map.whyNotSaved(asAnalyzed);
+    if (!why.isEmpty())
+        fault(QStringLiteral("Nothing to save in map %1 as %2: %3")
+                  .arg(map.name, quoted(fileName), why));
+    return !why.isEmpty();
+}
+
+/// What turns the pixels of a file back into the values of the map.
+QString scaleText(const Analyzed2DRes& map, const Analyzed2DRes::Scale& scale)
+{
+    return QStringLiteral("Morvenkite map %1\nmin = %2\nmax = %3\n"
+                          "value = min + pixel / 65535 * (max - min)\n")
+        .arg(map.name, number(scale.min), number(scale.max));
+}
+
 } // namespace
 
-QString mapFileName(const QString& fname, int number, const QString& extension)
+QString mapFileName(const QString& fname, const QString& label, MapForm form)
 {
-    const QFileInfo fi(fname);
-    return fi.absoluteDir().absoluteFilePath(fi.completeBaseName() + QLatin1Char('-') +
-                                             QString::number(number) + QLatin1Char('.') +
-                                             extension);
+    if (fname.isEmpty())
+        return fname;
+    const QString extension = form == MapForm::Text ? QStringLiteral("dat") : QStringLiteral("tif");
+    const QString named = withReplacedExtension(QFileInfo(fname).absoluteFilePath(), extension);
+    return addSuffix(named, label);
 }
 
-bool saveMapAsTiff(Analyzed2DRes& map, const QString& fname, int number,
-                   const TiffSaveOptions& options)
+bool saveMapAsTiff(Analyzed2DRes& map, const QString& fileName, const TiffSaveOptions& options)
 {
-    const std::unique_ptr<quint16[]> values(map.tiffDataForSave(
-        options.fixedScale, options.scaleMin, options.scaleMax, options.asAnalyzed));
-    if (!values) {
-        qDebug() << "Nothing to save in map" << map.name;
+    if (hasNothing(map, fileName, options.asAnalyzed))
         return false;
-    }
+    const std::unique_ptr<quint16[]> values(map.tiffDataForSave(
+        options.fixedScale, options.scaleMin, options.scaleMax, options.asAnalyzed, options.clamp));
+    const Analyzed2DRes::Scale scale =
+        map.scaleForSave(options.fixedScale, options.scaleMin, options.scaleMax);
     const QSize size = savedSize(map, options.asAnalyzed);
-    return TiffWriter::writeU16(mapFileName(fname, number, QStringLiteral("tif")), size.width(),
-                                size.height(), values.get());
+    const bool written = TiffWriter::writeU16(fileName, size.width(), size.height(), values.get(),
+                                              scaleText(map, scale));
+    if (written && map.wrappedSamples > 0) {
+        qDebug().noquote() << QStringLiteral("%1 of %2 values lie outside the scale %3 to %4 and "
+                                             "wrapped in %5")
+                                  .arg(map.wrappedSamples)
+                                  .arg(map.savedSamples)
+                                  .arg(number(scale.min), number(scale.max), quoted(fileName));
+    }
+    return written;
 }
 
-bool saveMapAsText(const Analyzed2DRes& map, const QString& fname, int number,
+bool saveMapAsFloatTiff(const Analyzed2DRes& map, const QString& fileName,
+                        const TiffSaveOptions& options)
+{
+    if (hasNothing(map, fileName, options.asAnalyzed))
+        return false;
+    const std::vector<float> values = map.floatsForSave(options.asAnalyzed);
+    const QSize size = savedSize(map, options.asAnalyzed);
+    return TiffWriter::writeFloat(fileName, size.width(), size.height(), values.data(),
+                                  QStringLiteral("Morvenkite map %1\n").arg(map.name));
+}
+
+bool saveMapAsText(const Analyzed2DRes& map, const QString& fileName,
                    const TextSaveOptions& options)
 {
-    return map.saveAsText(QFileInfo(mapFileName(fname, number, QStringLiteral("dat"))),
-                          options.asAnalyzed, options.commaSeparated, options.asXYVal);
+    return !hasNothing(map, fileName, true) &&
+           map.saveAsText(QFileInfo(fileName), options.asAnalyzed, options.commaSeparated,
+                          options.asXYVal);
 }

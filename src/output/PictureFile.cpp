@@ -1,30 +1,20 @@
 #include "output/PictureFile.h"
 
-#include "common/SaveFile.h"
+#include "common/Fault.h"
+#include "common/SafeFile.h"
+#include "common/TextItems.h"
 
-#include <QDebug>
 #include <QFileInfo>
 #include <QImageWriter>
 
 bool savePicture(const QImage& picture, const QString& fname)
 {
     if (picture.isNull()) {
-        qDebug() << "No picture to save as" << fname;
+        fault(QStringLiteral("No picture to save as %1").arg(quoted(fname)));
         return false;
     }
-    QSaveFile file(fname);
-    if (!file.open(QIODevice::WriteOnly)) {
-        qDebug() << "Can't save picture" << fname << ":" << file.errorString();
-        return false;
-    }
-    QImageWriter writer(&file, QFileInfo(fname).suffix().toLatin1());
-    if (!writer.write(picture)) {
-        qDebug() << "Can't save picture" << fname << ":" << writer.errorString();
-        return false;
-    }
-    if (!commitWritten(file)) {
-        qDebug() << "Can't save picture" << fname << ":" << file.errorString();
-        return false;
-    }
-    return true;
+    return writeFile(fname, [&](QIODevice& file) {
+        QImageWriter writer(&file, QFileInfo(fname).suffix().toLatin1());
+        return writer.write(picture) ? QString() : writer.errorString();
+    });
 }

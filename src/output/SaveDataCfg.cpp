@@ -8,21 +8,26 @@ SaveDataCfg::SaveDataCfg(QWidget* parent)
     , ui_(std::make_unique<Ui_SaveDataCfg>())
 {
     ui_->setupUi(this);
-    connect(ui_->SaveAsTiff, &QRadioButton::toggled, this, &SaveDataCfg::toggledSaveAs);
-    toggledSaveAs(savesAsTiff());
+    const auto chosen = [this] { toggledSaveAs(form() != MapForm::Text); };
+    for (const QRadioButton* choice : {ui_->SaveAsTiff, ui_->SaveAsFloatTiff, ui_->SaveAsTextData})
+        connect(choice, &QRadioButton::toggled, this, chosen);
+    chosen();
 }
 
 SaveDataCfg::~SaveDataCfg() = default;
 
-bool SaveDataCfg::savesAsTiff() const
+MapForm SaveDataCfg::form() const
 {
-    return ui_->SaveAsTiff->isChecked();
+    if (ui_->SaveAsTextData->isChecked())
+        return MapForm::Text;
+    return ui_->SaveAsFloatTiff->isChecked() ? MapForm::FloatTiff : MapForm::Tiff16;
 }
 
 TiffSaveOptions SaveDataCfg::tiffOptions() const
 {
     return {ui_->TiffFixedScale->isChecked(), ui_->TiffScaleMin->text().toDouble(),
-            ui_->TiffScaleMax->text().toDouble(), ui_->TiffAsAnalyzed->isChecked()};
+            ui_->TiffScaleMax->text().toDouble(), ui_->TiffAsAnalyzed->isChecked(),
+            ui_->TiffClamp->isChecked()};
 }
 
 TextSaveOptions SaveDataCfg::textOptions() const
@@ -35,11 +40,17 @@ void SaveDataCfg::toggledSaveAs(bool f)
 {
     ui_->TiffCfg->setEnabled(f);
     ui_->TextCfg->setEnabled(!f);
+    ui_->TiffScale->setEnabled(form() == MapForm::Tiff16);
 }
 
 void SaveDataCfg::setSaveAsTiff()
 {
     ui_->SaveAsTiff->setChecked(true);
+}
+
+void SaveDataCfg::setSaveAsFloatTiff()
+{
+    ui_->SaveAsFloatTiff->setChecked(true);
 }
 
 void SaveDataCfg::setSaveAsText()
@@ -60,6 +71,11 @@ void SaveDataCfg::setSaveTiffScaleMin(double min)
 void SaveDataCfg::setSaveTiffScaleMax(double max)
 {
     ui_->TiffScaleMax->setText(fieldText(max));
+}
+
+void SaveDataCfg::setSaveTiffClamp(bool f)
+{
+    ui_->TiffClamp->setChecked(f);
 }
 
 void SaveDataCfg::setSaveTiffAsAnalyzed(bool f)

@@ -16,19 +16,20 @@ public:
     explicit SaveDataCfg(QWidget* parent = nullptr);
     ~SaveDataCfg() override;
 
-    /// TIFF is chosen, else text.
-    bool savesAsTiff() const;
+    MapForm form() const;
     TiffSaveOptions tiffOptions() const;
     TextSaveOptions textOptions() const;
 
 public Q_SLOTS:
-    /// Enables the settings of TIFF (f) or of text.
+    /// Enables the settings of TIFF (f) or of text; those of the scale for 16 bits alone.
     void toggledSaveAs(bool f);
     void setSaveAsTiff();
+    void setSaveAsFloatTiff();
     void setSaveAsText();
     void setSaveTiffScaleFixed(bool f);
     void setSaveTiffScaleMin(double min);
     void setSaveTiffScaleMax(double max);
+    void setSaveTiffClamp(bool f);
     void setSaveTiffAsAnalyzed(bool f);
     void setSaveTextAsCSV();
     void setSaveTextAsSSV();

@@ -1,13 +1,12 @@
 #include "output/TiffWriter.h"
 
-#include <QDebug>
-#include <QFile>
-#include <QUuid>
+#include "common/Fault.h"
+#include "common/SafeFile.h"
+#include "common/TextItems.h"
 
 #include <tiffio.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <vector>
 
@@ -21,74 +20,131 @@ struct CloseTiff
 };
 using TiffFile = std::unique_ptr<TIFF, CloseTiff>;
 
+struct Image
+{
+    int width;
+    int height;
+    int bits; ///< of a pixel
+    int sampleFormat;
+    const void* data; ///< row by row
+    QByteArray description;
+};
+
 struct Tag
 {
     quint32 id;
     int value;
 };
 
-bool setTags(TIFF* tif, int width, int height)
+// libtiff's road to a device. It reads nothing back of a file with one image.
+QIODevice& device(thandle_t handle)
 {
-    // The rows of a strip are as many as the image is wide, whatever its height: deliberate.
-    const Tag tags[] = {{TIFFTAG_IMAGEWIDTH, width},
-                        {TIFFTAG_IMAGELENGTH, height},
-                        {TIFFTAG_COMPRESSION, COMPRESSION_NONE},
-                        {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK},
-                        {TIFFTAG_ROWSPERSTRIP, width},
-                        {TIFFTAG_SAMPLESPERPIXEL, 1},
-                        {TIFFTAG_BITSPERSAMPLE, 16},
-                        {TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG},
-                        {TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT}};
-    return std::all_of(std::begin(tags), std::end(tags),
-                       [tif](const Tag& tag) { return TIFFSetField(tif, tag.id, tag.value) == 1; });
+    return *static_cast<QIODevice*>(handle);
 }
 
-bool writeStrips(TIFF* tif, int width, int height, const quint16* data)
+tmsize_t readNothing(thandle_t /*handle*/, void* /*data*/, tmsize_t /*size*/)
+{
+    return 0;
+}
+
+tmsize_t writeBytes(thandle_t handle, void* data, tmsize_t size)
+{
+    return device(handle).write(static_cast<const char*>(data), size);
+}
+
+toff_t seekTo(thandle_t handle, toff_t offset, int whence)
+{
+    QIODevice& file = device(handle);
+    const qint64 base = whence == SEEK_CUR ? file.pos() : whence == SEEK_END ? file.size() : 0;
+    const qint64 to = base + static_cast<qint64>(offset);
+    return file.seek(to) ? static_cast<toff_t>(to) : static_cast<toff_t>(-1);
+}
+
+int leaveOpen(thandle_t /*handle*/)
+{
+    return 0;
+}
+
+toff_t sizeOf(thandle_t handle)
+{
+    return static_cast<toff_t>(device(handle).size());
+}
+
+bool setTags(TIFF* tif, const Image& image)
+{
+    // The rows of a strip are as many as the image is wide, whatever its height: deliberate.
+    const Tag tags[] = {
+        {TIFFTAG_IMAGEWIDTH, image.width},         {TIFFTAG_IMAGELENGTH, image.height},
+        {TIFFTAG_COMPRESSION, COMPRESSION_NONE},   {TIFFTAG_PHOTOMETRIC, PHOTOMETRIC_MINISBLACK},
+        {TIFFTAG_ROWSPERSTRIP, image.width},       {TIFFTAG_SAMPLESPERPIXEL, 1},
+        {TIFFTAG_BITSPERSAMPLE, image.bits},       {TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG},
+        {TIFFTAG_ORIENTATION, ORIENTATION_TOPLEFT}};
+    const auto set = [tif](const Tag& tag) { return TIFFSetField(tif, tag.id, tag.value) == 1; };
+    if (!std::all_of(std::begin(tags), std::end(tags), set))
+        return false;
+    // Unsigned numbers are what a file means that tells nothing.
+    if (image.sampleFormat != SAMPLEFORMAT_UINT && !set({TIFFTAG_SAMPLEFORMAT, image.sampleFormat}))
+        return false;
+    return image.description.isEmpty() ||
+           TIFFSetField(tif, TIFFTAG_IMAGEDESCRIPTION, image.description.constData()) == 1;
+}
+
+bool writeStrips(TIFF* tif, const Image& image)
 {
     quint32 rowsPerStrip = 0;
     if (TIFFGetFieldDefaulted(tif, TIFFTAG_ROWSPERSTRIP, &rowsPerStrip) != 1 || rowsPerStrip == 0)
         return false;
-    const auto rows = static_cast<quint32>(height);
+    const auto rows = static_cast<quint32>(image.height);
+    const qint64 rowBytes = qint64(image.width) * image.bits / 8;
+    // libtiff takes a writable buffer, but only files of the other byte order change it.
+    auto* const data = static_cast<char*>(const_cast<void*>(image.data));
     for (quint32 row = 0, strip = 0; row < rows; row += rowsPerStrip, ++strip) {
         const quint32 count = std::min(rowsPerStrip, rows - row);
-        // libtiff takes a writable buffer, but only files of the other byte order change it.
-        auto* const from = const_cast<quint16*>(data) + qint64(row) * width;
-        if (TIFFWriteEncodedStrip(tif, strip, from, TIFFVStripSize(tif, count)) < 0)
+        if (TIFFWriteEncodedStrip(tif, strip, data + row * rowBytes, TIFFVStripSize(tif, count)) <
+            0)
             return false;
     }
     return true;
 }
 
-bool writeFile(const QByteArray& encodedName, int width, int height, const quint16* data)
+/// Why the image could not be written; empty when it is.
+QString writeImage(QIODevice& file, const Image& image)
 {
-    const TiffFile tif(TIFFOpen(encodedName.constData(), "w"));
-    return tif && setTags(tif.get(), width, height) &&
-           writeStrips(tif.get(), width, height, data) && TIFFFlush(tif.get()) == 1;
+    const TiffFile tif(TIFFClientOpen("image", "w", &file, readNothing, writeBytes, seekTo,
+                                      leaveOpen, sizeOf, nullptr, nullptr));
+    const bool written = tif && setTags(tif.get(), image) && writeStrips(tif.get(), image) &&
+                         TIFFFlush(tif.get()) == 1;
+    return written ? QString() : QStringLiteral("not taken by the TIFF library");
 }
 
-bool replaceFile(const QByteArray& from, const QByteArray& to)
+bool writeTiff(const QString& fname, const Image& image)
 {
-    std::error_code failed;
-    std::filesystem::rename(from.constData(), to.constData(), failed);
-    return !failed;
+    const qint64 pixels = qint64(std::max(image.width, 0)) * std::max(image.height, 0);
+    if (image.data == nullptr || pixels == 0 || pixels > maxPixels) {
+        fault(QStringLiteral("Can't write %1: no image of %2 x %3 pixels can be saved")
+                  .arg(quoted(fname))
+                  .arg(image.width)
+                  .arg(image.height));
+        return false;
+    }
+    // The library would print a fault of the device too, which is told once, with the name.
+    static const bool silenced = [] { return TIFFSetErrorHandler(nullptr), true; }();
+    Q_UNUSED(silenced)
+    return writeFile(fname, [&image](QIODevice& file) { return writeImage(file, image); });
 }
 
 } // namespace
 
-bool TiffWriter::writeU16(const QString& fname, int width, int height, const quint16* data)
+bool TiffWriter::writeU16(const QString& fname, int width, int height, const quint16* data,
+                          const QString& description)
 {
-    const bool sound = data != nullptr && width > 0 && height > 0 &&
-                       qint64(width) * height <= maxPixels && !fname.isEmpty();
-    // The file grows under a name of its own beside the final one, which it takes when it is whole.
-    const QString id = QUuid::createUuid().toString(QUuid::Id128);
-    const QByteArray growing = QFile::encodeName(fname + QLatin1Char('.') + id.left(8));
-    if (sound && writeFile(growing, width, height, data) &&
-        replaceFile(growing, QFile::encodeName(fname)))
-        return true;
-    if (sound)
-        QFile::remove(QFile::decodeName(growing));
-    qDebug() << "Can't write TIFF file" << fname;
-    return false;
+    return writeTiff(fname, {width, height, 16, SAMPLEFORMAT_UINT, data, description.toLatin1()});
+}
+
+bool TiffWriter::writeFloat(const QString& fname, int width, int height, const float* data,
+                            const QString& description)
+{
+    return writeTiff(fname, {width, height, 32, SAMPLEFORMAT_IEEEFP, data, description.toLatin1()});
 }
 
 bool TiffWriter::writeConstant(const QString& fname, int width, int height, quint16 value)

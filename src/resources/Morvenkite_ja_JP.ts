@@ -147,6 +147,10 @@
         <source>No point inside the fitting range: left out</source>
         <translation>フィット範囲に点がないため除外</translation>
     </message>
+    <message>
+        <source>The analysis of these maps was stopped: positions not reached are 0</source>
+        <translation>これらのマップの解析は途中で停止された: 未到達の位置は 0</translation>
+    </message>
 </context>
 <context>
     <name>BatchCtrl</name>
@@ -908,6 +912,10 @@
     <message>
         <source>Two images of one energy: %1 eV (%2) and %3 eV (%4)</source>
         <translation>同じエネルギーの画像が 2 枚ある: %1 eV (%2) と %3 eV (%4)</translation>
+    </message>
+    <message>
+        <source>Save &amp;All...</source>
+        <translation>すべて保存(&amp;A)...</translation>
     </message>
 </context>
 <context>
@@ -1726,6 +1734,22 @@
     <message>
         <source>Values separated by a blank</source>
         <translation>値を空白で区切る</translation>
+    </message>
+    <message>
+        <source>Save as 32-bit float Tiff</source>
+        <translation>32 ビット浮動小数点 TIFF で保存</translation>
+    </message>
+    <message>
+        <source>Save the shown map as a TIFF file of its values as they are, without a scale</source>
+        <translation>表示中のマップを、スケールなしの値そのままの TIFF ファイルとして保存する</translation>
+    </message>
+    <message>
+        <source>Clamp</source>
+        <translation>クランプ</translation>
+    </message>
+    <message>
+        <source>Cut values outside the scale to its ends; without it they wrap round in an image of one value for each pixel</source>
+        <translation>スケール外の値を端の値に置き換える。オフにすると、画素ごとに 1 値の画像では値が一周して折り返す</translation>
     </message>
 </context>
 <context>

@@ -92,8 +92,9 @@ public:
     bool loadAndNormalize(const QString& fname);
 
     /// Writes the spectrum, its lines and its normalised curve as text; withEOffset takes eOffset
-    /// off the energies written. A file that can't be written costs one log line.
-    void dump(const QString& fname, bool withEOffset) const;
+    /// off the energies written. False without points, when no file is written, and with one fault
+    /// line when the file can't be written.
+    bool dump(const QString& fname, bool withEOffset) const;
     /// The text of dump().
     void dumpTo(QTextStream& out, bool withEOffset) const;
 

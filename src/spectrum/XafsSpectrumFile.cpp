@@ -2,9 +2,8 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include "common/FieldText.h"
-#include "common/SaveFile.h"
+#include "common/SafeFile.h"
 
-#include <QDebug>
 #include <QTextStream>
 
 namespace {
@@ -50,18 +49,11 @@ bool XafsSpectrum::loadAndNormalize(const QString& fname)
     return loaded;
 }
 
-void XafsSpectrum::dump(const QString& fname, bool withEOffset) const
+bool XafsSpectrum::dump(const QString& fname, bool withEOffset) const
 {
-    QSaveFile file(fname);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Text)) {
-        qDebug() << "can't write spectrum" << fname;
-        return;
-    }
-    QTextStream out(&file);
-    dumpTo(out, withEOffset);
-    out.flush();
-    if (!commitWritten(file))
-        qDebug() << "can't write spectrum" << fname;
+    return !isEmpty() && writeTextFile(fname, [this, withEOffset](QTextStream& out) {
+        dumpTo(out, withEOffset);
+    });
 }
 
 void XafsSpectrum::dumpTo(QTextStream& out, bool withEOffset) const

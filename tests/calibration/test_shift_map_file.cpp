@@ -139,6 +139,21 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("Can not open"), 2);
     }
 
+    void theRecordDateCanBeGiven()
+    {
+        const auto date = [](const char* seconds) {
+            qputenv("SOURCE_DATE_EPOCH", seconds);
+            const QDateTime given = recordDate();
+            qunsetenv("SOURCE_DATE_EPOCH");
+            return given.toString("yy/MM/dd hh:mm:ss.zzz");
+        };
+        QCOMPARE(date("1700000000"), QString("23/11/14 22:13:20.000"));
+        const LogCapture log;
+        QVERIFY(date("yesterday") >=
+                QDateTime::currentDateTime().addSecs(-60).toString("yy/MM/dd"));
+        QCOMPARE(log.linesWith("SOURCE_DATE_EPOCH"), 1);
+    }
+
     void aMapIsCarriedToAnotherEdge()
     {
         // The optics keep the angle, so at another edge each shift is another one.

@@ -78,16 +78,18 @@ private Q_SLOTS:
             numbered = withInsertedNumber(name, "1");
             return addSuffix(name, "1");
         };
-        checkRows(number, {"../d.x/a.dat|../d.x/a-1.dat|../d.x/a-1.dat", "d.x/a|d.x/a-1|d.x/a-1",
-                           "a.|a-1|a-1", "a.b.dat|a.b-1.dat|a.b-1.dat"});
+        checkRows(number,
+                  {"../d.x/a.dat|../d.x/a-1.dat|../d.x/a-1.dat", "d.x/a|d.x/a-1|d.x/a-1",
+                   "a.|a-1|a-1", "a.b.DAT|a.b-1.DAT|a.b-1.DAT", "s_0.25|s_0.25-1|s_0.25-1"});
         const auto extend = [](const QString& name, QString& without) {
             without = withExtension(name, "");
             return withExtension(name, "dat");
         };
         checkRows(extend, {"/d/a.txt|/d/a.txt|/d/a.txt", "/d.x/a|/d.x/a|/d.x/a.dat",
-                           "/d/a.|/d/a|/d/a.dat", "||"});
+                           "/d/a.|/d/a|/d/a.dat", "/d/s_0.25|/d/s_0.25|/d/s_0.25.dat", "||"});
         for (const char* name : {"d.x/a", "d.x/a.", "d.x/a.txt"})
             QCOMPARE(withReplacedExtension(name, "dat"), QString("d.x/a.dat"));
+        QCOMPARE(withReplacedExtension("s_0.25", "dat"), QString("s_0.25.dat"));
         QCOMPARE(withExtension("a", "dat"), QDir::currentPath() + "/a.dat");
     }
 

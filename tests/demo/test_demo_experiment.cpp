@@ -269,7 +269,7 @@ private Q_SLOTS:
 
     void aMissingOrShortFileIsNamed()
     {
-        for (const char* name : {"maps/ratio-ref2-0.dat", "maps/dmut-ref0-0.tif", "maps/shift.emp",
+        for (const char* name : {"maps/ratio-ref2-2.dat", "maps/dmut-ref0-0.tif", "maps/shift.emp",
                                  "maps/raw-ref0-0.dat", "truth.dat"}) {
             const QString path = dir_.filePath(name);
             QVERIFY(QFile::copy(path, path + ".kept"));

@@ -83,6 +83,25 @@ class DemoProgram(unittest.TestCase):
             self.execute(folder, "suggested.bat")
             self.succeed(DEMO, "compare", folder)
 
+    def test_runs_of_two_rows_leave_two_sets_of_files(self):
+        with tempfile.TemporaryDirectory() as parent:
+            folder = pathlib.Path(parent)
+            self.succeed(DEMO, "write", folder, "--size", 40, "--energies", 41)
+            batch = re.sub("ref[$]ref[$]", "of-row", (folder / "demo.bat").read_text())
+            saved = []
+            for row in (1, 2):
+                (folder / "row.bat").write_text(
+                    batch.replace("analyzer_select_image $ref$", f"analyzer_select_image {row}"))
+                self.execute(folder, "row.bat")
+                saved.append({file.name: file.read_bytes()
+                              for file in (folder / "maps").glob(f"*-of-row-{row}*")})
+            names = [name for name in saved[0] if "cBar" not in name]
+            self.assertEqual(len(names), 6)
+            for name in names:
+                other = name.replace("-1.", "-2.")
+                self.assertIn(other, saved[1])
+                self.assertNotEqual(saved[0][name], saved[1][other], name)
+
     def test_the_hard_experiment_is_rejected_and_fitted_within_its_limits(self):
         with tempfile.TemporaryDirectory() as parent:
             folder = pathlib.Path(parent)

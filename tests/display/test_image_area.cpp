@@ -71,7 +71,14 @@ private Q_SLOTS:
     {
         area_->setSelectedArea(2, 3, 6, 7);
         area_->setViewWAsSelectedArea();
-        QCOMPARE(area_->viewImage().size(), QSize(5, 5)); // a pixel larger: deliberate
+        QCOMPARE(area_->viewImage(), picture_.copy(2, 3, 4, 4));
+        for (const auto& [factor, cut] : {std::pair(0.75, QRect(2, 3, 4, 4)),    // parts of pixels
+                                          std::pair(5.0 / 3, QRect(1, 2, 6, 6)), // are pixels
+                                          std::pair(100.0, picture_.rect())}) {
+            area_->zoomBy(factor);
+            QCOMPARE(area_->viewImage(), picture_.copy(cut));
+        }
+        area_->setViewWAsSelectedArea();
         const QImage other(40, 40, QImage::Format_Grayscale8);
         area_->setImage({&other, 40, 40, 0.0, 1.0});
         QCOMPARE(area_->viewWindow(), QRectF(2, 3, 4, 4));

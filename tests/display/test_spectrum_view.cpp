@@ -1,5 +1,6 @@
 #include "display/DispA.h"
 #include "display/XafsView.h"
+#include "support/LogCapture.h"
 
 #include <QAbstractButton>
 #include <QFile>
@@ -223,7 +224,7 @@ private Q_SLOTS:
         view_->setStdSpectrum(s);
         view_->setOthers({{step(9020), true, {}}, {step(9030), false, {}}});
         const QPair<const char*, const char*> names[] = {
-            {"a.dat", "a"}, {"b", "b"}, {"c.d.x", "c.d"}};
+            {"a.dat", "a"}, {"b", "b"}, {"c_0.25", "c_0.25"}};
         for (const auto& name : names) {
             view_->saveData(dir.filePath(name.first));
             const QPair<const char*, const char*> files[] = {
@@ -234,8 +235,15 @@ private Q_SLOTS:
                 QCOMPARE(saved.readAll().split('\n').value(7).split('\t').first(), file.second);
             }
         }
+        const LogCapture log;
         view_->saveData({});
-        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 12);
+        view_->setOthers({});
+        view_->setStdSpectrum(XafsSpectrum());
+        view_->saveData(dir.filePath("alone"));
+        view_->setSpectrum(XafsSpectrum());
+        view_->saveData(dir.filePath("none"));
+        QCOMPARE(log.linesWith("to save"), 2);
+        QCOMPARE(QDir(dir.path()).entryList(QDir::Files).size(), 13); // those and alone-T.dat
     }
 
     void survivesAnyNumbers_data()

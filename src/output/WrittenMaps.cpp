@@ -1,0 +1,15 @@
+#include "output/WrittenMaps.h"
+
+#include "common/TextItems.h"
+
+#include <QDebug>
+#include <QFileInfo>
+
+void WrittenMaps::add(const QString& file, const QString& map)
+{
+    QString& written = mapOfFile_[QFileInfo(file).canonicalFilePath()];
+    if (!written.isEmpty() && written != map)
+        qDebug().noquote() << QStringLiteral("%1 held map %2 and now holds map %3")
+                                  .arg(quoted(file), written, map);
+    written = map;
+}
