@@ -29,6 +29,8 @@ public Q_SLOTS:
     void onMouseMoved();
     void onMousePressed();
     void onMouseReleased();
+    /// Brings both handles back to the ends.
+    void onMouseDoubleClicked();
     /// Colour of the bar h pixels above its lower end.
     QColor colorOfH(int h) const;
 

@@ -148,9 +148,9 @@ void XafsView::draw(QPainter* p)
     plot_.paint(p, ui_->Xafs->size());
 }
 
-void XafsView::showValues(const QString& energy, const QString& value)
+void XafsView::showValues(const QString& x, const QString& value)
 {
-    ui_->XVal->setText(energy);
+    ui_->XVal->setText(x);
     ui_->YVal->setText(value);
 }
 
@@ -161,12 +161,12 @@ void XafsView::onMouseMoved()
     plot_.prepare(ui_->Xafs->size());
     const ChCoord& axes = plot_.coord;
     const MouseC& mouse = ui_->Xafs->mouse;
-    const double energy = axes.screenToRealX(mouse.pos.x());
-    showValues(QString::number(energy, 'f', 1),
+    const double x = axes.screenToRealX(mouse.pos.x());
+    showValues(QString::number(x, 'f', 1),
                QString::number(axes.screenToRealY(mouse.pos.y()), 'f', 3));
-    ui_->Position->setNum(plot_.nearestPoint(energy));
+    ui_->Position->setNum(plot_.nearestPoint(x));
     if (mouse.pressed && mouse.pressAction() == MouseC::Plain)
-        plot_.range.pan(axes.screenToRealX(mouse.prevPos.x()) - energy);
+        plot_.visible().pan(axes.screenToRealX(mouse.prevPos.x()) - x);
 }
 
 void XafsView::onWheelMoved()
@@ -175,16 +175,16 @@ void XafsView::onWheelMoved()
         return;
     plot_.prepare(ui_->Xafs->size());
     const QPoint& at = ui_->Xafs->mouse.pos;
-    const double energy = plot_.coord.screenToRealX(at.x());
-    plot_.range.zoom(energy, ui_->Xafs->wheelFactor);
+    const double x = plot_.coord.screenToRealX(at.x());
+    plot_.visible().zoom(x, ui_->Xafs->wheelFactor);
     plot_.prepare(ui_->Xafs->size());
-    showValues(fieldText(energy), fieldText(plot_.coord.screenToRealY(at.y())));
+    showValues(fieldText(x), fieldText(plot_.coord.screenToRealY(at.y())));
     update();
 }
 
 void XafsView::resetXScale()
 {
-    plot_.range.reset();
+    plot_.visible().reset();
     update();
 }
 
