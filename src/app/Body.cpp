@@ -223,6 +223,8 @@ void Body::setupImageView()
     connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
     connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, ui_->CBar, &ColorBar::setRange);
     connect(ui_->dispA, &ImgDispA::rangeShown, ui_->CBar, &ColorBar::setRange);
+    connect(ui_->dispA, &ImgDispA::viewChanged, this, &Body::showSectionsInView);
+    ui_->dispA->setEmptyText(emptyText());
 
     connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
     connect(ui_->Next, &QPushButton::clicked, this, &Body::next);
@@ -300,6 +302,7 @@ void Body::setupAnalyzer()
         else if (on)
             qDebug() << "No map is chosen to be shown deglitched";
         tellShowDeglitched();
+        showPixel(curX_, curY_);
         ui_->dispA->update();
     });
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);

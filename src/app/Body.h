@@ -307,11 +307,18 @@ private:
     bool takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack, int jobsDone);
     Stack& shownStack();
+    bool isMapChosen() const;
+    bool keepsMap() const;
     void showImage(TiffData* image);
+    void takeImage(int no);
+    void takeNoImage();
+    void showLoaded(Stack& stack);
+    QString emptyText() const;
     void tellShowDeglitched();
     void showMap(Analyzed2DRes* map);
     void leaveMap();
     void takeImageGeometry();
+    void tellImageSize();
 
     // BodyEnergies.cpp
     QString stackName(const Stack& stack) const;
@@ -329,6 +336,10 @@ private:
     void moveCursor(int x, int y);
     void showPixel(int x, int y);
     void showSections(int x, int y);
+    void showImageSections(int x, int y);
+    void showMapSections(const Analyzed2DRes& map, int x, int y);
+    void showSectionsInView();
+    int shownHeight() const;
     void refreshCursor();
     void showBoxSize(bool selected);
 

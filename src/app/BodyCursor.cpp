@@ -46,10 +46,10 @@ int Body::halfWidthY() const
     return ui_->VWidth->text().toInt();
 }
 
-/// The stack that cursor and sections read: with a map on show it is the I0 stack.
+/// The stack that marker and dark level are of; with a map on show it is I1, of which the map is.
 const Body::Stack& Body::cursorStack() const
 {
-    return ui_->ShowData->isChecked() ? i1_ : i0_;
+    return ui_->ShowI0->isChecked() ? i0_ : i1_;
 }
 
 const TiffData* Body::currentImage(const Stack& stack) const
@@ -105,8 +105,11 @@ void Body::moveCursor(int x, int y)
     refreshCursor();
 }
 
+/// While a button is held the cursor stays where it is as a whole.
 void Body::onMouseMovedInDispA()
 {
+    if (ui_->dispA->mouse.pressed)
+        return;
     const QPointF at = ui_->dispA->cursorPosition();
     showPixel(truncatedInt(at.x()), truncatedInt(at.y()));
 }
@@ -125,12 +128,61 @@ void Body::showPixel(int x, int y)
 
 void Body::showSections(int x, int y)
 {
-    const bool useI1 = ui_->ShowData->isChecked();
-    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points);
+    if (const Analyzed2DRes* map = ui_->dispA->shownMap())
+        showMapSections(*map, x, y);
+    else
+        showImageSections(x, y);
     ui_->HCross->setCursorPos(x);
+    ui_->VCross->setCursorPos(shownHeight() - y);
+    showSectionsInView();
+}
+
+void Body::showImageSections(int x, int y)
+{
+    const bool useI1 = ui_->ShowData->isChecked();
+    QString axis = QStringLiteral("I0");
+    if (useI1)
+        axis =
+            ui_->FluoType->isChecked() ? QStringLiteral("I1 / I0") : QStringLiteral("ln(I0 / I1)");
+    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points, axis);
     // The width field goes to the half width in y here, on purpose.
-    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points);
-    ui_->VCross->setCursorPos(imgH_ - y);
+    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
+}
+
+/// The map's values themselves: they are those of blocks already.
+void Body::showMapSections(const Analyzed2DRes& map, int x, int y)
+{
+    const QString axis = ui_->ShowShiftMap->isChecked() ? tr("Map: shift [eV]") : tr("Map value");
+    const int width = map.stepper.width;
+    const int height = map.stepper.height;
+    QVector<QPointF> across;
+    QVector<QPointF> upward;
+    if (map.data() && y >= 0 && y < height) {
+        for (int i = 0; i < width; ++i)
+            across.append({double(i), map.shownValueAt(i, y)});
+    }
+    if (map.data() && x >= 0 && x < width) {
+        for (int i = 0; i < height; ++i)
+            upward.append({double(height - i), map.shownValueAt(x, i)});
+    }
+    ui_->HCross->setPoints(across, axis);
+    ui_->VCross->setPoints(upward, axis);
+}
+
+/// The sections lie beside the part of the image that is in view, and show that part.
+void Body::showSectionsInView()
+{
+    const QRectF& view = ui_->dispA->viewWindow();
+    const int height = shownHeight();
+    ui_->HCross->setRange({view.left(), view.right()});
+    ui_->VCross->setRange({height - view.bottom(), height - view.top()});
+}
+
+/// Height [pixels] from whose lower end the upright section counts.
+int Body::shownHeight() const
+{
+    const Analyzed2DRes* const map = ui_->dispA->shownMap();
+    return map ? map->stepper.height : imgH_;
 }
 
 Spectrum Body::hCrossAt(int y, int hw, int vw, bool useI1) const
