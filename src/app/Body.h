@@ -16,13 +16,13 @@
 #include <QThread>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class CalibCtrl;
-class FDGroup;
 class LateDialog;
 class Messages;
 class ProgressSum;
@@ -243,6 +243,7 @@ private:
         bool interrupted = false;     ///< its calibration was stopped
         double min = runningMinStart; ///< of the positions that have a shift [eV]
         double max = runningMaxStart;
+        std::optional<CalibStatistics> statistics; ///< of its calibration, when that was completed
     };
 
     // Body.cpp
@@ -263,6 +264,9 @@ private:
 
     // BodyShell.cpp
     void setupShell();
+    void nameReferenceDialogs();
+    QString fileKind(const LateDialog& dialog) const;
+    void groupDialogs();
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
@@ -291,6 +295,7 @@ private:
     void putInForce(const ShiftMap& shiftMap);
     void keepAsFormer(const ShiftMap& shiftMap);
     void setMapInterrupted(bool f);
+    void setMapStatistics(const std::optional<CalibStatistics>& statistics);
     double edgeOfMap() const;
     ShiftMapRecord mapRecord(const Analyzed2DRes& map, double edge) const;
     void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
@@ -412,7 +417,6 @@ private:
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
     LateDialog* selectImgDialog_ = nullptr;
     LateDialog* saveDataDialog_ = nullptr;
-    FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
     Calibration calibration_;
@@ -420,10 +424,11 @@ private:
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
     bool mapInterrupted_ = false;
-    ShiftMap replacedMap_;                ///< by the running calibration
-    std::unique_ptr<ShiftMap> formerMap_; ///< null as long as no map was replaced
-    bool keepsWindows_ = false;           ///< places of windows are written at the end
-    bool closing_ = false;                ///< the window is closed: no command is run any more
-    QVector<Analyzed2DRes*> resMaps_;     ///< [kind of map][reference row], not owned
+    std::optional<CalibStatistics> mapStatistics_; ///< of the calibration that filled the map
+    ShiftMap replacedMap_;                         ///< by the running calibration
+    std::unique_ptr<ShiftMap> formerMap_;          ///< null as long as no map was replaced
+    bool keepsWindows_ = false;                    ///< places of windows are written at the end
+    bool closing_ = false;            ///< the window is closed: no command is run any more
+    QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

@@ -57,7 +57,8 @@ Body::ShiftMap Body::shiftMapInForce() const
                  mapEdgeE_,
                  mapInterrupted_,
                  energyShiftMap_.min,
-                 energyShiftMap_.max};
+                 energyShiftMap_.max,
+                 mapStatistics_};
     if (shifts != nullptr)
         std::copy_n(shifts, size.width * size.height, std::back_inserter(map.shifts));
     return map;
@@ -69,6 +70,7 @@ void Body::putInForce(const ShiftMap& shiftMap)
     mapY0_ = shiftMap.origin.y();
     mapEdgeE_ = shiftMap.edgeE;
     setMapInterrupted(shiftMap.interrupted);
+    setMapStatistics(shiftMap.statistics);
     calibIter_ = shiftMap.walk;
     if (shiftMap.shifts.isEmpty()) {
         energyShiftMap_.clear();
@@ -110,6 +112,12 @@ void Body::setMapInterrupted(bool f)
 {
     mapInterrupted_ = f;
     calibCtrl_->setMapInterrupted(f);
+}
+
+void Body::setMapStatistics(const std::optional<CalibStatistics>& statistics)
+{
+    mapStatistics_ = statistics;
+    calibCtrl_->showStatistics(statistics);
 }
 
 /// Edge [eV] at which the map's shifts become angles: the standard's, that of the field, or that at
@@ -212,6 +220,7 @@ void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
     stopCalibration();
     keepAsFormer(shiftMapInForce());
     setMapInterrupted(false);
+    setMapStatistics({});
     const double typed = calibCtrl_->edgeEV();
     mapEdgeE_ = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
     mapX0_ = empH.xOffset;

@@ -21,7 +21,7 @@ XafsView::~XafsView() = default;
 QFileDialog* XafsView::newSaveDialog()
 {
     auto* dialog = new FileDialog(this);
-    dialog->setWindowTitle(tr("Save Spectra"));
+    dialog->setWindowTitle(tr("Save Spectra: %1").arg(windowTitle()));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("dat"));
     dialog->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});

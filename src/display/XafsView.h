@@ -46,7 +46,6 @@ public:
     double xMax() const { return plot_.range.max(); }
     /// Mapping of the plot as it was laid out last.
     const ChCoord& coord() const { return plot_.coord; }
-    LateDialog* saveDialog() const { return saveDialog_; }
 
 public Q_SLOTS:
     void draw(QPainter* p);
