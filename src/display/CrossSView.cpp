@@ -8,18 +8,22 @@ namespace {
 
 constexpr QRgb cursorColour = qRgb(192, 192, 0);
 constexpr QRgb axisColour = qRgb(0, 96, 160);
-constexpr int axisMargin = 3; ///< round the text of the axis [pixels]
+constexpr QRgb axisGround = qRgba(255, 255, 255, 208); ///< a curve shows through it
+constexpr int axisMargin = 3;                          ///< round the text of the axis [pixels]
 
 /// In the upper corner away from small positions; upright where there is no room across.
 void paintAxisText(QPainter* p, const QSize& area, bool upright, const QString& text)
 {
-    p->setPen(QColor(axisColour));
     if (upright) {
         p->translate(area.width(), 0);
         p->rotate(90.0);
     }
     const QRect box(QPoint(0, 0), upright ? area.transposed() : area);
-    p->drawText(box.adjusted(axisMargin, 0, -axisMargin, 0), Qt::AlignRight | Qt::AlignTop, text);
+    constexpr int place = Qt::AlignRight | Qt::AlignTop;
+    const QRect inner = box.adjusted(axisMargin, 0, -axisMargin, 0);
+    p->fillRect(p->boundingRect(inner, place, text), QColor::fromRgba(axisGround));
+    p->setPen(QColor(axisColour));
+    p->drawText(inner, place, text);
     p->resetTransform();
 }
 
@@ -97,5 +101,6 @@ void CrossSView::draw(QPainter* p)
         const int x = plotPixel(plot.realToScreenX(cursorPos_));
         p->drawLine(x, 0, x, height());
     }
-    paintAxisText(p, size(), vertical_, axis_);
+    if (!axis_.isEmpty())
+        paintAxisText(p, size(), vertical_, axis_);
 }

@@ -55,6 +55,7 @@ public:
     void setSpectrum(const XafsSpectrum& s);
     const XafsSpectrum& spectrum() const { return spectrum_; }
     void setRawSpectrum(const Spectrum& s);
+    bool showsFrequencies() const { return showRaw && showFft; }
     /// The part of the x axis that is shown: of energies, or of indices of frequencies.
     VisibleRange& visible() { return showsFrequencies() ? frequencies_ : range; }
     const VisibleRange& visible() const { return showsFrequencies() ? frequencies_ : range; }
@@ -71,7 +72,6 @@ private:
     struct CurvePens;
     struct RawCurve;
 
-    bool showsFrequencies() const { return showRaw && showFft; }
     int shownFrequencies() const;
     PlotRange valueAxis();
     RawCurve rawCurve();

@@ -41,6 +41,7 @@ void XafsView::connectForm()
     for (const auto& [box, flag] : boxes) {
         connect(box, &QCheckBox::toggled, this, [this, flag = flag](bool on) {
             plot_.*flag = on;
+            ui_->XValLabel->setVisible(!plot_.showsFrequencies());
             update();
         });
     }

@@ -227,6 +227,7 @@ private Q_SLOTS:
         QVERIFY(has(shown, QColor(0, 192, 0), waves, n / 2.0));
         QVERIFY(has(shown, QColor(0, 192, 0), 30, 0));
         QCOMPARE(count(shown, QColor(0, 224, 0)), 0); // an energy has no place here
+        QVERIFY(view_->findChild<QLabel*>("XValLabel")->isHidden());
         move({axes.realToScreenX(waves), 200});
         QCOMPARE(view_->findChild<QLabel*>("Position")->text(), QString::number(waves));
         wheel({300, 200}, 120);
