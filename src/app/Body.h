@@ -342,7 +342,8 @@ private:
     void showPixel(int x, int y);
     void showSections(int x, int y);
     void showImageSections(int x, int y);
-    void showMapSections(const Analyzed2DRes& map, int x, int y);
+    void showMapSections(int x, int y);
+    bool isMapFilled() const;
     void showSectionsInView();
     int shownHeight() const;
     void refreshCursor();

@@ -119,8 +119,8 @@ void Body::showPixel(int x, int y)
 {
     showSections(x, y);
     const TiffData* image = currentImage(cursorStack());
-    if (const Analyzed2DRes* map = ui_->dispA->shownMap())
-        ui_->Value->setText(valueText(*map, x, y));
+    if (isMapChosen())
+        ui_->Value->setText(isMapFilled() ? valueText(*ui_->dispA->shownMap(), x, y) : QString());
     else
         ui_->Value->setText(image ? valueText(*image, x, y) : QString());
     ui_->DarkValue->setText(QString::number(darkLevel(cursorStack(), x, y)));
@@ -128,8 +128,8 @@ void Body::showPixel(int x, int y)
 
 void Body::showSections(int x, int y)
 {
-    if (const Analyzed2DRes* map = ui_->dispA->shownMap())
-        showMapSections(*map, x, y);
+    if (isMapChosen())
+        showMapSections(x, y);
     else
         showImageSections(x, y);
     ui_->HCross->setCursorPos(x);
@@ -150,23 +150,29 @@ void Body::showImageSections(int x, int y)
 }
 
 /// The map's values themselves: they are those of blocks already.
-void Body::showMapSections(const Analyzed2DRes& map, int x, int y)
+void Body::showMapSections(int x, int y)
 {
-    const QString axis = ui_->ShowShiftMap->isChecked() ? tr("Map: shift [eV]") : tr("Map value");
-    const int width = map.stepper.width;
-    const int height = map.stepper.height;
     QVector<QPointF> across;
     QVector<QPointF> upward;
-    if (map.data() && y >= 0 && y < height) {
-        for (int i = 0; i < width; ++i)
+    if (isMapFilled()) {
+        const Analyzed2DRes& map = *ui_->dispA->shownMap();
+        const int width = map.stepper.width;
+        const int height = map.stepper.height;
+        for (int i = 0; i < width && y >= 0 && y < height; ++i)
             across.append({double(i), map.shownValueAt(i, y)});
-    }
-    if (map.data() && x >= 0 && x < width) {
-        for (int i = 0; i < height; ++i)
+        for (int i = 0; i < height && x >= 0 && x < width; ++i)
             upward.append({double(height - i), map.shownValueAt(x, i)});
     }
+    const QString axis = ui_->ShowShiftMap->isChecked() ? tr("Map: shift [eV]") : tr("Map value");
     ui_->HCross->setPoints(across, axis);
     ui_->VCross->setPoints(upward, axis);
+}
+
+/// The map on show holds values; a map may be chosen that there is not, or not yet.
+bool Body::isMapFilled() const
+{
+    const Analyzed2DRes* const map = ui_->dispA->shownMap();
+    return map && map->data();
 }
 
 /// The sections lie beside the part of the image that is in view, and show that part.

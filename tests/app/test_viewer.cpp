@@ -118,6 +118,8 @@ private Q_SLOTS:
         click("ShowShiftMap");
         QVERIFY(!area_->currentImage()); // no map yet
         moveTo(2, 2);
+        QVERIFY(text("Value").isEmpty() && !text("Position").isEmpty());
+        QVERIFY(body_->findChild<CrossSView*>("HCross")->points().isEmpty());
         QVERIFY(body_->run("clear_I0_files"));
         click("ShowI0");
         QVERIFY(!area_->currentImage() && text("Value").isEmpty()); // nor that of I1
