@@ -151,6 +151,8 @@ void ImgDispA::resetImageViewWindow()
     const QImage* whole = image_.picture ? image_.picture : currentImage();
     if (!whole)
         return;
+    if (!imageSize_.isValid())
+        imageSize_ = whole->size();
     setView(QRectF(whole->rect()));
 }
 

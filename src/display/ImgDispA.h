@@ -127,7 +127,7 @@ private:
     QPointer<Analyzed2DRes> analyzedRes_;
     QString emptyText_;
     QRectF viewWindow_;
-    QSize imageSize_; ///< of the last images that there were
+    QSize imageSize_; ///< of the last images that there were, or of the map that came before any
     bool hasImages_ = false;
     bool pressedToSelect_ = false; ///< a drag from here on draws a selection
     bool selecting_ = false;       ///< and does

@@ -213,6 +213,20 @@ private Q_SLOTS:
         QCOMPARE(across->axis(), QString("ln(I0 / I1)"));
     }
 
+    void imagesAfterAMapOfAnotherSizeComeIntoViewWhole()
+    {
+        Analyzed2DRes map("map");
+        map.prepare(AnalyzeCond(40, 30, 0, 0, QRectF(0, 0, 40, 30), -1, -1));
+        map.genImg();
+        area_->setAnalyzedRes(&map);
+        area_->setShowOverLayer(true);
+        area_->grab();
+        QVERIFY(body_->run("select_region 1 1 3 3"));
+        load();
+        QCOMPARE(area_->viewWindow(), QRectF(0, 0, experiment_.width, experiment_.height));
+        QCOMPARE(area_->selectedArea(), QRectF(1, 1, 2, 2)); // chosen for the images to come
+    }
+
     void heldButtonLeavesTheCursorAsAWhole()
     {
         load();
