@@ -311,6 +311,7 @@ private:
     void readI0(const QStringList& files, bool newFile, int ticket);
     bool takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack, int jobsDone);
+    const Stack& shownStack() const;
     Stack& shownStack();
     bool isMapChosen() const;
     bool keepsMap() const;
@@ -334,7 +335,6 @@ private:
     int halfWidthX() const;
     int halfWidthY() const;
     int targetBackground() const;
-    const Stack& cursorStack() const;
     const TiffData* currentImage(const Stack& stack) const;
     double darkLevel(const Stack& stack, int x, int y) const;
     SectionSource sectionSource(const TiffData& image, bool useI1) const;

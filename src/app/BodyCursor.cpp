@@ -46,12 +46,6 @@ int Body::halfWidthY() const
     return ui_->VWidth->text().toInt();
 }
 
-/// The stack that marker and dark level are of; with a map on show it is I1, of which the map is.
-const Body::Stack& Body::cursorStack() const
-{
-    return ui_->ShowI0->isChecked() ? i0_ : i1_;
-}
-
 const TiffData* Body::currentImage(const Stack& stack) const
 {
     return stack.images->value(stack.row->currentIndex(), nullptr);
@@ -80,7 +74,7 @@ void Body::showXafsSpectrum(double x, double y)
 
 void Body::showXafsSpectrum()
 {
-    const TiffData* image = currentImage(cursorStack());
+    const TiffData* image = currentImage(shownStack());
     xafsView_->setMarkerEnergy(image ? image->energy : -1.0);
     const double shift = energyShiftAt(curX_, curY_);
     const SuggestElm elm = suggestElm();
@@ -118,12 +112,12 @@ void Body::onMouseMovedInDispA()
 void Body::showPixel(int x, int y)
 {
     showSections(x, y);
-    const TiffData* image = currentImage(cursorStack());
+    const TiffData* image = currentImage(shownStack());
     if (isMapChosen())
         ui_->Value->setText(isMapFilled() ? valueText(*ui_->dispA->shownMap(), x, y) : QString());
     else
         ui_->Value->setText(image ? valueText(*image, x, y) : QString());
-    ui_->DarkValue->setText(QString::number(darkLevel(cursorStack(), x, y)));
+    ui_->DarkValue->setText(QString::number(darkLevel(shownStack(), x, y)));
 }
 
 void Body::showSections(int x, int y)
@@ -168,11 +162,11 @@ void Body::showMapSections(int x, int y)
     ui_->VCross->setPoints(upward, axis);
 }
 
-/// The map on show holds values; a map may be chosen that there is not, or not yet.
+/// The map on show has a picture; a map may be chosen that there is not, or not yet.
 bool Body::isMapFilled() const
 {
     const Analyzed2DRes* const map = ui_->dispA->shownMap();
-    return map && map->data();
+    return map && map->imgValid;
 }
 
 /// The sections lie beside the part of the image that is in view, and show that part.

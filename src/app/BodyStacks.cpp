@@ -10,6 +10,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -221,10 +222,16 @@ void Body::showLoaded(Stack& stack)
     takeImage(last);
 }
 
-/// The stack that the seek bar browses: I1 while a map is on show.
-Body::Stack& Body::shownStack()
+/// The stack that the seek bar browses, and of which energy marker and dark level are. While a map
+/// is on show that is I1, of which the map was made.
+const Body::Stack& Body::shownStack() const
 {
     return ui_->ShowI0->isChecked() ? i0_ : i1_;
+}
+
+Body::Stack& Body::shownStack()
+{
+    return const_cast<Stack&>(std::as_const(*this).shownStack());
 }
 
 bool Body::isMapChosen() const
@@ -235,8 +242,10 @@ bool Body::isMapChosen() const
 /// A map is on show that has the size of the images.
 bool Body::keepsMap() const
 {
-    const Analyzed2DRes* const map = ui_->dispA->shownMap();
-    return map && map->imgValid && map->stepper.width == imgW_ && map->stepper.height == imgH_;
+    if (!isMapFilled())
+        return false;
+    const AnalyzeCond& size = ui_->dispA->shownMap()->stepper;
+    return size.width == imgW_ && size.height == imgH_;
 }
 
 QString Body::emptyText() const

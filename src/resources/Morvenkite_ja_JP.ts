@@ -1920,15 +1920,15 @@
     </message>
     <message>
         <source>Select %1</source>
-        <translation>%1 を選択</translation>
+        <translation>%1を選択</translation>
     </message>
     <message>
         <source>Select Energies of %1</source>
-        <translation>%1 のエネルギーを選択</translation>
+        <translation>%1のエネルギーを選択</translation>
     </message>
     <message>
         <source>Select Bad Pixels of %1</source>
-        <translation>%1 の不良画素を選択</translation>
+        <translation>%1の不良画素を選択</translation>
     </message>
 </context>
 <context>
