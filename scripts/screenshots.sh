@@ -123,14 +123,14 @@ is_closed() { hidden "$1" || ! xdotool windowfocus --sync "$id" key Escape; }
 # use_bad_pixels <x> <y> <title>: gives a stack its list of bad pixels.
 use_bad_pixels() {
     dialog "$@"
-    local setup=$id
+    local setup=$id files="Select Bad Pixels of ${3%%:*}"
     xdotool mousemove --sync --window "$setup" "${use_list[@]}" click 1
     xdotool mousemove --sync --window "$setup" "${select_list[@]}" click 1
-    window "Bad Pixels"
+    window "$files"
     xdotool mousemove --sync --window "$id" "${file_name[@]}" click 1
     xdotool type "$folder/bad-pixels.txt"
     xdotool key Return
-    wait_for "end of the file dialog" hidden "Bad Pixels"
+    wait_for "end of the file dialog" hidden "$files"
     id=$setup
     close_dialog "$3"
 }

@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build ccache pkg-config python3
     qtbase5-dev qtbase5-dev-tools qttools5-dev qttools5-dev-tools
-    qt5-image-formats-plugins libtiff-dev libfftw3-dev libbenchmark-dev
+    qt5-image-formats-plugins qttranslations5-l10n libtiff-dev libfftw3-dev libbenchmark-dev
     xvfb xauth xdotool python3-xlib fonts-dejavu-core fonts-vlgothic
     strace util-linux
     "$@")

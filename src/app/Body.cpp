@@ -63,9 +63,6 @@ Body::Body(QWidget* parent)
     i1_.row = ui_->SelectI1Files;
     i0_.images = &i0Stack_;
     i0_.row = ui_->SelectI0Files;
-    dataDialogs_ = new FDGroup(this);
-    for (const Stack* stack : {&i1_, &i0_})
-        dataDialogs_->add(stack->row->dialog());
 
     setupBatch();
     setupStacks();
@@ -127,8 +124,6 @@ void Body::setupBatch()
     batchCtrl_ = new BatchCtrl;
     windows_.append(batchCtrl_);
     batchCtrl_->setDispatcher(dispatcher_.get());
-    for (LateDialog* dialog : batchCtrl_->dialogs())
-        dataDialogs_->add(dialog);
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
     connect(this, &Body::finishBatchExec, dispatcher_.get(), &BatchDispatcher::finishBatchExec);
 }
@@ -185,14 +180,18 @@ void Body::setupDark()
     connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
 
     selectImgDialog_ = new LateDialog([this] { return new SelectImgDialog(this); }, this);
-    dataDialogs_->add(selectImgDialog_);
+    selectImgDialog_->setTitle(tr("Select Dark Data"));
     connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &LateDialog::show);
     connect(selectImgDialog_, &LateDialog::fileSelected, this, &Body::selectedDark);
     connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
 
-    for (XafsFileSelect* row : {ui_->SelectBG, ui_->TotalI0ofI1XAFS, ui_->TotalI0ofI0XAFS}) {
+    const std::pair<XafsFileSelect*, QString> rows[] = {
+        {ui_->SelectBG, tr("Select BG Data")},
+        {ui_->TotalI0ofI1XAFS, tr("Select Total I0 of I1")},
+        {ui_->TotalI0ofI0XAFS, tr("Select Total I0 of I0")}};
+    for (const auto& [row, title] : rows) {
         row->showUse(false);
-        dataDialogs_->add(row->dialog());
+        row->dialog()->setTitle(title);
     }
     connect(ui_->SelectBG, &XafsFileSelect::newFile, this, &Body::selectedBG);
     connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
@@ -223,6 +222,8 @@ void Body::setupImageView()
     connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
     connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, ui_->CBar, &ColorBar::setRange);
     connect(ui_->dispA, &ImgDispA::rangeShown, ui_->CBar, &ColorBar::setRange);
+    connect(ui_->dispA, &ImgDispA::viewChanged, this, &Body::showSectionsInView);
+    ui_->dispA->setEmptyText(emptyText());
 
     connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
     connect(ui_->Next, &QPushButton::clicked, this, &Body::next);
@@ -252,7 +253,6 @@ XafsView* Body::newSpectrumWindow(const QString& name, const QString& title)
     view->setObjectName(name);
     view->setWindowTitle(title);
     windows_.append(view);
-    dataDialogs_->add(view->saveDialog());
     return view;
 }
 
@@ -283,7 +283,6 @@ void Body::setupAnalyzer()
 {
     analyzer_ = new Analyzer;
     windows_.append(analyzer_);
-    dataDialogs_->add(analyzer_->view()->saveDialog());
     connect(ui_->ShowAnalyzer, &QPushButton::clicked, analyzer_, &Analyzer::show);
     connect(analyzer_, &Analyzer::askAnalyze, this, &Body::start2DAnalysis);
     connect(analyzer_, &Analyzer::finished, this, &Body::analyzeASpectrumFinished);
@@ -300,6 +299,7 @@ void Body::setupAnalyzer()
         else if (on)
             qDebug() << "No map is chosen to be shown deglitched";
         tellShowDeglitched();
+        showPixel(curX_, curY_);
         ui_->dispA->update();
     });
     connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
@@ -318,7 +318,6 @@ LateDialog* Body::newSaveDialog(const QStringList& filters, const QString& suffi
         return dialog;
     };
     auto* dialog = new LateDialog(make, this);
-    dataDialogs_->add(dialog);
     connect(dialog, &LateDialog::fileSelected, this, save);
     return dialog;
 }
@@ -328,13 +327,17 @@ void Body::setupSaving()
     saveDataCfg_ = new SaveDataCfg;
     windows_.append(saveDataCfg_);
     saveDataDialog_ = newSaveDialog({}, {}, &Body::saveData);
+    saveDataDialog_->setTitle(tr("Save Data"));
     saveAllDataDialog_ = newSaveDialog({}, {}, &Body::saveAllData);
+    saveAllDataDialog_->setTitle(tr("Save All"));
     const QStringList pictures = {tr("Image File (*.png)"), tr("Any Files (* *.*)")};
     const QString png = QStringLiteral("png"); // a picture's format is told by its name
-    connect(ui_->SaveImage, &QPushButton::clicked, newSaveDialog(pictures, png, &Body::saveImage),
-            &LateDialog::show);
-    connect(ui_->SaveAllImages, &QPushButton::clicked,
-            newSaveDialog(pictures, png, &Body::saveAllImages), &LateDialog::show);
+    LateDialog* const image = newSaveDialog(pictures, png, &Body::saveImage);
+    image->setTitle(tr("Save Image"));
+    connect(ui_->SaveImage, &QPushButton::clicked, image, &LateDialog::show);
+    LateDialog* const allImages = newSaveDialog(pictures, png, &Body::saveAllImages);
+    allImages->setTitle(tr("Save All Images"));
+    connect(ui_->SaveAllImages, &QPushButton::clicked, allImages, &LateDialog::show);
     connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
 }

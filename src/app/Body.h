@@ -18,13 +18,13 @@
 #include <QThread>
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class CalibCtrl;
-class FDGroup;
 class LateDialog;
 class Messages;
 class ProgressSum;
@@ -253,6 +253,8 @@ private:
         bool interrupted = false;     ///< its calibration was stopped
         double min = runningMinStart; ///< of the positions that have a shift [eV]
         double max = runningMaxStart;
+        std::optional<CalibStatistics> statistics; ///< of its calibration, when that was completed
+        QString fileName; ///< of which it was read, or under which it was saved
     };
 
     // Body.cpp
@@ -273,6 +275,9 @@ private:
 
     // BodyShell.cpp
     void setupShell();
+    void nameReferenceDialogs();
+    QString fileKind(const LateDialog& dialog) const;
+    void groupDialogs();
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
@@ -299,8 +304,10 @@ private:
     // BodyShiftMap.cpp
     ShiftMap shiftMapInForce() const;
     void putInForce(const ShiftMap& shiftMap);
+    void leaveMapInForce();
     void keepAsFormer(const ShiftMap& shiftMap);
     void setMapInterrupted(bool f);
+    void setMapStatistics(const std::optional<CalibStatistics>& statistics);
     double edgeOfMap() const;
     ShiftMapRecord mapRecord(const Analyzed2DRes& map, double edge) const;
     void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
@@ -316,12 +323,20 @@ private:
     void readI0(const QStringList& files, bool newFile, int ticket);
     bool takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack, int jobsDone);
+    const Stack& shownStack() const;
     Stack& shownStack();
+    bool isMapChosen() const;
+    bool keepsMap() const;
     void showImage(TiffData* image);
+    void takeImage(int no);
+    void takeNoImage();
+    void showLoaded(Stack& stack);
+    QString emptyText() const;
     void tellShowDeglitched();
     void showMap(Analyzed2DRes* map);
     void leaveMap();
     void takeImageGeometry();
+    void tellImageSize();
 
     // BodyEnergies.cpp
     QString stackName(const Stack& stack) const;
@@ -332,13 +347,17 @@ private:
     int halfWidthX() const;
     int halfWidthY() const;
     int targetBackground() const;
-    const Stack& cursorStack() const;
     const TiffData* currentImage(const Stack& stack) const;
     double darkLevel(const Stack& stack, int x, int y) const;
     SectionSource sectionSource(const TiffData& image, bool useI1) const;
     void moveCursor(int x, int y);
     void showPixel(int x, int y);
     void showSections(int x, int y);
+    void showImageSections(int x, int y);
+    void showMapSections(int x, int y);
+    bool isMapFilled() const;
+    void showSectionsInView();
+    int shownHeight() const;
     void refreshCursor();
     void showBoxSize(bool selected);
 
@@ -418,7 +437,6 @@ private:
     LateDialog* selectImgDialog_ = nullptr;
     LateDialog* saveDataDialog_ = nullptr;
     LateDialog* saveAllDataDialog_ = nullptr;
-    FDGroup* dataDialogs_ = nullptr;
 
     Walk walk_;
     bool mapsInterrupted_ = false; ///< the last walk ended before its last position
@@ -428,10 +446,11 @@ private:
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
     bool mapInterrupted_ = false;
-    ShiftMap replacedMap_;                ///< by the running calibration
-    std::unique_ptr<ShiftMap> formerMap_; ///< null as long as no map was replaced
-    bool keepsWindows_ = false;           ///< places of windows are written at the end
-    bool closing_ = false;                ///< the window is closed: no command is run any more
-    QVector<Analyzed2DRes*> resMaps_;     ///< [kind of map][reference row], not owned
+    std::optional<CalibStatistics> mapStatistics_; ///< of the calibration that filled the map
+    ShiftMap replacedMap_;                         ///< by the running calibration
+    std::unique_ptr<ShiftMap> formerMap_;          ///< null as long as no map was replaced
+    bool keepsWindows_ = false;                    ///< places of windows are written at the end
+    bool closing_ = false;            ///< the window is closed: no command is run any more
+    QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

@@ -258,6 +258,8 @@ void Body::generateResImages()
     analyzer_->zansaMap()->genImg();
     analyzer_->dEdgeMap()->genImg();
     ui_->dispA->setAnalyzedRes(analyzer_->selectedMap());
+    if (ui_->dispA->shownMap())
+        showPixel(curX_, curY_);
 }
 
 void Body::endWalk()

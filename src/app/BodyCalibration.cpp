@@ -2,7 +2,6 @@
 
 #include "calibration/CalibCtrl.h"
 #include "common/Log.h"
-#include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "ui_Body.h"
@@ -15,8 +14,6 @@ void Body::setupCalibration()
 {
     calibCtrl_ = new CalibCtrl;
     windows_.append(calibCtrl_);
-    for (LateDialog* dialog : calibCtrl_->dialogs())
-        dataDialogs_->add(dialog);
     connect(calibCtrl_, &CalibCtrl::newStdFileLoaded, this, &Body::newStdFile);
     connect(calibCtrl_, &CalibCtrl::standardChanged, this, &Body::newStdFile);
     connect(calibCtrl_, &CalibCtrl::execCalibration, this, &Body::execCalibration);
@@ -58,12 +55,14 @@ void Body::execCalibration()
     calibration_.statistics = CalibStatistics();
     calibration_.standard = comparedStandard(stdSpectrum_, calibConditions());
     replacedMap_ = shiftMapInForce();
+    calibCtrl_->showMapFile(QString());
     calibIter_ = walk;
     calibCtrl_->setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
     energyShiftMap_.prepare(calibIter_);
     mapEdgeE_ = 0.0;
     setMapInterrupted(false);
+    setMapStatistics({});
     const TiffData& first = *i1Stack_.first();
     mapX0_ = first.x0;
     mapY0_ = first.y0;
@@ -165,7 +164,7 @@ void Body::finishCalib()
 {
     Q_EMIT calibProgress(100.0);
     calibration_.statistics.close(calibIter_, energyShiftMap_);
-    calibCtrl_->showStatistics(calibration_.statistics);
+    setMapStatistics(calibration_.statistics);
     energyShiftMap_.genImg();
     logTime(QStringLiteral("End Calibration   "));
     qDebug().noquote() << "Calibration:" << calibration_.statistics.outcomes.text();

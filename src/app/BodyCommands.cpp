@@ -2,6 +2,7 @@
 
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "display/ColorBar.h"
@@ -178,7 +179,12 @@ QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
          }},
         {ExCmdSuggestingEdge,
          [](B& b, const C& c) {
-             b.ui_->SuggestingEdge->setCurrentIndex(intArg(c, 0));
+             const int edge = intArg(c, 0);
+             if (edge < 0 || edge >= b.ui_->SuggestingEdge->count()) {
+                 fault(QStringLiteral("No edge has the number %1: %2").arg(edge).arg(c.simplified));
+                 return;
+             }
+             b.ui_->SuggestingEdge->setCurrentIndex(edge);
              b.refreshEdgeEnergy();
          }},
         {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.ui_->SuggestingEeV->setText(c.arg(0)); }},

@@ -46,12 +46,6 @@ int Body::halfWidthY() const
     return ui_->VWidth->text().toInt();
 }
 
-/// The stack that cursor and sections read: with a map on show it is the I0 stack.
-const Body::Stack& Body::cursorStack() const
-{
-    return ui_->ShowData->isChecked() ? i1_ : i0_;
-}
-
 const TiffData* Body::currentImage(const Stack& stack) const
 {
     return stack.images->value(stack.row->currentIndex(), nullptr);
@@ -80,7 +74,7 @@ void Body::showXafsSpectrum(double x, double y)
 
 void Body::showXafsSpectrum()
 {
-    const TiffData* image = currentImage(cursorStack());
+    const TiffData* image = currentImage(shownStack());
     xafsView_->setMarkerEnergy(image ? image->energy : -1.0);
     const double shift = energyShiftAt(curX_, curY_);
     const SuggestElm elm = suggestElm();
@@ -107,8 +101,11 @@ void Body::moveCursor(int x, int y)
     refreshCursor();
 }
 
+/// While a button is held the cursor stays where it is as a whole.
 void Body::onMouseMovedInDispA()
 {
+    if (ui_->dispA->mouse.pressed)
+        return;
     const QPointF at = ui_->dispA->cursorPosition();
     showPixel(truncatedInt(at.x()), truncatedInt(at.y()));
 }
@@ -117,22 +114,77 @@ void Body::onMouseMovedInDispA()
 void Body::showPixel(int x, int y)
 {
     showSections(x, y);
-    const TiffData* image = currentImage(cursorStack());
-    if (const Analyzed2DRes* map = ui_->dispA->shownMap())
-        ui_->Value->setText(valueText(*map, x, y));
+    const TiffData* image = currentImage(shownStack());
+    if (isMapChosen())
+        ui_->Value->setText(isMapFilled() ? valueText(*ui_->dispA->shownMap(), x, y) : QString());
     else
         ui_->Value->setText(image ? valueText(*image, x, y) : QString());
-    ui_->DarkValue->setText(QString::number(darkLevel(cursorStack(), x, y)));
+    ui_->DarkValue->setText(QString::number(darkLevel(shownStack(), x, y)));
 }
 
 void Body::showSections(int x, int y)
 {
-    const bool useI1 = ui_->ShowData->isChecked();
-    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points);
+    if (isMapChosen())
+        showMapSections(x, y);
+    else
+        showImageSections(x, y);
     ui_->HCross->setCursorPos(x);
+    ui_->VCross->setCursorPos(shownHeight() - y);
+    showSectionsInView();
+}
+
+void Body::showImageSections(int x, int y)
+{
+    const bool useI1 = ui_->ShowData->isChecked();
+    QString axis = QStringLiteral("I0");
+    if (useI1)
+        axis =
+            ui_->FluoType->isChecked() ? QStringLiteral("I1 / I0") : QStringLiteral("ln(I0 / I1)");
+    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points, axis);
     // The width field goes to the half width in y here, on purpose.
-    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points);
-    ui_->VCross->setCursorPos(imgH_ - y);
+    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
+}
+
+/// The map's values themselves: they are those of blocks already.
+void Body::showMapSections(int x, int y)
+{
+    QVector<QPointF> across;
+    QVector<QPointF> upward;
+    if (isMapFilled()) {
+        const Analyzed2DRes& map = *ui_->dispA->shownMap();
+        const int width = map.stepper.width;
+        const int height = map.stepper.height;
+        for (int i = 0; i < width && y >= 0 && y < height; ++i)
+            across.append({double(i), map.shownValueAt(i, y)});
+        for (int i = 0; i < height && x >= 0 && x < width; ++i)
+            upward.append({double(height - i), map.shownValueAt(x, i)});
+    }
+    const QString axis = ui_->ShowShiftMap->isChecked() ? tr("Map: shift [eV]") : tr("Map value");
+    ui_->HCross->setPoints(across, axis);
+    ui_->VCross->setPoints(upward, axis);
+}
+
+/// The map on show has a picture; a map may be chosen that there is not, or not yet.
+bool Body::isMapFilled() const
+{
+    const Analyzed2DRes* const map = ui_->dispA->shownMap();
+    return map && map->imgValid;
+}
+
+/// The sections lie beside the part of the image that is in view, and show that part.
+void Body::showSectionsInView()
+{
+    const QRectF& view = ui_->dispA->viewWindow();
+    const int height = shownHeight();
+    ui_->HCross->setRange({view.left(), view.right()});
+    ui_->VCross->setRange({height - view.bottom(), height - view.top()});
+}
+
+/// Height [pixels] from whose lower end the upright section counts.
+int Body::shownHeight() const
+{
+    const Analyzed2DRes* const map = ui_->dispA->shownMap();
+    return map ? map->stepper.height : imgH_;
 }
 
 Spectrum Body::hCrossAt(int y, int hw, int vw, bool useI1) const

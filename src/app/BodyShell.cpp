@@ -1,14 +1,20 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/LCFReference.h"
 #include "app/Messages.h"
 #include "app/ProgressSum.h"
+#include "batch/BatchCtrl.h"
+#include "calibration/CalibCtrl.h"
 #include "common/SafeInt.h"
+#include "common/Settings.h"
 #include "common/WindowState.h"
 #include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
+#include "selection/SelectDataFilesAdditionalSetup.h"
 #include "ui_Body.h"
 
 #include <QMap>
@@ -24,6 +30,8 @@ enum Work
     Walking
 };
 
+const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
+
 constexpr int progressBarWidth = 220; ///< [pixels]
 
 } // namespace
@@ -33,6 +41,8 @@ void Body::setupShell()
     setupMessages();
     setupStatusBar();
     setupMenuBar();
+    nameReferenceDialogs();
+    groupDialogs();
     connect(this, &Body::finishing, this, &Body::saveWindows);
     // The rows of spectra and stacks take dropped files themselves.
     const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
@@ -79,11 +89,50 @@ void Body::saveWindows()
     }
 }
 
+void Body::nameReferenceDialogs()
+{
+    int no = 0;
+    for (LCFReference* row : analyzer_->refs()) {
+        for (XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
+            file->dialog()->setTitle(tr("Select Reference %1").arg(++no));
+    }
+}
+
+/// The kind of file that a dialog is for, by the name under which its folder is kept. Pictures and
+/// tables are made of maps, and saved spectra become references.
+QString Body::fileKind(const LateDialog& dialog) const
+{
+    const QObject* const owner = dialog.parent();
+    if (qobject_cast<const XafsFileSelect*>(owner) || qobject_cast<const XafsView*>(owner))
+        return QStringLiteral("references");
+    if (qobject_cast<const SelectDataFilesAdditionalSetup*>(owner))
+        return QStringLiteral("badPixels");
+    if (owner == batchCtrl_)
+        return batchKind;
+    const bool saves = owner == this && &dialog != selectImgDialog_;
+    return owner == calibCtrl_ || saves ? QStringLiteral("maps") : QStringLiteral("data");
+}
+
+/// Every dialog of files follows the folder of its kind of file.
+void Body::groupDialogs()
+{
+    QMap<QString, FDGroup*> groups;
+    const QVector<QWidget*> windows = windows_ + QVector<QWidget*>{this, analyzer_->view()};
+    for (const QWidget* window : windows) {
+        for (LateDialog* dialog : window->findChildren<LateDialog*>()) {
+            const QString kind = fileKind(*dialog);
+            FDGroup*& group = groups[kind];
+            if (!group)
+                group = new FDGroup(kind, kind == batchKind ? BatchRoot : DataRoot, this);
+            group->add(dialog);
+        }
+    }
+}
+
 void Body::setupMessages()
 {
     messages_ = new Messages;
     windows_.append(messages_);
-    dataDialogs_->add(messages_->dialog());
 }
 
 void Body::setupStatusBar()

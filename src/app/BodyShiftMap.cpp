@@ -45,10 +45,20 @@ void Body::normalizeEShift()
 
 void Body::clearShiftMap()
 {
-    stopCalibration();
-    keepAsFormer(shiftMapInForce());
+    leaveMapInForce();
     putInForce(ShiftMap());
     refreshCursor();
+}
+
+/// Before another map takes its place: ends a calibration and keeps the map as the former one; but
+/// not what a stopped calibration has filled when it replaced a whole map.
+void Body::leaveMapInForce()
+{
+    const bool isFragment =
+        calibration_.running && calibrationHasBegun() && !replacedMap_.shifts.isEmpty();
+    stopCalibration();
+    if (!isFragment)
+        keepAsFormer(shiftMapInForce());
 }
 
 Body::ShiftMap Body::shiftMapInForce() const
@@ -61,7 +71,9 @@ Body::ShiftMap Body::shiftMapInForce() const
                  mapEdgeE_,
                  mapInterrupted_,
                  energyShiftMap_.min,
-                 energyShiftMap_.max};
+                 energyShiftMap_.max,
+                 mapStatistics_,
+                 calibCtrl_->mapFile()};
     if (shifts == nullptr)
         return map;
     map.shifts.reserve(size.width * size.height);
@@ -78,6 +90,8 @@ void Body::putInForce(const ShiftMap& shiftMap)
     mapY0_ = shiftMap.origin.y();
     mapEdgeE_ = shiftMap.edgeE;
     setMapInterrupted(shiftMap.interrupted);
+    setMapStatistics(shiftMap.statistics);
+    calibCtrl_->showMapFile(shiftMap.fileName);
     calibIter_ = shiftMap.walk;
     if (shiftMap.shifts.isEmpty()) {
         energyShiftMap_.clear();
@@ -119,6 +133,12 @@ void Body::setMapInterrupted(bool f)
 {
     mapInterrupted_ = f;
     calibCtrl_->setMapInterrupted(f);
+}
+
+void Body::setMapStatistics(const std::optional<CalibStatistics>& statistics)
+{
+    mapStatistics_ = statistics;
+    calibCtrl_->showStatistics(statistics);
 }
 
 /// Edge [eV] at which the map's shifts become angles: the standard's, that of the field, or that at
@@ -219,9 +239,9 @@ void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
         empH.isValid = false;
         return;
     }
-    stopCalibration();
-    keepAsFormer(shiftMapInForce());
+    leaveMapInForce();
     setMapInterrupted(false);
+    setMapStatistics({});
     const double typed = calibCtrl_->edgeEV();
     mapEdgeE_ = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
     mapX0_ = empH.xOffset;

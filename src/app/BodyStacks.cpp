@@ -10,6 +10,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -47,19 +48,16 @@ void Body::clearI0Files()
 
 void Body::clearStack(Stack& stack)
 {
-    // Whatever button is on, an image of the stack may still be the one that is shown.
+    // Whatever button is on, an image of the stack may still lie in the image area.
     if (stack.images->contains(shownImage_))
         showImage(nullptr);
     stack.row->clearFiles();
     deleteStack(*stack.images);
     stack.firstValidJob = stack.jobsSent + 1;
     stack.darkAvg.clear();
-    if (&stack == &shownStack()) {
-        const QSignalBlocker quiet(ui_->SeekBar);
-        ui_->SeekBar->setMaximum(0);
-        ui_->ImgNo->setText(QStringLiteral("0"));
-        ui_->ImgNo->setToolTip(QString());
-    }
+    if (&stack == &shownStack())
+        takeNoImage();
+    tellImageSize();
     refreshCursor();
 }
 
@@ -144,16 +142,15 @@ void Body::loadedI1(TiffData* image, int fNo)
     if (isLoading(i1_) && !i1_.row->showLatest())
         return;
     showXafsSpectrum();
-    const int last = i1Stack_.size() - 1;
-    i1_.row->select(last);
-    if (&shownStack() == &i1_)
-        showData(last);
+    showLoaded(i1_);
 }
 
 void Body::loadedI0(TiffData* image, int fNo)
 {
     if (!image || !takeLoaded(i0_, image, fNo))
         return;
+    if (i0Stack_.size() == 1)
+        tellImageSize();
     if (!isLoading(i0_) || i0_.row->showLatest())
         showXafsSpectrum();
 }
@@ -165,6 +162,19 @@ void Body::takeImageGeometry()
     imgH_ = first.height;
     imgX0_ = first.x0;
     imgY0_ = first.y0;
+    tellImageSize();
+}
+
+/// The images in front of the user give the size: those of I1, or of I0 while they are on show and
+/// there are no others.
+void Body::tellImageSize()
+{
+    QSize size;
+    if (!i1Stack_.isEmpty())
+        size = QSize(imgW_, imgH_);
+    else if (ui_->ShowI0->isChecked() && !i0Stack_.isEmpty())
+        size = QSize(i0Stack_.first()->width, i0Stack_.first()->height);
+    ui_->dispA->setImageSize(size);
 }
 
 void Body::finishedLoadI1Files(int jobsDone)
@@ -185,24 +195,66 @@ void Body::finishLoad(Stack& stack, int jobsDone)
     curX_ = 0;
     curY_ = 0;
     if (stack.images->isEmpty()) {
-        showXafsSpectrum();
+        refreshCursor();
         return;
     }
     stack.row->setExposure(stack.images->first()->exposureMs, uniformExposure(*stack.images));
     refillDarkAverages(stack);
     tellEnergyDoubts(stack);
-    const int last = stack.images->size() - 1;
-    stack.row->select(last);
-    if (&shownStack() == &stack) {
-        ui_->SeekBar->setMaximum(last);
-        showData(last);
-    }
+    showLoaded(stack);
     refreshCursor();
+}
+
+/// The last image of a stack comes on show, or under a map of its size that is.
+void Body::showLoaded(Stack& stack)
+{
+    const int last = stack.images->size() - 1;
+    const bool shown = &shownStack() == &stack;
+    if (!shown || !keepsMap()) {
+        stack.row->select(last);
+        if (shown)
+            showData(last);
+        return;
+    }
+    // The row would bring the image on show.
+    const QSignalBlocker quiet(stack.row);
+    stack.row->select(last);
+    takeImage(last);
+}
+
+/// The stack that the seek bar browses, and of which energy marker and dark level are. While a map
+/// is on show that is I1, of which the map was made.
+const Body::Stack& Body::shownStack() const
+{
+    return ui_->ShowI0->isChecked() ? i0_ : i1_;
 }
 
 Body::Stack& Body::shownStack()
 {
-    return ui_->ShowI0->isChecked() ? i0_ : i1_;
+    return const_cast<Stack&>(std::as_const(*this).shownStack());
+}
+
+bool Body::isMapChosen() const
+{
+    return ui_->ShowShiftMap->isChecked() || ui_->ShowResAnalysis->isChecked();
+}
+
+/// A map is on show that has the size of the images.
+bool Body::keepsMap() const
+{
+    if (!isMapFilled())
+        return false;
+    const AnalyzeCond& size = ui_->dispA->shownMap()->stepper;
+    return size.width == imgW_ && size.height == imgH_;
+}
+
+QString Body::emptyText() const
+{
+    if (ui_->ShowShiftMap->isChecked())
+        return tr("No energy shift map");
+    if (ui_->ShowResAnalysis->isChecked())
+        return tr("No result map");
+    return ui_->ShowI0->isChecked() ? tr("No I0 images") : tr("No I1 images");
 }
 
 void Body::showImage(TiffData* image)
@@ -211,7 +263,6 @@ void Body::showImage(TiffData* image)
     // Another stack, or a map, was on show while the bar was moved.
     if (image)
         refreshPicture(*image, *ui_->CBar);
-    ui_->dispA->setShowOverLayer(false);
     ui_->dispA->setImage(image ? pictureOf(*image) : ShownImage());
 }
 
@@ -221,6 +272,14 @@ void Body::showData(int no)
     if (no < 0 || no >= images.size())
         return;
     leaveMap();
+    ui_->dispA->setShowOverLayer(false);
+    takeImage(no);
+}
+
+/// Puts an image of the shown stack into the image area, on show or under the map that is.
+void Body::takeImage(int no)
+{
+    const TiffStack& images = *shownStack().images;
     // Quiet already here: a smaller maximum moves the slider.
     const QSignalBlocker quiet(ui_->SeekBar);
     ui_->SeekBar->setMaximum(images.size() - 1);
@@ -232,13 +291,23 @@ void Body::showData(int no)
     showPixel(curX_, curY_);
 }
 
+void Body::takeNoImage()
+{
+    const QSignalBlocker quiet(ui_->SeekBar);
+    ui_->SeekBar->setMaximum(0);
+    ui_->ImgNo->setText(QStringLiteral("0"));
+    ui_->ImgNo->setToolTip(QString());
+    showImage(nullptr);
+}
+
 /// An image takes the place of a map: the choice buttons follow.
 void Body::leaveMap()
 {
-    if (!ui_->ShowShiftMap->isChecked() && !ui_->ShowResAnalysis->isChecked())
+    if (!isMapChosen())
         return;
     const QSignalBlocker quiet(ui_->ShowData);
     ui_->ShowData->setChecked(true);
+    ui_->dispA->setEmptyText(emptyText());
 }
 
 void Body::prev()
@@ -269,6 +338,7 @@ void Body::dispImgSelected(bool on)
     if (!on)
         return;
     qDebug() << "disp img selected";
+    ui_->dispA->setEmptyText(emptyText());
     if (ui_->ShowShiftMap->isChecked()) {
         showMap(&energyShiftMap_);
     } else if (ui_->ShowResAnalysis->isChecked()) {
@@ -276,10 +346,12 @@ void Body::dispImgSelected(bool on)
         showMap(analyzer_->selectedMap());
     } else {
         ui_->dispA->setShowOverLayer(false);
-        showData(shownStack().row->currentIndex());
+        if (shownStack().images->isEmpty())
+            takeNoImage();
+        else
+            showData(shownStack().row->currentIndex());
     }
-    showPixel(curX_, curY_);
-    ui_->dispA->update();
+    refreshCursor();
 }
 
 /// The box tells what the selected map shows, and must not make it a picture by that.

@@ -41,6 +41,8 @@ const Gesture gestures[] = {
     {image, QT_TRANSLATE_NOOP("GesturesHelp", "Wheel near the top or bottom"),
      QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the width alone")},
     {colorBar, drag, QT_TRANSLATE_NOOP("GesturesHelp", "Move the nearer end of the scale")},
+    {colorBar, QT_TRANSLATE_NOOP("GesturesHelp", "Double click"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Bring both ends of the scale back")},
     {spectrum, drag, QT_TRANSLATE_NOOP("GesturesHelp", "Move along the energy axis")},
     {spectrum, wheel, QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the energy axis about the cursor")},
     {rows, QT_TRANSLATE_NOOP("GesturesHelp", "Drop files"),

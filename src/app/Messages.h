@@ -17,7 +17,6 @@ public:
 
     /// Everything shown, with a line end behind each line.
     QString text() const;
-    LateDialog* dialog() const { return saveDialog_; }
 
 public Q_SLOTS:
     void clear();

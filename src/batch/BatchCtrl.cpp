@@ -75,6 +75,8 @@ QFileDialog* BatchCtrl::newDialog(QFileDialog::AcceptMode mode)
     dialog->setOption(QFileDialog::DontUseNativeDialog);
     dialog->setFileMode(QFileDialog::AnyFile);
     dialog->setAcceptMode(mode);
+    dialog->setWindowTitle(mode == QFileDialog::AcceptSave ? tr("Save Batch File")
+                                                           : tr("Load Batch File"));
     dialog->setNameFilters({tr("Batch File (*.bat)"), tr("Any Files (* *.*)")});
     dialog->setDirectory(BatchRoot);
     return dialog;

@@ -30,7 +30,6 @@ public:
     void setDispatcher(BatchDispatcher* dispatcher);
 
     /// The dialogs that load and save batch files, for a group that shares a folder.
-    QVector<LateDialog*> dialogs() const { return {loadDialog_, saveDialog_}; }
 
 Q_SIGNALS:
     void doDispatchCmds(QStringList cmdLines);

@@ -19,6 +19,17 @@ bool holdCurve(XafsSpectrum& s, const HeldGap& gap)
     return gap.state() != HeldGap::Unsound;
 }
 
+/// The middle value, or the mean of both. Puts the values, of which there must be some, in another
+/// order.
+double medianOf(std::vector<double>& values)
+{
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    if (values.size() % 2 != 0)
+        return *middle;
+    return (*std::max_element(values.begin(), middle) + *middle) / 2;
+}
+
 } // namespace
 
 BlockShift blockShift(const Spectrum& raw, const XafsSpectrum& standard,
@@ -76,6 +87,7 @@ bool CalibStatistics::take(const QPoint& position, const BlockShift& found)
     mean = sum_ / count;
     min = std::min(min, found.shift);
     max = std::max(max, found.shift);
+    taken_.push_back(found.shift);
     return true;
 }
 
@@ -92,7 +104,7 @@ void CalibStatistics::close(const AnalyzeCond& walk, const Analyzed2DRes& map)
     if (notFinite_ > 0)
         qDebug() << "Calibration:" << notFinite_ << "shifts are not finite and count as 0";
     if (count == 0) {
-        min = max = mean = sigma = std::numeric_limits<double>::quiet_NaN();
+        min = max = mean = sigma = median = mad = std::numeric_limits<double>::quiet_NaN();
         return;
     }
     double squares = 0.0;
@@ -105,4 +117,11 @@ void CalibStatistics::close(const AnalyzeCond& walk, const Analyzed2DRes& map)
         squares += deviation * deviation;
     } while (at.next());
     sigma = std::sqrt(squares / count);
+    median = medianOf(taken_);
+    for (double& shift : taken_)
+        shift = std::abs(shift - median);
+    mad = medianOf(taken_);
+    // The numbers go on with the map, also one that only waits to be brought back.
+    taken_ = {};
+    leftOut_ = {};
 }

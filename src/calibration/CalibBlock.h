@@ -58,7 +58,9 @@ struct CalibStatistics
     double min = runningMinStart;
     double max = runningMaxStart;
     double mean = 0.0;
-    double sigma = 0.0; ///< standard deviation, set by close()
+    double sigma = 0.0;  ///< standard deviation, set by close()
+    double median = 0.0; ///< set by close(), as is
+    double mad = 0.0;    ///< the median of the distances from the median
     OutcomeCounts outcomes;
 
     /// Takes what was found at a position of the walk, in the walk's order. True when its shift
@@ -67,7 +69,8 @@ struct CalibStatistics
     bool take(const QPoint& position, const BlockShift& found);
 
     /// Works out sigma from what the map holds at the positions of the walk that count (0 outside
-    /// the map), and logs how many fitted shifts were not finite, if any.
+    /// the map), the medians from the shifts taken, and logs how many fitted shifts were not
+    /// finite, if any. Once: the single shifts are forgotten by it.
     void close(const AnalyzeCond& walk, const Analyzed2DRes& map);
 
 private:
@@ -75,5 +78,6 @@ private:
 
     double sum_ = 0.0;
     int notFinite_ = 0;
+    std::vector<double> taken_;   ///< shifts that count
     std::vector<QPoint> leftOut_; ///< by row, then column: the walk's order
 };

@@ -1,6 +1,7 @@
 #include "calibration/CalibCtrl.h"
 
 #include "common/Crystals.h"
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"
 #include "ui_CalibCtrl.h"
@@ -43,6 +44,9 @@ CalibCtrl::CalibCtrl(QWidget* parent)
     , saveDialog_(new LateDialog([this] { return newSaveDialog(this); }, this))
 {
     ui_->setupUi(this);
+    loadDialog_->setTitle(tr("Load Energy Shift Map"));
+    saveDialog_->setTitle(tr("Save Energy Shift Map"));
+    ui_->SelectStd->dialog()->setTitle(tr("Select Standard"));
     fillCrystals();
     ui_->SelectStd->setCaption(tr("Select Std."));
     ui_->SelectStd->showUse(false);
@@ -125,11 +129,6 @@ bool CalibCtrl::checksSize() const
     return ui_->CheckSize->isChecked();
 }
 
-QVector<LateDialog*> CalibCtrl::dialogs() const
-{
-    return {ui_->SelectStd->dialog(), loadDialog_, saveDialog_};
-}
-
 void CalibCtrl::setType(int type)
 {
     (type == 1 ? ui_->CalibTypeInnerP : ui_->CalibTypeDMidX)->setChecked(true);
@@ -146,6 +145,8 @@ void CalibCtrl::setCrystal(int index)
 {
     if (index >= 0 && index < ui_->SelCrystal->count())
         ui_->SelCrystal->setCurrentIndex(index);
+    else
+        fault(QStringLiteral("No crystal has the number %1").arg(index));
 }
 
 void CalibCtrl::setCheckSize(bool f)
@@ -182,12 +183,14 @@ void CalibCtrl::useHint()
         tellStandard();
 }
 
-void CalibCtrl::showStatistics(const CalibStatistics& statistics)
+void CalibCtrl::showStatistics(const std::optional<CalibStatistics>& statistics)
 {
-    ui_->DEMin->setText(fieldText(statistics.min));
-    ui_->DEMax->setText(fieldText(statistics.max));
-    ui_->DEAvr->setText(fieldText(statistics.mean));
-    ui_->DESigma->setText(fieldText(statistics.sigma));
+    const std::pair<QLineEdit*, double CalibStatistics::*> fields[] = {
+        {ui_->DEMin, &CalibStatistics::min},       {ui_->DEMax, &CalibStatistics::max},
+        {ui_->DEAvr, &CalibStatistics::mean},      {ui_->DESigma, &CalibStatistics::sigma},
+        {ui_->DEMedian, &CalibStatistics::median}, {ui_->DEMad, &CalibStatistics::mad}};
+    for (const auto& [field, number] : fields)
+        field->setText(statistics ? fieldText((*statistics).*number) : QString());
 }
 
 void CalibCtrl::showImageGeometry(const QSize& size, const QPoint& offset)
@@ -196,6 +199,11 @@ void CalibCtrl::showImageGeometry(const QSize& size, const QPoint& offset)
     ui_->Height->setText(QString::number(size.height()));
     ui_->XOffset->setText(QString::number(offset.x()));
     ui_->YOffset->setText(QString::number(offset.y()));
+}
+
+QString CalibCtrl::mapFile() const
+{
+    return ui_->EMPFileName->text();
 }
 
 void CalibCtrl::showMapFile(const QString& fname)

@@ -4,9 +4,9 @@
 #include "spectrum/ReferenceSpectrum.h"
 
 #include <QFrame>
-#include <QVector>
 
 #include <memory>
+#include <optional>
 
 class LateDialog;
 class Ui_CalibCtrl;
@@ -35,14 +35,11 @@ public:
     double edgeEV() const; ///< edge energy field [eV]; 0 when it holds no number
     bool checksSize() const;
 
-    /// All file dialogs of the panel, for the group that keeps them in one folder.
-    QVector<LateDialog*> dialogs() const;
-
     /// 1 selects the inner product, anything else the mid point.
     void setType(int type);
     /// Half range, step and finest step of the inner product's search [eV].
     void setInnerRange(double range, double step, double minStep);
-    /// Crystal by its index; an index that there is not changes nothing.
+    /// Crystal by its index; an index that there is not changes nothing and is a fault.
     void setCrystal(int index);
     void setCheckSize(bool f);
     /// 0 Victoreen, anything else straight lines.
@@ -53,11 +50,13 @@ public:
     /// Takes the suggested edge of the main window. One that tells nothing new costs nothing.
     void setSuggestion(const SuggestElm& elm);
 
-    void showStatistics(const CalibStatistics& statistics);
+    /// Statistics of the map in force; none empties their fields.
+    void showStatistics(const std::optional<CalibStatistics>& statistics);
     /// Size and place on the detector of the images or of the map loaded [pixels].
     void showImageGeometry(const QSize& size, const QPoint& offset);
     /// Name of the map file last read or written.
     void showMapFile(const QString& fname);
+    QString mapFile() const;
     /// Marks the map as that of a calibration that was stopped.
     void setMapInterrupted(bool f);
     /// Whether there is a former map to bring back.

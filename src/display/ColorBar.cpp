@@ -26,6 +26,7 @@ ColorBar::ColorBar(QWidget* parent)
     connect(this, &DispA::mouseMoved0, this, &ColorBar::onMouseMoved);
     connect(this, &DispA::mousePressed0, this, &ColorBar::onMousePressed);
     connect(this, &DispA::mouseReleased0, this, &ColorBar::onMouseReleased);
+    connect(this, &DispA::mouseDoubleClicked0, this, &ColorBar::onMouseDoubleClicked);
     paintCBar();
 }
 
@@ -138,4 +139,14 @@ void ColorBar::onMouseReleased()
     Q_EMIT cBarUpdated();
     dragging = false;
     paintCBar(); // without the handle's value
+}
+
+void ColorBar::onMouseDoubleClicked()
+{
+    if (mouse.doubleClickButton != Qt::LeftButton)
+        return;
+    lowHandle = 0.0;
+    highHandle = 1.0;
+    paintCBar();
+    Q_EMIT cBarUpdated();
 }

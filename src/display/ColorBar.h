@@ -32,6 +32,8 @@ public Q_SLOTS:
     void onMouseMoved();
     void onMousePressed();
     void onMouseReleased();
+    /// Brings both handles back to the ends.
+    void onMouseDoubleClicked();
     /// Colour of barPixmap h pixels above its lower end.
     QColor colorOfH(int h) const;
 

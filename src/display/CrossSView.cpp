@@ -7,6 +7,25 @@
 namespace {
 
 constexpr QRgb cursorColour = qRgb(192, 192, 0);
+constexpr QRgb axisColour = qRgb(0, 96, 160);
+constexpr QRgb axisGround = qRgba(255, 255, 255, 208); ///< a curve shows through it
+constexpr int axisMargin = 3;                          ///< round the text of the axis [pixels]
+
+/// In the upper corner away from small positions; upright where there is no room across.
+void paintAxisText(QPainter* p, const QSize& area, bool upright, const QString& text)
+{
+    if (upright) {
+        p->translate(area.width(), 0);
+        p->rotate(90.0);
+    }
+    const QRect box(QPoint(0, 0), upright ? area.transposed() : area);
+    constexpr int place = Qt::AlignRight | Qt::AlignTop;
+    const QRect inner = box.adjusted(axisMargin, 0, -axisMargin, 0);
+    p->fillRect(p->boundingRect(inner, place, text), QColor::fromRgba(axisGround));
+    p->setPen(QColor(axisColour));
+    p->drawText(inner, place, text);
+    p->resetTransform();
+}
 
 } // namespace
 
@@ -28,16 +47,30 @@ void CrossSView::setCursorPos(int pos)
     update();
 }
 
-void CrossSView::setPoints(const QVector<QPointF>& points)
+void CrossSView::setPoints(const QVector<QPointF>& points, const QString& axis)
 {
     points_ = points;
+    axis_ = axis;
+    layOut();
+}
+
+void CrossSView::setRange(const PlotRange& positions)
+{
+    range_ = positions;
+    layOut();
+}
+
+void CrossSView::layOut()
+{
+    const bool all = !range_.hasExtent();
     PlotRange positions;
     PlotRange values;
-    for (const QPointF& point : points_) {
+    for (const QPointF& point : qAsConst(points_)) {
         positions.add(point.x());
-        values.add(point.y());
+        if (all || (point.x() >= range_.min && point.x() <= range_.max))
+            values.add(point.y());
     }
-    positions_ = positions.widened();
+    positions_ = all ? positions.widened() : range_;
     values_ = values.widened();
     update();
 }
@@ -68,4 +101,6 @@ void CrossSView::draw(QPainter* p)
         const int x = plotPixel(plot.realToScreenX(cursorPos_));
         p->drawLine(x, 0, x, height());
     }
+    if (!axis_.isEmpty())
+        paintAxisText(p, size(), vertical_, axis_);
 }

@@ -15,17 +15,29 @@ public:
 
     /// In a vertical strip the values run to the right and the positions upward.
     void setVertical(bool f);
-    /// (position, value) pairs; the plot spans the finite ones.
-    void setPoints(const QVector<QPointF>& points);
+    /// (position, value) pairs, and what the values are, which stands in a corner of the plot.
+    void setPoints(const QVector<QPointF>& points, const QString& axis = QString());
+    /// Positions at the ends of the plot, whose values span the plot; without an extent, as at
+    /// first, the plot spans all points. Values that are no finite numbers count in no case.
+    void setRange(const PlotRange& positions);
     void setCursorPos(int pos);
+
+    const QVector<QPointF>& points() const { return points_; }
+    const QString& axis() const { return axis_; }
+    const PlotRange& shownPositions() const { return positions_; }
+    const PlotRange& shownValues() const { return values_; }
 
 public Q_SLOTS:
     void draw(QPainter* p);
 
 private:
+    void layOut();
+
     QVector<QPointF> points_;
+    QString axis_;
+    PlotRange range_; ///< asked for
     bool vertical_ = false;
-    PlotRange positions_;
+    PlotRange positions_; ///< of the plot
     PlotRange values_;
     int cursorPos_ = 0;
 };

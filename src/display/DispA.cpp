@@ -4,9 +4,31 @@
 #include <QPainter>
 #include <QWheelEvent>
 
+#include <cmath>
+#include <cstdlib>
+
 namespace {
 
-constexpr double zoomFactor = 1.1;
+constexpr double zoomFactor = 1.1; ///< of one notch
+constexpr double anglePerNotch = 120.0;
+constexpr double pixelsPerNotch = 60.0; ///< Qt's own measure where it makes angles of pixels
+
+/// A touchpad tells the way of the fingers in pixels, and phases. Without phases the pixels depend
+/// on the driver, and an angle that comes with them is what can be relied on.
+bool countsInPixels(const QWheelEvent& e)
+{
+    return !e.pixelDelta().isNull() && (e.phase() != Qt::NoScrollPhase || e.angleDelta().isNull());
+}
+
+/// Notches forward; 0 for a movement that goes sideways.
+double notchesOf(const QWheelEvent& e)
+{
+    const bool pixels = countsInPixels(e);
+    const QPoint delta = pixels ? e.pixelDelta() : e.angleDelta();
+    if (std::abs(delta.x()) > std::abs(delta.y()))
+        return 0.0;
+    return delta.y() / (pixels ? pixelsPerNotch : anglePerNotch);
+}
 
 } // namespace
 
@@ -56,8 +78,13 @@ void DispA::mouseDoubleClickEvent(QMouseEvent* e)
 
 void DispA::wheelEvent(QWheelEvent* e)
 {
-    wheelSteps = e->angleDelta().y() * 0.125 / 15.0;
-    // Only the direction counts; turning forward narrows the visible range.
-    wheelFactor = wheelSteps < 0.0 ? zoomFactor : 1.0 / zoomFactor;
+    const double notches = notchesOf(*e);
+    if (notches == 0.0) {
+        e->ignore();
+        return;
+    }
+    wheelSteps = notches;
+    // Turning forward narrows the visible range.
+    wheelFactor = std::pow(zoomFactor, -notches);
     Q_EMIT wheelMoved0();
 }

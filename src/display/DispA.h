@@ -19,7 +19,7 @@ public:
     MouseC mouse;
     bool wheelEnabled = true;
     bool dragEnabled = true;
-    double wheelSteps = 0.0;  ///< last wheel movement in steps of 15 degrees
+    double wheelSteps = 0.0;  ///< last wheel movement in notches; forward is positive
     double wheelFactor = 1.0; ///< factor on the visible range that it asks for
 
 Q_SIGNALS:
@@ -29,7 +29,7 @@ Q_SIGNALS:
     void mousePressed0();
     void mouseReleased0();
     void mouseDoubleClicked0();
-    void wheelMoved0();
+    void wheelMoved0(); ///< forward or back; sideways movements are passed on
 
 protected:
     void paintEvent(QPaintEvent* e) override;

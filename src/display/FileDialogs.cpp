@@ -2,8 +2,16 @@
 
 #include "common/FileNames.h"
 #include "common/Settings.h"
+#include "common/SettingsStore.h"
 
+#include <QDir>
 #include <QFileInfo>
+
+namespace {
+
+const auto foldersGroup = QStringLiteral("Folders/");
+
+} // namespace
 
 FileDialog::FileDialog(QWidget* parent)
     : QFileDialog(parent)
@@ -45,6 +53,8 @@ QFileDialog* LateDialog::get()
     dialog_ = make_();
     if (!folder_.isEmpty())
         dialog_->setDirectory(folder_);
+    if (!title_.isEmpty())
+        dialog_->setWindowTitle(title_);
     connect(dialog_, &QFileDialog::fileSelected, this, &LateDialog::fileSelected);
     connect(dialog_, &QFileDialog::filesSelected, this, [this](QStringList files) {
         // They come in the order in which they were clicked.
@@ -63,6 +73,13 @@ void LateDialog::setFolder(const QString& path)
         folder_ = path;
 }
 
+void LateDialog::setTitle(const QString& title)
+{
+    title_ = title;
+    if (dialog_)
+        dialog_->setWindowTitle(title);
+}
+
 void LateDialog::show()
 {
     get()->show();
@@ -72,8 +89,29 @@ void LateDialog::show()
 }
 
 FDGroup::FDGroup(QObject* parent)
-    : QObject(parent)
+    : FDGroup(QString(), QString(), parent)
 {
+}
+
+FDGroup::FDGroup(const QString& name, const QString& root, QObject* parent)
+    : QObject(parent)
+    , name_(name)
+    , root_(root)
+    , folder_(name.isEmpty() ? QString() : keptFolder())
+{
+}
+
+QString FDGroup::keptFolder() const
+{
+    const QStringList kept = settingsStore().value(foldersGroup + name_).toStringList();
+    const bool usable = kept.value(0) == root_ && QFileInfo(kept.value(1)).isDir();
+    return usable ? kept.value(1) : root_;
+}
+
+void FDGroup::keepFolder(const QString& folder) const
+{
+    if (!name_.isEmpty())
+        settingsStore().setValue(foldersGroup + name_, QStringList{root_, folder});
 }
 
 void FDGroup::add(QFileDialog* dialog)
@@ -83,6 +121,10 @@ void FDGroup::add(QFileDialog* dialog)
     dialogs_.append(dialog);
     connect(dialog, &QFileDialog::currentChanged, this, &FDGroup::currentChanged);
     connect(dialog, &QFileDialog::directoryEntered, this, &FDGroup::directoryEntered);
+    // A name that was typed may lie in another folder than the one that was looked at.
+    connect(dialog, &QFileDialog::fileSelected, this, &FDGroup::chosen);
+    connect(dialog, &QFileDialog::filesSelected, this,
+            [this](const QStringList& files) { chosen(files.value(0)); });
     connect(dialog, &QObject::destroyed, this, [this, dialog] { dialogs_.removeAll(dialog); });
 }
 
@@ -92,6 +134,8 @@ void FDGroup::add(LateDialog* dialog)
         return;
     lateDialogs_.append(dialog);
     connect(dialog, &QObject::destroyed, this, [this, dialog] { lateDialogs_.removeAll(dialog); });
+    if (!folder_.isEmpty())
+        dialog->setFolder(folder_);
     if (dialog->made())
         add(dialog->made());
     else
@@ -111,9 +155,20 @@ void FDGroup::directoryEntered(const QString& dir)
     sameDirectory(dir);
 }
 
+void FDGroup::chosen(const QString& file)
+{
+    const QFileInfo info(file);
+    if (info.isAbsolute())
+        sameDirectory(info.absolutePath());
+}
+
 void FDGroup::sameDirectory(const QString& path)
 {
     const QString folder = QDir(path).absolutePath();
+    if (folder != folder_) {
+        folder_ = folder;
+        keepFolder(folder);
+    }
     // Only dialogs elsewhere are moved, or their signals would run in a circle.
     for (QFileDialog* dialog : qAsConst(dialogs_)) {
         if (dialog->directory().absolutePath() != folder)

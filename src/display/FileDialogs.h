@@ -48,6 +48,8 @@ public:
     QFileDialog* made() const { return dialog_; } ///< null before
     /// Brings the dialog to a folder, now or when it is made.
     void setFolder(const QString& path);
+    /// Gives the dialog its title, in place of that which it was made with.
+    void setTitle(const QString& title);
 
 public Q_SLOTS:
     void show();
@@ -62,14 +64,19 @@ private:
     std::function<QFileDialog*()> make_;
     QFileDialog* dialog_ = nullptr;
     QString folder_; ///< for a dialog not made yet; empty for the one that it starts in
+    QString title_;  ///< empty for the one that it is made with
 };
 
-/// Keeps all its dialogs in the folder in which the user last looked.
+/// Keeps all its dialogs in the folder in which the user last looked or chose a file.
 class FDGroup : public QObject
 {
     Q_OBJECT
 public:
+    /// A group that begins where its dialogs do and is forgotten with the session.
     explicit FDGroup(QObject* parent = nullptr);
+    /// A group that goes on, from session to session, in the folder kept under its name. It begins
+    /// in its root when there is none, when it is gone, or when it was kept under another root.
+    FDGroup(const QString& name, const QString& root, QObject* parent);
 
     /// Takes a dialog into the group, once; it must outlive the group or be deleted before its
     /// next signal.
@@ -84,7 +91,13 @@ public Q_SLOTS:
 
 private:
     void sameDirectory(const QString& path);
+    void chosen(const QString& file);
+    QString keptFolder() const;
+    void keepFolder(const QString& folder) const;
 
+    const QString name_; ///< in the store; empty for a group that is not kept
+    const QString root_;
+    QString folder_; ///< of all dialogs; empty while each is where it started
     QVector<QFileDialog*> dialogs_;
     QVector<LateDialog*> lateDialogs_; ///< made or not
 };

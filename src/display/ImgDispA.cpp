@@ -4,10 +4,12 @@
 #include "display/SampledView.h"
 #include "maps/Analyzed2DRes.h"
 
+#include <QDebug>
 #include <QPainter>
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <iterator>
 
 namespace {
@@ -18,6 +20,19 @@ constexpr double edgeStrip = 0.1;
 bool inStrip(double fraction)
 {
     return fraction < edgeStrip || fraction > 1.0 - edgeStrip;
+}
+
+/// Way of the mouse [pixels of the screen] that makes a press a drag.
+constexpr int dragDistance = 3;
+
+constexpr QRgb emptyTextColour = qRgb(128, 128, 128);
+
+/// A drag by its longer side; one straight along an axis has no area.
+bool isDrag(const QPoint& way)
+{
+    const int dx = std::abs(way.x());
+    const int dy = std::abs(way.y());
+    return std::max(dx, dy) >= dragDistance && dx > 0 && dy > 0;
 }
 
 /// The pixels from the one that holds `start` to the one that holds what lies just before `end`,
@@ -47,6 +62,38 @@ void ImgDispA::setImage(const ShownImage& image)
     image_ = image;
     if (image_.picture && viewWindow_.width() == 0.0)
         resetImageViewWindow();
+    update();
+}
+
+void ImgDispA::setImageSize(const QSize& size)
+{
+    hasImages_ = size.isValid();
+    if (!hasImages_)
+        return;
+    const auto madeOnOthers = [&size](const Selection& s) {
+        return s.images.isValid() && s.images != size;
+    };
+    const bool otherSelection = madeOnOthers(selection_);
+    const bool otherView = imageSize_.isValid() && imageSize_ != size;
+    if (otherSelection)
+        clearSelection();
+    if (madeOnOthers(oldSelection_))
+        oldSelection_ = Selection();
+    if (otherView)
+        setView(QRectF(QPointF(0, 0), size));
+    if (otherSelection || otherView)
+        qDebug().noquote() << QStringLiteral("Images of %1 x %2 pixels, not %3 x %4: view%5 reset")
+                                  .arg(size.width())
+                                  .arg(size.height())
+                                  .arg(imageSize_.width())
+                                  .arg(imageSize_.height())
+                                  .arg(QLatin1String(otherSelection ? " and selection" : ""));
+    imageSize_ = size;
+}
+
+void ImgDispA::setEmptyText(const QString& text)
+{
+    emptyText_ = text;
     update();
 }
 
@@ -89,9 +136,9 @@ QImage ImgDispA::viewImage() const
 
 bool ImgDispA::isInSelectedArea(int x, int y) const
 {
-    if (!hasSelection_)
+    if (!selection_.exists)
         return true;
-    const QRectF& a = selectedArea_;
+    const QRectF& a = selection_.area;
     return a.x() <= x && x <= a.x() + a.width() && a.y() + a.height() <= y && y <= a.y();
 }
 
@@ -101,8 +148,16 @@ void ImgDispA::resetImageViewWindow()
     const QImage* whole = image_.picture ? image_.picture : currentImage();
     if (!whole)
         return;
-    viewWindow_ = QRectF(whole->rect());
+    if (!imageSize_.isValid())
+        imageSize_ = whole->size();
+    setView(QRectF(whole->rect()));
+}
+
+void ImgDispA::setView(const QRectF& view)
+{
+    viewWindow_ = view;
     update();
+    Q_EMIT viewChanged();
 }
 
 /// Maps the view onto the widget as it now is; each paint does it too.
@@ -126,13 +181,21 @@ void ImgDispA::tellRange()
 void ImgDispA::drawImage(QPainter* p)
 {
     const QImage* shown = currentImage();
-    if (!shown || (showOverLayer_ && !analyzedRes_->imgValid))
+    if (!shown || (showOverLayer_ && !analyzedRes_->imgValid)) {
+        drawEmptyText(p);
         return;
+    }
     if (viewWindow_.width() == 0.0)
         resetImageViewWindow();
     tellRange();
     layOutCoord();
     p->drawImage(0, 0, renderedView(*shown));
+}
+
+void ImgDispA::drawEmptyText(QPainter* p) const
+{
+    p->setPen(QColor(emptyTextColour));
+    p->drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 const QImage& ImgDispA::renderedView(const QImage& picture)
@@ -157,12 +220,6 @@ QPointF ImgDispA::imagePoint(const QPoint& pixel) const
             double(pixel.y()) / height() * viewWindow_.height() + viewWindow_.y()};
 }
 
-void ImgDispA::rememberSelection()
-{
-    oldSelectedArea_ = selectedArea_;
-    hadSelection_ = hasSelection_;
-}
-
 bool ImgDispA::drawsSelection() const
 {
     const int action = mouse.pressAction();
@@ -171,12 +228,12 @@ bool ImgDispA::drawsSelection() const
 
 void ImgDispA::onMousePressed()
 {
-    if (drawsSelection()) {
-        selecting_ = true;
-        rememberSelection();
-        selectedArea_ = QRectF(imagePoint(mouse.pos), QSizeF(0, 0));
+    selecting_ = false;
+    pressedToSelect_ = drawsSelection();
+    if (pressedToSelect_) {
+        dragStart_ = imagePoint(mouse.pos);
+        beforeDrag_ = selection_;
     } else if (mouse.pressAction() == MouseC::RightPlain) {
-        selecting_ = false;
         clearSelection();
     }
     update();
@@ -190,64 +247,73 @@ void ImgDispA::onMouseMoved()
         update();
         return;
     }
-    if (!image_.picture)
-        return;
-    if (drawsSelection()) {
-        const QPointF distance = imagePoint(mouse.pos) - selectedArea_.topLeft();
-        selectedArea_.setSize(QSizeF(distance.x(), distance.y()));
-    } else if (mouse.pressAction() == MouseC::Shift && dragEnabled) {
-        viewWindow_.translate(imagePoint(mouse.prevPos) - imagePoint(mouse.pos));
-    }
+    if (pressedToSelect_)
+        dragSelection();
+    else if (mouse.pressAction() == MouseC::Shift && dragEnabled)
+        setView(viewWindow_.translated(imagePoint(mouse.prevPos) - imagePoint(mouse.pos)));
     update();
+}
+
+void ImgDispA::dragSelection()
+{
+    selecting_ = currentImage() && isDrag(mouse.pos - mouse.pressPos);
+    if (!selecting_) {
+        selection_ = beforeDrag_;
+        return;
+    }
+    const QPointF way = imagePoint(mouse.pos) - dragStart_;
+    selection_.area = QRectF(dragStart_, QSizeF(way.x(), way.y()));
 }
 
 void ImgDispA::onMouseReleased()
 {
-    if (drawsSelection() && selecting_) {
-        selecting_ = false;
+    if (pressedToSelect_ && selecting_)
         finishSelection();
-    }
+    pressedToSelect_ = false;
+    selecting_ = false;
     update();
 }
 
 void ImgDispA::finishSelection()
 {
-    // A click without a drag leaves a former selection as it was flagged.
-    if (selectedArea_.width() == 0.0 || selectedArea_.height() == 0.0)
-        return;
-    selectedArea_ = selectedArea_.normalized();
-    hasSelection_ = true;
+    oldSelection_ = beforeDrag_;
+    selection_ = {selection_.area.normalized(), true, hasImages_ ? imageSize_ : QSize()};
     Q_EMIT newAreaSelected();
     if (mouse.pressAction() == MouseC::Ctrl)
-        viewWindow_ = selectedArea_;
+        setView(selection_.area);
 }
 
 void ImgDispA::setSelectedArea(int x1, int y1, int x2, int y2)
 {
-    rememberSelection();
-    hasSelection_ = true;
-    selectedArea_ = QRectF(x1, y1, double(x2) - x1, double(y2) - y1);
+    oldSelection_ = selection_;
+    const QRectF area(x1, y1, double(x2) - x1, double(y2) - y1);
+    selection_ = {area.normalized(), true, hasImages_ ? imageSize_ : QSize()};
+    // A drag under way would bring back what it began with.
+    pressedToSelect_ = false;
+    selecting_ = false;
     update();
 }
 
 void ImgDispA::setViewWAsSelectedArea()
 {
-    if (!hasSelection_)
+    if (!selection_.exists)
         return;
-    viewWindow_ = selectedArea_;
-    update();
+    if (selection_.area.isEmpty())
+        qDebug() << "The selected area has no extent that could be zoomed to";
+    else
+        setView(selection_.area);
 }
 
 void ImgDispA::recallOldSelectedArea()
 {
-    selectedArea_ = hadSelection_ ? oldSelectedArea_ : QRectF();
-    hasSelection_ = hadSelection_;
+    selection_ = oldSelection_;
 }
 
 void ImgDispA::clearSelection()
 {
-    hasSelection_ = false;
-    selectedArea_ = QRectF();
+    selection_ = Selection();
+    pressedToSelect_ = false;
+    selecting_ = false;
     update();
 }
 
@@ -284,7 +350,6 @@ void ImgDispA::zoomAbout(double fx, double fy, double factorX, double factorY)
 {
     const double newW = viewWindow_.width() * factorX;
     const double newH = viewWindow_.height() * factorY;
-    viewWindow_ = QRectF(viewWindow_.x() + fx * viewWindow_.width() - fx * newW,
-                         viewWindow_.y() + fy * viewWindow_.height() - fy * newH, newW, newH);
-    update();
+    setView(QRectF(viewWindow_.x() + fx * viewWindow_.width() - fx * newW,
+                   viewWindow_.y() + fy * viewWindow_.height() - fy * newH, newW, newH));
 }

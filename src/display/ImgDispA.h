@@ -22,6 +22,10 @@ struct ShownImage
 /// The image area of the main window: an image or, as an over layer, a map; the part of it that is
 /// in view, zoomed by wheel and moved by Shift drag; and one selected area. Coordinates are image
 /// pixels; the view is stretched over the whole widget.
+///
+/// A selection has its corners in order wherever it comes from. Only a drag makes one: the mouse
+/// has moved 3 pixels of the screen in one direction, and some way in the other. Until then, and
+/// when it comes back, the former selection stands.
 class ImgDispA : public DispA
 {
     Q_OBJECT
@@ -33,6 +37,12 @@ public:
     void setImage(const ShownImage& image);
     /// The map of the over layer; null for none.
     void setAnalyzedRes(Analyzed2DRes* map);
+    /// Tells the size of the images from now on, an invalid one when they are gone. View and
+    /// selection of images of another size make no sense any more and are gone, with one log line;
+    /// what was chosen while there were no images is left alone.
+    void setImageSize(const QSize& size);
+    /// What stands in the area while there is no picture to show.
+    void setEmptyText(const QString& text);
     /// Picture of the image, or of the map while the over layer shows; may be null.
     const QImage* currentImage() const;
     /// Copy of exactly the pixels in view, whole or in part; a null image without a picture or
@@ -46,10 +56,10 @@ public:
     /// Tells rangeShown() for what is on show; each paint does it too.
     void tellRange();
     const QRectF& viewWindow() const { return viewWindow_; }
-    bool hasSelection() const { return hasSelection_; }
+    bool hasSelection() const { return selection_.exists; }
     bool isSelecting() const { return selecting_; }
     /// The selected area as it stands; during a drag width and height are signed.
-    const QRectF& selectedArea() const { return selectedArea_; }
+    const QRectF& selectedArea() const { return selection_.area; }
 
     /// True without a selection. The comparison in y is the reverse of that in x, on purpose: an
     /// area of positive height holds no point.
@@ -61,6 +71,7 @@ Q_SIGNALS:
     void newAreaSelected();
     /// Range of values of what was just drawn, for the colour bar.
     void rangeShown(double min, double max);
+    void viewChanged(); ///< another part of the image is in view
 
 public Q_SLOTS:
     /// Brings the whole image into view; nothing without an image.
@@ -68,9 +79,9 @@ public Q_SLOTS:
     /// Widens the view about its middle by the factor; below 1 narrows it.
     void zoomBy(double factor);
     void setShowOverLayer(bool f);
-    /// Selects the area with these corners; corners in the wrong order make a negative size.
+    /// Selects the area between two corners, in any order.
     void setSelectedArea(int x1, int y1, int x2, int y2);
-    /// Brings the selected area into view; nothing without a selection.
+    /// Brings the selected area into view; nothing without a selection that has an extent.
     void setViewWAsSelectedArea();
     /// Goes back to the selection before the last one, or to none when there was none.
     void recallOldSelectedArea();
@@ -80,8 +91,17 @@ public Q_SLOTS:
     void setMousePixel(int x, int y);
 
 private:
+    struct Selection
+    {
+        QRectF area;
+        bool exists = false;
+        QSize images; ///< size of the images that it was made on; invalid without images
+    };
+
     void layOutCoord();
+    void setView(const QRectF& view);
     void drawImage(QPainter* p);
+    void drawEmptyText(QPainter* p) const;
     const QImage& renderedView(const QImage& picture);
     void onMousePressed();
     void onMouseReleased();
@@ -89,8 +109,8 @@ private:
     void onWheelMoved();
     void zoomAbout(double fx, double fy, double factorX, double factorY);
     QPointF imagePoint(const QPoint& pixel) const;
-    void rememberSelection();
     bool drawsSelection() const;
+    void dragSelection();
     void finishSelection();
 
     /// The view as it was last rendered, and of what: mouse moves paint it again as it stands.
@@ -105,10 +125,14 @@ private:
     Rendered rendered_;
     bool showOverLayer_ = false;
     QPointer<Analyzed2DRes> analyzedRes_;
+    QString emptyText_;
     QRectF viewWindow_;
-    bool selecting_ = false;
-    bool hasSelection_ = false;
-    QRectF selectedArea_;
-    QRectF oldSelectedArea_;
-    bool hadSelection_ = false; ///< oldSelectedArea_ was a selection
+    QSize imageSize_; ///< of the last images that there were, or of the map that came before any
+    bool hasImages_ = false;
+    bool pressedToSelect_ = false; ///< a drag from here on draws a selection
+    bool selecting_ = false;       ///< and does
+    Selection selection_;
+    QPointF dragStart_;
+    Selection beforeDrag_;
+    Selection oldSelection_; ///< the one before the last that was made
 };

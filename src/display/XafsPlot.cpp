@@ -19,15 +19,8 @@ constexpr QRgb fftColour = qRgb(0, 192, 0);
 constexpr double scanGap = 50.0;
 constexpr double noGap = std::numeric_limits<double>::infinity();
 
-/// Start values of the raw curve's extremes. No maximum is below the second, so curves of negative
-/// values end at zero, and without any value the range is empty: deliberate.
-constexpr PlotRange rawStart{std::numeric_limits<double>::max(),
-                             std::numeric_limits<double>::min()};
-
-/// Of the frequencies, only this part of the number of points is shown, and the first is left out
-/// of their range: it is the sum.
-constexpr int shownFrequencies = 10;
-constexpr int pointsForFftRange = 30;
+/// Of the frequencies, one for this many points is shown.
+constexpr int pointsPerFrequency = 10;
 
 using Samples = QVarLengthArray<double, 512>;
 
@@ -69,15 +62,16 @@ struct XafsPlot::CurvePens
 /// Values that are plotted in place of the spectra.
 struct XafsPlot::RawCurve
 {
+    Samples x;
     Samples values;
-    PlotRange y = rawStart;
-    double span = 1.0; ///< end of the x axis, which starts at 0
-    QRgb colour = rawColour;
+    PlotRange y;
+    QRgb colour;
 
-    void widenTo(int first, int last)
+    void add(double atX, double value)
     {
-        for (int i = first; i <= last; ++i)
-            y.add(values[i]);
+        x.append(atX);
+        values.append(value);
+        y.add(value);
     }
 };
 
@@ -94,40 +88,47 @@ void XafsPlot::setSpectrum(const XafsSpectrum& s)
 void XafsPlot::setRawSpectrum(const Spectrum& s)
 {
     rawSpectrum_ = s;
+    frequencies_.setFull({0.0, double(std::max(1, shownFrequencies()))});
+}
+
+int XafsPlot::shownFrequencies() const
+{
+    return rawSpectrum_.size() / pointsPerFrequency;
 }
 
 XafsPlot::RawCurve XafsPlot::rawCurve()
 {
+    if (showFft)
+        return frequencyCurve();
     RawCurve curve;
-    const int n = rawSpectrum_.size();
-    if (!showFft) {
-        curve.values.resize(n);
-        for (int i = 0; i < n; ++i)
-            curve.values[i] = rawSpectrum_.points.at(i).y();
-        curve.widenTo(0, n - 1);
-        curve.span = n;
-        return curve;
-    }
-    const int m = n / shownFrequencies;
-    curve.span = m;
+    curve.colour = rawColour;
+    for (int i = 0; i < rawSpectrum_.size(); ++i)
+        curve.add(rawSpectrum_.x(i) - spectrum_.shift(), rawSpectrum_.points.at(i).y());
+    return curve;
+}
+
+XafsPlot::RawCurve XafsPlot::frequencyCurve()
+{
+    RawCurve curve;
     curve.colour = fftColour;
-    fourier_.setSize(n);
+    fourier_.setSize(rawSpectrum_.size());
     fourier_.forward(rawSpectrum_);
-    if (const double* magnitudes = fourier_.magnitudes())
-        curve.values.append(magnitudes, m);
-    if (n >= pointsForFftRange)
-        curve.widenTo(1, std::min(m - 2, curve.values.size() - 1));
+    const double* const magnitudes = fourier_.magnitudes();
+    const int n = magnitudes ? shownFrequencies() : 0;
+    for (int i = 0; i < n; ++i) {
+        // The first is the sum of all values, and would flatten the others.
+        if (i == 1)
+            curve.y = PlotRange();
+        curve.add(i, magnitudes[i]);
+    }
     return curve;
 }
 
 /// Values at the ends of the axis that is shown.
 PlotRange XafsPlot::valueAxis()
 {
-    if (showRaw) {
-        const PlotRange raw = rawCurve().y;
-        if (raw.hasExtent())
-            return raw;
-    }
+    if (showRaw)
+        return rawCurve().y.widened();
     return normalized ? normalized_ : values_;
 }
 
@@ -137,7 +138,7 @@ void XafsPlot::prepare(const QSize& area)
     coord.setScreenArea(0, area.height(), area.width(), 0);
     coord.applyMargins();
     const PlotRange y = valueAxis();
-    coord.setRealArea(range.min(), y.min, range.max(), y.max);
+    coord.setRealArea(visible().min(), y.min, visible().max(), y.max);
 }
 
 void XafsPlot::paint(QPainter* p, const QSize& area)
@@ -233,21 +234,15 @@ void XafsPlot::paintLine(QPainter* p, const QPen& pen, const ChCoord& axes, cons
 void XafsPlot::paintRaw(QPainter* p)
 {
     const RawCurve curve = rawCurve();
-    ChCoord axes = coord;
-    // The points stand at their energies on an axis that counts points: deliberate.
-    axes.setRealX(0.0, curve.span);
-    const PlotRange y = curve.y.min == curve.y.max ? curve.y.widened() : curve.y;
-    axes.setRealY(y.min, y.max);
-    Samples energies(curve.values.size());
-    for (int i = 0; i < energies.size(); ++i)
-        energies[i] = rawSpectrum_.x(i);
-    paintLine(p, QColor(curve.colour), axes, energies.constData(), curve.values.constData(),
-              energies.size(), noGap);
+    paintLine(p, QColor(curve.colour), coord, curve.x.constData(), curve.values.constData(),
+              curve.x.size(), noGap);
 }
 
-int XafsPlot::nearestPoint(double energy) const
+int XafsPlot::nearestPoint(double x) const
 {
-    const double E = energy + spectrum_.shift();
+    if (showsFrequencies())
+        return qBound(0, truncatedInt(std::round(x)), std::max(0, shownFrequencies() - 1));
+    const double E = x + spectrum_.shift();
     const QPointF* const points = spectrum_.points.constData();
     int i = 0;
     while (i < spectrum_.size() - 1 && !((points[i].x() + points[i + 1].x()) / 2 > E))

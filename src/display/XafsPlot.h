@@ -34,11 +34,14 @@ struct ViewCurve
 /// Each curve has the height of the plot for its own values; the axis, and the mapping `coord`,
 /// belong to the main spectrum. Normalised curves share one axis, so that they can be compared.
 /// Without points of the main spectrum nothing is painted. Numbers that are none break a curve.
+///
+/// The raw curve runs over the same energies. Its frequencies run over their index, an axis with a
+/// visible range of its own and without marks of energies.
 class XafsPlot
 {
 public:
-    ChCoord coord; ///< energy [eV] and value of the main spectrum; set by prepare()
-    VisibleRange range;
+    ChCoord coord;      ///< x and value of what is shown, commonly the main spectrum; by prepare()
+    VisibleRange range; ///< energies [eV]
     XafsSpectrum stdSpectrum; ///< the standard; may have no points
     QVector<ViewCurve> others;
     QVector<EdgeMark> edgeMarks;
@@ -52,20 +55,27 @@ public:
     void setSpectrum(const XafsSpectrum& s);
     const XafsSpectrum& spectrum() const { return spectrum_; }
     void setRawSpectrum(const Spectrum& s);
+    bool showsFrequencies() const { return showRaw && showFft; }
+    /// The part of the x axis that is shown: of energies, or of indices of frequencies.
+    VisibleRange& visible() { return showsFrequencies() ? frequencies_ : range; }
+    const VisibleRange& visible() const { return showsFrequencies() ? frequencies_ : range; }
 
     /// Lays the axes out for an area of this size [pixels].
     void prepare(const QSize& area);
     void paint(QPainter* p, const QSize& area);
 
-    /// Index of the point of the main spectrum that is nearest to an energy of the axis [eV].
-    int nearestPoint(double energy) const;
+    /// Index of the frequency, or of the main spectrum's point, that is nearest to a place of the x
+    /// axis.
+    int nearestPoint(double x) const;
 
 private:
     struct CurvePens;
     struct RawCurve;
 
+    int shownFrequencies() const;
     PlotRange valueAxis();
     RawCurve rawCurve();
+    RawCurve frequencyCurve();
     void paintCurves(QPainter* p);
     void paintCurve(QPainter* p, const XafsSpectrum& s, const CurvePens& pens, const PlotRange& y,
                     double correction, double gap);
@@ -73,15 +83,16 @@ private:
                    const double* values, int n, double gap);
     void paintRaw(QPainter* p);
     void paintMarks(QPainter* p) const;
-    void paintEnergyMark(QPainter* p, double energy) const;
+    void paintUpright(QPainter* p, double x) const;
     void paintAxes(QPainter* p) const;
-    void paintEnergyTicks(QPainter* p, const QSizeF& label) const;
+    void paintXTicks(QPainter* p, const QSizeF& label) const;
     void paintValueTicks(QPainter* p, const QSizeF& label) const;
     void paintEdgeNames(QPainter* p, const QSizeF& label) const;
     bool inView(double screenX) const;
 
     XafsSpectrum spectrum_;
     Spectrum rawSpectrum_;
+    VisibleRange frequencies_;
     PlotRange values_{0.0, 1.0};     ///< of the main spectrum
     PlotRange normalized_{0.0, 1.0}; ///< of its normalised curve
     Fourier fourier_;

@@ -46,24 +46,26 @@ bool XafsPlot::inView(double screenX) const
     return screenX >= coord.plotX0 && screenX <= coord.plotX1;
 }
 
-void XafsPlot::paintEnergyMark(QPainter* p, double energy) const
+void XafsPlot::paintUpright(QPainter* p, double x) const
 {
-    const double x = coord.realToScreenX(energy);
-    if (inView(x))
-        p->drawLine(plotPixel(x), plotPixel(coord.plotY0), plotPixel(x), plotPixel(coord.plotY1));
+    const double at = coord.realToScreenX(x);
+    if (inView(at))
+        p->drawLine(plotPixel(at), plotPixel(coord.plotY0), plotPixel(at), plotPixel(coord.plotY1));
 }
 
 void XafsPlot::paintMarks(QPainter* p) const
 {
+    if (showsFrequencies())
+        return;
     if (markerEnergy > 0.0) {
         p->setPen(QColor(markerColour));
-        paintEnergyMark(p, markerEnergy);
+        paintUpright(p, markerEnergy);
     }
     p->setPen(Qt::red);
     for (const EdgeMark& mark : edgeMarks)
-        paintEnergyMark(p, mark.energy);
+        paintUpright(p, mark.energy);
     p->setPen(QPen(Qt::black, 2));
-    paintEnergyMark(p, spectrum_.midx);
+    paintUpright(p, spectrum_.midx);
 }
 
 void XafsPlot::paintAxes(QPainter* p) const
@@ -74,25 +76,25 @@ void XafsPlot::paintAxes(QPainter* p) const
                        std::trunc(h / coord.labelDivY));
     p->setPen(QPen(QColor(gridColour), 2));
     p->drawRect(QRectF(coord.plotX0, coord.plotY1, w, h));
-    paintEnergyTicks(p, label);
+    paintXTicks(p, label);
     paintValueTicks(p, label);
     paintEdgeNames(p, label);
 }
 
-void XafsPlot::paintEnergyTicks(QPainter* p, const QSizeF& label) const
+void XafsPlot::paintXTicks(QPainter* p, const QSizeF& label) const
 {
-    const Ticks ticks = ticksOf(range.min(), range.max());
+    const Ticks ticks = ticksOf(coord.realX0, coord.realX1);
     const double y = coord.plotY0 + labelGap;
     for (int i = 0; i < ticks.count; ++i) {
-        const double energy = ticks.value(i);
+        const double x = ticks.value(i);
         p->setPen(QColor(gridColour));
-        paintEnergyMark(p, energy);
+        paintUpright(p, x);
         if (i != 0 && i != ticks.count - 1)
             continue;
         p->setPen(Qt::black);
-        QRectF box(QPointF(coord.realToScreenX(energy) - label.width() / 2, y), label);
-        DrawText::drawFitted(p, box, p->font(), Qt::AlignCenter, DrawText::Fitted,
-                             fieldText(energy), labelPoint);
+        QRectF box(QPointF(coord.realToScreenX(x) - label.width() / 2, y), label);
+        DrawText::drawFitted(p, box, p->font(), Qt::AlignCenter, DrawText::Fitted, fieldText(x),
+                             labelPoint);
     }
     const double captionY = y + label.height();
     if (captionY + label.height() > coord.screenY0)
@@ -100,7 +102,10 @@ void XafsPlot::paintEnergyTicks(QPainter* p, const QSizeF& label) const
     p->setPen(Qt::black);
     QRectF box(coord.plotX0, captionY, coord.plotX1 - coord.plotX0, label.height());
     DrawText::drawFitted(p, box, p->font(), Qt::AlignCenter, DrawText::Fitted,
-                         QCoreApplication::translate("XafsView", "Energy [eV]"), labelPoint);
+                         showsFrequencies()
+                             ? QCoreApplication::translate("XafsView", "Frequency no.")
+                             : QCoreApplication::translate("XafsView", "Energy [eV]"),
+                         labelPoint);
 }
 
 void XafsPlot::paintValueTicks(QPainter* p, const QSizeF& label) const
@@ -125,6 +130,8 @@ void XafsPlot::paintValueTicks(QPainter* p, const QSizeF& label) const
 /// Names stand upright beside the lines of their edges.
 void XafsPlot::paintEdgeNames(QPainter* p, const QSizeF& label) const
 {
+    if (showsFrequencies())
+        return;
     p->setPen(Qt::red);
     for (const EdgeMark& mark : edgeMarks) {
         const double x = coord.realToScreenX(mark.energy);

@@ -23,7 +23,7 @@ XafsView::~XafsView() = default;
 QFileDialog* XafsView::newSaveDialog()
 {
     auto* dialog = new FileDialog(this);
-    dialog->setWindowTitle(tr("Save Spectra"));
+    dialog->setWindowTitle(tr("Save Spectra: %1").arg(windowTitle()));
     dialog->setAcceptMode(QFileDialog::AcceptSave);
     dialog->setDefaultSuffix(QStringLiteral("dat"));
     dialog->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});
@@ -43,6 +43,7 @@ void XafsView::connectForm()
     for (const auto& [box, flag] : boxes) {
         connect(box, &QCheckBox::toggled, this, [this, flag = flag](bool on) {
             plot_.*flag = on;
+            ui_->XValLabel->setVisible(!plot_.showsFrequencies());
             update();
         });
     }
@@ -150,9 +151,9 @@ void XafsView::draw(QPainter* p)
     plot_.paint(p, ui_->Xafs->size());
 }
 
-void XafsView::showValues(const QString& energy, const QString& value)
+void XafsView::showValues(const QString& x, const QString& value)
 {
-    ui_->XVal->setText(energy);
+    ui_->XVal->setText(x);
     ui_->YVal->setText(value);
 }
 
@@ -163,12 +164,12 @@ void XafsView::onMouseMoved()
     plot_.prepare(ui_->Xafs->size());
     const ChCoord& axes = plot_.coord;
     const MouseC& mouse = ui_->Xafs->mouse;
-    const double energy = axes.screenToRealX(mouse.pos.x());
-    showValues(QString::number(energy, 'f', 1),
+    const double x = axes.screenToRealX(mouse.pos.x());
+    showValues(QString::number(x, 'f', 1),
                QString::number(axes.screenToRealY(mouse.pos.y()), 'f', 3));
-    ui_->Position->setNum(plot_.nearestPoint(energy));
+    ui_->Position->setNum(plot_.nearestPoint(x));
     if (mouse.pressed && mouse.pressAction() == MouseC::Plain)
-        plot_.range.pan(axes.screenToRealX(mouse.prevPos.x()) - energy);
+        plot_.visible().pan(axes.screenToRealX(mouse.prevPos.x()) - x);
 }
 
 void XafsView::onWheelMoved()
@@ -177,16 +178,16 @@ void XafsView::onWheelMoved()
         return;
     plot_.prepare(ui_->Xafs->size());
     const QPoint& at = ui_->Xafs->mouse.pos;
-    const double energy = plot_.coord.screenToRealX(at.x());
-    plot_.range.zoom(energy, ui_->Xafs->wheelFactor);
+    const double x = plot_.coord.screenToRealX(at.x());
+    plot_.visible().zoom(x, ui_->Xafs->wheelFactor);
     plot_.prepare(ui_->Xafs->size());
-    showValues(fieldText(energy), fieldText(plot_.coord.screenToRealY(at.y())));
+    showValues(fieldText(x), fieldText(plot_.coord.screenToRealY(at.y())));
     update();
 }
 
 void XafsView::resetXScale()
 {
-    plot_.range.reset();
+    plot_.visible().reset();
     update();
 }
 

@@ -14,8 +14,8 @@ class Ui_XafsView;
 /// The window that shows a spectrum: its plot, the values under the mouse, and a line with its
 /// edge. Spectra come in as copies, which share their points. GUI thread.
 ///
-/// A plain left drag pans in energy and the wheel zooms; the energies in view then stay, also for
-/// new spectra, until resetXScale().
+/// A plain left drag pans along the x axis and the wheel zooms; the energies in view then stay,
+/// also for new spectra, until resetXScale().
 class XafsView : public QFrame
 {
     Q_OBJECT
@@ -40,19 +40,18 @@ public:
 
     const XafsSpectrum& spectrum() const { return plot_.spectrum(); }
     const QVector<ViewCurve>& others() const { return plot_.others; }
-    /// Energies at the ends of the plot [eV].
     double markerEnergy() const { return plot_.markerEnergy; }
+    /// Energies at the ends of the plot [eV].
     double xMin() const { return plot_.range.min(); }
     double xMax() const { return plot_.range.max(); }
     /// Mapping of the plot as it was laid out last.
     const ChCoord& coord() const { return plot_.coord; }
-    LateDialog* saveDialog() const { return saveDialog_; }
 
 public Q_SLOTS:
     void draw(QPainter* p);
     void onMouseMoved();
     void onWheelMoved();
-    /// Brings the whole energy range into view.
+    /// Brings the whole x axis into view.
     void resetXScale();
     /// Repaints the plot and tells updated().
     void update();
@@ -73,7 +72,7 @@ private:
     QFileDialog* newSaveDialog();
     void connectForm();
     void showEdge();
-    void showValues(const QString& energy, const QString& value);
+    void showValues(const QString& x, const QString& value);
 
     const std::unique_ptr<Ui_XafsView> ui_;
     LateDialog* const saveDialog_;

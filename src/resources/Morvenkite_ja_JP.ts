@@ -230,6 +230,14 @@
         <source>Stop the run after the current command</source>
         <translation>現在のコマンドの後で実行を停止する</translation>
     </message>
+    <message>
+        <source>Save Batch File</source>
+        <translation>バッチファイルを保存</translation>
+    </message>
+    <message>
+        <source>Load Batch File</source>
+        <translation>バッチファイルを読み込む</translation>
+    </message>
 </context>
 <context>
     <name>Body</name>
@@ -917,6 +925,54 @@
         <source>Save &amp;All...</source>
         <translation>すべて保存(&amp;A)...</translation>
     </message>
+    <message>
+        <source>Select Dark Data</source>
+        <translation>ダークデータを選択</translation>
+    </message>
+    <message>
+        <source>Select BG Data</source>
+        <translation>BG データを選択</translation>
+    </message>
+    <message>
+        <source>Select Total I0 of I1</source>
+        <translation>I1 の全 I0 を選択</translation>
+    </message>
+    <message>
+        <source>Select Total I0 of I0</source>
+        <translation>I0 の全 I0 を選択</translation>
+    </message>
+    <message>
+        <source>Map: shift [eV]</source>
+        <translation>マップ: シフト [eV]</translation>
+    </message>
+    <message>
+        <source>Map value</source>
+        <translation>マップの値</translation>
+    </message>
+    <message>
+        <source>Select Reference %1</source>
+        <translation>参照スペクトル %1 を選択</translation>
+    </message>
+    <message>
+        <source>No energy shift map</source>
+        <translation>エネルギーシフトマップがありません</translation>
+    </message>
+    <message>
+        <source>No result map</source>
+        <translation>結果のマップがありません</translation>
+    </message>
+    <message>
+        <source>No I0 images</source>
+        <translation>I0 の画像がありません</translation>
+    </message>
+    <message>
+        <source>No I1 images</source>
+        <translation>I1 の画像がありません</translation>
+    </message>
+    <message>
+        <source>Save All</source>
+        <translation>すべて保存</translation>
+    </message>
 </context>
 <context>
     <name>CalibCtrl</name>
@@ -1175,6 +1231,34 @@
     <message>
         <source>The calibration of this map was stopped: positions not reached have no shift</source>
         <translation>このマップの較正は途中で停止された: 未到達の位置にはシフトがない</translation>
+    </message>
+    <message>
+        <source>Load Energy Shift Map</source>
+        <translation>エネルギーシフトマップを読み込む</translation>
+    </message>
+    <message>
+        <source>Save Energy Shift Map</source>
+        <translation>エネルギーシフトマップを保存</translation>
+    </message>
+    <message>
+        <source>Select Standard</source>
+        <translation>標準試料を選択</translation>
+    </message>
+    <message>
+        <source>Median</source>
+        <translation>中央値</translation>
+    </message>
+    <message>
+        <source>Median of the shifts: half of them lie below [eV]</source>
+        <translation>シフトの中央値: 半数はこれより小さい [eV]</translation>
+    </message>
+    <message>
+        <source>MAD</source>
+        <translation>MAD</translation>
+    </message>
+    <message>
+        <source>Median absolute deviation: half of the shifts lie nearer to their median [eV]</source>
+        <translation>中央絶対偏差: 半数のシフトは中央値からこの値以内にある [eV]</translation>
     </message>
 </context>
 <context>
@@ -1452,6 +1536,14 @@
     <message>
         <source>Effect</source>
         <translation>動作</translation>
+    </message>
+    <message>
+        <source>Double click</source>
+        <translation>ダブルクリック</translation>
+    </message>
+    <message>
+        <source>Bring both ends of the scale back</source>
+        <translation>スケールの両端を元に戻す</translation>
     </message>
 </context>
 <context>
@@ -1858,6 +1950,18 @@
         <source>X ax.: %1</source>
         <translation>X 軸: %1</translation>
     </message>
+    <message>
+        <source>Select %1</source>
+        <translation>%1を選択</translation>
+    </message>
+    <message>
+        <source>Select Energies of %1</source>
+        <translation>%1のエネルギーを選択</translation>
+    </message>
+    <message>
+        <source>Select Bad Pixels of %1</source>
+        <translation>%1の不良画素を選択</translation>
+    </message>
 </context>
 <context>
     <name>SelectDataFilesAdditionalSetup</name>
@@ -2087,10 +2191,6 @@
         <translation>エネルギー [eV]</translation>
     </message>
     <message>
-        <source>Save Spectra</source>
-        <translation>スペクトルの保存</translation>
-    </message>
-    <message>
         <source>dMut = %1, Edge %2 [eV] : %3 %4</source>
         <translation>Δμt = %1, 吸収端 %2 [eV] : %3 %4</translation>
     </message>
@@ -2109,6 +2209,14 @@
     <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Frequency no.</source>
+        <translation>周波数番号</translation>
+    </message>
+    <message>
+        <source>Save Spectra: %1</source>
+        <translation>スペクトルを保存: %1</translation>
     </message>
 </context>
 </TS>

@@ -59,6 +59,11 @@ EOFSetup::EOFSetup(QWidget* parent)
 
 EOFSetup::~EOFSetup() = default;
 
+LateDialog* EOFSetup::dialog() const
+{
+    return ui_->RefFile->dialog();
+}
+
 void EOFSetup::fillCrystals()
 {
     for (const Crystal& crystal : crystals)

@@ -7,6 +7,7 @@
 
 #include <memory>
 
+class LateDialog;
 class Ui_EOFSetup;
 
 /// "Energy of files": the dialog of one stack that decides the energy of each of its files. Images
@@ -23,6 +24,8 @@ public:
 
     /// The rule as the form stands.
     EnergyRule rule() const;
+    /// The dialog that selects the reference file.
+    LateDialog* dialog() const;
 
     void setByName(bool f);
     void setByCalc(bool f);

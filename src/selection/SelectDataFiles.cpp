@@ -21,13 +21,7 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     , ui_(std::make_unique<Ui_SelectDataFiles>())
     , eofSetup_(new EOFSetup(this))
     , addSetup_(new SelectDataFilesAdditionalSetup(this))
-    , dialog_(new LateDialog(
-          [this] {
-              auto* dialog = new SelectImgDialog(this);
-              dialog->setWindowTitle(ui_->Caption->text());
-              return dialog;
-          },
-          this))
+    , dialog_(new LateDialog([this] { return new SelectImgDialog(this); }, this))
 {
     ui_->setupUi(this);
     connect(ui_->Exposure, &QLineEdit::textChanged, this, &SelectDataFiles::exposureChanged);
@@ -57,6 +51,9 @@ SelectDataFiles::~SelectDataFiles() = default;
 void SelectDataFiles::setCaption(const QString& caption)
 {
     ui_->Caption->setText(caption);
+    dialog_->setTitle(tr("Select %1").arg(caption));
+    eofSetup_->dialog()->setTitle(tr("Select Energies of %1").arg(caption));
+    addSetup_->dialog()->setTitle(tr("Select Bad Pixels of %1").arg(caption));
     eofSetup_->setWindowTitle(caption + QStringLiteral(": ") + eofSetup_->windowTitle());
     addSetup_->setWindowTitle(caption + QStringLiteral(": ") + addSetup_->windowTitle());
 }

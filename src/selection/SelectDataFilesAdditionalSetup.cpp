@@ -10,7 +10,6 @@ SelectDataFilesAdditionalSetup::SelectDataFilesAdditionalSetup(QWidget* parent)
     , errPsDialog_(new LateDialog(
           [this] {
               auto* dialog = new FileDialog(this);
-              dialog->setWindowTitle(tr("Bad Pixels"));
               dialog->setFileMode(QFileDialog::ExistingFile);
               return dialog;
           },

@@ -23,6 +23,8 @@ public:
     bool ignoreLive() const;
     /// Bad pixels for images read from now on.
     const ErrPoints& errPoints() const { return errPoints_; }
+    /// The dialog that selects the list of bad pixels.
+    LateDialog* dialog() const { return errPsDialog_; }
 
 Q_SIGNALS:
     void setDarkArea();

@@ -4,7 +4,9 @@
 #include "app/ProgressSum.h"
 #include "batch/BatchCtrl.h"
 #include "common/LogRelay.h"
+#include "common/Settings.h"
 #include "common/WindowState.h"
+#include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
 #include "selection/SelectDataFiles.h"
@@ -299,7 +301,58 @@ private Q_SLOTS:
         QCOMPARE(second.batchCtrl()->geometry(), place);
     }
 
+    /// Each dialog has a title of its own, and the folder in which its kind was last used, in this
+    /// session or the one before.
+    void dialogsOfFilesHaveTitlesAndFoldersOfTheirOwn()
+    {
+        const QTemporaryDir store, dir;
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
+        const QStringList kinds{"Select I1 Data", "Select Reference 2", "Load Batch File",
+                                "Save Energy Shift Map", "Select Bad Pixels of I0 Data"};
+        const QStringList companions{"Select Dark Data", "Select Standard", "Save Batch File",
+                                     "Save Image", "Select Bad Pixels of I1 Data"};
+        for (const bool again : {false, true}) {
+            Body body;
+            QMap<QString, QFileDialog*> dialogs;
+            for (const QWidget* window : QApplication::topLevelWidgets()) {
+                for (LateDialog* late : window->findChildren<LateDialog*>()) {
+                    const QString title = late->get()->windowTitle();
+                    QVERIFY2(!title.isEmpty() && dialogs.value(title, late->get()) == late->get(),
+                             qPrintable(title));
+                    dialogs[title] = late->get();
+                }
+            }
+            for (int i = 0; i < kinds.size() && !again; ++i) {
+                QVERIFY(QDir(dir.path()).mkdir(QString::number(i)));
+                Q_EMIT dialogs[kinds[i]]->directoryEntered(dir.filePath(QString::number(i)));
+            }
+            for (int i = 0; i < kinds.size(); ++i) {
+                for (const QString& title : {kinds[i], companions[i]}) {
+                    QVERIFY2(dialogs.contains(title), qPrintable(title));
+                    QCOMPARE(dialogs[title]->directory().path(), dir.filePath(QString::number(i)));
+                }
+            }
+        }
+        // One that is gone, or was kept under another root, is not gone back to.
+        const QString root = dir.filePath("0");
+        QCOMPARE(folderAtStart("data", root), root);
+        FDGroup("badPixels", root, nullptr).directoryEntered(dir.filePath("4"));
+        QCOMPARE(folderAtStart("badPixels", root), dir.filePath("4"));
+        QVERIFY(QDir(dir.path()).rmdir("4"));
+        QCOMPARE(folderAtStart("badPixels", root), root);
+    }
+
 private:
+    /// Folder of the first dialog of a group that begins.
+    static QString folderAtStart(const QString& name, const QString& root)
+    {
+        FDGroup group(name, root, nullptr);
+        LateDialog late([] { return new FileDialog; }, &group);
+        group.add(&late);
+        const std::unique_ptr<QFileDialog> dialog(late.get());
+        return dialog->directory().path();
+    }
+
     /// Drops files as a file manager does; whether they were taken.
     static bool drop(QWidget* target, const QStringList& files)
     {

@@ -29,16 +29,20 @@ private Q_SLOTS:
         QTest::addColumn<bool>("japanese");
         QTest::addColumn<QStringList>("expected");
         QTest::newRow("english") << false
-                                 << QStringList{"Analyzer", "I1 Data", "X ax.: keV",
-                                                "I1 Data: Energy of Files", "Any Files (* *.*)"};
+                                 << QStringList{"Analyzer",          "I1 Data",
+                                                "X ax.: keV",        "I1 Data: Energy of Files",
+                                                "Any Files (* *.*)", "Cancel"};
         QTest::newRow("japanese") << true
-                                  << QStringList{"解析", "I1 データ", "X 軸: keV",
+                                  << QStringList{"解析",
+                                                 "I1 データ",
+                                                 "X 軸: keV",
                                                  "I1 データ: ファイルのエネルギー",
-                                                 "すべてのファイル (* *.*)"};
+                                                 "すべてのファイル (* *.*)",
+                                                 "キャンセル"};
     }
 
     /// One caption of each making: of a form, set in code, with a place holder, put together of
-    /// two, and a file pattern.
+    /// two, a file pattern, and of Qt itself.
     void captionsAreThoseOfTheLanguage()
     {
         QFETCH(bool, japanese);
@@ -47,11 +51,13 @@ private Q_SLOTS:
         DrivenBody body;
         QVERIFY(body.run("eng_calc_disp_unit_i1 1"));
         auto* row = body.findChild<SelectDataFiles*>("SelectI1Files");
-        const QString captions[] = {body.findChild<QAbstractButton*>("ShowAnalyzer")->text(),
-                                    row->findChild<QLabel*>("Caption")->text(),
-                                    row->findChild<QLabel*>("XAxis")->text(),
-                                    row->findChild<QWidget*>("EOFSetup")->windowTitle(),
-                                    row->dialog()->get()->nameFilters().last()};
+        const QString captions[] = {
+            body.findChild<QAbstractButton*>("ShowAnalyzer")->text(),
+            row->findChild<QLabel*>("Caption")->text(),
+            row->findChild<QLabel*>("XAxis")->text(),
+            row->findChild<QWidget*>("EOFSetup")->windowTitle(),
+            row->dialog()->get()->nameFilters().last(),
+            row->dialog()->get()->labelText(QFileDialog::Reject).remove("&")};
         for (int i = 0; i < expected.size(); ++i)
             QCOMPARE(captions[i], expected[i]);
     }

@@ -118,6 +118,12 @@ private Q_SLOTS:
         click("ShowShiftMap");
         QVERIFY(!area_->currentImage()); // no map yet
         moveTo(2, 2);
+        QVERIFY(text("Value").isEmpty() && !text("Position").isEmpty());
+        QVERIFY(body_->findChild<CrossSView*>("HCross")->points().isEmpty());
+        QVERIFY(body_->run("clear_I0_files"));
+        click("ShowI0");
+        QVERIFY(!area_->currentImage() && text("Value").isEmpty()); // nor that of I1
+        QVERIFY(body_->findChild<QPushButton*>("ShowI0")->isChecked());
         click("ShowData");
         QCOMPARE(*area_->currentImage(), sample);
     }
@@ -161,6 +167,86 @@ private Q_SLOTS:
         QVERIFY(body_->run("clear_I1_files"));
         QVERIFY(view_->spectrum().isEmpty() && text("Value").isEmpty());
         QCOMPARE(number->text(), QString("0"));
+    }
+
+    void mapStaysOnShowWithCursorSectionsAndValueOfItsOwn()
+    {
+        load();
+        QVERIFY(body_->runAll({"analyzer_select_analysis_mode 0", "analyzer_exec_LCF",
+                               "analyzer_select_image 0", "select_disp_image 3"}));
+        const Analyzed2DRes* map = area_->shownMap();
+        QVERIFY(map && map == body_->analyzer()->selectedMap());
+        const double firstEnergy = view_->markerEnergy();
+        body_->analyzer()->selectedMap()->setData(11, 0, 0, 0, 1e6);
+        QVERIFY(body_->run("move_position 4 5"));
+        QCOMPARE(text("Value"), QString::number(map->valueAt(4, 5), 'g', 6));
+        QCOMPARE(view_->markerEnergy(), firstEnergy); // of I1
+        const auto* across = body_->findChild<CrossSView*>("HCross");
+        QCOMPARE(across->axis(), QString("Map value"));
+        QCOMPARE(across->points().size(), experiment_.width);
+        QCOMPARE(across->points()[7], QPointF(7, map->valueAt(7, 5)));
+        const auto* upward = body_->findChild<CrossSView*>("VCross");
+        QCOMPARE(upward->points()[1], QPointF(experiment_.height - 1, map->valueAt(4, 1)));
+
+        // Sections show the part of the map that is in view, and span its values.
+        QVERIFY(body_->runAll({"move_position 11 5", "select_region 3 2 9 6", "zoom_in"}));
+        QCOMPARE(QPointF(across->shownPositions().min, across->shownPositions().max),
+                 QPointF(3, 9));
+        QCOMPARE(QPointF(upward->shownPositions().min, upward->shownPositions().max),
+                 QPointF(experiment_.height - 6, experiment_.height - 2));
+        QVERIFY(upward->shownValues().max < 2);
+
+        // Images come and go under it; such of another size take its place.
+        for (const QString& line :
+             {QString("clear_I1_files"), loadLine(experiment_.i1.mid(0, 2))}) {
+            QVERIFY(body_->run(line));
+            QCOMPARE(area_->shownMap(), map);
+            QVERIFY(body_->findChild<QPushButton*>("ShowResAnalysis")->isChecked());
+        }
+        QVERIFY(area_->hasSelection() && area_->viewWindow() == QRectF(3, 2, 6, 4));
+        const QString other = experiment_.write(
+            "other.img", imgBytes(5, 4, "BytesPerPixel=2,", 2, [](int x, int) { return x; }));
+        QVERIFY(body_->run(loadLine({other})));
+        QVERIFY(!area_->shownMap() && !area_->hasSelection());
+        QVERIFY(body_->findChild<QPushButton*>("ShowData")->isChecked());
+        QCOMPARE(area_->viewWindow(), QRectF(0, 0, 5, 4));
+        QCOMPARE(across->axis(), QString("ln(I0 / I1)"));
+    }
+
+    void imagesAfterAMapOfAnotherSizeComeIntoViewWhole()
+    {
+        Analyzed2DRes map("map");
+        map.prepare(AnalyzeCond(40, 30, 0, 0, QRectF(0, 0, 40, 30), -1, -1));
+        map.genImg();
+        area_->setAnalyzedRes(&map);
+        area_->setShowOverLayer(true);
+        area_->grab();
+        QVERIFY(body_->run("select_region 1 1 3 3"));
+        load();
+        QCOMPARE(area_->viewWindow(), QRectF(0, 0, experiment_.width, experiment_.height));
+        QCOMPARE(area_->selectedArea(), QRectF(1, 1, 2, 2)); // chosen for the images to come
+    }
+
+    void heldButtonLeavesTheCursorAsAWhole()
+    {
+        load();
+        moveTo(2, 2);
+        const auto state = [this] {
+            return QStringList{text("Position"), text("Value"), text("DarkValue")};
+        };
+        const QStringList before = state();
+        const QVector<QPointF> section = body_->findChild<CrossSView*>("HCross")->points();
+        for (const auto keys : {Qt::NoModifier, Qt::ShiftModifier}) {
+            QTest::mousePress(area_, Qt::LeftButton, keys, {20, 20});
+            QMouseEvent move(QEvent::MouseMove, QPointF(60, 50), Qt::NoButton, Qt::LeftButton,
+                             keys);
+            QCoreApplication::sendEvent(area_, &move);
+            QCOMPARE(state(), before);
+            QCOMPARE(body_->findChild<CrossSView*>("HCross")->points(), section);
+            QTest::mouseRelease(area_, Qt::LeftButton, keys, {60, 50});
+        }
+        moveTo(9, 5);
+        QVERIFY(state() != before);
     }
 
     void darkAreaButtonsOfTheRowSetRenewAndClear()
@@ -347,6 +433,10 @@ private:
         QWheelEvent turn(middle, middle, {}, {0, delta}, Qt::NoButton, {}, Qt::NoScrollPhase,
                          false);
         QCoreApplication::sendEvent(area_, &turn);
+    }
+    static QString loadLine(const QStringList& files)
+    {
+        return "load_I1_files new " + files.join(' ');
     }
     static bool hasInk(QWidget& widget)
     {

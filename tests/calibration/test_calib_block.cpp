@@ -191,6 +191,8 @@ private Q_SLOTS:
         QCOMPARE(QPointF(statistics.min, statistics.max), QPointF(-2.5, 4.0));
         QCOMPARE(statistics.mean, 1.5);
         QCOMPARE(statistics.sigma, std::sqrt((0.0 + 16.0 + 2.25 + 2.25) / 4));
+        // Of -2.5, 1.5, 3 and 4, and of their distances 4.75, 0.75, 0.75 and 1.75.
+        QCOMPARE(QPointF(statistics.median, statistics.mad), QPointF(2.25, 1.25));
         QCOMPARE(log.linesWith("1 shifts are not finite"), 1);
         QCOMPARE(statistics.outcomes.text(),
                  QString("fitted 5 (gap held 1), step not above 0 1; lines cross in the fitting "
@@ -205,6 +207,7 @@ private Q_SLOTS:
         statistics.close(AnalyzeCond(1, 1, 0, 0, QRectF(0, 0, 1, 1), -1, -1), map);
         QVERIFY(statistics.count == 0 && std::isnan(statistics.mean));
         QVERIFY(std::isnan(statistics.sigma) && std::isnan(statistics.min));
+        QVERIFY(std::isnan(statistics.median) && std::isnan(statistics.mad));
     }
 };
 

@@ -6,6 +6,7 @@
 #include <QtTest>
 
 #include <climits>
+#include <cmath>
 
 /// The image area and the colour bar with a real mouse.
 class TestImageArea : public QObject
@@ -36,6 +37,50 @@ private Q_SLOTS:
         QCOMPARE(selected.size(), 1);
     }
 
+    /// A click is a way of fewer than 3 pixels of the screen; also one that went further meanwhile.
+    void clickLeavesTheSelectionAsItWas()
+    {
+        drag(area_.get(), {50, 20}, {150, 80});
+        const QRectF made(5, 2, 10, 6);
+        for (const auto keys : {Qt::NoModifier, Qt::ControlModifier}) {
+            for (const QPoint& end : {QPoint(50, 20), QPoint(52, 18), QPoint(50, 90)}) {
+                drag(area_.get(), {50, 20}, end, keys);
+                QCOMPARE(area_->selectedArea(), made);
+            }
+        }
+        QTest::mousePress(area_.get(), Qt::LeftButton, {}, {10, 10});
+        move(area_.get(), {90, 90}, Qt::LeftButton);
+        QCOMPARE(area_->selectedArea(), QRectF(1, 1, 8, 8));
+        move(area_.get(), {11, 11}, Qt::LeftButton);
+        QTest::mouseRelease(area_.get(), Qt::LeftButton, {}, {11, 11});
+        QVERIFY(area_->selectedArea() == made && area_->viewWindow() == whole_);
+        drag(area_.get(), {52, 18}, {51, 15});
+        QCOMPARE(area_->selectedArea(), QRectF(5.1, 1.5, 0.1, 0.3));
+        area_->recallOldSelectedArea();
+        QCOMPARE(area_->selectedArea(), made);
+    }
+
+    void imagesOfAnotherSizeResetViewAndSelection()
+    {
+        area_->setSelectedArea(1, 1, 3, 3);
+        area_->setViewWAsSelectedArea();
+        const QRectF chosen(1, 1, 2, 2);
+        area_->setImageSize({20, 10}); // chosen while there was none
+        QVERIFY(area_->selectedArea() == chosen && area_->viewWindow() == chosen);
+        area_->setImageSize({});
+        area_->setImageSize({20, 10});
+        QVERIFY(area_->hasSelection() && area_->viewWindow() == chosen);
+        area_->setSelectedArea(1, 1, 3, 3);
+        area_->setImageSize({});
+        area_->setImageSize({30, 10});
+        QVERIFY(!area_->hasSelection());
+        QCOMPARE(area_->viewWindow(), QRectF(0, 0, 30, 10));
+        area_->setImageSize({});
+        area_->setSelectedArea(1, 1, 3, 3); // for those to come
+        area_->setImageSize({20, 10});
+        QVERIFY(area_->selectedArea() == chosen && area_->viewWindow() == whole_);
+    }
+
     void dragWithKeysMovesTheView()
     {
         drag(area_.get(), {50, 20}, {150, 80}, Qt::ControlModifier);
@@ -57,6 +102,37 @@ private Q_SLOTS:
         area_->resetImageViewWindow();
         wheel({5, 50}, -120);
         QCOMPARE(area_->viewWindow().size(), QSizeF(20, 11));
+    }
+
+    void wheelGoesByTheWayOfItsTurn_data()
+    {
+        QTest::addColumn<QPoint>("pixels");
+        QTest::addColumn<QPoint>("angle");
+        QTest::addColumn<Qt::ScrollPhase>("phase");
+        QTest::addColumn<double>("notches");
+        QTest::newRow("two notches") << QPoint() << QPoint(0, 240) << Qt::NoScrollPhase << 2.0;
+        QTest::newRow("a fine wheel") << QPoint() << QPoint(3, -15) << Qt::NoScrollPhase << -0.125;
+        QTest::newRow("sideways") << QPoint() << QPoint(120, 40) << Qt::NoScrollPhase << 0.0;
+        QTest::newRow("nothing") << QPoint() << QPoint() << Qt::ScrollEnd << 0.0;
+        QTest::newRow("touchpad") << QPoint(2, 30) << QPoint(0, 1) << Qt::ScrollUpdate << 0.5;
+        QTest::newRow("touchpad sideways")
+            << QPoint(-30, 2) << QPoint(0, 60) << Qt::ScrollUpdate << 0.0;
+        QTest::newRow("pixels of the driver")
+            << QPoint(0, 120) << QPoint(0, 120) << Qt::NoScrollPhase << 1.0;
+    }
+    void wheelGoesByTheWayOfItsTurn()
+    {
+        QFETCH(QPoint, pixels);
+        QFETCH(QPoint, angle);
+        QFETCH(Qt::ScrollPhase, phase);
+        QFETCH(double, notches);
+        const QSignalSpy turned(area_.get(), &DispA::wheelMoved0);
+        const QPointF at(100, 50);
+        move(area_.get(), at, Qt::NoButton);
+        QWheelEvent turn(at, at, pixels, angle, Qt::NoButton, {}, phase, false);
+        QApplication::sendEvent(area_.get(), &turn);
+        QCOMPARE(turned.size(), notches != 0.0 ? 1 : 0);
+        QCOMPARE(area_->viewWindow().width(), 20 * std::pow(1.1, -notches));
     }
 
     void altKeepsTheMouseQuiet()
@@ -91,8 +167,8 @@ private Q_SLOTS:
     {
         area_->setSelectedArea(2, 2, 6, 6);
         QVERIFY(!area_->isInSelectedArea(4, 4)); // deliberate: see the declaration
-        area_->setSelectedArea(2, 6, 6, 2);
-        QVERIFY(area_->selectedArea() == QRectF(2, 6, 4, -4) && area_->isInSelectedArea(4, 4));
+        area_->setSelectedArea(12, 9, 8, 5);
+        QCOMPARE(area_->selectedArea(), QRectF(8, 5, 4, 4));
         area_->recallOldSelectedArea();
         QCOMPARE(area_->selectedArea(), QRectF(2, 2, 4, 4));
         area_->clearSelection();
@@ -120,7 +196,10 @@ private Q_SLOTS:
     {
         const QSignalSpy range(area_.get(), &ImgDispA::rangeShown);
         area_->setShowOverLayer(true);
-        area_->grab();
+        area_->setEmptyText("nothing");
+        const QImage empty = area_->grab().toImage();
+        area_->setEmptyText({});
+        QVERIFY(area_->grab().toImage() != empty);
         QVERIFY(!area_->currentImage() && range.isEmpty());
         {
             Analyzed2DRes map("map");
@@ -153,6 +232,10 @@ private Q_SLOTS:
         QCOMPARE(updated.size(), 2);
         bar.highHandle = bar.lowHandle; // a ramp without a width
         bar.paintCBar();
+        QTest::mouseDClick(&bar, Qt::RightButton, {}, {5, 50});
+        QCOMPARE(bar.lowHandle, bar.highHandle);
+        QTest::mouseDClick(&bar, Qt::LeftButton, {}, {5, 50});
+        QCOMPARE(QPointF(bar.lowHandle, bar.highHandle), QPointF(0, 1));
     }
 
 private:
