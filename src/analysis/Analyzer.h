@@ -49,6 +49,8 @@ public:
     void setMode(int m);
     /// An analysis that walks over the map is switched on.
     bool walkAnalysisSelected() const;
+    /// There is a reference that takes part in fits over the scan's energies.
+    bool canFit(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Maps are to be painted after each row of a walk.
     bool displaysOnTime() const;
 
