@@ -11,6 +11,7 @@
 #include "maps/WalkRuns.h"
 #include "spectrum/XafsSpectrum.h"
 
+#include <QHash>
 #include <QMainWindow>
 #include <QQueue>
 #include <QThread>
@@ -108,7 +109,8 @@ public Q_SLOTS:
     void showXafsSpectrum(double x, double y);
     void showXafsSpectrum();
     void newStdFile();
-    /// Starts a calibration of the selected area against the standard, or stops the one that runs.
+    /// The button: starts a calibration of the selected area against the standard, or stops the one
+    /// that runs.
     void execCalibration();
     void calibNextPoint();
     void finishCalib();
@@ -171,6 +173,8 @@ Q_SIGNALS:
     void loadI1Files(const LoadJob& job);
     void loadI0Files(const LoadJob& job);
     void finishing();
+    /// A command is about to be executed.
+    void commandStarted(const CmdLine& cmd);
     /// A command has come to its end; ticket is the number of the batch's own command, 0 when a
     /// click started it.
     void finishBatchExec(int id, int ticket);
@@ -182,6 +186,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// What a batch that waits is told of a walk or a calibration that was stopped.
+    static QString stoppedText() { return QStringLiteral("stopped"); }
+
     struct Commands;
     friend struct Commands;
     struct MenuEntry;
@@ -261,6 +268,10 @@ private:
     void startConfigBatch();
     void startLoader(QThread& thread, LoadTiff& loader);
 
+    // BodyCommands.cpp
+    void runCommand(EX_CMD_ID id, const CmdLine& cmd);
+    void endCommand(EX_CMD_ID id, int ticket, const QStringList& faults);
+
     // BodyShell.cpp
     void setupShell();
     void setupMessages();
@@ -279,10 +290,12 @@ private:
 
     // BodyCalibration.cpp
     void setupCalibration();
+    void startCalibration();
+    QString calibrationFault(AnalyzeCond& walk) const;
     void tellCalibrationDoubts() const;
     CalibConditions calibConditions() const;
-    void stopCalibration();
-    void leaveCalibration();
+    void stopCalibration(const QString& why = stoppedText());
+    void leaveCalibration(const QStringList& faults);
     void waitForCalibration(int ticket);
     bool calibrationHasBegun() const;
 
@@ -301,9 +314,9 @@ private:
     void clearStack(Stack& stack);
     static bool isLoading(const Stack& stack);
     void setStopRedraw(bool on);
-    LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket);
-    void readI1(const QStringList& files, bool newFile, int ticket);
-    void readI0(const QStringList& files, bool newFile, int ticket);
+    LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, const CmdLine& cmd);
+    void readI1(const QStringList& files, bool newFile, const CmdLine& cmd);
+    void readI0(const QStringList& files, bool newFile, const CmdLine& cmd);
     bool takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack, int jobsDone);
     Stack& shownStack();
@@ -348,7 +361,8 @@ private:
     // BodyAnalysis.cpp
     QString areaFault(AnalyzeCond& ac) const;
     void startWalk(int ticket);
-    void refuseWalk(const QString& why, int ticket);
+    QString walkFault(AnalyzeCond& cond) const;
+    void stopWalk(const QString& why);
     ReadRange scanRange() const;
     void prepareMaps(const AnalyzeCond& cond);
     void sendNextRequest();
@@ -360,7 +374,7 @@ private:
     double residualToRecord(const LcfResult& result);
     void finishRow(const AnalyzeCond& at);
     void endWalk();
-    void leaveWalk();
+    int leaveWalk();
     void refreshEdgeEnergy();
 
     std::unique_ptr<Ui_Body> ui_;
@@ -403,6 +417,7 @@ private:
     LateDialog* saveDataDialog_ = nullptr;
     FDGroup* dataDialogs_ = nullptr;
 
+    QHash<int, CmdLine> commandsUnderWay_; ///< by ticket, those whose ends are reported later
     Walk walk_;
     Calibration calibration_;
     AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
