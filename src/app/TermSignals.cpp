@@ -2,6 +2,7 @@
 
 #include <QSocketNotifier>
 
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
@@ -16,9 +17,11 @@ volatile std::sig_atomic_t writeEnd = -1;
 void passOn(int signalNumber)
 {
     const auto byte = static_cast<unsigned char>(signalNumber);
-    // A full pipe holds signals enough.
-    if (write(writeEnd, &byte, 1) < 0)
-        return;
+    const int interrupted = errno;
+    // A full pipe holds signals enough: the result does not count.
+    const ssize_t written = write(writeEnd, &byte, 1);
+    static_cast<void>(written);
+    errno = interrupted;
 }
 
 void setHandler(void (*handler)(int))

@@ -113,7 +113,7 @@ int endUnattended(int code, const FailureCount& failures)
 {
     if (failures.count == 0)
         return code;
-    printError(QStringLiteral("Batch: %1 failed, the first: %2")
+    printError(QStringLiteral("Batch failures: %1, the first: %2")
                    .arg(failures.count)
                    .arg(failures.first.text()));
     return code != 0 ? code : commandsFailed;

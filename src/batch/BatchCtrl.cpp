@@ -17,6 +17,7 @@ namespace {
 
 // A run that never ends must not fill the memory with its log.
 constexpr int mostLogLines = 100000;
+constexpr int mostEditedLines = 100000;
 
 } // namespace
 
@@ -91,7 +92,7 @@ void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
 
 void BatchCtrl::execCmdsSlot()
 {
-    Q_EMIT doDispatchCmds(ui_->BatchCmds->toPlainText());
+    Q_EMIT doDispatchCmds(text());
 }
 
 void BatchCtrl::execBatchSlot()
@@ -163,7 +164,7 @@ void BatchCtrl::commandFailed(const CmdLine& cmd, const QStringList& reasons)
 
 void BatchCtrl::clear()
 {
-    ui_->BatchCmds->clear();
+    setText(QString());
 }
 
 void BatchCtrl::clearLog()
@@ -174,7 +175,7 @@ void BatchCtrl::clearLog()
 void BatchCtrl::save(const QString& fname)
 {
     QSaveFile file(fname);
-    const QByteArray bytes = ui_->BatchCmds->toPlainText().toUtf8();
+    const QByteArray bytes = text().toUtf8();
     if (!file.open(QIODevice::WriteOnly | QIODevice::Text) || file.write(bytes) < 0 ||
         !commitWritten(file)) {
         fault(
@@ -192,9 +193,20 @@ void BatchCtrl::load(const QString& fname)
         fault(why);
 }
 
+QString BatchCtrl::text() const
+{
+    return keptText_.isEmpty() ? ui_->BatchCmds->toPlainText() : keptText_;
+}
+
 void BatchCtrl::setText(const QString& text)
 {
-    ui_->BatchCmds->setPlainText(text);
+    const int lines = text.count(QLatin1Char('\n'));
+    const bool edited = lines <= mostEditedLines;
+    keptText_ = edited ? QString() : text;
+    ui_->BatchCmds->setReadOnly(!edited);
+    ui_->BatchCmds->setPlainText(
+        edited ? text
+               : tr("These are %1 lines, too many to be shown. They can be run.").arg(lines));
 }
 
 void BatchCtrl::setBatchFile(const QString& fname)

@@ -45,7 +45,10 @@ public:
     /// lines are written already; see common/Fault.h.
     void commandFailed(const CmdLine& cmd, const QStringList& reasons);
 
-    /// Puts a text into the editor.
+    /// The text that "Exec." runs.
+    QString text() const;
+    /// Puts a text into the editor. One of too many lines is only told there, and kept as it is: an
+    /// editor takes some 150 bytes for each line.
     void setText(const QString& text);
 
 Q_SIGNALS:
@@ -56,13 +59,13 @@ Q_SIGNALS:
     void gaveUp();
 
 public Q_SLOTS:
-    /// Gives the editor's text to the dispatcher, line by line with empty lines kept.
+    /// Gives the text to the dispatcher.
     void execCmdsSlot();
 
     void clear();
     void clearLog();
 
-    /// Writes the editor's text as UTF-8. A file that can't be written keeps its old contents and
+    /// Writes the text as UTF-8. A file that can't be written keeps its old contents and
     /// costs one log line.
     void save(const QString& fname);
 
@@ -97,6 +100,7 @@ private:
     QPointer<BatchDispatcher> dispatcher_;
     LateDialog* saveDialog_;
     LateDialog* loadDialog_;
+    QString keptText_; ///< in place of the editor's
     RunWatch watch_;
     FailureCount failures_;
     bool firstRunEnded_ = false;

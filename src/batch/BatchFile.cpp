@@ -6,24 +6,18 @@
 namespace {
 
 constexpr qint64 longestFile = 16 * 1024 * 1024;
-/// An editor keeps a record for each line.
-constexpr int mostLines = 1000000;
 
-/// What speaks against showing the text; empty when nothing does.
-QString faultOf(const QString& text)
+bool hasLongLine(const QString& text)
 {
-    int lines = 1;
     int lineStart = 0;
-    for (int i = 0; i <= text.size(); ++i) {
-        if (i < text.size() && text[i] != QLatin1Char('\n'))
-            continue;
-        if (i - lineStart > longestTextLine)
-            return QStringLiteral("has a line that is too long");
-        lineStart = i + 1;
-        if (++lines > mostLines)
-            return QStringLiteral("has too many lines");
+    while (lineStart <= text.size()) {
+        const int found = text.indexOf(QLatin1Char('\n'), lineStart);
+        const int end = found < 0 ? text.size() : found;
+        if (end - lineStart > longestTextLine)
+            return true;
+        lineStart = end + 1;
     }
-    return {};
+    return false;
 }
 
 } // namespace
@@ -34,8 +28,11 @@ QString readBatchFile(const QString& fname, QString& text)
     const TextFileResult result = readTextFile(fname, longestFile, read);
     if (result == TextFileResult::CantOpen)
         return QStringLiteral("Can't open batch file ") + quoted(fname);
-    const QString why =
-        result == TextFileResult::TooLong ? QStringLiteral("is too long") : faultOf(read);
+    QString why;
+    if (result == TextFileResult::TooLong)
+        why = QStringLiteral("is too long");
+    else if (hasLongLine(read))
+        why = QStringLiteral("has a line that is too long");
     if (!why.isEmpty())
         return QStringLiteral("Batch file %1 %2 and is not loaded").arg(quoted(fname), why);
     text = read;

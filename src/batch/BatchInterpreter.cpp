@@ -200,9 +200,12 @@ void BatchInterpreter::runLine(CmdLine& line, BatchOutcome& outcome)
         } else if (line.valid && keyword == KeywordNone) {
             outcome.failure = unknownWord(line);
             if (outcome.failure)
-                outcome.log = batchLogText(*outcome.failure);
+                outcome.log =
+                    (lineOpen_ ? QStringLiteral("\n") : QString()) + batchLogText(*outcome.failure);
         }
     }
+    if (!outcome.log.isEmpty())
+        lineOpen_ = !outcome.log.endsWith(QLatin1Char('\n'));
     if (isCommand) {
         outcome.kind = BatchOutcome::Command;
         outcome.command = line;

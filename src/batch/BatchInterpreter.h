@@ -97,5 +97,6 @@ private:
     int at_ = 0;          ///< where the line with lineNo begins; past the end when there is none
     int lineStartNo_ = 0; ///< index of the line that is being run
     bool ofConfig_ = false;
-    QSet<int> toldLines_; ///< whose unknown words were told
+    bool lineOpen_ = false; ///< the log's last line, an echo, has no end
+    QSet<int> toldLines_;   ///< whose unknown words were told
 };

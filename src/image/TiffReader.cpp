@@ -35,8 +35,6 @@ constexpr Packing packings[] = {
     {COMPRESSION_LZW, 2731},           // strings of up to 4096 in 12 bits
     {COMPRESSION_ADOBE_DEFLATE, 1032}, // matches of 258 in two bits
     {COMPRESSION_DEFLATE, 1032},       // the same by its old number
-    {COMPRESSION_PIXARLOG, 1032},      // deflated too
-    {COMPRESSION_SGILOG, 65},          // runs of 129 values in two pairs of bytes
     {COMPRESSION_LZMA, 7200},          // matches of 273 in 0.31 bits
     {COMPRESSION_ZSTD, 32768},         // blocks of 128 kB in four bytes
 };

@@ -69,20 +69,20 @@ private Q_SLOTS:
         QTest::newRow("unknown word of the configuration")
             << QByteArray("batch :echo x\nbatch foo\nbatch quit\n") << QByteArray("quit\n") << both
             << 1
-            << "Batch: 1 failed, the first: batch line 2 of the configuration, foo: unknown word";
+            << "Batch failures: 1, the first: batch line 2 of the configuration, foo: unknown word";
         QTest::newRow("image in a loop")
             << QByteArray()
             << QByteArray(":for L %n% 1 2\nload_I1_files new \\\n/none-%n%\n"
                           ":next L\nload_I0_files_of_pattern new /none *\nquit\n")
             << both << 1
-            << "Batch: 3 failed, the first: line 2, load_I1_files: Can not open (1) \"/none-1";
+            << "Batch failures: 3, the first: line 2, load_I1_files: Can not open (1) \"/none-1";
         QTest::newRow("latin-1 and no standard")
             << QByteArray()
             << QByteArray(":echo \xb5\nSuggesting_Elm Xx\ncalib_exec\ncalib_wait\nquit") << both
-            << 1 << "Batch: 2 failed, the first: line 2, Suggesting_Elm: Unknown element \"Xx\"";
+            << 1 << "Batch failures: 2, the first: line 2, Suggesting_Elm: Unknown element \"Xx\"";
         QTest::newRow("no end of waiting")
             << QByteArray() << QByteArray("load_I1_files new\nquit\n") << both + " -timeout 0.1"
-            << 3 << "Batch: 2 failed, the first: line 1, load_I1_files: No files to load";
+            << 3 << "Batch failures: 2, the first: line 1, load_I1_files: No files to load";
     }
 
     void unattendedRunsTellByTheirExitCodes()

@@ -8,8 +8,10 @@
 #include <QtTest>
 
 #include <random>
+#include <vector>
 
 #include <sys/stat.h>
+#include <tiffio.h>
 
 namespace {
 double ramp(int x, int y)
@@ -133,6 +135,31 @@ private Q_SLOTS:
         tiff.replace(8 + 4 * 4 * 2 + 2 + 12 * 5 + 8, 4, QByteArray("\xf0\xff\xff\x00", 4));
         QVERIFY(read(image, tiff) && image.blockSum(2, 2, 2, 2) == 0.0);
         QCOMPARE(log.linesWith("Unreadable rows"), 1);
+    }
+
+    /// Constant pixels: the codecs at their tightest, 20,000 to 1 for the last.
+    void compressionPacksAsTightAsItCan()
+    {
+        constexpr quint32 side = 1000;
+        for (const int codec : {COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_PACKBITS,
+                                COMPRESSION_LZMA, COMPRESSION_ZSTD}) {
+            if (TIFFIsCODECConfigured(uint16_t(codec)) != 1)
+                continue;
+            TIFF* tiff = TIFFOpen(qPrintable(name_), "w");
+            const std::pair<uint32_t, quint32> tags[] = {
+                {TIFFTAG_IMAGEWIDTH, side},   {TIFFTAG_IMAGELENGTH, side},
+                {TIFFTAG_ROWSPERSTRIP, side}, {TIFFTAG_BITSPERSAMPLE, 16},
+                {TIFFTAG_PHOTOMETRIC, 1},     {TIFFTAG_COMPRESSION, quint32(codec)}};
+            for (const auto& [tag, value] : tags)
+                QCOMPARE(TIFFSetField(tiff, tag, value), 1);
+            std::vector<quint16> row(side, 7);
+            for (quint32 y = 0; y < side; ++y)
+                QCOMPARE(TIFFWriteScanline(tiff, row.data(), y, 0), 1);
+            TIFFClose(tiff);
+            TiffData image;
+            QVERIFY(image.readFile(name_, ErrPoints()));
+            QCOMPARE(image.pixel(side - 1, side - 1), 7.0);
+        }
     }
 
     void furtherPagesCostOneLogLine()
