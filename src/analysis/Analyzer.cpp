@@ -227,11 +227,6 @@ bool Analyzer::walkAnalysisSelected() const
     return ui_->SelMLCFAnal->isChecked();
 }
 
-bool Analyzer::canFit(const SuggestElm& sElm, const ReadRange& scan) const
-{
-    return !lcfRequest(sElm, scan).fittedRows().isEmpty();
-}
-
 bool Analyzer::displaysOnTime() const
 {
     return ui_->DispOnTime->isChecked();
@@ -273,6 +268,11 @@ LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm, const ReadRange& scan) c
     request.ownWeights = ownWeights();
     request.sElm = sElm;
     return request;
+}
+
+bool Analyzer::canFit(const SuggestElm& sElm, const ReadRange& scan) const
+{
+    return !lcfRequest(sElm, scan).fittedRows().isEmpty();
 }
 
 void Analyzer::markLeftOut(const LcfRequest& request)

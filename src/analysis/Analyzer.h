@@ -49,8 +49,6 @@ public:
     void setMode(int m);
     /// An analysis that walks over the map is switched on.
     bool walkAnalysisSelected() const;
-    /// There is a reference that takes part in fits over the scan's energies.
-    bool canFit(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Maps are to be painted after each row of a walk.
     bool displaysOnTime() const;
 
@@ -65,6 +63,8 @@ public:
     /// Conditions of a fit of spectra over the scan's energies as the panel stands, with copies of
     /// all rows.
     LcfRequest lcfRequest(const SuggestElm& sElm, const ReadRange& scan) const;
+    /// There is a reference that takes part in fits over the scan's energies.
+    bool canFit(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Sends a single spectrum for analysis; does nothing during a walk or with no analysis on.
     void analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
     /// Before a walk over spectra of these energies: takes in every single fit under way, so that

@@ -24,7 +24,7 @@ RunWatch::RunWatch(QObject* parent)
 
 void RunWatch::setLimit(double seconds)
 {
-    limitMs_ = truncatedInt(seconds * 1000.0);
+    limitMs_ = seconds > 0.0 ? qMax(1, truncatedInt(seconds * 1000.0)) : 0;
 }
 
 void RunWatch::commandStarted(const CmdLine& cmd)
