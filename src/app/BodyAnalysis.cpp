@@ -99,7 +99,7 @@ void Body::startWalk(int ticket)
 /// text.
 QString Body::walkFault(AnalyzeCond& cond) const
 {
-    const QString why = areaFault(cond);
+    QString why = areaFault(cond);
     if (!why.isEmpty())
         return why;
     if (!analyzer_->walkAnalysisSelected())

@@ -84,7 +84,7 @@ void Body::startCalibration()
 /// text.
 QString Body::calibrationFault(AnalyzeCond& walk) const
 {
-    const QString why = areaFault(walk);
+    QString why = areaFault(walk);
     if (why.isEmpty() && stdSpectrum_.isEmpty())
         return QStringLiteral("no standard is loaded");
     return why;

@@ -81,7 +81,8 @@ int runWindow(const Start& start, FailureCount& failures)
 {
     int endCode = 0;
     const auto endWith = [&endCode](int code) {
-        endCode = code;
+        if (endCode == 0)
+            endCode = code;
         QApplication::closeAllWindows();
         QCoreApplication::quit();
     };

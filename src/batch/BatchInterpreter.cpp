@@ -148,7 +148,7 @@ QString BatchInterpreter::takeLine()
 {
     const int found = text_.indexOf(QLatin1Char('\n'), at_);
     const int end = found < 0 ? text_.size() : found;
-    const QString line = text_.mid(at_, end - at_);
+    QString line = text_.mid(at_, end - at_);
     at_ = end + 1;
     ++lineNo;
     return line;
