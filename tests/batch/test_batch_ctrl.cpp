@@ -121,9 +121,9 @@ private Q_SLOTS:
         QVERIFY(shown().isEmpty());
 
         // Progress puts the end off, also when its events come late.
-        watch.setLimit(0.2);
+        watch.setLimit(0.5);
         watch.commandStarted(cmd);
-        QTest::qSleep(250);
+        QTest::qSleep(600);
         QMetaObject::invokeMethod(&watch, &RunWatch::progressed, Qt::QueuedConnection);
         QTest::qWait(100);
         QCOMPARE(gaveUp.size(), 0);
