@@ -57,7 +57,7 @@ program() {
 }
 
 # lines_of <file>: lines of the log that tell of a file not written.
-lines_of() { grep -cE "^Can('t| not) .*/$1\": " "$log" || true; }
+lines_of() { grep -cE "^(line [0-9]+, \w+: )?Can('t| not) .*/$1\": " "$log" || true; }
 
 # check <what> <survived>: holds the files of $result, and the log, against what may be there.
 check() {

@@ -1,6 +1,7 @@
 #include "analysis/Analyzer.h"
 
 #include "analysis/LCFReference.h"
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/XafsView.h"
 #include "ui_Analyzer.h"
@@ -276,6 +277,11 @@ LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm, const ReadRange& scan) c
     return request;
 }
 
+bool Analyzer::canFit(const SuggestElm& sElm, const ReadRange& scan) const
+{
+    return !lcfRequest(sElm, scan).fittedRows().isEmpty();
+}
+
 void Analyzer::markLeftOut(const LcfRequest& request)
 {
     const QVector<int> left = request.leftOutRows();
@@ -403,7 +409,7 @@ void Analyzer::noticedNewZ(double z)
 void Analyzer::setLCFStd(int no, bool use, double dE, const QString& fname, const QString& isVic)
 {
     if (no < 0 || no >= maxRows) {
-        qDebug() << "No reference row" << no;
+        fault(QStringLiteral("No reference row %1: rows go from 0 to %2").arg(no).arg(maxRows - 1));
         return;
     }
     while (refs_.size() <= no)

@@ -65,6 +65,8 @@ public:
     /// Conditions of a fit of spectra over the scan's energies as the panel stands, with copies of
     /// all rows.
     LcfRequest lcfRequest(const SuggestElm& sElm, const ReadRange& scan) const;
+    /// There is a reference that takes part in fits over the scan's energies.
+    bool canFit(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Sends a single spectrum for analysis; does nothing during a walk or with no analysis on.
     void analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
     /// Before a walk over spectra of these energies: takes in every single fit under way, so that

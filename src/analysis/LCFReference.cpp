@@ -1,9 +1,8 @@
 #include "analysis/LCFReference.h"
 
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "ui_LCFReference.h"
-
-#include <QDebug>
 
 LCFReference::LCFReference(QWidget* parent)
     : QFrame(parent)
@@ -88,10 +87,9 @@ void LCFReference::showMark()
 void LCFReference::newFile(const QString& fname)
 {
     forgetSpectrum();
-    const QString fault = reference_.load(fname, backgroundMode());
-    if (!fault.isEmpty()) {
-        qDebug().noquote()
-            << QStringLiteral("Can't read reference file \"%1\": %2").arg(fname, fault);
+    const QString why = reference_.load(fname, backgroundMode());
+    if (!why.isEmpty()) {
+        fault(QStringLiteral("Can't read reference file \"%1\": %2").arg(fname, why));
         ui_->XFS->fileNameValid(false);
         ui_->XFS->clear();
         return;

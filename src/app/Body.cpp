@@ -5,8 +5,10 @@
 #include "batch/BatchDispatcher.h"
 #include "calibration/CalibCtrl.h"
 #include "common/Cfg.h"
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/Settings.h"
+#include "common/TextItems.h"
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
@@ -108,8 +110,7 @@ void Body::closeEvent(QCloseEvent* event)
     i1Loader_->requestStop();
     i0Loader_->requestStop();
     dispatcher_->requestStop();
-    if (walk_.running)
-        stop2DAnalysis();
+    stop2DAnalysis();
     stopCalibration();
     for (QWidget* window : qAsConst(windows_))
         window->close();
@@ -126,16 +127,19 @@ void Body::setupBatch()
     batchCtrl_->setDispatcher(dispatcher_.get());
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
     connect(this, &Body::finishBatchExec, dispatcher_.get(), &BatchDispatcher::finishBatchExec);
+    connect(this, &Body::commandStarted, &batchCtrl_->watch(), &RunWatch::commandStarted);
+    connect(this, &Body::finishBatchExec, &batchCtrl_->watch(), &RunWatch::commandEnded);
 }
 
 void Body::startLoader(QThread& thread, LoadTiff& loader)
 {
     loader.moveToThread(&thread);
     // The stack's own slot is connected before this, so a waiting batch goes on behind it.
-    connect(&loader, &LoadTiff::finishLoadFiles, this, [this](EX_CMD_ID id, int ticket) {
-        if (ticket != 0)
-            Q_EMIT finishBatchExec(id, ticket);
-    });
+    connect(&loader, &LoadTiff::finishLoadFiles, this,
+            [this](EX_CMD_ID id, int ticket, int, const QStringList& faults) {
+                endCommand(id, ticket, faults);
+            });
+    connect(&loader, &LoadTiff::progressed, &batchCtrl_->watch(), &RunWatch::progressed);
     thread.start();
 }
 
@@ -360,7 +364,7 @@ void Body::startConfigBatch()
     for (const QString& line : lines)
         qDebug().noquote() << line;
     qDebug() << banner;
-    Q_EMIT batchCtrl_->doDispatchCmds(lines);
+    Q_EMIT batchCtrl_->doDispatchConfigCmds(lines.join(QLatin1Char('\n')));
 }
 
 SuggestElm Body::suggestElm() const
@@ -396,6 +400,9 @@ void Body::refreshEdgeEnergy()
 
 void Body::newElmSuggested()
 {
+    const QString element = ui_->SuggestingElm->text();
+    if (!element.isEmpty() && atomicNumber(element) < 1)
+        fault(QStringLiteral("Unknown element ") + quoted(element));
     refreshEdgeEnergy();
 }
 

@@ -13,6 +13,7 @@
 #include "output/WrittenMaps.h"
 #include "spectrum/XafsSpectrum.h"
 
+#include <QHash>
 #include <QMainWindow>
 #include <QQueue>
 #include <QThread>
@@ -111,7 +112,8 @@ public Q_SLOTS:
     void showXafsSpectrum(double x, double y);
     void showXafsSpectrum();
     void newStdFile();
-    /// Starts a calibration of the selected area against the standard, or stops the one that runs.
+    /// The button: starts a calibration of the selected area against the standard, or stops the one
+    /// that runs.
     void execCalibration();
     void calibNextPoint();
     void finishCalib();
@@ -181,6 +183,8 @@ Q_SIGNALS:
     void loadI1Files(const LoadJob& job);
     void loadI0Files(const LoadJob& job);
     void finishing();
+    /// A command is about to be executed.
+    void commandStarted(const CmdLine& cmd);
     /// A command has come to its end; ticket is the number of the batch's own command, 0 when a
     /// click started it.
     void finishBatchExec(int id, int ticket);
@@ -192,6 +196,9 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// What a batch that waits is told of a walk or a calibration that was stopped.
+    static QString stoppedText() { return QStringLiteral("stopped"); }
+
     struct Commands;
     friend struct Commands;
     struct MenuEntry;
@@ -273,6 +280,10 @@ private:
     void startConfigBatch();
     void startLoader(QThread& thread, LoadTiff& loader);
 
+    // BodyCommands.cpp
+    void runCommand(EX_CMD_ID id, const CmdLine& cmd);
+    void endCommand(EX_CMD_ID id, int ticket, const QStringList& faults);
+
     // BodyShell.cpp
     void setupShell();
     void nameReferenceDialogs();
@@ -294,10 +305,12 @@ private:
 
     // BodyCalibration.cpp
     void setupCalibration();
+    void startCalibration();
+    QString calibrationFault(AnalyzeCond& walk) const;
     void tellCalibrationDoubts() const;
     CalibConditions calibConditions() const;
-    void stopCalibration();
-    void leaveCalibration();
+    void stopCalibration(const QString& why = stoppedText());
+    void leaveCalibration(const QStringList& faults);
     void waitForCalibration(int ticket);
     bool calibrationHasBegun() const;
 
@@ -318,9 +331,9 @@ private:
     void clearStack(Stack& stack);
     static bool isLoading(const Stack& stack);
     void setStopRedraw(bool on);
-    LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket);
-    void readI1(const QStringList& files, bool newFile, int ticket);
-    void readI0(const QStringList& files, bool newFile, int ticket);
+    LoadJob newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, const CmdLine& cmd);
+    void readI1(const QStringList& files, bool newFile, const CmdLine& cmd);
+    void readI0(const QStringList& files, bool newFile, const CmdLine& cmd);
     bool takeLoaded(Stack& stack, TiffData* image, int fNo);
     void finishLoad(Stack& stack, int jobsDone);
     const Stack& shownStack() const;
@@ -382,7 +395,8 @@ private:
     // BodyAnalysis.cpp
     QString areaFault(AnalyzeCond& ac) const;
     void startWalk(int ticket);
-    void refuseWalk(const QString& why, int ticket);
+    QString walkFault(AnalyzeCond& cond) const;
+    void stopWalk(const QString& why);
     ReadRange scanRange() const;
     void prepareMaps(const AnalyzeCond& cond);
     void sendNextRequest();
@@ -394,7 +408,7 @@ private:
     double residualToRecord(const LcfResult& result);
     void finishRow(const AnalyzeCond& at);
     void endWalk();
-    void leaveWalk();
+    int leaveWalk();
     void refreshEdgeEnergy();
     void setMapsInterrupted(bool f);
 
@@ -438,6 +452,7 @@ private:
     LateDialog* saveDataDialog_ = nullptr;
     LateDialog* saveAllDataDialog_ = nullptr;
 
+    QHash<int, CmdLine> commandsUnderWay_; ///< by ticket, those whose ends are reported later
     Walk walk_;
     bool mapsInterrupted_ = false; ///< the last walk ended before its last position
     WrittenMaps writtenMaps_;

@@ -2,6 +2,8 @@
 
 #include "analysis/Analyzer.h"
 #include "analysis/LCFReference.h"
+#include "batch/BatchCtrl.h"
+#include "common/Fault.h"
 #include "common/Log.h"
 #include "common/SafeInt.h"
 #include "display/ImgDispA.h"
@@ -11,6 +13,7 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -53,25 +56,24 @@ QString Body::areaFault(AnalyzeCond& ac) const
         .arg(selected.y1);
 }
 
+/// The button that starts a walk also stops it.
 void Body::start2DAnalysis()
 {
-    startWalk(0);
+    if (walk_.running)
+        stop2DAnalysis();
+    else
+        startWalk(0);
 }
 
+/// Starts a walk in place of the one that runs, for the batch command with the ticket.
 void Body::startWalk(int ticket)
 {
-    // The button that starts a walk also stops it; a batch must not wait for a walk that was
-    // stopped by its own command.
-    if (walk_.running) {
-        stop2DAnalysis();
-        if (ticket != 0)
-            Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
-        return;
-    }
+    stop2DAnalysis();
     AnalyzeCond cond;
-    const QString fault = areaFault(cond);
-    if (!fault.isEmpty() || !analyzer_->walkAnalysisSelected()) {
-        refuseWalk(fault.isEmpty() ? QStringLiteral("no analysis selected") : fault, ticket);
+    const QString why = walkFault(cond);
+    if (!why.isEmpty()) {
+        fault(QStringLiteral("2D analysis not started: ") + why);
+        endCommand(ExCmdAnalyzerExecLCF, ticket, {});
         return;
     }
     analyzer_->beginWalk(suggestElm(), scanRange());
@@ -94,11 +96,20 @@ void Body::startWalk(int ticket)
         sendNextRequest();
 }
 
-void Body::refuseWalk(const QString& why, int ticket)
+/// Fills cond with the walk over the selected area; why there is nothing to analyse, or an empty
+/// text.
+QString Body::walkFault(AnalyzeCond& cond) const
 {
-    qDebug().noquote() << "2D analysis not started:" << why;
-    if (ticket != 0)
-        Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+    QString why = areaFault(cond);
+    if (!why.isEmpty())
+        return why;
+    if (!analyzer_->walkAnalysisSelected())
+        return QStringLiteral("no analysis selected");
+    // The fits are the only analysis that walks: without them there is nothing left to run.
+    if (!analyzer_->canFit(suggestElm(), scanRange()))
+        return QStringLiteral("LCF is left out, no reference in use has a point inside the fitting "
+                              "range and the scan");
+    return {};
 }
 
 /// Least and greatest energy of the I1 images, which there must be. [eV]
@@ -193,10 +204,10 @@ void Body::analyzeASpectrumFinished(const AnalysisResult& result)
     const PendingRequest pending = walk_.pending.dequeue();
     recordRequest(pending, result);
     adaptRequestSize(result.tookMs, pending.run.count);
+    batchCtrl_->watch().progressed();
     if (i1Stack_.isEmpty()) {
-        qDebug() << "2D analysis ended: the I1 images are gone";
-        setMapsInterrupted(true);
-        endWalk();
+        generateResImages();
+        stopWalk(stoppedText() + QLatin1String(", the I1 images are gone"));
         return;
     }
     sendNextRequest();
@@ -266,29 +277,37 @@ void Body::endWalk()
 {
     generateResImages();
     ui_->dispA->update();
-    const int ticket = walk_.ticket;
-    leaveWalk();
+    const int ticket = leaveWalk();
     analyzer_->setProgress(100.0);
     logTime(QStringLiteral("2da 3:"));
     qDebug().noquote() << "2D analysis:" << walk_.outcomes.text();
-    if (ticket != 0)
-        Q_EMIT finishBatchExec(ExCmdAnalyzerExecLCF, ticket);
+    endCommand(ExCmdAnalyzerExecLCF, ticket, {});
 }
 
-void Body::leaveWalk()
+/// Returns the ticket of the command that waits for the walk's end.
+int Body::leaveWalk()
 {
     walk_.running = false;
     walk_.pending.clear();
-    walk_.ticket = 0;
     analyzer_->setContAccess(false);
+    return std::exchange(walk_.ticket, 0);
 }
 
 void Body::stop2DAnalysis()
 {
-    leaveWalk();
+    stopWalk(stoppedText());
+}
+
+/// Ends a walk before its time; the maps hold what was recorded, without pictures.
+void Body::stopWalk(const QString& why)
+{
+    if (!walk_.running)
+        return;
+    const int ticket = leaveWalk();
     setMapsInterrupted(true);
     logTime(QStringLiteral("2da 4:"));
-    qDebug().noquote() << "2D analysis stopped:" << walk_.outcomes.text();
+    qDebug().noquote() << QStringLiteral("2D analysis %1: %2").arg(why, walk_.outcomes.text());
+    endCommand(ExCmdAnalyzerExecLCF, ticket, {why});
 }
 
 void Body::setMapsInterrupted(bool f)

@@ -1,6 +1,8 @@
 #include "app/Body.h"
 
+#include "batch/BatchCtrl.h"
 #include "calibration/CalibCtrl.h"
+#include "common/Fault.h"
 #include "common/Log.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
@@ -9,6 +11,7 @@
 #include <QDebug>
 
 #include <cmath>
+#include <utility>
 
 void Body::setupCalibration()
 {
@@ -40,14 +43,20 @@ void Body::newStdFile()
 
 void Body::execCalibration()
 {
-    if (calibration_.running) {
+    if (calibration_.running)
         stopCalibration();
-        return;
-    }
+    else
+        startCalibration();
+}
+
+/// Starts a calibration in place of the one that runs.
+void Body::startCalibration()
+{
+    stopCalibration();
     AnalyzeCond walk;
-    const QString fault = areaFault(walk);
-    if (!fault.isEmpty()) {
-        qDebug().noquote() << "Calibration not started:" << fault;
+    const QString why = calibrationFault(walk);
+    if (!why.isEmpty()) {
+        fault(QStringLiteral("Calibration not started: ") + why);
         return;
     }
     tellCalibrationDoubts();
@@ -70,11 +79,19 @@ void Body::execCalibration()
     Q_EMIT doCalibNextPoint();
 }
 
-/// What makes the shifts meaningless though nothing fails, a line each.
+/// Fills walk with the one over the selected area; why there is nothing to compare, or an empty
+/// text.
+QString Body::calibrationFault(AnalyzeCond& walk) const
+{
+    QString why = areaFault(walk);
+    if (why.isEmpty() && stdSpectrum_.isEmpty())
+        return QStringLiteral("no standard is loaded");
+    return why;
+}
+
+/// What makes the shifts meaningless though nothing fails.
 void Body::tellCalibrationDoubts() const
 {
-    if (stdSpectrum_.isEmpty())
-        qDebug() << "Calibration: no standard is loaded";
     const CalibConditions c = calibConditions();
     const bool searches = c.step > 0.0 && c.step >= c.minStep && std::isfinite(c.range);
     if (c.method == CalibMethod::InnerProduct && !searches)
@@ -91,11 +108,12 @@ CalibConditions Body::calibConditions() const
 
 /// Leaves the map as far as it is filled, without statistics. Before the first position that is no
 /// map, and the one before stays.
-void Body::stopCalibration()
+void Body::stopCalibration(const QString& why)
 {
     if (!calibration_.running)
         return;
-    qDebug().noquote() << "Calibration stopped:" << calibration_.statistics.outcomes.text();
+    qDebug().noquote()
+        << QStringLiteral("Calibration %1: %2").arg(why, calibration_.statistics.outcomes.text());
     if (calibrationHasBegun()) {
         energyShiftMap_.genImg();
         setMapInterrupted(true);
@@ -103,7 +121,7 @@ void Body::stopCalibration()
         putInForce(replacedMap_);
         replacedMap_ = ShiftMap();
     }
-    leaveCalibration();
+    leaveCalibration({why});
 }
 
 /// Whether a position of the walk is done.
@@ -114,15 +132,16 @@ bool Body::calibrationHasBegun() const
     return first.cx != calibIter_.cx || first.cy != calibIter_.cy;
 }
 
-void Body::leaveCalibration()
+/// `faults` are for the batch commands that wait for the end.
+void Body::leaveCalibration(const QStringList& faults)
 {
     calibration_.running = false;
     keepAsFormer(replacedMap_);
     replacedMap_ = ShiftMap();
     calibCtrl_->setRunning(false);
-    for (const int ticket : qAsConst(calibration_.waiting))
-        Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
-    calibration_.waiting.clear();
+    const QVector<int> waiting = std::exchange(calibration_.waiting, {});
+    for (const int ticket : waiting)
+        endCommand(ExCmdCalibWait, ticket, faults);
     if (!closing_)
         refreshCursor();
 }
@@ -132,7 +151,7 @@ void Body::waitForCalibration(int ticket)
     if (calibration_.running)
         calibration_.waiting.append(ticket);
     else
-        Q_EMIT finishBatchExec(ExCmdCalibWait, ticket);
+        endCommand(ExCmdCalibWait, ticket, {});
 }
 
 void Body::calibNextPoint()
@@ -140,10 +159,10 @@ void Body::calibNextPoint()
     if (!calibration_.running)
         return;
     if (i1Stack_.isEmpty()) {
-        qDebug() << "Calibration: the images are gone";
-        stopCalibration();
+        stopCalibration(stoppedText() + QLatin1String(", the I1 images are gone"));
         return;
     }
+    batchCtrl_->watch().progressed();
     if (calibIter_.newLine)
         Q_EMIT calibProgress(calibIter_.progress());
     const int x = calibIter_.cx;
@@ -168,5 +187,5 @@ void Body::finishCalib()
     energyShiftMap_.genImg();
     logTime(QStringLiteral("End Calibration   "));
     qDebug().noquote() << "Calibration:" << calibration_.statistics.outcomes.text();
-    leaveCalibration();
+    leaveCalibration({});
 }

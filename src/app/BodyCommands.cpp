@@ -33,7 +33,7 @@ QStringList filesOfPattern(const CmdLine& cmd)
     for (QString& file : files)
         file.prepend(folder);
     if (files.isEmpty())
-        qDebug() << "No files to load:" << cmd.simplified;
+        fault(QStringLiteral("No files to load: ") + cmd.simplified);
     return files;
 }
 
@@ -87,21 +87,29 @@ const RowCommand rowCommands[] = {
 void Body::Commands::load(Body& b, const CmdLine& c, const QStringList& files, bool i0)
 {
     if (i0)
-        b.readI0(files, isNewMode(c), c.ticket);
+        b.readI0(files, isNewMode(c), c);
     else
-        b.readI1(files, isNewMode(c), c.ticket);
+        b.readI1(files, isNewMode(c), c);
 }
 
 // Fewer than two arguments load nothing and report nothing: the run waits for "Stop", on purpose.
-void Body::Commands::loadFiles(Body& b, const CmdLine& c, bool i0)
+bool Body::Commands::namesFiles(const CmdLine& c)
 {
     if (c.args.size() >= 2)
+        return true;
+    fault(QStringLiteral("No files to load, the run waits for \"Stop\": ") + c.simplified);
+    return false;
+}
+
+void Body::Commands::loadFiles(Body& b, const CmdLine& c, bool i0)
+{
+    if (namesFiles(c))
         load(b, c, c.args.mid(1), i0);
 }
 
 void Body::Commands::loadPattern(Body& b, const CmdLine& c, bool i0)
 {
-    if (c.args.size() >= 2)
+    if (namesFiles(c))
         load(b, c, filesOfPattern(c), i0);
 }
 
@@ -175,7 +183,7 @@ QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
         {ExCmdSuggestingElm,
          [](B& b, const C& c) {
              b.ui_->SuggestingElm->setText(c.arg(0));
-             b.refreshEdgeEnergy();
+             b.newElmSuggested();
          }},
         {ExCmdSuggestingEdge,
          [](B& b, const C& c) {
@@ -241,14 +249,36 @@ void Body::execCmdSlot(const CmdLine& cmd, bool inRem)
         return;
     }
     const Commands::Slot& slot = Commands::table()[id];
+    Q_EMIT commandStarted(cmd);
+    if (slot.end == Commands::Later && cmd.ticket != 0)
+        commandsUnderWay_.insert(cmd.ticket, cmd);
+    runCommand(id, cmd);
+    if (slot.end == Commands::AtOnce)
+        Q_EMIT finishBatchExec(id, cmd.ticket);
+}
+
+/// Does what the command says, and records what can't be done.
+void Body::runCommand(EX_CMD_ID id, const CmdLine& cmd)
+{
+    const FaultCollector faults(failurePlace(cmd));
+    const Commands::Slot& slot = Commands::table()[id];
     if (slot.runOnRow)
         slot.runOnRow(slot.i0 ? *i0_.row : *i1_.row, cmd);
     else if (slot.run)
         slot.run(*this, cmd);
     else
-        qDebug() << "Command not available in this version:" << cmd.word;
+        fault(QStringLiteral("Command not available in this version: ") + cmd.word);
     if (slot.changesSpectrum)
         refreshCursor();
-    if (slot.end == Commands::AtOnce)
-        Q_EMIT finishBatchExec(id, cmd.ticket);
+    batchCtrl_->commandFailed(cmd, faults.faults());
+}
+
+/// Records what became of a command whose end comes after its start, and reports the end to the
+/// batch that waits for it. Ticket 0, of what a click started, reports nothing.
+void Body::endCommand(EX_CMD_ID id, int ticket, const QStringList& faults)
+{
+    if (ticket == 0 || closing_)
+        return;
+    batchCtrl_->commandFailed(commandsUnderWay_.take(ticket), faults);
+    Q_EMIT finishBatchExec(id, ticket);
 }

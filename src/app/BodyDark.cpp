@@ -1,8 +1,11 @@
 #include "app/Body.h"
 
+#include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/Settings.h"
+#include "common/TextItems.h"
 #include "display/ImgDispA.h"
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
@@ -76,7 +79,7 @@ void Body::clearDark()
 void Body::setDarkArea(Stack& stack)
 {
     if (!ui_->dispA->hasSelection()) {
-        qDebug() << "Dark area not set: no area is selected in the image";
+        fault(QStringLiteral("Dark area not set: no area is selected in the image"));
         return;
     }
     stack.darkArea = ui_->dispA->selectedArea();
@@ -179,7 +182,7 @@ void Body::selectedBG(const QString& fname)
 {
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
-        qDebug() << "No background spectrum in" << fname;
+        fault(QStringLiteral("No background spectrum in ") + quoted(fname));
         ui_->SelectBG->clear();
         return;
     }
@@ -192,7 +195,7 @@ void Body::loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& 
 {
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
-        qDebug() << "No total I0 spectrum in" << fname;
+        fault(QStringLiteral("No total I0 spectrum in ") + quoted(fname));
         row.clear();
         return;
     }
@@ -217,6 +220,11 @@ void Body::loadDefaultErrPoints()
 {
     const QString path = theCfg().upperValue(QStringLiteral("ERRPOINTS"));
     ErrPoints& list = defaultErrPoints();
-    if (!path.isEmpty())
-        list.active = list.readFile(path, 0);
+    if (path.isEmpty())
+        return;
+    CmdLine key;
+    key.word = QStringLiteral("ErrPoints");
+    const FaultCollector faults(failurePlace(key));
+    list.active = list.readFile(path, 0);
+    batchCtrl_->commandFailed(key, faults.faults());
 }

@@ -21,10 +21,7 @@ bool usesReference(const QString& arg)
 
 void Body::Commands::setReference(Body& b, const CmdLine& c)
 {
-    const int row = intArg(c, 0);
-    if (row < 0 || row >= b.analyzer_->refs().size())
-        return;
-    b.analyzer_->setLCFStd(row, usesReference(c.arg(4)), doubleArg(c, 2), c.arg(3),
+    b.analyzer_->setLCFStd(intArg(c, 0), usesReference(c.arg(4)), doubleArg(c, 2), c.arg(3),
                            onArg(c, 1) ? QStringLiteral("1") : QStringLiteral("0"));
 }
 
@@ -81,7 +78,7 @@ QVector<Body::Commands::Entry> Body::Commands::calibrationCommands()
         {ExCmdCalibLoadStd, [](B& b, const C& c) { b.calibCtrl_->loadStd(c.arg(0)); }},
         {ExCmdCalibSetEdgeEV, [](B& b, const C& c) { b.calibCtrl_->setEdgeEV(c.arg(0)); }},
         // The calibration goes on behind the reported end; calib_wait waits for it.
-        {ExCmdCalibExec, [](B& b, const C&) { b.execCalibration(); }},
+        {ExCmdCalibExec, [](B& b, const C&) { b.startCalibration(); }},
         {ExCmdCalibLoadMap,
          [](B& b, const C& c) {
              EMPHeader header;

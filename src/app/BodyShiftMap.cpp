@@ -117,7 +117,7 @@ void Body::swapFormerMap()
 {
     // Stopping a calibration makes the map that it replaced the former one.
     if (!formerMap_ && replacedMap_.shifts.isEmpty()) {
-        qDebug() << "No former energy shift map";
+        fault(QStringLiteral("No former energy shift map"));
         return;
     }
     stopCalibration();
@@ -217,7 +217,7 @@ void Body::loadEMap(const QString& fname)
 void Body::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket)
 {
     readMap(fname, map, empH);
-    Q_EMIT finishBatchExec(ExCmdCalibLoadMap, ticket);
+    endCommand(ExCmdCalibLoadMap, ticket, {});
 }
 
 void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
@@ -225,13 +225,13 @@ void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
     empH = EMPHeader();
     QFile file(fname);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qDebug() << "Can not open" << fname;
+        fault(QStringLiteral("Can not open ") + quoted(fname));
         return;
     }
     QTextStream in(&file);
     empH = readMapHeader(in);
     if (!empH.isValid) {
-        qDebug() << "Invalid Energy Map Data File : " << fname;
+        fault(QStringLiteral("Invalid Energy Map Data File :  ") + quoted(fname));
         return;
     }
     calibCtrl_->showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
@@ -262,13 +262,12 @@ bool Body::acceptsMapSize(const EMPHeader& empH)
         imgH_ = empH.height;
         return true;
     }
-    qDebug().noquote() << QStringLiteral(
-                              "Loading Energy Map size : %1 x %2 : is not matched to the "
-                              "current image size : %3 x %4")
-                              .arg(empH.width)
-                              .arg(empH.height)
-                              .arg(imgW_)
-                              .arg(imgH_);
+    fault(QStringLiteral("Loading Energy Map size : %1 x %2 : is not matched to the "
+                         "current image size : %3 x %4")
+              .arg(empH.width)
+              .arg(empH.height)
+              .arg(imgW_)
+              .arg(imgH_));
     return false;
 }
 

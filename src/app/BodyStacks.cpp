@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "batch/CommandFailure.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
@@ -74,7 +75,7 @@ void Body::setStopRedraw(bool on)
 }
 
 /// A job by the stack's row, counted as sent.
-LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int ticket)
+LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, const CmdLine& cmd)
 {
     LoadJob job;
     job.number = ++stack.jobsSent;
@@ -86,34 +87,35 @@ LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, int t
     job.errPs = stack.row->errPoints();
     job.scale = *ui_->CBar;
     job.loadCmdId = id;
-    job.ticket = ticket;
+    job.ticket = cmd.ticket;
+    job.place = failurePlace(cmd);
     return job;
 }
 
 void Body::readI1Files(const QStringList& files, bool newFile)
 {
-    readI1(files, newFile, 0);
+    readI1(files, newFile, CmdLine());
 }
 
 void Body::readI0Files(const QStringList& files, bool newFile)
 {
-    readI0(files, newFile, 0);
+    readI0(files, newFile, CmdLine());
 }
 
-void Body::readI1(const QStringList& files, bool newFile, int ticket)
+void Body::readI1(const QStringList& files, bool newFile, const CmdLine& cmd)
 {
     if (newFile) {
         clearI1Files();
         setStopRedraw(true);
     }
-    Q_EMIT loadI1Files(newJob(i1_, files, ExCmdLoadI1Files, ticket));
+    Q_EMIT loadI1Files(newJob(i1_, files, ExCmdLoadI1Files, cmd));
 }
 
-void Body::readI0(const QStringList& files, bool newFile, int ticket)
+void Body::readI0(const QStringList& files, bool newFile, const CmdLine& cmd)
 {
     if (newFile)
         clearI0Files();
-    Q_EMIT loadI0Files(newJob(i0_, files, ExCmdLoadI0Files, ticket));
+    Q_EMIT loadI0Files(newJob(i0_, files, ExCmdLoadI0Files, cmd));
 }
 
 /// False, the image being deleted, when it comes of a job that was cleared meanwhile: a worker

@@ -1,42 +1,24 @@
 #include "batch/BatchCtrl.h"
 
 #include "batch/BatchDispatcher.h"
+#include "batch/BatchFile.h"
+#include "common/Fault.h"
 #include "common/FileNames.h"
 #include "common/SafeFile.h"
 #include "common/Settings.h"
-#include "common/TextFile.h"
+#include "common/TextItems.h"
 #include "display/FileDialogs.h"
 #include "ui_BatchCtrl.h"
 
 #include <QDebug>
 #include <QFontDatabase>
+#include <QStatusBar>
 
 namespace {
 
-constexpr qint64 longestFile = 16 * 1024 * 1024;
-// An editor lays out a line as a whole and keeps a record for each: beyond these the window would
-// stand still for minutes.
-constexpr int longestLine = 1000000;
-constexpr int mostLines = 1000000;
 // A run that never ends must not fill the memory with its log.
 constexpr int mostLogLines = 100000;
-
-/// One log line's worth of what speaks against showing the text; empty when nothing does.
-QString faultOf(const QString& text)
-{
-    int lines = 1;
-    int lineStart = 0;
-    for (int i = 0; i <= text.size(); ++i) {
-        if (i < text.size() && text[i] != QLatin1Char('\n'))
-            continue;
-        if (i - lineStart > longestLine)
-            return QStringLiteral("has a line that is too long");
-        lineStart = i + 1;
-        if (++lines > mostLines)
-            return QStringLiteral("has too many lines");
-    }
-    return {};
-}
+constexpr int mostEditedLines = 100000;
 
 } // namespace
 
@@ -58,10 +40,13 @@ BatchCtrl::BatchCtrl(QWidget* parent)
     connect(ui_->Exec, &QPushButton::clicked, this, &BatchCtrl::execCmdsSlot);
     connect(ui_->Stop, &QPushButton::clicked, this, [this] {
         startPending_ = false;
-        Q_EMIT batchStop();
+        stopRun();
     });
     connect(ui_->Clear, &QPushButton::clicked, this, &BatchCtrl::clear);
     connect(ui_->ClearLog, &QPushButton::clicked, this, &BatchCtrl::clearLog);
+    connect(&watch_, &RunWatch::waits, this, &BatchCtrl::showWait);
+    connect(&watch_, &RunWatch::waitEnded, statusBar(), &QStatusBar::clearMessage);
+    connect(&watch_, &RunWatch::timedOut, this, &BatchCtrl::giveUp);
 }
 
 BatchCtrl::~BatchCtrl()
@@ -99,14 +84,18 @@ void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
         if (dispatcher_)
             dispatcher_->logShown(text.size());
     });
+    connect(this, &BatchCtrl::doDispatchConfigCmds, dispatcher_,
+            &BatchDispatcher::doDispatchConfigCmds);
     connect(dispatcher_, &BatchDispatcher::runEnded, this, &BatchCtrl::firstRunEnded);
+    connect(dispatcher_, &BatchDispatcher::notStarted, this, &BatchCtrl::tellNotStarted);
+    connect(dispatcher_, &BatchDispatcher::failed, this,
+            [this](const FailureCount& failures) { failures_.add(failures); });
     dispatcher_->setLogPaced(true);
 }
 
 void BatchCtrl::execCmdsSlot()
 {
-    cmdLines_ = ui_->BatchCmds->toPlainText().split(QLatin1Char('\n'));
-    Q_EMIT doDispatchCmds(cmdLines_);
+    Q_EMIT doDispatchCmds(text());
 }
 
 void BatchCtrl::execBatchSlot()
@@ -127,13 +116,58 @@ void BatchCtrl::firstRunEnded()
 void BatchCtrl::startUnattended()
 {
     startPending_ = false;
-    Q_EMIT batchStop();
+    stopRun();
     execCmdsSlot();
+}
+
+void BatchCtrl::stopRun()
+{
+    watch_.leave();
+    statusBar()->clearMessage();
+    Q_EMIT batchStop();
+}
+
+void BatchCtrl::tellNotStarted()
+{
+    statusBar()->showMessage(
+        tr("Nothing starts: the run before has ended, and needs \"Stop\" first"));
+}
+
+void BatchCtrl::showWait(const CmdLine& cmd, const QDateTime& since)
+{
+    const QString time = since.toString(QStringLiteral("hh:mm:ss"));
+    statusBar()->showMessage(
+        cmd.lineNo > 0
+            ? tr("Waiting since %1 for line %2: %3").arg(time).arg(cmd.lineNo).arg(cmd.word)
+            : tr("Waiting since %1 for %2").arg(time, cmd.word));
+}
+
+void BatchCtrl::giveUp(const CmdLine& cmd)
+{
+    {
+        FaultCollector faults(failurePlace(cmd));
+        fault(QStringLiteral("no progress for as long as -timeout allows, the run is given up"));
+        commandFailed(cmd, faults.faults());
+    }
+    stopRun();
+    Q_EMIT gaveUp();
+}
+
+void BatchCtrl::commandFailed(const CmdLine& cmd, const QStringList& reasons)
+{
+    QString lines;
+    for (const QString& reason : reasons) {
+        const CommandFailure failure(cmd, reason);
+        failures_.add(failure);
+        lines += batchLogText(failure);
+    }
+    if (!lines.isEmpty())
+        Log(lines);
 }
 
 void BatchCtrl::clear()
 {
-    ui_->BatchCmds->clear();
+    setText(QString());
 }
 
 void BatchCtrl::clearLog()
@@ -143,26 +177,33 @@ void BatchCtrl::clearLog()
 
 void BatchCtrl::save(const QString& fname)
 {
-    writeFile(withExtension(fname, QStringLiteral("bat")), ui_->BatchCmds->toPlainText().toUtf8());
+    writeFile(withExtension(fname, QStringLiteral("bat")), text().toUtf8());
 }
 
 void BatchCtrl::load(const QString& fname)
 {
     QString text;
-    const TextFileResult result = readTextFile(fname, longestFile, text);
-    if (result == TextFileResult::CantOpen) {
-        qDebug() << "Can't open batch file" << fname;
-        return;
-    }
-    const QString fault =
-        result == TextFileResult::TooLong ? QStringLiteral("is too long") : faultOf(text);
-    if (!fault.isEmpty()) {
-        qDebug().noquote() << "Batch file" << fname << fault << "and is not loaded";
-        return;
-    }
-    if (!text.isEmpty() && !text.endsWith(QLatin1Char('\n')))
-        text += QLatin1Char('\n');
-    ui_->BatchCmds->setPlainText(text);
+    const QString why = readBatchFile(fname, text);
+    if (why.isEmpty())
+        setText(text);
+    else
+        fault(why);
+}
+
+QString BatchCtrl::text() const
+{
+    return keptText_.isEmpty() ? ui_->BatchCmds->toPlainText() : keptText_;
+}
+
+void BatchCtrl::setText(const QString& text)
+{
+    const int lines = text.count(QLatin1Char('\n'));
+    const bool edited = lines <= mostEditedLines;
+    keptText_ = edited ? QString() : text;
+    ui_->BatchCmds->setReadOnly(!edited);
+    ui_->BatchCmds->setPlainText(
+        edited ? text
+               : tr("These are %1 lines, too many to be shown. They can be run.").arg(lines));
 }
 
 void BatchCtrl::setBatchFile(const QString& fname)

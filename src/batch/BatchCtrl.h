@@ -1,6 +1,8 @@
 #pragma once
 
 #include "batch/CmdLine.h"
+#include "batch/CommandFailure.h"
+#include "batch/RunWatch.h"
 
 #include <QFileDialog>
 #include <QMainWindow>
@@ -13,8 +15,9 @@ class BatchDispatcher;
 class LateDialog;
 class Ui_BatchCtrl;
 
-/// The batch window: editor and log in two tabs, and the buttons that load, save, run and stop the
-/// text. It holds no state of a run; its buttons stay enabled during one. GUI thread.
+/// The batch window: editor and log in two tabs, the buttons that load, save, run and stop the
+/// text, and a line that tells what a run waits for. Its buttons stay enabled during a run. GUI
+/// thread.
 class BatchCtrl : public QMainWindow
 {
     Q_OBJECT
@@ -31,24 +34,42 @@ public:
 
     /// The dialogs that load and save batch files, for a group that shares a folder.
 
+    /// Told of the start, the progress and the end of each command by whoever executes them.
+    RunWatch& watch() { return watch_; }
+
+    /// Failures of all runs so far.
+    const FailureCount& failures() const { return failures_; }
+
+    /// Records what a command did not do, one failure a reason, and shows it in the log. The log
+    /// lines are written already; see common/Fault.h.
+    void commandFailed(const CmdLine& cmd, const QStringList& reasons);
+
+    /// The text that "Exec." runs.
+    QString text() const;
+    /// Puts a text into the editor. One of too many lines is only told there, and kept as it is: an
+    /// editor takes some 150 bytes for each line.
+    void setText(const QString& text);
+
 Q_SIGNALS:
-    void doDispatchCmds(QStringList cmdLines);
+    void doDispatchCmds(const QString& cmdLines);
+    void doDispatchConfigCmds(const QString& cmdLines);
     void batchStop();
+    /// A command made no progress for longer than the watch's limit, and the run is stopped.
+    void gaveUp();
 
 public Q_SLOTS:
-    /// Gives the editor's text to the dispatcher, line by line with empty lines kept.
+    /// Gives the text to the dispatcher.
     void execCmdsSlot();
 
     void clear();
     void clearLog();
 
-    /// Writes the editor's text as UTF-8. A file that can't be written keeps its old contents and
+    /// Writes the text as UTF-8. A file that can't be written keeps its old contents and
     /// costs one log line.
     void save(const QString& fname);
 
-    /// Puts the file's lines into the editor, each with a line end. A file that can't be opened,
-    /// is over 16 MB, or has more lines or longer ones than the editor can show costs one log line
-    /// and leaves the text as it was.
+    /// Puts the file's lines into the editor, each with a line end. A file that readBatchFile()
+    /// refuses costs one log line and leaves the text as it was.
     void load(const QString& fname);
 
     /// Shows a text, with line ends of its own, in the log.
@@ -69,12 +90,18 @@ private:
     QFileDialog* newDialog(QFileDialog::AcceptMode mode);
     void firstRunEnded();
     void startUnattended();
+    void stopRun();
+    void tellNotStarted();
+    void showWait(const CmdLine& cmd, const QDateTime& since);
+    void giveUp(const CmdLine& cmd);
 
     std::unique_ptr<Ui_BatchCtrl> ui_;
     QPointer<BatchDispatcher> dispatcher_;
-    QStringList cmdLines_; ///< the last text given to the dispatcher
     LateDialog* saveDialog_;
     LateDialog* loadDialog_;
+    QString keptText_; ///< in place of the editor's
+    RunWatch watch_;
+    FailureCount failures_;
     bool firstRunEnded_ = false;
     bool startPending_ = false; ///< execBatchSlot() waits for the end of the first run
 };

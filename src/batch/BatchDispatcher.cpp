@@ -17,17 +17,22 @@ BatchDispatcher::BatchDispatcher(QObject* parent)
     : QObject(parent)
 {
     qRegisterMetaType<CmdLine>("CmdLine");
+    qRegisterMetaType<FailureCount>("FailureCount");
     connect(this, &BatchDispatcher::execNextLineSig, this, &BatchDispatcher::execNextLineSlot,
             Qt::QueuedConnection);
 }
 
-void BatchDispatcher::doDispatchCmds(const QStringList& cmdList)
+void BatchDispatcher::dispatch(const QString& text, bool ofConfig)
 {
-    if (state_ != Idle) {
-        interpreter_.replaceText(cmdList);
+    if (state_ == Finished) {
+        Q_EMIT notStarted();
         return;
     }
-    interpreter_.start(cmdList);
+    if (state_ != Idle) {
+        interpreter_.replaceText(text, ofConfig);
+        return;
+    }
+    interpreter_.start(text, ofConfig);
     state_ = TakingLines;
     askForNextLine();
 }
@@ -79,16 +84,19 @@ bool BatchDispatcher::takeSlice()
     QElapsedTimer timer;
     timer.start();
     QString log;
+    FailureCount failures;
     while (!stopRequested_) {
         const BatchOutcome outcome = interpreter_.step();
         log += outcome.log;
+        if (outcome.failure)
+            failures.add(*outcome.failure);
         if (outcome.kind == BatchOutcome::Continue) {
             if (timer.elapsed() < sliceMs && log.size() < mostLogAhead)
                 continue;
-            flushLog(log);
+            flush(log, failures);
             return true;
         }
-        flushLog(log);
+        flush(log, failures);
         if (outcome.kind == BatchOutcome::Command) {
             send(outcome.command, outcome.inRem);
         } else {
@@ -97,7 +105,7 @@ bool BatchDispatcher::takeSlice()
         }
         return false;
     }
-    flushLog(log);
+    flush(log, failures);
     return false;
 }
 
@@ -111,8 +119,10 @@ void BatchDispatcher::send(CmdLine command, bool inRem)
     Q_EMIT execCmdSig(command, inRem);
 }
 
-void BatchDispatcher::flushLog(QString& text)
+void BatchDispatcher::flush(QString& text, FailureCount& failures)
 {
+    if (failures.count > 0)
+        Q_EMIT failed(failures);
     if (text.isEmpty())
         return;
     logAhead_ += text.size();

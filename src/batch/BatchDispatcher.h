@@ -38,12 +38,18 @@ Q_SIGNALS:
     void Log(QString Log);
     /// The run takes no more lines, since its text has ended or ":end" came.
     void runEnded();
+    /// Lines of the text that could not be run. Their texts are in the log.
+    void failed(const FailureCount& failures);
+    /// A text came after a run had ended, and nothing starts.
+    void notStarted();
 
 public Q_SLOTS:
     void execNextLineSlot();
 
-    /// Starts a text, or, while one is running, puts it in place of the rest of that one.
-    void doDispatchCmds(const QStringList& cmdList);
+    /// Starts a text of lines, or, while one is running, puts it in place of the rest of that one.
+    void doDispatchCmds(const QString& text) { dispatch(text, false); }
+    /// The same with the configuration's batch lines.
+    void doDispatchConfigCmds(const QString& text) { dispatch(text, true); }
 
     /// Ends the run at the next line. A command in progress is not interrupted; its report will
     /// be ignored.
@@ -62,9 +68,10 @@ private:
         Finished,
     };
 
+    void dispatch(const QString& text, bool ofConfig);
     void askForNextLine();
     void send(CmdLine command, bool inRem);
-    void flushLog(QString& text);
+    void flush(QString& text, FailureCount& failures);
     bool takeSlice();
 
     BatchInterpreter interpreter_;

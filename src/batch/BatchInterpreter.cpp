@@ -1,6 +1,7 @@
 #include "batch/BatchInterpreter.h"
 
 #include "batch/CommandTable.h"
+#include "common/Fault.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
 
@@ -14,6 +15,9 @@ constexpr int mostReplacements = 1000;
 constexpr int longestArgument = 1000000;
 constexpr int mostLineReplacements = 100000;
 constexpr int longestLine = 16000000;
+/// What is logged of the arguments of a command, in characters; a viewer lays out a line as a
+/// whole.
+constexpr int longestLoggedArgs = 10000;
 
 const QChar blank = QLatin1Char(' ');
 
@@ -67,6 +71,16 @@ bool replaceWhileFound(QString& arg, const QString& what, const QString& by, Rep
     return true;
 }
 
+/// The arguments as the batch log shows them.
+QString loggedArgs(const QStringList& args)
+{
+    QString text;
+    for (int i = 0; i < args.size() && text.size() <= longestLoggedArgs; ++i)
+        text += (i > 0 ? QString(blank) : QString()) + args[i];
+    return text.size() > longestLoggedArgs ? text.left(longestLoggedArgs) + QLatin1String("...")
+                                           : text;
+}
+
 /// True if the last character that is no blank is a backslash, whose index goes to `at`.
 bool endsInBackslash(const QString& text, int& at)
 {
@@ -101,20 +115,54 @@ BatchInterpreter::BatchInterpreter()
     variables.setValue(QStringLiteral("$DataRoot$"), DataRoot);
 }
 
-void BatchInterpreter::start(const QStringList& lines)
+void BatchInterpreter::start(const QString& text, bool ofConfig)
 {
-    cmdLines = lines;
-    lineNo = 0;
     loops.clear();
+    lineNo = 0;
+    replaceText(text, ofConfig);
 }
 
+void BatchInterpreter::replaceText(const QString& text, bool ofConfig)
+{
+    text_ = text;
+    ofConfig_ = ofConfig;
+    toldLines_.clear();
+    for (BatchLoop& loop : loops)
+        loop.behind = -1;
+    goTo(lineNo);
+}
+
+/// Sets the place and the number of the next line to take.
+void BatchInterpreter::goTo(int line)
+{
+    lineNo = line;
+    at_ = 0;
+    for (int i = 0; i < line && at_ <= text_.size(); ++i) {
+        const int end = text_.indexOf(QLatin1Char('\n'), at_);
+        at_ = (end < 0 ? text_.size() : end) + 1;
+    }
+}
+
+/// The next line, of which there must be one, without its end.
+QString BatchInterpreter::takeLine()
+{
+    const int found = text_.indexOf(QLatin1Char('\n'), at_);
+    const int end = found < 0 ? text_.size() : found;
+    QString line = text_.mid(at_, end - at_);
+    at_ = end + 1;
+    ++lineNo;
+    return line;
+}
+
+/// The next line with its continuation lines.
 QString BatchInterpreter::joinedLine()
 {
-    QString joined = cmdLines[lineNo];
+    lineStartNo_ = lineNo;
+    QString joined = takeLine();
     // On the last line the backslash has nothing to continue on and stays as text.
-    for (int at = 0; lineNo + 1 < cmdLines.size() && endsInBackslash(joined, at);) {
+    for (int at = 0; at_ <= text_.size() && endsInBackslash(joined, at);) {
         joined.truncate(at);
-        joined += cmdLines[++lineNo];
+        joined += takeLine();
     }
     return joined;
 }
@@ -122,15 +170,23 @@ QString BatchInterpreter::joinedLine()
 BatchOutcome BatchInterpreter::step()
 {
     BatchOutcome outcome;
-    if (lineNo < 0 || lineNo >= cmdLines.size()) {
+    if (at_ > text_.size()) {
         outcome.kind = BatchOutcome::Ended;
         return outcome;
     }
     CmdLine line(joinedLine());
+    line.lineNo = lineStartNo_ + 1;
+    line.ofConfig = ofConfig_;
+    runLine(line, outcome);
+    return outcome;
+}
+
+void BatchInterpreter::runLine(CmdLine& line, BatchOutcome& outcome)
+{
     const BatchKeyword keyword = line.valid ? keywordId(line) : KeywordNone;
     if (keyword == KeywordEnd) {
         outcome.kind = BatchOutcome::Ended;
-        return outcome;
+        return;
     }
     if (keyword == KeywordRemStart || keyword == KeywordRemEnd)
         inRem = keyword == KeywordRemStart;
@@ -140,16 +196,32 @@ BatchOutcome BatchInterpreter::step()
         if (isCommand) {
             replaceIn(line.args);
             outcome.log =
-                line.word + QLatin1String(" : ") + line.args.join(blank) + QLatin1Char('\n');
+                line.word + QLatin1String(" : ") + loggedArgs(line.args) + QLatin1Char('\n');
+        } else if (line.valid && keyword == KeywordNone) {
+            outcome.failure = unknownWord(line);
+            if (outcome.failure)
+                outcome.log =
+                    (lineOpen_ ? QStringLiteral("\n") : QString()) + batchLogText(*outcome.failure);
         }
     }
-    ++lineNo;
+    if (!outcome.log.isEmpty())
+        lineOpen_ = !outcome.log.endsWith(QLatin1Char('\n'));
     if (isCommand) {
         outcome.kind = BatchOutcome::Command;
         outcome.command = line;
         outcome.inRem = inRem;
     }
-    return outcome;
+}
+
+/// Nothing when the line was told before: a loop must not repeat it for ever.
+std::optional<CommandFailure> BatchInterpreter::unknownWord(const CmdLine& line)
+{
+    if (toldLines_.contains(line.lineNo))
+        return {};
+    toldLines_.insert(line.lineNo);
+    const CommandFailure failure(line, QStringLiteral("unknown word, the line is skipped"));
+    fault(failure.text());
+    return failure;
 }
 
 QString BatchInterpreter::execKeyword(int keyword, CmdLine& line)
@@ -175,7 +247,8 @@ QString BatchInterpreter::execFor(const CmdLine& line)
     const QStringList items = splitItems(line.args.join(blank));
     BatchLoop loop;
     loop.name = items.value(0);
-    loop.startLine = lineNo;
+    loop.startLine = lineNo - 1;
+    loop.behind = at_;
     loop.var = items.value(1);
     loop.first = items.value(2);
     loop.last = items.value(3);
@@ -195,7 +268,7 @@ QString BatchInterpreter::execNext(const CmdLine& line)
         if (loop.name != line.arg(0))
             continue;
         if (loop.advance())
-            lineNo = loop.startLine;
+            goBehind(loop);
         shown = loop;
         break;
     }
@@ -209,6 +282,17 @@ QString BatchInterpreter::execEcho(CmdLine& line)
     QString text = QLatin1String("echo ") + line.arg(0);
     qDebug().noquote() << text;
     return text;
+}
+
+/// Goes on at the line behind the loop's ":for".
+void BatchInterpreter::goBehind(BatchLoop& loop)
+{
+    if (loop.behind < 0) {
+        goTo(loop.startLine + 1);
+        loop.behind = at_;
+    }
+    at_ = loop.behind;
+    lineNo = loop.startLine + 1;
 }
 
 void BatchInterpreter::replaceIn(QStringList& args)
@@ -229,7 +313,7 @@ void BatchInterpreter::replaceIn(QStringList& args)
             break;
     }
     if (limit.reached()) {
-        qDebug() << "Batch: replacement in the arguments of line" << lineNo + 1
+        qDebug() << "Batch: replacement in the arguments of line" << lineStartNo_ + 1
                  << "was ended at its limit";
     }
 }

@@ -1,17 +1,23 @@
 #pragma once
 
 #include "batch/CmdLine.h"
+#include "batch/CommandFailure.h"
 #include "common/Cfg.h"
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QVector>
+
+#include <optional>
 
 /// One loop of a batch text, from its ":for" line on. An ended loop stays with its last value.
 struct BatchLoop
 {
     QString name;       ///< ties ":next" to ":for"
-    int startLine = -1; ///< line of the ":for"; -1 for an empty record
+    int startLine = -1; ///< index of the ":for" line, of its last one when it is continued; -1
+                        ///< for an empty record
+    int behind = -1;    ///< where the line behind it begins in the text; -1 when not yet known
     QString var;        ///< text that is replaced in arguments
     QString first, last;
     QString current; ///< value now
@@ -37,11 +43,14 @@ struct BatchOutcome
     CmdLine command;    ///< with the loop texts and variables replaced
     bool inRem = false; ///< the command stands in a rem stretch: it must have no effect
     QString log;        ///< text for the batch log; may be empty
+    std::optional<CommandFailure> failure; ///< of the line itself; `log` tells it too
 };
 
 /// Interprets a batch text line by line. Knows no threads, signals or windows.
 ///
-/// Nothing in a text is an error: unknown words are skipped, missing arguments are empty.
+/// Nothing in a text ends its run: unknown words are skipped, each line of them with one log line
+/// and one failure a run, and missing arguments are empty. The text is kept as it came: its lines,
+/// which may be a million, are cut out of it one after the other.
 class BatchInterpreter
 {
 public:
@@ -49,11 +58,11 @@ public:
     BatchInterpreter();
 
     /// Begins a run of the text: at its first line, without loops, with the variables of earlier
-    /// runs.
-    void start(const QStringList& lines);
+    /// runs. Lines end with "\n"; `ofConfig` says that they are the configuration's batch lines.
+    void start(const QString& text, bool ofConfig = false);
 
     /// Puts another text in place of the one that runs, which goes on at its line number.
-    void replaceText(const QStringList& lines) { cmdLines = lines; }
+    void replaceText(const QString& text, bool ofConfig = false);
 
     /// Leaves a rem stretch; only this and ":rem_end" do.
     void leaveRem() { inRem = false; }
@@ -67,16 +76,27 @@ public:
     /// 16,000,000. Reaching a limit costs one log line; what stands then is the argument.
     void replaceIn(QStringList& args);
 
-    QStringList cmdLines;
     int lineNo = 0; ///< index of the next line to take
     bool inRem = false;
     Cfg variables;
     QVector<BatchLoop> loops; ///< in the order of their start
 
 private:
+    QString takeLine();
     QString joinedLine();
+    void goTo(int line);
+    void goBehind(BatchLoop& loop);
+    void runLine(CmdLine& line, BatchOutcome& outcome);
     QString execKeyword(int keyword, CmdLine& line);
     QString execFor(const CmdLine& line);
     QString execNext(const CmdLine& line);
     QString execEcho(CmdLine& line);
+    std::optional<CommandFailure> unknownWord(const CmdLine& line);
+
+    QString text_;
+    int at_ = 0;          ///< where the line with lineNo begins; past the end when there is none
+    int lineStartNo_ = 0; ///< index of the line that is being run
+    bool ofConfig_ = false;
+    bool lineOpen_ = false; ///< the log's last line, an echo, has no end
+    QSet<int> toldLines_;   ///< whose unknown words were told
 };

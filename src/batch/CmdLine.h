@@ -23,6 +23,9 @@ public:
     QString word;
     QStringList args; ///< the items behind the word; empty ones are dropped
 
+    int lineNo = 0;        ///< of its first line in the text, from 1; 0 outside a text
+    bool ofConfig = false; ///< the text is that of the configuration's batch lines
+
     /// Number that the interpreter gives to each external command that it sends, so that the
     /// report of its end can be told from others; 0 for a line that no run waits for.
     int ticket = 0;

@@ -6,8 +6,6 @@
 #include "display/FileDialogs.h"
 #include "ui_CalibCtrl.h"
 
-#include <QDebug>
-
 namespace {
 
 int modeOf(const QRadioButton* victoreen)
@@ -234,10 +232,9 @@ void CalibCtrl::setRunning(bool running)
 
 void CalibCtrl::newFile(const QString& fname)
 {
-    const QString fault = standard_.load(fname, stdBackgroundMode());
-    if (!fault.isEmpty()) {
-        qDebug().noquote()
-            << QStringLiteral("Can't read standard file \"%1\": %2").arg(fname, fault);
+    const QString why = standard_.load(fname, stdBackgroundMode());
+    if (!why.isEmpty()) {
+        fault(QStringLiteral("Can't read standard file \"%1\": %2").arg(fname, why));
         ui_->SelectStd->fileNameValid(false);
         ui_->SelectStd->clear();
         return;

@@ -1,5 +1,6 @@
 #include "common/Cfg.h"
 
+#include "common/Fault.h"
 #include "common/TextFile.h"
 #include "common/TextItems.h"
 
@@ -13,7 +14,6 @@ namespace {
 constexpr int deepestNesting = 32;
 constexpr int mostFiles = 1000;
 constexpr qint64 mostBytes = 4 * 1024 * 1024;
-constexpr int longestLine = 65536;
 
 bool isOption(const QString& word)
 {
@@ -146,21 +146,22 @@ void Cfg::readFile(const QString& fileName, Reading& reading)
         return;
     }
     if (reading.open.size() >= deepestNesting) {
-        qDebug() << "Config files are nested too deep, not included : " << fileName;
+        fault(QStringLiteral("Config files are nested too deep, not included : ") +
+              quoted(fileName));
         return;
     }
     if (--reading.filesLeft < 0) {
         if (reading.filesLeft == -1)
-            qDebug() << "Too many config files, not included : " << fileName;
+            fault(QStringLiteral("Too many config files, not included : ") + quoted(fileName));
         return;
     }
     QString text;
     switch (readTextFile(fileName, reading.bytesLeft, text)) {
     case TextFileResult::CantOpen:
-        qDebug() << "Can't open config file : " << fileName;
+        fault(QStringLiteral("Can't open config file : ") + quoted(fileName));
         return;
     case TextFileResult::TooLong:
-        qDebug() << "Config file is too long, not read : " << fileName;
+        fault(QStringLiteral("Config file is too long, not read : ") + quoted(fileName));
         return;
     case TextFileResult::Ok:
         break;
@@ -175,8 +176,9 @@ void Cfg::readFile(const QString& fileName, Reading& reading)
 
 void Cfg::readLine(const QString& line, Reading& reading)
 {
-    if (line.size() > longestLine) {
-        qDebug() << "Config file has a line that is too long, not read : " << reading.open.last();
+    if (line.size() > longestTextLine) {
+        fault(QStringLiteral("Config file has a line that is too long, not read : ") +
+              quoted(reading.open.last()));
         return;
     }
     const QString entry = stripComment(line);

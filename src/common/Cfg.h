@@ -31,9 +31,9 @@ public:
     Cfg(int argc, const char* const* argv, QString fileName, const QStringList& fileOptions);
 
     /// Adds the lines of a file; "INCLUDE name" reads another file in its place. A file that can't
-    /// be opened or is being read already, nesting over 32 files deep, a line of over 65,536
-    /// characters, and more than 1,000 files or 4 MB in all, cost one log line each and are passed
-    /// over.
+    /// be opened or is being read already, nesting over 32 files deep, a line longer than a batch
+    /// text's may be, and more than 1,000 files or 4 MB in all, cost one log line each and are
+    /// passed over. All but a file that is being read already are faults.
     void readFile(const QString& fileName);
 
     /// Adds a line, as a file or the command line does.

@@ -8,13 +8,17 @@ thread_local FaultCollector* collector = nullptr;
 
 void fault(const QString& text)
 {
-    qDebug().noquote() << text;
-    if (collector != nullptr)
-        collector->faults_.append(text);
+    if (collector == nullptr) {
+        qDebug().noquote() << text;
+        return;
+    }
+    qDebug().noquote() << collector->where_ + text;
+    collector->faults_.append(text);
 }
 
-FaultCollector::FaultCollector()
+FaultCollector::FaultCollector(const QString& where)
     : outer_(collector)
+    , where_(where)
 {
     collector = this;
 }

@@ -9,7 +9,8 @@
 // log lines.
 
 /// Logs the text, one line that names the file or field and the reason, and hands it to the
-/// collector of this thread, if there is one. Any thread.
+/// collector of this thread, if there is one. The line then begins with what the collector was
+/// told of the request. Any thread.
 void fault(const QString& text);
 
 /// Collects the faults of its thread from its construction to its end. Collectors nest: the inner
@@ -17,7 +18,9 @@ void fault(const QString& text);
 class FaultCollector
 {
 public:
-    FaultCollector();
+    /// `where` says in log lines what the faults belong to, with what separates it from them
+    /// ("line 3, load_I1_files: "); the faults that are collected are without it.
+    explicit FaultCollector(const QString& where = QString());
     ~FaultCollector();
 
     const QStringList& faults() const { return faults_; }
@@ -27,5 +30,6 @@ private:
     friend void fault(const QString& text);
 
     FaultCollector* const outer_;
+    const QString where_;
     QStringList faults_;
 };

@@ -1,6 +1,7 @@
 #include "common/Memory.h"
 
 #include <malloc.h>
+#include <unistd.h>
 
 namespace {
 
@@ -17,4 +18,9 @@ void keepFreedMemory()
     mallopt(M_TRIM_THRESHOLD, keptBytes);
     mallopt(M_TOP_PAD, growthBytes);
     mallopt(M_MMAP_THRESHOLD, mappedBytes);
+}
+
+qint64 machineMemory()
+{
+    return qint64(sysconf(_SC_PHYS_PAGES)) * sysconf(_SC_PAGESIZE);
 }

@@ -1,6 +1,8 @@
 #include "common/Settings.h"
 
 #include "common/Cfg.h"
+#include "common/Fault.h"
+#include "common/TextItems.h"
 
 #include <QDebug>
 #include <QDir>
@@ -15,6 +17,19 @@ const auto analyzer2Key = QStringLiteral("ShowAnalyzer2Button");
 void takeOption(Cfg& cfg, const QString& option, QString& target)
 {
     target = cfg.value(option, target);
+}
+
+double readTimeout(Cfg& cfg)
+{
+    const QString option = QStringLiteral("-timeout");
+    if (!cfg.contains(option))
+        return 0.0;
+    const QString text = cfg.value(option);
+    const double seconds = text.toDouble();
+    if (seconds > 0.0)
+        return seconds;
+    fault(QStringLiteral("-timeout needs a number of seconds above 0, not ") + quoted(text));
+    return 0.0;
 }
 
 bool isOn(const QString& value)
@@ -53,6 +68,17 @@ QString configPath(Cfg& cfg, const QString& applicationDir)
     return path;
 }
 
+void readConfiguration(Cfg& cfg, const QString& applicationDir)
+{
+    const QString path = configPath(cfg, applicationDir);
+    const bool named =
+        cfg.contains(QStringLiteral("-c")) || cfg.contains(QStringLiteral("-config"));
+    if (path.isEmpty() && !named)
+        qDebug() << "Can't open config file : no config.cfg beside the program";
+    else
+        cfg.readFile(path);
+}
+
 void applySettings(Cfg& cfg)
 {
     takeOption(cfg, QStringLiteral("DataRoot"), DataRoot);
@@ -78,6 +104,7 @@ StartOptions readStartOptions(Cfg& cfg)
     options.english = cfg.contains(QStringLiteral("-e"));
     takeOption(cfg, QStringLiteral("-b"), options.batchFile);
     options.execBatch = cfg.contains(QStringLiteral("-x"));
+    options.timeout = readTimeout(cfg);
     options.debug = cfg.contains(QStringLiteral("-dbg"));
     DebugMode = options.debug;
     return options;

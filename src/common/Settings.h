@@ -22,6 +22,10 @@ void initSettings();
 /// none), or the value of "-c", or that of "-config", which wins. Logs the path.
 QString configPath(Cfg& cfg, const QString& applicationDir);
 
+/// Reads that file into the table. A missing "config.cfg" costs a log line, one that the command
+/// line names and that can't be read is a fault.
+void readConfiguration(Cfg& cfg, const QString& applicationDir);
+
 /// Takes data root, batch root and the Analyzer2 button from the keys of the table, then from the
 /// options "-d", "-br" and "-showA2B", which win; logs the keys. An option without a value counts
 /// as given: it empties a root and hides the button.
@@ -33,8 +37,10 @@ struct StartOptions
     bool english = false;   ///< no translation
     QString batchFile;      ///< handed to the batch window unless empty
     bool execBatch = false; ///< the batch window's text is started
+    double timeout = 0.0;   ///< longest time without progress of a batch command [s]; 0 for any
     bool debug = false;
 };
 
-/// Looks up the start options, and sets DebugMode.
+/// Looks up the start options, and sets DebugMode. A timeout that is no number of seconds above 0
+/// is a fault.
 StartOptions readStartOptions(Cfg& cfg);

@@ -10,9 +10,10 @@ QString decodeText(const QByteArray& bytes)
     QTextCodec::ConverterState state;
     QString text = QTextCodec::codecForUtfText(bytes, utf8)
                        ->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars > 0)
-        text = QString::fromLocal8Bit(bytes);
+    if (state.invalidChars > 0 || state.remainingChars > 0)
+        text = QString::fromLatin1(bytes);
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    text.replace(QChar(0), QLatin1Char(' '));
     return text;
 }
 

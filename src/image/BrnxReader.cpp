@@ -2,6 +2,7 @@
 #include "image/TiffData.h"
 
 #include "common/CappedLine.h"
+#include "common/Fault.h"
 #include "common/SafeInt.h"
 #include "common/TextItems.h"
 
@@ -130,22 +131,25 @@ bool readBrnx(TiffData& image, const QString& name, const std::atomic<bool>* sto
     // Not in text mode, whose positions could not be sought; carriage returns count as blanks.
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) {
-        qDebug() << "Can not open (2)" << name;
+        fault(QStringLiteral("Can not open (2) ") + quoted(name));
         return false;
     }
     if (readBrnxHeader(image, file) < 0) {
-        qDebug() << "No image size in the header" << name;
+        fault(QStringLiteral("No image size in the header ") + quoted(name));
         return false;
     }
     // Missing lines read as 0, but a pixel takes a byte of the file at the least: a size beyond
     // that comes from a broken header and must not take memory.
     const qint64 pixels = qint64(image.width) * image.height;
     if (pixels > maxImagePixels || pixels > file.size()) {
-        qDebug() << "Image size exceeds the file" << image.width << image.height << name;
+        fault(QStringLiteral("Image size exceeds the file %1 %2 %3")
+                  .arg(image.width)
+                  .arg(image.height)
+                  .arg(quoted(name)));
         return false;
     }
     if (!image.allocate(image.width, image.height, TiffData::Floats)) {
-        qDebug() << "No memory for image" << name;
+        fault(QStringLiteral("No memory for image ") + quoted(name));
         return false;
     }
     const qint64 missing = readRows(file, image, stop);

@@ -1,9 +1,9 @@
 #include "image/ErrPoints.h"
 
 #include "common/CappedLine.h"
+#include "common/Fault.h"
 #include "common/TextItems.h"
 
-#include <QDebug>
 #include <QFile>
 #include <QFileInfo>
 
@@ -22,7 +22,7 @@ bool ErrPoints::readFile(const QString& fname, int keep)
     QFile file(fname);
     // Opening a pipe may never return, and a device may never end.
     if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qDebug() << "Can't Open" << fname;
+        fault(QStringLiteral("Can't Open ") + quoted(fname));
         fileName.clear();
         clear();
         return false;

@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <atomic>
+#include <climits>
 
 class QIODevice;
 class TiffData;
@@ -12,8 +13,9 @@ class TiffData;
 // file name, or returns false after one log line. Sizes from a header are held against the file's
 // length before memory is taken. `stop`, when given, ends the reading between two rows.
 
-/// TIFF by libtiff: 16-bit grey in strips, one sample a pixel; anything else is refused. Exposure
-/// from the EXIF directory, 100 ms without.
+/// TIFF by libtiff: unsigned 16-bit grey in strips, one sample a pixel; anything else is refused,
+/// and so is an image beyond the machine's memory. Exposure from the EXIF directory, 100 ms
+/// without. Of several pages the first is read, and a log line tells how many were not.
 bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* stop);
 
 /// "IM" files: a 64-byte header, a comment of "Key=value," entries, 16- or 32-bit little-endian
@@ -40,5 +42,8 @@ QByteArray commentValue(const QByteArray& comment, const char* key, char termina
 /// Exposure [ms] of an IMG comment's text "number unit".
 double exposureFromText(const QByteArray& text);
 
-/// Images above this number of pixels are refused.
+/// BRNX images above this number of pixels are refused: a text of one would never be written.
 constexpr qint64 maxImagePixels = qint64(1) << 28;
+
+/// Most columns and rows of any image: the bytes of a row of its coloured picture are an int.
+constexpr int maxImageSide = (INT_MAX - 3) / 3;

@@ -1,7 +1,9 @@
 #include "image/ImageReaders.h"
 #include "image/TiffData.h"
 
-#include <QDebug>
+#include "common/Fault.h"
+#include "common/TextItems.h"
+
 #include <QFile>
 #include <QtEndian>
 
@@ -89,7 +91,7 @@ int readImgHeader(TiffData& image, QIODevice& file, const QString& name)
     image.height = 0;
     const QByteArray header = file.read(headerBytes);
     if (header.size() < fewestHeaderBytes) {
-        qDebug() << "Error on reading (4)" << name;
+        fault(QStringLiteral("Error on reading (4) ") + quoted(name));
         return 0;
     }
     const int commentLength = word(header, commentLengthAt);
@@ -110,7 +112,7 @@ bool readImg(TiffData& image, const QString& name, const std::atomic<bool>* stop
 {
     QFile file(name);
     if (!file.open(QIODevice::ReadOnly)) {
-        qDebug() << "Can not open" << name << "[" << int(file.error()) << "]";
+        fault(QStringLiteral("Can not open %1 [ %2 ]").arg(quoted(name)).arg(int(file.error())));
         return false;
     }
     const int offset = readImgHeader(image, file, name);
@@ -125,8 +127,11 @@ bool readImg(TiffData& image, const QString& name, const std::atomic<bool>* stop
                           image.allocate(w, h, longs ? TiffData::ImgLongs : TiffData::ImgWords) &&
                           readRows(file, image, stop);
     if (!complete && !(stop && *stop)) {
-        qDebug() << "invalid file size. expected (h,w) = " << h << w
-                 << (longs ? "Error on reading (2)" : "Error on reading (3)") << name;
+        fault(QStringLiteral("invalid file size. expected (h,w) =  %1 %2 Error on reading (%3) %4")
+                  .arg(h)
+                  .arg(w)
+                  .arg(longs ? 2 : 3)
+                  .arg(quoted(name)));
     }
     return complete;
 }

@@ -1,8 +1,10 @@
 #include "image/LoadTiff.h"
 
+#include "common/Fault.h"
 #include "image/TiffData.h"
 
 #include <memory>
+#include <utility>
 
 LoadTiff::LoadTiff(QObject* parent)
     : QObject(parent)
@@ -28,16 +30,30 @@ void LoadTiff::treatQues()
         return;
     // A copy: the list may be given away below.
     const LoadJob job = queue_.first();
+    if (job.ticket != 0 && job.ticket != ticket_) {
+        ticket_ = job.ticket;
+        faults_.clear();
+    }
+    const FaultCollector faults(job.place);
+    readNext(job);
+    if (job.ticket != 0)
+        faults_ += faults.faults();
+    if (index_ >= job.files.size() - job.cutLast)
+        endJob();
+    else
+        Q_EMIT loadNext();
+}
+
+void LoadTiff::readNext(const LoadJob& job)
+{
     if (index_ < job.files.size()) {
         // The end is looked for behind a file only, so the first one is always tried.
         readOne(job);
         index_ = int(qMin<qint64>(qint64(index_) + qMax(1, job.skip), job.files.size()));
         Q_EMIT progressed(filesOfEnded_ + index_, filesOfAll_);
+    } else if (!job.files.isEmpty()) {
+        fault(QStringLiteral("No files to load: all %1 are cut off").arg(job.files.size()));
     }
-    if (index_ >= job.files.size() - job.cutLast)
-        endJob();
-    else
-        Q_EMIT loadNext();
 }
 
 void LoadTiff::readOne(const LoadJob& job)
@@ -58,8 +74,6 @@ void LoadTiff::endJob()
     const LoadJob ended = queue_.takeFirst();
     ++jobsDone_;
     filesOfEnded_ += ended.files.size();
-    if (ended.ticket != 0)
-        ticket_ = ended.ticket;
     if (!queue_.isEmpty()) {
         index_ = queue_.first().cutFirst;
         Q_EMIT loadNext();
@@ -70,5 +84,5 @@ void LoadTiff::endJob()
     ticket_ = 0;
     filesOfEnded_ = filesOfAll_ = 0;
     Q_EMIT progressed(0, 0);
-    Q_EMIT finishLoadFiles(ended.loadCmdId, ticket, jobsDone_);
+    Q_EMIT finishLoadFiles(ended.loadCmdId, ticket, jobsDone_, std::exchange(faults_, {}));
 }

@@ -27,6 +27,7 @@ struct LoadJob
     int number = 0;                  ///< of the stack's jobs; goes into each image
     EX_CMD_ID loadCmdId = ExCmdNone; ///< passed back at the end
     int ticket = 0;                  ///< number of the batch command that asked, 0 for a click
+    QString place; ///< of that command in its batch: what its log lines of faults begin with
 };
 
 Q_DECLARE_METATYPE(LoadJob)
@@ -52,13 +53,14 @@ Q_SIGNALS:
     /// An image with its picture; the receiver owns it. fNo is the place in the job's full list.
     void loaded(TiffData* data, int fNo);
     /// The queue has run empty: id of the last job, the last ticket among the jobs since the worker
-    /// was idle, and the number of jobs ended so far.
-    void finishLoadFiles(EX_CMD_ID id, int ticket, int jobsDone);
+    /// was idle, the number of jobs ended so far, and what could not be read for that ticket.
+    void finishLoadFiles(EX_CMD_ID id, int ticket, int jobsDone, const QStringList& faults);
     /// Files gone through, read or not, of all files of the jobs since the worker was idle; 0 of 0
     /// when it is idle again.
     void progressed(int done, int total);
 
 private:
+    void readNext(const LoadJob& job);
     void readOne(const LoadJob& job);
     void endJob();
 
@@ -66,6 +68,7 @@ private:
     bool busy_ = false;
     int index_ = 0;
     int ticket_ = 0;
+    QStringList faults_; ///< of the jobs with ticket_
     int jobsDone_ = 0;
     int filesOfEnded_ = 0; ///< files of the jobs ended since the worker was idle
     int filesOfAll_ = 0;   ///< the same with those of the queue

@@ -1,10 +1,11 @@
 #include "image/TiffData.h"
 
+#include "common/Fault.h"
 #include "common/SafeInt.h"
+#include "common/TextItems.h"
 #include "image/ImageReaders.h"
 #include "image/PixelAccess.h"
 
-#include <QDebug>
 #include <QFile>
 #include <QFileInfo>
 #include <QVarLengthArray>
@@ -18,7 +19,6 @@
 namespace {
 
 constexpr int magicBytes = 15;
-constexpr int maxImageSide = 1 << 28;
 
 size_t pixelSize(int type)
 {
@@ -162,13 +162,13 @@ bool TiffData::readFile(const QString& name, const ErrPoints& list, const std::a
     QFile file(name);
     // Opening a pipe may never return, and the loader could not be stopped.
     if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly)) {
-        qDebug() << "Can not open (1)" << name;
+        fault(QStringLiteral("Can not open (1) ") + quoted(name));
         return false;
     }
     const QByteArray magic = file.read(magicBytes);
     file.close();
     if (magic.size() < magicBytes) {
-        qDebug() << "Error on reading file (1)" << name;
+        fault(QStringLiteral("Error on reading file (1) ") + quoted(name));
         return false;
     }
     fileName = name;
@@ -179,7 +179,7 @@ bool TiffData::readFile(const QString& name, const ErrPoints& list, const std::a
     // Bad pixels of these images are left as they are, on purpose.
     if (magic.startsWith("#BRNX-CTImg"))
         return readBrnx(*this, name, stop);
-    qDebug() << "Not an image file" << name;
+    fault(QStringLiteral("Not an image file ") + quoted(name));
     return false;
 }
 

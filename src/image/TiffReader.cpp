@@ -1,10 +1,15 @@
 #include "image/ImageReaders.h"
 #include "image/TiffData.h"
 
+#include "common/Fault.h"
+#include "common/Memory.h"
+#include "common/TextItems.h"
+
 #include <QDebug>
 #include <QFile>
 #include <QFileInfo>
 
+#include <limits>
 #include <memory>
 
 #include <tiffio.h>
@@ -17,9 +22,36 @@ struct TiffCloser
 };
 using TiffHandle = std::unique_ptr<TIFF, TiffCloser>;
 
-/// No codec packs 16-bit pixels tighter than this in practice; a header that asks for more than
-/// the file could unpack to is hostile.
-constexpr qint64 maxPacking = 2048;
+/// What a codec can unpack a byte to at the most, from the shape of its codes; 16-bit pixels come
+/// in no others. A header that asks for more than the file could hold comes of no writer.
+struct Packing
+{
+    uint16_t compression;
+    qint64 most;
+};
+constexpr Packing packings[] = {
+    {COMPRESSION_NONE, 1},
+    {COMPRESSION_PACKBITS, 64},        // runs of 128 in two bytes
+    {COMPRESSION_LZW, 2731},           // strings of up to 4096 in 12 bits
+    {COMPRESSION_ADOBE_DEFLATE, 1032}, // matches of 258 in two bits
+    {COMPRESSION_DEFLATE, 1032},       // the same by its old number
+    {COMPRESSION_LZMA, 7200},          // matches of 273 in 0.31 bits
+    {COMPRESSION_ZSTD, 32768},         // blocks of 128 kB in four bytes
+};
+
+/// Bytes of pixels that a file can hold. Some codecs write a constant strip of any size in a fixed
+/// head; for them there is no limit.
+qint64 mostPixelBytes(uint16_t compression, qint64 fileBytes)
+{
+    for (const Packing& packing : packings) {
+        if (packing.compression == compression)
+            return fileBytes * packing.most;
+    }
+    return std::numeric_limits<qint64>::max();
+}
+
+/// Memory of an image: a word and a byte of picture a pixel.
+constexpr qint64 bytesPerPixel = 3;
 
 TiffHandle openQuietly(const QString& name)
 {
@@ -33,26 +65,51 @@ TiffHandle openQuietly(const QString& name)
     return TiffHandle(TIFFOpen(QFile::encodeName(name).constData(), "r"));
 }
 
-/// Why the image can't be taken, or null.
-const char* refusal(TIFF* tif, quint32 width, quint32 height, qint64 fileBytes)
+/// Value of a tag of one 16-bit number.
+uint16_t tagOf(TIFF* tif, uint32_t tag)
 {
-    uint16_t bits = 0;
-    uint16_t samples = 0;
-    uint16_t compression = COMPRESSION_NONE;
-    TIFFGetFieldDefaulted(tif, TIFFTAG_BITSPERSAMPLE, &bits);
-    TIFFGetFieldDefaulted(tif, TIFFTAG_SAMPLESPERPIXEL, &samples);
-    TIFFGetFieldDefaulted(tif, TIFFTAG_COMPRESSION, &compression);
-    if (TIFFIsTiled(tif) || bits != 16 || samples != 1)
+    uint16_t value = 0;
+    TIFFGetFieldDefaulted(tif, tag, &value);
+    return value;
+}
+
+/// Why the kind of image can't be taken, or null.
+const char* kindRefusal(TIFF* tif)
+{
+    const uint16_t format = tagOf(tif, TIFFTAG_SAMPLEFORMAT);
+    // Data of no stated kind are numbers of the only kind that detectors write.
+    if (format != SAMPLEFORMAT_UINT && format != SAMPLEFORMAT_VOID)
+        return "Samples are signed or float, only unsigned ones are read";
+    if (TIFFIsTiled(tif) || tagOf(tif, TIFFTAG_BITSPERSAMPLE) != 16 ||
+        tagOf(tif, TIFFTAG_SAMPLESPERPIXEL) != 1)
         return "Not a striped 16 bit grey tiff";
-    const qint64 pixels = qint64(width) * qint64(height);
-    if (width == 0 || height == 0 || pixels > maxImagePixels)
+    if (TIFFIsCODECConfigured(tagOf(tif, TIFFTAG_COMPRESSION)) != 1)
+        return "Compression not supported";
+    return nullptr;
+}
+
+/// Why an image of this size can't be taken, or null.
+const char* sizeRefusal(TIFF* tif, quint32 width, quint32 height, qint64 fileBytes)
+{
+    if (width == 0 || height == 0 || width > quint32(maxImageSide) ||
+        height > quint32(maxImageSide))
         return "Image size not supported";
-    const qint64 packing = compression == COMPRESSION_NONE ? 1 : maxPacking;
-    if (pixels * 2 > fileBytes * packing)
+    const qint64 pixels = qint64(width) * qint64(height);
+    if (pixels > mostPixelBytes(tagOf(tif, TIFFTAG_COMPRESSION), fileBytes) / 2)
         return "Image size exceeds the file";
+    if (pixels > machineMemory() / bytesPerPixel)
+        return "Image size exceeds the machine's memory";
     if (TIFFScanlineSize(tif) != tmsize_t(width) * 2)
         return "Unexpected line size";
     return nullptr;
+}
+
+void tellFurtherPages(TIFF* tif, const QString& name)
+{
+    const quint64 pages = TIFFNumberOfDirectories(tif);
+    if (pages > 1)
+        qDebug() << "Only the first page is read, not the" << pages - 1
+                 << "pages behind it :" << name;
 }
 
 /// Exposure [ms] from the EXIF directory; leaves the handle in that directory.
@@ -99,19 +156,22 @@ bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* sto
 {
     const TiffHandle tif = openQuietly(name);
     if (!tif) {
-        qDebug() << "Can not open tiff" << name;
+        fault(QStringLiteral("Can not open tiff ") + quoted(name));
         return false;
     }
     uint32_t width = 0;
     uint32_t height = 0;
     TIFFGetField(tif.get(), TIFFTAG_IMAGEWIDTH, &width);
     TIFFGetField(tif.get(), TIFFTAG_IMAGELENGTH, &height);
-    if (const char* why = refusal(tif.get(), width, height, QFileInfo(name).size())) {
-        qDebug() << why << name;
+    const char* why = kindRefusal(tif.get());
+    if (why == nullptr)
+        why = sizeRefusal(tif.get(), width, height, QFileInfo(name).size());
+    if (why != nullptr) {
+        fault(QLatin1String(why) + QLatin1Char(' ') + quoted(name));
         return false;
     }
     if (!image.allocate(int(width), int(height), TiffData::TiffWords)) {
-        qDebug() << "No memory for image" << name;
+        fault(QStringLiteral("No memory for image ") + quoted(name));
         return false;
     }
     const int failed = readRows(tif.get(), image, stop);
@@ -119,6 +179,7 @@ bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* sto
         return false;
     if (failed > 0)
         qDebug() << "Unreadable rows set to 0 :" << failed << name;
+    tellFurtherPages(tif.get(), name);
     // Read last, since it moves the handle away from the image's directory.
     image.exposureMs = exifExposureMs(tif.get());
     return true;

@@ -238,6 +238,22 @@
         <source>Load Batch File</source>
         <translation>バッチファイルを読み込む</translation>
     </message>
+    <message>
+        <source>Nothing starts: the run before has ended, and needs &quot;Stop&quot; first</source>
+        <translation>開始できません: 前の実行は終わっています。先に「停止」を押してください</translation>
+    </message>
+    <message>
+        <source>Waiting since %1 for line %2: %3</source>
+        <translation>%1 から %2 行目を待っています: %3</translation>
+    </message>
+    <message>
+        <source>Waiting since %1 for %2</source>
+        <translation>%1 から %2 を待っています</translation>
+    </message>
+    <message>
+        <source>These are %1 lines, too many to be shown. They can be run.</source>
+        <translation>%1 行あり、表示するには多すぎます。実行はできます。</translation>
+    </message>
 </context>
 <context>
     <name>Body</name>

@@ -1,6 +1,8 @@
 #include "selection/EOFSetup.h"
 
+#include "common/Fault.h"
 #include "common/FieldText.h"
+#include "common/TextItems.h"
 #include "display/XafsFileSelect.h"
 #include "ui_EOFSetup.h"
 
@@ -170,8 +172,10 @@ void EOFSetup::newSpacing()
     if (isSpacing(spacing))
         units_.setD(spacing);
     else
-        qDebug() << "Crystal spacing of the energies is no number above 0:" << typed << units_.d
-                 << "angstrom stay in force";
+        fault(QStringLiteral("Crystal spacing of the energies is no number above 0: %1 %2 angstrom "
+                             "stay in force")
+                  .arg(quoted(typed))
+                  .arg(units_.d));
     showSpacing();
 }
 
@@ -200,7 +204,7 @@ void EOFSetup::refFileSelected(const QString& fname)
     QFile file(fname);
     // Opening a pipe may never return, and a device may never end.
     if (!QFileInfo(fname).isFile() || !file.open(QIODevice::ReadOnly | QIODevice::Text)) {
-        qDebug() << "Can't open ref file" << fname;
+        fault(QStringLiteral("Can't open ref file ") + quoted(fname));
         ui_->RefFile->clear(); // which empties the list too
         return;
     }
@@ -210,7 +214,7 @@ void EOFSetup::refFileSelected(const QString& fname)
         qDebug() << "The crystal spacing in ref file is no number above 0, the setup's holds"
                  << fname;
     if (reference_.degrees.isEmpty()) {
-        qDebug() << "No energies in ref file" << fname;
+        fault(QStringLiteral("No energies in ref file ") + quoted(fname));
         ui_->RefFile->clear();
     }
 }
@@ -224,7 +228,8 @@ void EOFSetup::newPattern()
 {
     const QString pattern = ui_->Pattern->text();
     if (!QRegularExpression(pattern).isValid())
-        qDebug() << "Energy pattern matches nothing, it does not compile:" << pattern;
+        fault(QStringLiteral("Energy pattern matches nothing, it does not compile: ") +
+              quoted(pattern));
     const bool inKeV = pattern.toUpper().contains(QLatin1String("KEV"));
     ui_->Factor->setText(inKeV ? QStringLiteral("1000") : QStringLiteral("1"));
     int at = ui_->Patterns->findText(pattern);

@@ -2,6 +2,7 @@
 
 #include "analysis/Analyzer.h"
 #include "app/Body.h"
+#include "batch/BatchCtrl.h"
 #include "support/ImageFiles.h"
 
 #include <QSignalSpy>

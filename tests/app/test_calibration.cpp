@@ -104,7 +104,8 @@ private Q_SLOTS:
 
         QVERIFY(body_->run("calib_exec"));
         QVERIFY(QTest::qWaitFor([this] { return body_->energyShiftAt(3, 0) != 0.0; }));
-        QVERIFY(body_->run("calib_exec") && marked());
+        body_->execCalibration(); // the button stops
+        QVERIFY(marked());
         QVERIFY(body_->run("calib_former_map") && !marked());
         QVERIFY(worstError() < coarseGridError);
         QVERIFY(body_->run("calib_former_map") && marked());
@@ -144,9 +145,32 @@ private Q_SLOTS:
     {
         const LogCapture log;
         QVERIFY(body_->runAll({"calib_exec", "clear_I1_files", "calib_wait"}));
-        QCOMPARE(log.linesWith("the images are gone"), 1);
+        QCOMPARE(log.linesWith("Calibration stopped, the I1 images are gone"), 1);
         QVERIFY(body_->runAll({"calib_exec", "calib_wait"}));
         QCOMPARE(log.linesWith("Calibration not started"), 1);
+    }
+
+    /// Who waits is told; commands start anew what runs, and nothing without a standard.
+    void stoppedAndRefusedCalibrationsAreFailures()
+    {
+        const FailureCount& failures = body_->batchCtrl()->failures();
+        const QSignalSpy ends(body_.get(), &Body::finishBatchExec);
+        CmdLine wait("calib_wait");
+        wait.ticket = 900;
+        wait.lineNo = 7;
+        QVERIFY(body_->runAll({"calib_type 1", "calib_exec"}));
+        body_->execCmdSlot(wait, false);
+        QCOMPARE(ends.size(), 2);
+        QVERIFY(body_->run("calib_exec"));
+        QCOMPARE(ends.at(2).at(1).toInt(), 900);
+        QVERIFY(failures.count == 1 && failures.first.text() == "line 7, calib_wait: stopped");
+        QVERIFY(body_->run("calib_wait") && worstError() < coarseGridError);
+
+        const LogCapture log;
+        QVERIFY(body_->runAll({"calib_load_std none.dat", "calib_exec", "calib_wait"}));
+        QCOMPARE(log.linesWith("Calibration not started: no standard is loaded"), 1);
+        QCOMPARE(failures.count, 3);
+        QVERIFY(worstError() < coarseGridError);
     }
 
     void filesThatDoNotFitReportTheirEndAndChangeNothing()

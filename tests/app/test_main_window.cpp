@@ -430,6 +430,51 @@ private Q_SLOTS:
         QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
     }
 
+    /// Who waits for a walk that is stopped, by the button or by a new one, is told once.
+    void stoppedAndRefusedWalksAreFailures()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        const FailureCount& failures = body.batchCtrl()->failures();
+        const QSignalSpy ends(&body, &Body::finishBatchExec);
+        CmdLine walk("analyzer_exec_LCF");
+        const LogCapture log;
+        for (walk.ticket = 901; walk.ticket <= 903; ++walk.ticket) {
+            walk.lineNo = walk.ticket - 900;
+            body.execCmdSlot(walk, false);
+            QCOMPARE(ends.size(), walk.ticket == 901 ? 0 : 1 + walk.lineNo / 3);
+            if (walk.ticket == 901)
+                body.start2DAnalysis();
+        }
+        QTRY_COMPARE(ends.size(), 3);
+        QCOMPARE(ends.at(2).at(1).toInt(), 903);
+        QVERIFY(failures.count == 2 &&
+                failures.first.text() == "line 1, analyzer_exec_LCF: stopped");
+        QCOMPARE(log.linesWith("2D analysis stopped"), 2);
+        QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
+
+        // No reference is left to fit; the maps stay.
+        for (int row = 0; row < 2; ++row)
+            QVERIFY(body.run(QString("analyzer_set_LCF_std %1 0 90000 %2")
+                                 .arg(row)
+                                 .arg(experiment_.references[row])));
+        QVERIFY(body.run("analyzer_exec_LCF"));
+        QCOMPARE(log.linesWith("2D analysis not started: LCF is left out"), 1);
+        QVERIFY(failures.count == 3 && values(ratioMap(body, 0)).last() > 0.5);
+    }
+
+    void referenceRowsAreAddedUpToTheLast()
+    {
+        DrivenBody body;
+        const QString file = " 0 0 " + experiment_.references[0];
+        QVERIFY(body.run("analyzer_set_LCF_std 100" + file));
+        QCOMPARE(body.analyzer()->refs().size(), 4);
+        QCOMPARE(body.batchCtrl()->failures().count, 1);
+        QVERIFY(body.run("analyzer_set_LCF_std 99" + file));
+        QCOMPARE(body.analyzer()->activeRows(), QVector<int>{99});
+        QCOMPARE(body.batchCtrl()->failures().count, 1);
+    }
+
     void aWalkTakesTheFilteredMapBack()
     {
         DrivenBody body;

@@ -1,7 +1,6 @@
 #include "BodyFixture.h"
 
 #include "analysis/LCFReference.h"
-#include "common/Fault.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/RowMark.h"
@@ -62,10 +61,10 @@ private Q_SLOTS:
             QVERIFY(analyse() && body_->run("analyzer_select_image 2"));
             command = "save_data";
         }
-        const FaultCollector collector;
+        const FailureCount& failures = body_->batchCtrl()->failures();
         QVERIFY(body_->run(command + ' ' + in("nothing.tif")));
-        QCOMPARE(collector.faults().size(), 1);
-        QVERIFY(collector.faults().first().contains("nothing"));
+        QCOMPARE(failures.count, 1);
+        QVERIFY(failures.first.reason.contains("nothing"));
         QCOMPARE(files(), QStringList());
     }
 

@@ -6,6 +6,8 @@
 
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QSignalSpy>
+#include <QStatusBar>
 
 /// The batch window: its text, its log, and when it starts a run.
 class TestBatchCtrl : public QObject
@@ -57,6 +59,19 @@ private Q_SLOTS:
         ctrl_->save("/no/such/folder/x.bat");
     }
 
+    /// An editor would take 40 times the memory of such a text.
+    void aTextOfManyLinesIsRunWithoutTheEditor()
+    {
+        ctrl_->load(write("zoom_in a\n" + QByteArray("\\\n").repeated(150000) + "\nzoom_in b\n"));
+        QVERIFY(editor()->isReadOnly() && editor()->blockCount() == 1);
+        click("Exec");
+        QTRY_COMPARE(commands_, "a b ");
+        ctrl_->save(dir_.filePath("many.bat"));
+        QCOMPARE(QFileInfo(dir_.filePath("many.bat")).size(), QFileInfo(file_).size());
+        click("Clear");
+        QVERIFY(ctrl_->text().isEmpty() && !editor()->isReadOnly());
+    }
+
     void fileThatCantBeShownLeavesTheText()
     {
         const auto refused = [this](const QString& name, const char* message) {
@@ -66,15 +81,14 @@ private Q_SLOTS:
             QCOMPARE(editor()->toPlainText(), "old");
         };
         refused("/no/such.bat", "Can't open batch file.*such");
-        refused(write(QByteArray(17000000, '\n')), "x.bat is too long");
-        refused(write(QByteArray(2000000, 'x')), "x.bat has a line that is too long");
-        refused(write(QByteArray(2000000, '\n')), "x.bat has too many lines");
+        refused(write(QByteArray(17000000, '\n')), "x.bat\" is too long");
+        refused(write(QByteArray(2000000, 'x')), "x.bat\" has a line that is too long");
     }
 
     void stopCallsAWaitingStartOffAndLetsExecRun()
     {
         reports_ = false;
-        Q_EMIT ctrl_->doDispatchCmds({"zoom_in config"});
+        Q_EMIT ctrl_->doDispatchConfigCmds("zoom_in config");
         ctrl_->execBatchSlot();
         QTRY_COMPARE(commands_, "config ");
         reports_ = true;
@@ -83,16 +97,45 @@ private Q_SLOTS:
         click("Exec");
         QTRY_COMPARE(commands_, "config a b ");
         click("Exec"); // nothing without Stop, and the waiting start is gone
-        QTest::qWait(50);
+        QTRY_VERIFY(ctrl_->statusBar()->currentMessage().contains("Nothing starts"));
         QCOMPARE(commands_, "config a b ");
+        click("Stop");
+        QVERIFY(ctrl_->statusBar()->currentMessage().isEmpty());
         QCOMPARE(ctrl_->findChild<QPlainTextEdit*>("BatchLogs")->toPlainText(),
                  "zoom_in : config\nzoom_in : a\nzoom_in : b\n");
+    }
+
+    void aLongWaitIsShownAndEndsAtTheLimit()
+    {
+        RunWatch& watch = ctrl_->watch();
+        const auto shown = [this] { return ctrl_->statusBar()->currentMessage(); };
+        const QSignalSpy gaveUp(ctrl_.get(), &BatchCtrl::gaveUp);
+        CmdLine cmd("load_I1_files new");
+        cmd.ticket = 5;
+        cmd.lineNo = 12;
+        watch.commandStarted(cmd);
+        QTRY_VERIFY(shown().contains("line 12: load_I1_files"));
+        watch.commandEnded(0, 4); // of a run before
+        QVERIFY(!shown().isEmpty());
+        watch.commandEnded(0, 5);
+        QVERIFY(shown().isEmpty());
+
+        // Progress puts the end off, also when its events come late.
+        watch.setLimit(0.5);
+        watch.commandStarted(cmd);
+        QTest::qSleep(600);
+        QMetaObject::invokeMethod(&watch, &RunWatch::progressed, Qt::QueuedConnection);
+        QTest::qWait(100);
+        QCOMPARE(gaveUp.size(), 0);
+        QTRY_COMPARE(gaveUp.size(), 1);
+        QCOMPARE(ctrl_->failures().first.lineNo, 12);
+        QVERIFY(!watch.isWaiting());
     }
 
     void unattendedStartWaitsForTheFirstRunAndIsForOnce()
     {
         reports_ = false;
-        Q_EMIT ctrl_->doDispatchCmds({"zoom_in c1", "zoom_in c2"});
+        Q_EMIT ctrl_->doDispatchConfigCmds("zoom_in c1\nzoom_in c2");
         ctrl_->setBatchFile(write("zoom_in file"));
         ctrl_->execBatchSlot();
         QTRY_COMPARE(commands_, "c1 ");

@@ -16,7 +16,7 @@ class TestBatchDispatcher : public QObject
     int ticket_;   ///< of the latest command
     bool reports_; ///< reports each command's end at once
 
-    void run(const QString& text) { Q_EMIT start(text.split('\n')); }
+    void run(const QString& text) { Q_EMIT start(text); }
 
     /// Waits until the dispatcher's thread has worked off what was sent to it, and its answers
     /// have arrived here.
@@ -29,7 +29,7 @@ class TestBatchDispatcher : public QObject
     }
 
 Q_SIGNALS:
-    void start(QStringList lines);
+    void start(const QString& text);
     void stop();
     void finished(int id, int ticket);
 

@@ -18,7 +18,7 @@ class TestBatchLanguage : public QObject
     {
         QString commands;
         log_.clear();
-        interpreter.start(QString(text).replace('@', "zoom_in").split(';'));
+        interpreter.start(QString(text).replace('@', "zoom_in").replace(';', '\n'));
         for (steps_ = 0; steps_ < mostSteps; ++steps_) {
             const BatchOutcome outcome = interpreter.step();
             log_ += outcome.log;
@@ -92,6 +92,41 @@ private Q_SLOTS:
         run(interpreter, ":for L n 1 1;:echo \"at n\" more;@ n %1 %2;:next L;"
                          ":next X;:rem_start;@;:rem_end");
         QCOMPARE(log_, "for L : n = 1\necho at 1zoom_in : 1 %1 %2\nnext L : n = 1\nnext  :  = \n");
+    }
+
+    /// Lines are counted from 1 as they stand in the text, continued and in loops too.
+    void commandsAndUnknownWordsHaveTheirLineNumbers()
+    {
+        BatchInterpreter interpreter;
+        interpreter.start(":for L n 1 2\nsave_imge \\\n a\nzoom_in\n:nxt\n:next L\n"
+                          ":rem_start\nfoo\n:rem_end\n\nzoom_in",
+                          true);
+        QString found;
+        for (BatchOutcome o; (o = interpreter.step()).kind != BatchOutcome::Ended;) {
+            if (o.failure) {
+                QCOMPARE(o.log, "Err: " + o.failure->text() + '\n');
+                found += QString::number(o.failure->lineNo) + o.failure->word + ' ';
+                QVERIFY(o.failure->text().startsWith("batch line "));
+            }
+            if (o.kind == BatchOutcome::Command)
+                found += QString::number(o.command.lineNo) + ' ';
+        }
+        QCOMPARE(found, "2save_imge 4 5:nxt 4 11 "); // each line is told once
+    }
+
+    void aTextInPlaceOfAnotherGoesOnAtItsLineNumber()
+    {
+        BatchInterpreter interpreter;
+        interpreter.start(":for L n 1 2\nzoom_in n\n:next L");
+        interpreter.step();
+        QCOMPARE(interpreter.step().command.arg(0), "1");
+        interpreter.replaceText(":echo x\nzoom_in y-n\n:next L\nzoom_in z");
+        interpreter.step();
+        QCOMPARE(interpreter.step().command.arg(0), "y-2");
+        interpreter.step();
+        QCOMPARE(interpreter.step().command.arg(0), "z");
+        interpreter.replaceText("zoom_in short");
+        QCOMPARE(int(interpreter.step().kind), int(BatchOutcome::Ended));
     }
 
     void variablesOutliveRunsAndLoopsDoNot()

@@ -8,8 +8,10 @@
 #include <QtTest>
 
 #include <random>
+#include <vector>
 
 #include <sys/stat.h>
+#include <tiffio.h>
 
 namespace {
 double ramp(int x, int y)
@@ -30,6 +32,17 @@ class TestImageReaders : public QObject
               const std::atomic<bool>* stop = nullptr)
     {
         return writeBytes(name_, bytes) && image.readFile(name_, bad, stop);
+    }
+
+    /// A TIFF with a sample format in place of the strip's length, which libtiff can do without.
+    static QByteArray withSampleFormat(quint32 format)
+    {
+        QByteArray bytes = tiffBytes(4, 4, ramp);
+        QByteArray tag;
+        for (const auto& [value, size] :
+             {std::pair<quint32, int>{339, 2}, {3, 2}, {1, 4}, {format, 4}})
+            appendWord(tag, value, size);
+        return bytes.replace(8 + 4 * 4 * 2 + 2 + 12 * 8, 12, tag);
     }
 
 private Q_SLOTS:
@@ -124,6 +137,49 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("Unreadable rows"), 1);
     }
 
+    /// Constant pixels: the codecs at their tightest, 20,000 to 1 for the last.
+    void compressionPacksAsTightAsItCan()
+    {
+        constexpr quint32 side = 1000;
+        for (const int codec : {COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_PACKBITS,
+                                COMPRESSION_LZMA, COMPRESSION_ZSTD}) {
+            if (TIFFIsCODECConfigured(uint16_t(codec)) != 1)
+                continue;
+            TIFF* tiff = TIFFOpen(qPrintable(name_), "w");
+            const std::pair<uint32_t, quint32> tags[] = {
+                {TIFFTAG_IMAGEWIDTH, side},   {TIFFTAG_IMAGELENGTH, side},
+                {TIFFTAG_ROWSPERSTRIP, side}, {TIFFTAG_BITSPERSAMPLE, 16},
+                {TIFFTAG_PHOTOMETRIC, 1},     {TIFFTAG_COMPRESSION, quint32(codec)}};
+            for (const auto& [tag, value] : tags)
+                QCOMPARE(TIFFSetField(tiff, tag, value), 1);
+            std::vector<quint16> row(side, 7);
+            for (quint32 y = 0; y < side; ++y)
+                QCOMPARE(TIFFWriteScanline(tiff, row.data(), y, 0), 1);
+            TIFFClose(tiff);
+            TiffData image;
+            QVERIFY(image.readFile(name_, ErrPoints()));
+            QCOMPARE(image.pixel(side - 1, side - 1), 7.0);
+        }
+    }
+
+    void furtherPagesCostOneLogLine()
+    {
+        QByteArray tiff = tiffBytes(4, 3, ramp);
+        // The directory once more behind the first, which then tells where it is.
+        const int at = 8 + 4 * 3 * 2;
+        const QByteArray directory = tiff.mid(at);
+        for (int i = 0; i < 2; ++i) {
+            QByteArray next;
+            appendWord(next, quint32(tiff.size()), 4);
+            tiff.replace(tiff.size() - 4, 4, next);
+            tiff += directory;
+        }
+        const LogCapture log;
+        TiffData image;
+        QVERIFY(read(image, tiff) && image.blockSum(1, 1, 9, 9) > 0.0);
+        QCOMPARE(log.linesWith("not the 2 pages"), 1);
+    }
+
     void brokenFilesAreRefusedWithOneLogLine()
     {
         const QByteArray img = imgBytes(50, 40, "", 2, ramp);
@@ -137,6 +193,7 @@ private Q_SLOTS:
             {"Not an image file", {"GIF89a and some more"}},
             {"Can not open tiff", {QByteArray("II*\0 nothing of a tiff", 23)}},
             {"16 bit", {tiffBytes(4, 4, ramp, 0, 8)}},
+            {"signed or float", {withSampleFormat(2), withSampleFormat(3)}},
             {"Error on reading (3)", {img.left(img.size() - 1), img.left(20)}},
             {"Error on reading (2)", {imgBytes(3, 3, "BytesPerPixel=4,", 2, ramp)}},
             {"Image size", {hugeTiff, brnx + "RANGE_X1 = 16384\n# RANGE_Y1 = 16384\n1 1 1\n"}},

@@ -93,6 +93,30 @@ private Q_SLOTS:
         QCOMPARE(load({click}), QString("1:2 end %1 0").arg(other));
     }
 
+    void aBatchIsToldWhatItsOwnJobDidNotRead()
+    {
+        LoadJob batch = job({"/none", files_[0], "/nix"});
+        batch.ticket = 5;
+        batch.place = "line 3, load: ";
+        LoadJob cutOff = job(files_, 40);
+        cutOff.ticket = 6;
+        for (const LoadJob& last : {job({"/click"}), cutOff}) {
+            const LogCapture log;
+            LoadTiff loader;
+            connect(&loader, &LoadTiff::loaded, this, [](TiffData* data, int) { delete data; });
+            QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
+            loader.loadTiffs(batch);
+            loader.loadTiffs(last);
+            QVERIFY(ends.wait(5000));
+            const QStringList faults = ends[0][3].toStringList();
+            QCOMPARE(log.linesWith("line 3, load: Can not open"), 2);
+            if (last.ticket == 0)
+                QVERIFY(faults.size() == 2 && faults.last().endsWith("\"/nix\""));
+            else
+                QCOMPARE(faults, QStringList("No files to load: all 10 are cut off"));
+        }
+    }
+
     void stopLeavesTheRestUnread()
     {
         LoadTiff stopped;
