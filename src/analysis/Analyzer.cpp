@@ -136,6 +136,7 @@ void Analyzer::addNewRef()
         map->fixedMin = scale.min;
         map->fixedMax = scale.max;
     }
+    Q_EMIT rowAdded();
     connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
     connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
 }
@@ -200,6 +201,8 @@ void Analyzer::setMapKind(int k)
         ui_->SelRatio->setChecked(true);
     else if (k == 1)
         ui_->SelDMut->setChecked(true);
+    else
+        fault(QStringLiteral("No kind of map has the number %1").arg(k));
 }
 
 Analyzed2DRes* Analyzer::selectedMap()
@@ -216,8 +219,12 @@ void Analyzer::setMode(int m)
     // By number: fits of the map, residual absorption, elements, sum of images, map arithmetic,
     // edge position.
     QCheckBox* const boxes[] = {ui_->SelMLCFAnal, nullptr, nullptr, nullptr, nullptr, nullptr};
-    if (m < 0 || m >= static_cast<int>(std::size(boxes)))
+    if (m < 0 || m >= static_cast<int>(std::size(boxes))) {
+        fault(QStringLiteral("No analysis has the number %1").arg(m));
         return;
+    }
+    if (boxes[m] == nullptr)
+        fault(QStringLiteral("Analysis not available in this version: %1").arg(m));
     for (QCheckBox* box : boxes) {
         if (box != nullptr)
             box->setChecked(box == boxes[m]);
@@ -433,8 +440,10 @@ void Analyzer::selectedImgChanged(bool f)
 void Analyzer::selectImageById(int id)
 {
     QAbstractButton* const button = refGroup_->button(id);
-    if (button == nullptr)
+    if (button == nullptr) {
+        fault(QStringLiteral("No map has the number %1").arg(id));
         return;
+    }
     button->setChecked(true);
     Q_EMIT changedSelection();
 }

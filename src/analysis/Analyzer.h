@@ -110,7 +110,7 @@ public Q_SLOTS:
     void setProgress(double perCent);
     /// Fills row `no` (see LCFReference::setStd), adding rows up to it; at most 100 rows.
     void setLCFStd(int no, bool use, double dE, const QString& fname, const QString& isVic);
-    /// Chooses the shown map by its id in the image group; an unknown id changes nothing.
+    /// Chooses the shown map by its id in the image group; an unknown id is a fault.
     void selectImageById(int id);
     void setFixedScale(bool f);
     void setDMutScaleMax(double max);
@@ -120,6 +120,8 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void askAnalyze();
+    /// A reference row was added, the last one.
+    void rowAdded();
     void analyzeSpectrum0(const AnalysisRequest& request);
     void contAccessChanged(bool f);
     void progressChanged(double perCent);

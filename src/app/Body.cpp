@@ -127,6 +127,7 @@ void Body::setupBatch()
     batchCtrl_->setDispatcher(dispatcher_.get());
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &Body::execCmdSlot);
     connect(this, &Body::finishBatchExec, dispatcher_.get(), &BatchDispatcher::finishBatchExec);
+    connect(batchCtrl_, &BatchCtrl::unattendedRunEnded, this, &Body::finishWhenIdle);
     connect(this, &Body::commandStarted, &batchCtrl_->watch(), &RunWatch::commandStarted);
     connect(this, &Body::finishBatchExec, &batchCtrl_->watch(), &RunWatch::commandEnded);
 }

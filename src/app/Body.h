@@ -15,6 +15,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QMap>
 #include <QQueue>
 #include <QThread>
 
@@ -26,6 +27,7 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class CalibCtrl;
+class FDGroup;
 class LateDialog;
 class Messages;
 class ProgressSum;
@@ -281,6 +283,7 @@ private:
     void startLoader(QThread& thread, LoadTiff& loader);
 
     // BodyCommands.cpp
+    void finishWhenIdle();
     void runCommand(EX_CMD_ID id, const CmdLine& cmd);
     void endCommand(EX_CMD_ID id, int ticket, const QStringList& faults);
 
@@ -289,6 +292,8 @@ private:
     void nameReferenceDialogs();
     QString fileKind(const LateDialog& dialog) const;
     void groupDialogs();
+    void groupDialog(LateDialog* dialog);
+    void takeReferenceRow();
     void setupMessages();
     void setupStatusBar();
     void showProgressOf(ProgressSum* bar);
@@ -370,7 +375,7 @@ private:
     void showMapSections(int x, int y);
     bool isMapFilled() const;
     void showSectionsInView();
-    int shownHeight() const;
+    QSize shownSize() const;
     void refreshCursor();
     void showBoxSize(bool selected);
 
@@ -453,6 +458,8 @@ private:
     LateDialog* saveAllDataDialog_ = nullptr;
 
     QHash<int, CmdLine> commandsUnderWay_; ///< by ticket, those whose ends are reported later
+    QMap<QString, FDGroup*> dialogGroups_; ///< by the kind of file; children of this window
+
     Walk walk_;
     bool mapsInterrupted_ = false; ///< the last walk ended before its last position
     WrittenMaps writtenMaps_;
@@ -465,6 +472,7 @@ private:
     ShiftMap replacedMap_;                         ///< by the running calibration
     std::unique_ptr<ShiftMap> formerMap_;          ///< null as long as no map was replaced
     bool keepsWindows_ = false;                    ///< places of windows are written at the end
+    bool finishesWhenIdle_ = false;                ///< an unattended run is through
     bool closing_ = false;            ///< the window is closed: no command is run any more
     QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;

@@ -308,6 +308,9 @@ void Body::stopWalk(const QString& why)
     logTime(QStringLiteral("2da 4:"));
     qDebug().noquote() << QStringLiteral("2D analysis %1: %2").arg(why, walk_.outcomes.text());
     endCommand(ExCmdAnalyzerExecLCF, ticket, {why});
+    // The map on show is painted as far as it is filled.
+    if (!closing_ && ui_->ShowResAnalysis->isChecked())
+        dispImgSelected(true);
 }
 
 void Body::setMapsInterrupted(bool f)

@@ -144,6 +144,8 @@ void Body::leaveCalibration(const QStringList& faults)
         endCommand(ExCmdCalibWait, ticket, faults);
     if (!closing_)
         refreshCursor();
+    if (finishesWhenIdle_ && !closing_)
+        Q_EMIT finishing();
 }
 
 void Body::waitForCalibration(int ticket)

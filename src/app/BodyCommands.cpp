@@ -92,24 +92,30 @@ void Body::Commands::load(Body& b, const CmdLine& c, const QStringList& files, b
         b.readI1(files, isNewMode(c), c);
 }
 
-// Fewer than two arguments load nothing and report nothing: the run waits for "Stop", on purpose.
-bool Body::Commands::namesFiles(const CmdLine& c)
+// Fewer than two arguments load nothing and report nothing: the run waits for "Stop", on purpose;
+// but for one that nobody is there to stop.
+bool Body::Commands::namesFiles(Body& b, const CmdLine& c)
 {
     if (c.args.size() >= 2)
         return true;
-    fault(QStringLiteral("No files to load, the run waits for \"Stop\": ") + c.simplified);
+    if (b.batchCtrl_->isUnattended()) {
+        fault(QStringLiteral("No files to load: ") + c.simplified);
+        b.endCommand(exCmdId(CmdLine(c.word)), c.ticket, {});
+    } else {
+        fault(QStringLiteral("No files to load, the run waits for \"Stop\": ") + c.simplified);
+    }
     return false;
 }
 
 void Body::Commands::loadFiles(Body& b, const CmdLine& c, bool i0)
 {
-    if (namesFiles(c))
+    if (namesFiles(b, c))
         load(b, c, c.args.mid(1), i0);
 }
 
 void Body::Commands::loadPattern(Body& b, const CmdLine& c, bool i0)
 {
-    if (namesFiles(c))
+    if (namesFiles(b, c))
         load(b, c, filesOfPattern(c), i0);
 }
 
@@ -117,6 +123,8 @@ void Body::Commands::selectDispImage(Body& b, const CmdLine& c)
 {
     if (QAbstractButton* button = b.imgSelect_->button(intArg(c, 0)))
         button->setChecked(true);
+    else
+        fault(QStringLiteral("No kind of image has the number ") + c.arg(0));
 }
 
 void Body::Commands::setColourRange(Body& b, const CmdLine& c)
@@ -255,6 +263,14 @@ void Body::execCmdSlot(const CmdLine& cmd, bool inRem)
     runCommand(id, cmd);
     if (slot.end == Commands::AtOnce)
         Q_EMIT finishBatchExec(id, cmd.ticket);
+}
+
+/// Ends the program when nothing is under way any more: an unattended run is through.
+void Body::finishWhenIdle()
+{
+    finishesWhenIdle_ = true;
+    if (!calibration_.running && !closing_)
+        Q_EMIT finishing();
 }
 
 /// Does what the command says, and records what can't be done.

@@ -53,7 +53,7 @@ struct Body::Commands
 
     // BodyCommands.cpp
     static void load(Body& b, const CmdLine& c, const QStringList& files, bool i0);
-    static bool namesFiles(const CmdLine& c);
+    static bool namesFiles(Body& b, const CmdLine& c);
     static void loadFiles(Body& b, const CmdLine& c, bool i0);
     static void loadPattern(Body& b, const CmdLine& c, bool i0);
     static void selectDispImage(Body& b, const CmdLine& c);

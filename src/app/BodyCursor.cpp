@@ -129,7 +129,7 @@ void Body::showSections(int x, int y)
     else
         showImageSections(x, y);
     ui_->HCross->setCursorPos(x);
-    ui_->VCross->setCursorPos(shownHeight() - y);
+    ui_->VCross->setCursorPos(shownSize().height() - y);
     showSectionsInView();
 }
 
@@ -175,28 +175,30 @@ bool Body::isMapFilled() const
 void Body::showSectionsInView()
 {
     const QRectF& view = ui_->dispA->viewWindow();
-    const int height = shownHeight();
+    const int height = shownSize().height();
     ui_->HCross->setRange({view.left(), view.right()});
     ui_->VCross->setRange({height - view.bottom(), height - view.top()});
 }
 
-/// Height [pixels] from whose lower end the upright section counts.
-int Body::shownHeight() const
+/// Size [pixels] of what is on show; the upright section counts from its lower end.
+QSize Body::shownSize() const
 {
-    const Analyzed2DRes* const map = ui_->dispA->shownMap();
-    return map ? map->stepper.height : imgH_;
+    if (const Analyzed2DRes* const map = ui_->dispA->shownMap())
+        return {map->stepper.width, map->stepper.height};
+    const TiffData* const image = currentImage(shownStack());
+    return image ? QSize(image->width, image->height) : QSize(imgW_, imgH_);
 }
 
 Spectrum Body::hCrossAt(int y, int hw, int vw, bool useI1) const
 {
     const TiffData* image = currentImage(useI1 ? i1_ : i0_);
-    return image ? hCross(sectionSource(*image, useI1), imgW_, y, hw, vw) : Spectrum();
+    return image ? hCross(sectionSource(*image, useI1), image->width, y, hw, vw) : Spectrum();
 }
 
 Spectrum Body::vCrossAt(int x, int hw, int vw, bool useI1) const
 {
     const TiffData* image = currentImage(useI1 ? i1_ : i0_);
-    return image ? vCross(sectionSource(*image, useI1), imgH_, x, hw, vw) : Spectrum();
+    return image ? vCross(sectionSource(*image, useI1), image->height, x, hw, vw) : Spectrum();
 }
 
 /// Sections of I1 show absorption, whatever the use box of I0 says.
@@ -226,8 +228,8 @@ void Body::draw(QPainter* p)
     overlay.y = curY_;
     overlay.bandWidth = halfWidthX();
     overlay.bandHeight = halfWidthY();
-    overlay.imageWidth = imgW_;
-    overlay.imageHeight = imgH_;
+    overlay.imageWidth = shownSize().width();
+    overlay.imageHeight = shownSize().height();
     if (selected)
         overlay.selection = area.selectedArea();
     if (i0_.darkAreaOn)

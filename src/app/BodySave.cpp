@@ -33,6 +33,10 @@ void Body::saveImage(const QString& fname)
 
 void Body::saveImageWNum(const QString& fname, const QString& num)
 {
+    if (num.isEmpty()) {
+        fault(QStringLiteral("No number to save %1 with").arg(quoted(fname)));
+        return;
+    }
     saveImage(addSuffix(fname, num));
 }
 
@@ -101,7 +105,7 @@ void Body::saveAllData(const QString& fname)
     const MapForm form = saveDataCfg_->form();
     bool found = false;
     for (const LabelledMap& map : labelledMaps(*analyzer_)) {
-        if (walk_.running || !map.map->imgValid || !map.map->whyNotSaved(true).isEmpty())
+        if (walk_.running || mapsInterrupted_ || !map.map->whyNotSaved(true).isEmpty())
             continue;
         saveMapWithBar(map, mapFileName(fname, map.fullLabel, form), form);
         found = true;

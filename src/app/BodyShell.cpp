@@ -43,6 +43,7 @@ void Body::setupShell()
     setupMenuBar();
     nameReferenceDialogs();
     groupDialogs();
+    connect(analyzer_, &Analyzer::rowAdded, this, &Body::takeReferenceRow);
     connect(this, &Body::finishing, this, &Body::saveWindows);
     // The rows of spectra and stacks take dropped files themselves.
     const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
@@ -116,17 +117,28 @@ QString Body::fileKind(const LateDialog& dialog) const
 /// Every dialog of files follows the folder of its kind of file.
 void Body::groupDialogs()
 {
-    QMap<QString, FDGroup*> groups;
     const QVector<QWidget*> windows = windows_ + QVector<QWidget*>{this, analyzer_->view()};
     for (const QWidget* window : windows) {
-        for (LateDialog* dialog : window->findChildren<LateDialog*>()) {
-            const QString kind = fileKind(*dialog);
-            FDGroup*& group = groups[kind];
-            if (!group)
-                group = new FDGroup(kind, kind == batchKind ? BatchRoot : DataRoot, this);
-            group->add(dialog);
-        }
+        for (LateDialog* dialog : window->findChildren<LateDialog*>())
+            groupDialog(dialog);
     }
+}
+
+void Body::groupDialog(LateDialog* dialog)
+{
+    const QString kind = fileKind(*dialog);
+    FDGroup*& group = dialogGroups_[kind];
+    if (!group)
+        group = new FDGroup(kind, kind == batchKind ? BatchRoot : DataRoot, this);
+    group->add(dialog);
+}
+
+/// The dialog of the row that was added last is named and placed like those of the others.
+void Body::takeReferenceRow()
+{
+    nameReferenceDialogs();
+    for (const XafsFileSelect* file : analyzer_->refs().last()->findChildren<XafsFileSelect*>())
+        groupDialog(file->dialog());
 }
 
 void Body::setupMessages()

@@ -347,6 +347,7 @@ void Body::dispImgSelected(bool on)
         tellShowDeglitched();
         showMap(analyzer_->selectedMap());
     } else {
+        tellImageSize();
         ui_->dispA->setShowOverLayer(false);
         if (shownStack().images->isEmpty())
             takeNoImage();
@@ -366,8 +367,9 @@ void Body::tellShowDeglitched()
 
 void Body::showMap(Analyzed2DRes* map)
 {
-    // The bar may have been moved since its picture was made.
-    if (map && map->imgValid)
+    // The bar may have been moved since its picture was made; and the map of a walk that was stopped
+    // has none.
+    if (map && (map->imgValid || map->whyNotSaved(true).isEmpty()))
         map->genImg();
     ui_->dispA->setAnalyzedRes(map);
     ui_->dispA->setShowOverLayer(true);

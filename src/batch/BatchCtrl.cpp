@@ -86,7 +86,7 @@ void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
     });
     connect(this, &BatchCtrl::doDispatchConfigCmds, dispatcher_,
             &BatchDispatcher::doDispatchConfigCmds);
-    connect(dispatcher_, &BatchDispatcher::runEnded, this, &BatchCtrl::firstRunEnded);
+    connect(dispatcher_, &BatchDispatcher::runEnded, this, &BatchCtrl::takeRunEnd);
     connect(dispatcher_, &BatchDispatcher::notStarted, this, &BatchCtrl::tellNotStarted);
     connect(dispatcher_, &BatchDispatcher::failed, this,
             [this](const FailureCount& failures) { failures_.add(failures); });
@@ -106,22 +106,28 @@ void BatchCtrl::execBatchSlot()
         startPending_ = true;
 }
 
-void BatchCtrl::firstRunEnded()
+void BatchCtrl::takeRunEnd()
 {
     firstRunEnded_ = true;
-    if (startPending_)
+    if (startPending_) {
         startUnattended();
+    } else if (unattendedRuns_) {
+        unattendedRuns_ = false;
+        Q_EMIT unattendedRunEnded();
+    }
 }
 
 void BatchCtrl::startUnattended()
 {
     startPending_ = false;
     stopRun();
+    unattendedRuns_ = true;
     execCmdsSlot();
 }
 
 void BatchCtrl::stopRun()
 {
+    unattendedRuns_ = false;
     watch_.leave();
     statusBar()->clearMessage();
     Q_EMIT batchStop();

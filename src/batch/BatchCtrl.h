@@ -32,10 +32,11 @@ public:
     /// waits for the end of that first run.
     void setDispatcher(BatchDispatcher* dispatcher);
 
-    /// The dialogs that load and save batch files, for a group that shares a folder.
-
     /// Told of the start, the progress and the end of each command by whoever executes them.
     RunWatch& watch() { return watch_; }
+
+    /// Nobody is there to press a button: execBatchSlot() was called, and its run has not ended.
+    bool isUnattended() const { return startPending_ || unattendedRuns_; }
 
     /// Failures of all runs so far.
     const FailureCount& failures() const { return failures_; }
@@ -56,6 +57,8 @@ Q_SIGNALS:
     void batchStop();
     /// A command made no progress for longer than the watch's limit, and the run is stopped.
     void gaveUp();
+    /// The run that execBatchSlot() started has come to the end of its text.
+    void unattendedRunEnded();
 
 public Q_SLOTS:
     /// Gives the text to the dispatcher.
@@ -88,7 +91,7 @@ public Q_SLOTS:
 
 private:
     QFileDialog* newDialog(QFileDialog::AcceptMode mode);
-    void firstRunEnded();
+    void takeRunEnd();
     void startUnattended();
     void stopRun();
     void tellNotStarted();
@@ -103,5 +106,6 @@ private:
     RunWatch watch_;
     FailureCount failures_;
     bool firstRunEnded_ = false;
-    bool startPending_ = false; ///< execBatchSlot() waits for the end of the first run
+    bool startPending_ = false;   ///< execBatchSlot() waits for the end of the first run
+    bool unattendedRuns_ = false; ///< what execBatchSlot() started runs
 };

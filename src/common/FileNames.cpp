@@ -50,12 +50,18 @@ QStringRef takeNumber(const QString& text, int& from)
     return text.midRef(first, from - first);
 }
 
+/// Nothing, or a folder alone: what is made of it would be a hidden file that nobody asked for.
+bool namesNoFile(const QString& name)
+{
+    return name.isEmpty() || QDir::fromNativeSeparators(name).endsWith(QLatin1Char('/'));
+}
+
 } // namespace
 
 QString withExtension(const QString& name, const QString& defaultExt)
 {
-    if (name.isEmpty())
-        return name;
+    if (namesNoFile(name))
+        return {};
     const QString own = extensionOf(name);
     const QString full = joined(withoutExtension(name), own.isEmpty() ? defaultExt : own);
     return QFileInfo(full).absoluteFilePath();
@@ -63,11 +69,13 @@ QString withExtension(const QString& name, const QString& defaultExt)
 
 QString withReplacedExtension(const QString& name, const QString& ext)
 {
-    return name.isEmpty() ? name : joined(withoutExtension(name), ext);
+    return namesNoFile(name) ? QString() : joined(withoutExtension(name), ext);
 }
 
 QString addSuffix(const QString& name, const QString& suffix)
 {
+    if (namesNoFile(name))
+        return {};
     return joined(withoutExtension(name) + QLatin1Char('-') + suffix, extensionOf(name));
 }
 

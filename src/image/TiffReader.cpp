@@ -177,8 +177,14 @@ bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* sto
     const int failed = readRows(tif.get(), image, stop);
     if (failed < 0)
         return false;
-    if (failed > 0)
-        qDebug() << "Unreadable rows set to 0 :" << failed << name;
+    if (failed > 0) {
+        fault(QStringLiteral("%1 of %2 rows can not be read in %3, they count as 0")
+                  .arg(failed)
+                  .arg(image.height)
+                  .arg(quoted(name)));
+    }
+    if (failed == image.height)
+        return false;
     tellFurtherPages(tif.get(), name);
     // Read last, since it moves the handle away from the image's directory.
     image.exposureMs = exifExposureMs(tif.get());

@@ -426,6 +426,9 @@ private Q_SLOTS:
         const QVector<double> stopped = values(ratioMap(body, 0));
         QCOMPARE(stopped.size() - stopped.count(0.0), 10);
         QVERIFY(!ratioMap(body, 0)->imgValid);
+        QVERIFY(body.runAll(
+            {"analyzer_select_image_type 0", "analyzer_select_image 0", "select_disp_image 3"}));
+        QVERIFY(ratioMap(body, 0)->imgValid); // what can be saved can be seen
         QVERIFY(body.run("analyzer_exec_LCF"));
         QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
     }
@@ -461,6 +464,22 @@ private Q_SLOTS:
         QVERIFY(body.run("analyzer_exec_LCF"));
         QCOMPARE(log.linesWith("2D analysis not started: LCF is left out"), 1);
         QVERIFY(failures.count == 3 && values(ratioMap(body, 0)).last() > 0.5);
+    }
+
+    void choicesThatThereAreNotAreFailures()
+    {
+        DrivenBody body;
+        const QStringList commands{"select_disp_image 7",
+                                   "analyzer_select_image 66",
+                                   "analyzer_select_image_type 5",
+                                   "analyzer_select_analysis_mode 9",
+                                   "save_image_w_num a",
+                                   "save_all_images",
+                                   "save_image " + experiment_.dir.path() + '/'};
+        for (int i = 0; i < commands.size(); ++i) {
+            QVERIFY(body.run(commands[i]));
+            QCOMPARE(body.batchCtrl()->failures().count, i + 1);
+        }
     }
 
     void referenceRowsAreAddedUpToTheLast()

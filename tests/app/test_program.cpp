@@ -82,9 +82,16 @@ private Q_SLOTS:
             << QByteArray()
             << QByteArray(":echo \xb5\nSuggesting_Elm Xx\ncalib_exec\ncalib_wait\nquit") << both
             << 1 << "Batch failures: 2, the first: line 2, Suggesting_Elm: Unknown element \"Xx\"";
-        QTest::newRow("no end of waiting")
-            << QByteArray() << QByteArray("load_I1_files new\nquit\n") << both + " -timeout 0.1"
-            << 3 << "Batch failures: 2, the first: line 1, load_I1_files: No files to load";
+        QTest::newRow("nothing to wait for, and no end told")
+            << QByteArray("batch load_I1_files new\n") << QByteArray("load_I0_files new\n") << both
+            << 1
+            << "Batch failures: 2, the first: batch line 1 of the configuration, load_I1_files";
+        const QString image =
+            write("long.img", imgBytes(3000, 3000, "", 2, [](int x, int y) { return x + y; }));
+        QTest::newRow("a longer wait than allowed")
+            << QByteArray() << QByteArray("load_I1_files new " + image.toUtf8() + "\n")
+            << both + " -timeout 0.001" << 3
+            << "the first: line 1, load_I1_files: no progress for as long as -timeout allows";
     }
 
     void unattendedRunsTellByTheirExitCodes()
@@ -104,15 +111,15 @@ private Q_SLOTS:
     /// A text of commands, unattended and with a window, ended while it waits.
     void signalsEndTheProgramLikeAClose()
     {
-        const QString batch = write("s.bat", ":echo waiting\nload_I1_files new\n");
+        const QString batch = write("s.bat", ":echo waiting\n:for L %i% 1 100000000\n"
+                                             "set_band_w 1\n:next L\n");
         for (const QStringList& arguments : {QStringList{"-e", "-b", batch, "-x"}, {"-e"}}) {
             for (const int number : {SIGTERM, SIGINT}) {
                 QProcess program;
                 program.setProcessChannelMode(QProcess::MergedChannels);
                 program.start(QStringLiteral(MORVENKITE_PROGRAM), arguments);
                 QByteArray log;
-                while (
-                    !log.contains(arguments.size() > 1 ? "No files to load" : "Batchs in Config")) {
+                while (!log.contains(arguments.size() > 1 ? "echo waiting" : "Batchs in Config")) {
                     QVERIFY2(program.waitForReadyRead(20000), log);
                     log += program.readAll();
                 }

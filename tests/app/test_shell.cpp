@@ -313,6 +313,7 @@ private Q_SLOTS:
                                      "Save Image", "Select Bad Pixels of I1 Data"};
         for (const bool again : {false, true}) {
             Body body;
+            body.analyzer()->addNewRef(); // a later row is like the first ones
             QMap<QString, QFileDialog*> dialogs;
             for (const QWidget* window : QApplication::topLevelWidgets()) {
                 for (LateDialog* late : window->findChildren<LateDialog*>()) {
