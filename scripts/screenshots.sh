@@ -234,9 +234,10 @@ finish
     echo "INCLUDE $folder/config.cfg"
     sed 's/^/batch /' "$work/japanese.bat"
 } >"$work/japanese.cfg"
+export XDG_CONFIG_HOME=$work/config-ja # no windows left open by the session before
 start -config "$work/japanese.cfg"
 wait_for "end of the batch" grep -qF "The maps are ready" "$log"
-xdotool mousemove --sync "${nothing[@]}"
+back
 grab main-window-ja
 finish
 
