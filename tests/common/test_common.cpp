@@ -95,21 +95,10 @@ private Q_SLOTS:
 
     void filesStandInNaturalOrder()
     {
-        const QStringList sorted{"9999.tif",
-                                 "10000.tif",
-                                 "a/2/1",
-                                 "a/10/1",
-                                 "a007",
-                                 "A7b",
-                                 "a7c",
-                                 "a8",
-                                 "a123456789012345678901234",
-                                 "a223456789012345678901234",
-                                 "b",
-                                 "b-1",
-                                 "b.1",
-                                 "b0",
-                                 "b_1"};
+        const QStringList sorted =
+            QString("9999.tif 10000.tif a/2/1 a/10/1 a007 A7b a7c a8 a123456789012345678901234 "
+                    "a223456789012345678901234 b b-1 b.1 b0 b_1")
+                .split(' ');
         for (unsigned seed = 1; seed < 20; ++seed) {
             QStringList names = sorted;
             std::shuffle(names.begin(), names.end(), std::mt19937(seed));

@@ -1,5 +1,6 @@
 #include "common/Fault.h"
 #include "common/SafeFile.h"
+#include "support/ImageFiles.h"
 #include "support/LogCapture.h"
 
 #include <QDir>
@@ -107,11 +108,7 @@ private Q_SLOTS:
 
 private:
     QString in(const QString& name) const { return dir_.filePath(name); }
-    QByteArray contents(const QString& name) const
-    {
-        QFile file(in(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray contents(const QString& name) const { return bytesOf(in(name)); }
     QStringList files() const
     {
         return QDir(dir_.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);

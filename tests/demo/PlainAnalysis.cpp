@@ -1,31 +1,14 @@
 #include "PlainAnalysis.h"
 
+#include "support/TiffPixels.h"
+
 #include <QDir>
 #include <QTextStream>
-
-#include <tiffio.h>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
-QVector<double> readTiff(const QString& fname, int* width)
-{
-    TIFF* tiff = TIFFOpen(QFile::encodeName(fname).constData(), "r");
-    quint32 height = 0;
-    TIFFGetField(tiff, TIFFTAG_IMAGEWIDTH, width);
-    TIFFGetField(tiff, TIFFTAG_IMAGELENGTH, &height);
-    QVector<double> pixels;
-    QVector<quint16> row(*width);
-    for (quint32 y = 0; y < height; ++y) {
-        TIFFReadScanline(tiff, row.data(), y, 0);
-        for (const quint16 pixel : row)
-            pixels.append(pixel);
-    }
-    TIFFClose(tiff);
-    return pixels;
-}
-
 /// Constant and slope of the least-squares line through the points from one energy to another.
 QPointF lineThrough(const plain::Curve& curve, double from, double to)
 {
@@ -55,17 +38,19 @@ double valueAt(const plain::Curve& curve, double energy)
 /// Sums over squares of `side` pixels, in rows, with the dark level of the image's corner off.
 QVector<double> netSums(const QString& fname, int darkSize, int side)
 {
-    int width = 0;
-    const QVector<double> image = readTiff(fname, &width);
+    Tags tags;
+    const QVector<quint16> image = tiffPixels(fname, tags);
+    const int width = int(tags[0]);
     double dark = 0.0;
     for (int i = 0; i < darkSize * darkSize; ++i)
-        dark += image[i / darkSize * width + i % darkSize] / (darkSize * darkSize);
+        dark += double(image[i / darkSize * width + i % darkSize]) / (darkSize * darkSize);
     const int columns = width / side;
     QVector<double> sums(image.size() / (side * side), -dark * side * side);
     for (int i = 0; i < image.size(); ++i)
         sums[i / width / side * columns + i % width / side] += image[i];
     return sums;
 }
+
 /// The absorption spectrum of each square.
 QVector<plain::Curve> squareSpectra(const QString& folder, const QString& stack,
                                     const QVector<double>& energies, int darkSize, int side)
@@ -143,22 +128,25 @@ plain::Curve plain::normalised(const Curve& curve, double* edgeStep, const EdgeR
     return result;
 }
 
-QVector<plain::Curve> plain::references(const QString& folder, const EdgeRange& range)
+namespace {
+/// The normalised references of the species of an experiment's folder.
+QVector<plain::Curve> references(const QString& folder)
 {
-    QVector<Curve> found;
+    QVector<plain::Curve> found;
     for (const QFileInfo& file : QDir(folder + QStringLiteral("/references"))
                                      .entryInfoList({QStringLiteral("species-*")}, QDir::Files))
-        found.append(normalised(readReference(file.filePath()), nullptr, range));
+        found.append(plain::normalised(plain::readReference(file.filePath())));
     return found;
 }
 
-QVector<double> plain::weights(const Curve& sample, const QVector<Curve>& references)
+/// Weights of the references in the least-squares sense; all curves normalised.
+QVector<double> weights(const plain::Curve& sample, const QVector<plain::Curve>& references)
 {
     const int n = references.size();
     QVector<QVector<double>> a(n, QVector<double>(n + 1, 0.0)); // the right side is the last column
     for (const QPointF& p : sample) {
         QVector<double> row;
-        for (const Curve& reference : references)
+        for (const plain::Curve& reference : references)
             row.append(valueAt(reference, p.x()));
         row.append(p.y());
         for (int i = 0; i < n; ++i)
@@ -178,7 +166,9 @@ QVector<double> plain::weights(const Curve& sample, const QVector<Curve>& refere
     return found;
 }
 
-double plain::shiftOf(const Curve& curve, const Curve& standard)
+/// Energy by which a curve lies above a standard in the least-squares sense, within 2 eV; both
+/// normalised.
+double shiftOf(const plain::Curve& curve, const plain::Curve& standard)
 {
     double shift = -2.0;
     for (double s = -2.0; s < 2.1; s += 0.5)
@@ -197,6 +187,7 @@ double plain::shiftOf(const Curve& curve, const Curve& standard)
     }
     return shift;
 }
+} // namespace
 
 plain::Maps plain::analyse(const QString& folder, const QVector<double>& energies, int darkSize,
                            int side)

@@ -25,16 +25,6 @@ struct EdgeRange
 /// the steepest rise of the curve, and the distance of the lines there.
 Curve normalised(const Curve& curve, double* edgeStep = nullptr, const EdgeRange& range = {});
 
-/// The normalised references of the species of an experiment's folder.
-QVector<Curve> references(const QString& folder, const EdgeRange& range = {});
-
-/// Weights of the references in the least-squares sense; all curves normalised.
-QVector<double> weights(const Curve& sample, const QVector<Curve>& references);
-
-/// Energy by which a curve lies above a standard in the least-squares sense, within 2 eV; both
-/// normalised.
-double shiftOf(const Curve& curve, const Curve& standard);
-
 /// Weights ("ratio") and weights times edge step ("dmut") of a reference, a value each block; the
 /// same without regard to the energy shift ("raw"), and that shift ("shift", 0).
 using Maps = QMap<QPair<QString, int>, QVector<double>>;

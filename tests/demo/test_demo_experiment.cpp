@@ -6,6 +6,7 @@
 #include "PlainAnalysis.h"
 #include "ReferenceText.h"
 #include "Truth.h"
+#include "support/ImageFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -103,12 +104,6 @@ void savePlanted(const QString& fname, const Truth& truth, int species, int half
         out << p.x() << ' ' << p.y() << ' ' << (faulty ? fault.weight : weight) << '\n';
     }
 }
-
-QByteArray bytesOf(const QString& fname)
-{
-    QFile file(fname);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
 } // namespace
 
 Q_DECLARE_METATYPE(Difficulty)
@@ -152,16 +147,23 @@ private Q_SLOTS:
         }
     }
 
-    void everyReferenceHasTheSameLinesAndStep_data() { difficulties(); }
+    void everyReferenceHasTheSameLinesAndStep_data()
+    {
+        QTest::addColumn<Difficulty>("difficulty");
+        QTest::newRow("easy") << Difficulty::Easy;
+        QTest::newRow("hard") << Difficulty::Hard;
+    }
 
     void everyReferenceHasTheSameLinesAndStep()
     {
         QFETCH(Difficulty, difficulty);
+        const bool easy = difficulty == Difficulty::Easy;
+        const plain::EdgeRange around{demoEdgeEnergy - 20.0, demoEdgeEnergy + 20.0, 20.0};
         for (int s = 0; s < speciesCount; ++s) {
             double edgeStep = 0.0;
-            const plain::Curve curve = plain::normalised(
-                plain::readReference(demoFiles::referenceFile(folderOf(difficulty), s)), &edgeStep,
-                rangeOf(difficulty));
+            const QString name = demoFiles::referenceFile((easy ? dir_ : hard_).path(), s);
+            const plain::Curve curve = plain::normalised(plain::readReference(name), &edgeStep,
+                                                         easy ? plain::EdgeRange() : around);
             QVERIFY(curve.size() > 120 && std::fabs(edgeStep - referenceStep) < 2e-4);
             // The file gives back the shape at every energy, through angles or not.
             for (const QPointF& p : curve)
@@ -207,29 +209,6 @@ private Q_SLOTS:
             QCOMPARE(i0[p.y() * 60 + p.x()], phantom.hot.contains(p) ? hotCount : quint16(0));
         // The corner reads the dark level alone, whatever the beam does.
         QVERIFY(std::fabs(i0[61] - darkLevel) < 20.0 && i0[30 * 60 + 30] > 20000);
-    }
-
-    void aNoiselessMixtureGivesItsWeights_data() { difficulties(); }
-
-    void aNoiselessMixtureGivesItsWeights()
-    {
-        QFETCH(Difficulty, difficulty);
-        const double planted[] = {0.2, 0.3, 0.5};
-        const plain::EdgeRange range = rangeOf(difficulty);
-        plain::Curve sample;
-        for (const double E : scanOf(usualConditions(difficulty))) {
-            double mu = 0.3 * backgroundShape(E);
-            for (int s = 0; s < speciesCount; ++s)
-                mu += 0.7 * planted[s] * speciesShape(difficulty, s, E);
-            sample.append(QPointF(E, mu));
-        }
-        double edgeStep = 0.0;
-        const QVector<double> found =
-            plain::weights(plain::normalised(sample, &edgeStep, range),
-                           plain::references(folderOf(difficulty), range));
-        for (int s = 0; s < speciesCount; ++s)
-            QVERIFY(std::fabs(found[s] - planted[s]) < 4e-3);
-        QVERIFY(std::fabs(edgeStep - 0.7) < 1e-3);
     }
 
     /// Plain code that shares nothing with the program gets from the images to the planted weights.
@@ -348,23 +327,6 @@ private Q_SLOTS:
     }
 
 private:
-    static void difficulties()
-    {
-        QTest::addColumn<Difficulty>("difficulty");
-        QTest::newRow("easy") << Difficulty::Easy;
-        QTest::newRow("hard") << Difficulty::Hard;
-    }
-    QString folderOf(Difficulty difficulty) const
-    {
-        return difficulty == Difficulty::Easy ? dir_.path() : hard_.path();
-    }
-    static plain::EdgeRange rangeOf(Difficulty difficulty)
-    {
-        return difficulty == Difficulty::Easy
-                   ? plain::EdgeRange()
-                   : plain::EdgeRange{demoEdgeEnergy - 20.0, demoEdgeEnergy + 20.0, 20.0};
-    }
-
     static ExperimentConditions conditions(int size, quint64 seed)
     {
         ExperimentConditions c;

@@ -7,7 +7,7 @@
 
 #include <functional>
 
-// Writers of image files for tests, independent of the readers.
+// Writers of files for tests, independent of the readers.
 
 /// Value of pixel (x, y).
 using PixelFunction = std::function<double(int x, int y)>;
@@ -16,6 +16,13 @@ inline bool writeBytes(const QString& name, const QByteArray& bytes)
 {
     QFile file(name);
     return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size();
+}
+
+/// Contents of a file, empty when it can't be read.
+inline QByteArray bytesOf(const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 inline void appendWord(QByteArray& bytes, quint32 v, int size)
