@@ -72,8 +72,8 @@ StackPair synthetic::stacks()
     static TiffStack i1;
     static TiffStack i0;
     for (int i = i1.size(); i < energies; ++i) {
-        i1.append(i1Image(i).release());
-        i0.append(i0Image(i).release());
+        i1.append(i1Image(i));
+        i0.append(i0Image(i));
     }
     return {i1, i0};
 }

@@ -34,12 +34,12 @@ void loadStack(benchmark::State& state)
         QEventLoop loop;
         TiffStack stack;
         QObject::connect(&loader, &LoadTiff::loaded, &loop,
-                         [&stack](TiffData* data, int) { stack.append(data); });
+                         [&stack](TiffData* data, int) { stack.append(SharedImage(data)); });
         QObject::connect(&loader, &LoadTiff::finishLoadFiles, &loop, &QEventLoop::quit);
         loader.loadTiffs(job);
         loop.exec();
         state.PauseTiming();
-        deleteStack(stack);
+        stack.clear();
         state.ResumeTiming();
     }
     state.SetBytesProcessed(state.iterations() * synthetic::energies * synthetic::side *

@@ -61,9 +61,9 @@ Body::Body(QWidget* parent)
     registerTypes();
     ui_->setupUi(this);
     theColorBar = ui_->CBar;
-    i1_.images = &i1Stack_;
+    i1_.data = &data_.i1;
     i1_.row = ui_->SelectI1Files;
-    i0_.images = &i0Stack_;
+    i0_.data = &data_.i0;
     i0_.row = ui_->SelectI0Files;
 
     setupBatch();
@@ -98,8 +98,6 @@ Body::~Body()
     for (QObject* child : findChildren<QObject*>())
         child->disconnect(this);
     qDeleteAll(windows_);
-    deleteStack(i1Stack_);
-    deleteStack(i0Stack_);
     theColorBar = nullptr;
 }
 
@@ -203,11 +201,11 @@ void Body::setupDark()
     connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
     connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI0File);
     connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this, [this] {
-        totalI0ofI1_ = XafsSpectrum();
+        data_.totalI0ofI1 = XafsSpectrum();
         refreshCursor();
     });
     connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::cleared, this,
-            [this] { totalI0ofI0_ = XafsSpectrum(); });
+            [this] { data_.totalI0ofI0 = XafsSpectrum(); });
 }
 
 void Body::setupImageView()

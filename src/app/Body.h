@@ -6,6 +6,7 @@
 #include "calibration/ShiftMapFile.h"
 #include "image/BlockSpectrum.h"
 #include "image/LoadTiff.h"
+#include "image/Measurement.h"
 #include "maps/AnalyzeCond.h"
 #include "maps/Analyzed2DRes.h"
 #include "maps/WalkRuns.h"
@@ -67,8 +68,8 @@ public:
     void restoreWindows();
 
     BatchCtrl* batchCtrl() const { return batchCtrl_; }
-    const TiffStack& i1Stack() const { return i1Stack_; }
-    const TiffStack& i0Stack() const { return i0Stack_; }
+    const TiffStack& i1Stack() const { return data_.i1.images; }
+    const TiffStack& i0Stack() const { return data_.i0.images; }
     Analyzer* analyzer() const { return analyzer_; }
 
     /// Spectrum of (energy, mu) of the block round (x, y) under the form's conditions; empty
@@ -209,14 +210,11 @@ private:
     /// One of the two stacks with all that belongs to it.
     struct Stack
     {
-        TiffStack* images;
+        ImageStack* data;
         SelectDataFiles* row;
         int jobsSent = 0;
         int firstValidJob = 0; ///< images of earlier jobs were cleared before they came
         int jobsDone = 0;      ///< while behind jobsSent a load is under way, and plots stay quiet
-        bool darkAreaOn = false;
-        QRectF darkArea;         ///< [image pixels]
-        QVector<double> darkAvg; ///< mean over the area per image, the dark image's taken off
     };
 
     /// Positions sent to the analysis worker and not yet recorded.
@@ -345,7 +343,7 @@ private:
     Stack& shownStack();
     bool isMapChosen() const;
     bool keepsMap() const;
-    void showImage(TiffData* image);
+    void showImage(const SharedImage& image);
     void takeImage(int no);
     void takeNoImage();
     void showLoaded(Stack& stack);
@@ -353,7 +351,6 @@ private:
     void tellShowDeglitched();
     void showMap(Analyzed2DRes* map);
     void leaveMap();
-    void takeImageGeometry();
     void tellImageSize();
 
     // BodyEnergies.cpp
@@ -389,8 +386,8 @@ private:
 
     // BodyDark.cpp
     void setDarkArea(Stack& stack);
-    void fillDarkAverages(Stack& stack);
     double darkFactor(const Stack& stack) const;
+    void fillDarkAverages(Stack& stack);
     void refillDarkAverages(Stack& stack);
     void newExposure(Stack& stack);
     void clearDarkArea(Stack& stack);
@@ -427,23 +424,15 @@ private:
     std::unique_ptr<LoadTiff> i0Loader_;
     std::unique_ptr<BatchDispatcher> dispatcher_;
 
-    TiffStack i1Stack_; ///< owned, in loading order
-    TiffStack i0Stack_;
+    Measurement data_;
     Stack i1_;
     Stack i0_;
-    TiffData* shownImage_ = nullptr; ///< image of a stack in the image area, or null
-    std::unique_ptr<TiffData> dark_;
+    SharedImage shownImage_; ///< image of a stack in the image area, or null
     Analyzed2DRes energyShiftMap_;
-    int imgW_ = -1; ///< size and detector origin of the stack, from the first I1 image
-    int imgH_ = 0;
-    int imgX0_ = 0;
-    int imgY0_ = 0;
     int mapX0_ = 0; ///< detector origin of the energy shift map
     int mapY0_ = 0;
     int curX_ = 0; ///< image pixel of the last mouse position
     int curY_ = 0;
-    XafsSpectrum totalI0ofI1_;
-    XafsSpectrum totalI0ofI0_;
 
     Analyzer* analyzer_ = nullptr;
     XafsView* xafsView_ = nullptr; ///< the spectrum at the cursor

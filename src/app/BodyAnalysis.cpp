@@ -40,11 +40,11 @@ bool Body::askAnalyzeCond(AnalyzeCond& ac) const
 /// Fills ac with the walk over the selected area; why there is none to walk over, or an empty text.
 QString Body::areaFault(AnalyzeCond& ac) const
 {
-    if (i1Stack_.isEmpty())
+    if (data_.i1.images.isEmpty())
         return QStringLiteral("no I1 images");
-    const TiffData& first = *i1Stack_.first();
+    const TiffData& first = *data_.i1.images.first();
     const QRectF area =
-        ui_->dispA->hasSelection() ? ui_->dispA->selectedArea() : QRectF(0, 0, imgW_, imgH_);
+        ui_->dispA->hasSelection() ? ui_->dispA->selectedArea() : QRectF(QPointF(), data_.size);
     ac = AnalyzeCond(first.width, first.height, halfWidthX(), halfWidthY(), area, -1, -1);
     const AnalyzeCond selected = ac;
     if (ac.cutToImage())
@@ -116,8 +116,8 @@ QString Body::walkFault(AnalyzeCond& cond) const
 ReadRange Body::scanRange() const
 {
     const auto [least, greatest] = std::minmax_element(
-        i1Stack_.begin(), i1Stack_.end(),
-        [](const TiffData* a, const TiffData* b) { return a->energy < b->energy; });
+        data_.i1.images.begin(), data_.i1.images.end(),
+        [](const SharedImage& a, const SharedImage& b) { return a->energy < b->energy; });
     return {(*least)->energy, (*greatest)->energy};
 }
 
@@ -145,8 +145,8 @@ void Body::prepareMaps(const AnalyzeCond& cond)
 double Body::energyShiftAt(int x, int y) const
 {
     const auto onMap = [](qint64 v) { return int(qBound<qint64>(-1, v, INT_MAX)); };
-    return energyShiftMap_.valueAt(onMap(qint64(imgX0_) + x - mapX0_),
-                                   onMap(qint64(imgY0_) + y - mapY0_));
+    return energyShiftMap_.valueAt(onMap(qint64(data_.origin.x()) + x - mapX0_),
+                                   onMap(qint64(data_.origin.y()) + y - mapY0_));
 }
 
 QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
@@ -154,7 +154,7 @@ QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
     AnalyzeCond at = run.first;
     const BlockConditions conditions = blockConditions(at.halfX, at.halfY);
     const SuggestElm elm = suggestElm();
-    BlockSpectra blocks({i1Stack_, i0Stack_}, conditions);
+    BlockSpectra blocks({data_.i1.images, data_.i0.images}, conditions);
     const QVector<Spectrum> raw = blocks.row(at.cx, at.stepX, run.count, at.cy);
     const QString name = QStringLiteral("Body-AaP");
     QVector<XafsSpectrum> spectra;
@@ -205,7 +205,7 @@ void Body::analyzeASpectrumFinished(const AnalysisResult& result)
     recordRequest(pending, result);
     adaptRequestSize(result.tookMs, pending.run.count);
     batchCtrl_->watch().progressed();
-    if (i1Stack_.isEmpty()) {
+    if (data_.i1.images.isEmpty()) {
         generateResImages();
         stopWalk(stoppedText() + QLatin1String(", the I1 images are gone"));
         return;

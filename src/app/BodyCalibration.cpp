@@ -72,7 +72,7 @@ void Body::startCalibration()
     mapEdgeE_ = 0.0;
     setMapInterrupted(false);
     setMapStatistics({});
-    const TiffData& first = *i1Stack_.first();
+    const TiffData& first = *data_.i1.images.first();
     mapX0_ = first.x0;
     mapY0_ = first.y0;
     calibCtrl_->showImageGeometry({first.width, first.height}, {first.x0, first.y0});
@@ -160,7 +160,7 @@ void Body::calibNextPoint()
 {
     if (!calibration_.running)
         return;
-    if (i1Stack_.isEmpty()) {
+    if (data_.i1.images.isEmpty()) {
         stopCalibration(stoppedText() + QLatin1String(", the I1 images are gone"));
         return;
     }

@@ -48,15 +48,16 @@ int Body::halfWidthY() const
 
 const TiffData* Body::currentImage(const Stack& stack) const
 {
-    return stack.images->value(stack.row->currentIndex(), nullptr);
+    return stack.data->images.value(stack.row->currentIndex()).get();
 }
 
 /// Dark counts that are taken off one pixel of the stack's current image.
 double Body::darkLevel(const Stack& stack, int x, int y) const
 {
-    double level = stack.darkAreaOn ? stack.darkAvg.value(stack.row->currentIndex(), 0.0) : 0.0;
-    if (dark_)
-        level += dark_->pixel(x, y) * darkFactor(stack);
+    double level =
+        stack.data->darkAreaOn ? stack.data->darkAvg.value(stack.row->currentIndex(), 0.0) : 0.0;
+    if (data_.dark)
+        level += data_.dark->pixel(x, y) * darkFactor(stack);
     return level;
 }
 
@@ -79,9 +80,10 @@ void Body::showXafsSpectrum()
     const double shift = energyShiftAt(curX_, curY_);
     const SuggestElm elm = suggestElm();
     const BlockConditions conditions = blockConditions(halfWidthX(), halfWidthY());
-    const XafsSpectrum spectrum(rawXafs({i1Stack_, i0Stack_}, conditions, curX_, curY_),
-                                QStringLiteral("body-show"), targetBackground(), shift, elm);
-    const bool outside = spectrum.isEmpty() && !i1Stack_.isEmpty();
+    const XafsSpectrum spectrum(
+        rawXafs({data_.i1.images, data_.i0.images}, conditions, curX_, curY_),
+        QStringLiteral("body-show"), targetBackground(), shift, elm);
+    const bool outside = spectrum.isEmpty() && !data_.i1.images.isEmpty();
     const QString note = outside ? outcomeWords(spectrum.outcome) : analyzer_->gapNote(spectrum);
     const double dE = xafsView_->setSpectrum(spectrum, note);
     if (!walk_.running)
@@ -89,7 +91,7 @@ void Body::showXafsSpectrum()
     ui_->Position->setText(pixelText(curX_, curY_));
     ui_->EShiftOnTbl->setText(QString::asprintf("%6.3f", shift));
     ui_->EShiftFromStd->setText(QString::asprintf("%5.2f", dE));
-    xafsView_->setRawSpectrum(rawI1(i1Stack_, conditions, curX_, curY_));
+    xafsView_->setRawSpectrum(rawI1(data_.i1.images, conditions, curX_, curY_));
 }
 
 /// The cursor to a pixel by its numbers, whatever the view shows of it.
@@ -186,7 +188,7 @@ QSize Body::shownSize() const
     if (const Analyzed2DRes* const map = ui_->dispA->shownMap())
         return {map->stepper.width, map->stepper.height};
     const TiffData* const image = currentImage(shownStack());
-    return image ? QSize(image->width, image->height) : QSize(imgW_, imgH_);
+    return image ? QSize(image->width, image->height) : data_.size;
 }
 
 Spectrum Body::hCrossAt(int y, int hw, int vw, bool useI1) const
@@ -204,7 +206,7 @@ Spectrum Body::vCrossAt(int x, int hw, int vw, bool useI1) const
 /// Sections of I1 show absorption, whatever the use box of I0 says.
 SectionSource Body::sectionSource(const TiffData& image, bool useI1) const
 {
-    return {image, useI1 ? &i0Stack_ : nullptr, ui_->FluoType->isChecked()};
+    return {image, useI1 ? &data_.i0.images : nullptr, ui_->FluoType->isChecked()};
 }
 
 /// Conditions of the form have changed: spectrum and sections at the cursor follow.
@@ -232,10 +234,10 @@ void Body::draw(QPainter* p)
     overlay.imageHeight = shownSize().height();
     if (selected)
         overlay.selection = area.selectedArea();
-    if (i0_.darkAreaOn)
-        overlay.i0DarkArea = i0_.darkArea;
-    if (i1_.darkAreaOn)
-        overlay.i1DarkArea = i1_.darkArea;
+    if (i0_.data->darkAreaOn)
+        overlay.i0DarkArea = i0_.data->darkArea;
+    if (i1_.data->darkAreaOn)
+        overlay.i1DarkArea = i1_.data->darkArea;
     paintOverlay(*p, area.coord, overlay);
     ui_->CBar->update();
 }

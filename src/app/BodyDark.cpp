@@ -19,27 +19,27 @@ BlockConditions Body::blockConditions(int halfX, int halfY) const
     BlockConditions conditions;
     conditions.halfX = halfX;
     conditions.halfY = halfY;
-    conditions.imageWidth = imgW_;
-    conditions.imageHeight = imgH_;
+    conditions.imageWidth = data_.size.width();
+    conditions.imageHeight = data_.size.height();
     conditions.useI0 = ui_->UseI0->isChecked();
     conditions.fluorescence = ui_->FluoType->isChecked();
-    conditions.dark = dark_.get();
+    conditions.dark = data_.dark;
     // The texts of the line edits, so that the user can overrule the files' exposure.
     conditions.darkExposure = ui_->DarkExpTime->text().toDouble();
     conditions.i1Exposure = i1_.row->exposureText().toDouble();
     conditions.i0Exposure = i0_.row->exposureText().toDouble();
-    conditions.i1DarkAreaOn = i1_.darkAreaOn;
-    conditions.i0DarkAreaOn = i0_.darkAreaOn;
-    conditions.i1DarkAvg = i1_.darkAvg;
-    conditions.i0DarkAvg = i0_.darkAvg;
-    conditions.totalI0Loaded = !totalI0ofI1_.isEmpty();
-    conditions.totalI0 = totalI0ofI1_.i0Spectrum;
+    conditions.i1DarkAreaOn = i1_.data->darkAreaOn;
+    conditions.i0DarkAreaOn = i0_.data->darkAreaOn;
+    conditions.i1DarkAvg = i1_.data->darkAvg;
+    conditions.i0DarkAvg = i0_.data->darkAvg;
+    conditions.totalI0Loaded = !data_.totalI0ofI1.isEmpty();
+    conditions.totalI0 = data_.totalI0ofI1.i0Spectrum;
     return conditions;
 }
 
 Spectrum Body::rawXafsAt(int x, int y, int halfX, int halfY) const
 {
-    return rawXafs({i1Stack_, i0Stack_}, blockConditions(halfX, halfY), x, y);
+    return rawXafs({data_.i1.images, data_.i0.images}, blockConditions(halfX, halfY), x, y);
 }
 
 Spectrum Body::rawXafsOfBox(int x1, int y1, int x2, int y2) const
@@ -49,19 +49,19 @@ Spectrum Body::rawXafsOfBox(int x1, int y1, int x2, int y2) const
 
 Spectrum Body::rawI1At(int x, int y, int halfX, int halfY) const
 {
-    return rawI1(i1Stack_, blockConditions(halfX, halfY), x, y);
+    return rawI1(data_.i1.images, blockConditions(halfX, halfY), x, y);
 }
 
 void Body::selectedDark(const QString& fname)
 {
     clearDark();
-    auto image = std::make_unique<TiffData>();
+    const auto image = std::make_shared<TiffData>();
     if (!image->readFile(fname, defaultErrPoints()))
         return;
     image->buildImage(*theColorBar);
     ui_->DarkFileName->setText(fname);
     ui_->DarkExpTime->setText(fieldText(image->exposureMs));
-    dark_ = std::move(image);
+    data_.dark = image;
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
     refreshCursor();
@@ -69,7 +69,7 @@ void Body::selectedDark(const QString& fname)
 
 void Body::clearDark()
 {
-    dark_.reset();
+    data_.dark.reset();
     ui_->DarkFileName->clear();
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
@@ -82,9 +82,9 @@ void Body::setDarkArea(Stack& stack)
         fault(QStringLiteral("Dark area not set: no area is selected in the image"));
         return;
     }
-    stack.darkArea = ui_->dispA->selectedArea();
-    stack.darkAreaOn = true;
-    stack.row->darkArea(stack.darkArea);
+    stack.data->darkArea = ui_->dispA->selectedArea();
+    stack.data->darkAreaOn = true;
+    stack.row->darkArea(stack.data->darkArea);
     // The selection was drawn for the dark area alone; the user's earlier one comes back.
     ui_->dispA->recallOldSelectedArea();
     refillDarkAverages(stack);
@@ -98,20 +98,14 @@ double Body::darkFactor(const Stack& stack) const
     return stack.row->exposureText().toDouble() / ui_->DarkExpTime->text().toDouble();
 }
 
-/// Adds the averages of the images that have none yet.
 void Body::fillDarkAverages(Stack& stack)
 {
-    const double darkLevel = dark_ ? dark_->areaMean(stack.darkArea) * darkFactor(stack) : 0.0;
-    for (int i = stack.darkAvg.size(); i < stack.images->size(); ++i)
-        stack.darkAvg.append(stack.images->at(i)->areaMean(stack.darkArea) - darkLevel);
+    stack.data->fillDarkAverages(data_.dark.get(), darkFactor(stack));
 }
 
 void Body::refillDarkAverages(Stack& stack)
 {
-    if (!stack.darkAreaOn)
-        return;
-    stack.darkAvg.clear();
-    fillDarkAverages(stack);
+    stack.data->refillDarkAverages(data_.dark.get(), darkFactor(stack));
 }
 
 /// An exposure has another text: dark counts are scaled anew.
@@ -123,8 +117,8 @@ void Body::newExposure(Stack& stack)
 
 void Body::clearDarkArea(Stack& stack)
 {
-    stack.darkAreaOn = false;
-    stack.darkAvg.clear();
+    stack.data->darkAreaOn = false;
+    stack.data->darkAvg.clear();
     stack.row->noDarkArea();
     refreshCursor();
 }
@@ -141,14 +135,12 @@ void Body::setI1DarkArea()
 
 void Body::updateI0DarkArea()
 {
-    if (i0_.darkAreaOn)
-        fillDarkAverages(i0_);
+    fillDarkAverages(i0_);
 }
 
 void Body::updateI1DarkArea()
 {
-    if (i1_.darkAreaOn)
-        fillDarkAverages(i1_);
+    fillDarkAverages(i1_);
 }
 
 void Body::clearUpdateI0DarkArea()
@@ -206,14 +198,14 @@ void Body::loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& 
 
 void Body::newTotalI0ofI1File(const QString& fname)
 {
-    loadTotalI0(totalI0ofI1_, *ui_->TotalI0ofI1XAFS, fname);
+    loadTotalI0(data_.totalI0ofI1, *ui_->TotalI0ofI1XAFS, fname);
     refreshCursor();
 }
 
 void Body::newTotalI0ofI0File(const QString& fname)
 {
     // Kept and logged; no calculation reads it, on purpose.
-    loadTotalI0(totalI0ofI0_, *ui_->TotalI0ofI0XAFS, fname);
+    loadTotalI0(data_.totalI0ofI0, *ui_->TotalI0ofI0XAFS, fname);
 }
 
 void Body::loadDefaultErrPoints()

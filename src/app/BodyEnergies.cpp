@@ -26,9 +26,10 @@ QString Body::stackName(const Stack& stack) const
 /// Gives the images of the stack their energies by its setup as it now stands.
 void Body::applyEnergies(Stack& stack)
 {
-    const QVector<double> energies = stack.row->applyEnergies();
-    for (int i = 0; i < stack.images->size(); ++i)
-        stack.images->at(i)->energy = energies.value(i);
+    const int shown = stack.data->images.indexOf(shownImage_);
+    stack.data->setEnergies(stack.row->applyEnergies());
+    if (shown >= 0)
+        shownImage_ = stack.data->images.at(shown);
     tellEnergyDoubts(stack);
     refreshCursor();
 }
@@ -43,16 +44,16 @@ void Body::tellEnergyDoubts(Stack& stack)
     const auto tell = [&](const ImagePair& pair, const char* line, const QString& mark) {
         if (pair.first < 0)
             return;
-        const TiffData& first = *stack.images->at(pair.first);
-        const TiffData& second = *stack.images->at(pair.second);
+        const TiffData& first = *stack.data->images.at(pair.first);
+        const TiffData& second = *stack.data->images.at(pair.second);
         qDebug().noquote() << stackName(stack) << line << imageText(first, first.fileName) << "and"
                            << imageText(second, second.fileName);
         marks.append(mark.arg(energyText(first.energy), QFileInfo(first.fileName).fileName(),
                               energyText(second.energy), QFileInfo(second.fileName).fileName()));
     };
-    tell(fallingPair(*stack.images), "energies do not rise from file to file:",
+    tell(fallingPair(stack.data->images), "energies do not rise from file to file:",
          tr("Energies do not rise: %1 eV (%2), then %3 eV (%4)"));
-    tell(equalPair(*stack.images), "has two images of one energy:",
+    tell(equalPair(stack.data->images), "has two images of one energy:",
          tr("Two images of one energy: %1 eV (%2) and %3 eV (%4)"));
     stack.row->setMark(marks.join(QLatin1Char('\n')));
 }

@@ -65,8 +65,8 @@ void Body::saveAllImages(const QString& fname)
 
 void Body::saveFlatDark()
 {
-    TiffWriter::writeOnes(QStringLiteral("flat.dat"), imgW_, imgH_);
-    TiffWriter::writeZeros(QStringLiteral("dark.dat"), imgW_, imgH_);
+    TiffWriter::writeOnes(QStringLiteral("flat.dat"), data_.size.width(), data_.size.height());
+    TiffWriter::writeZeros(QStringLiteral("dark.dat"), data_.size.width(), data_.size.height());
 }
 
 void Body::showSaveDataDialog()

@@ -255,19 +255,18 @@ void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
 /// A map must fit the images, unless the check is off. With no images its size becomes theirs.
 bool Body::acceptsMapSize(const EMPHeader& empH)
 {
-    if (!calibCtrl_->checksSize() || (empH.width == imgW_ && empH.height == imgH_))
+    if (!calibCtrl_->checksSize() || data_.size == QSize(empH.width, empH.height))
         return true;
-    if (i1Stack_.isEmpty()) {
-        imgW_ = empH.width;
-        imgH_ = empH.height;
+    if (data_.i1.images.isEmpty()) {
+        data_.size = {empH.width, empH.height};
         return true;
     }
     fault(QStringLiteral("Loading Energy Map size : %1 x %2 : is not matched to the "
                          "current image size : %3 x %4")
               .arg(empH.width)
               .arg(empH.height)
-              .arg(imgW_)
-              .arg(imgH_));
+              .arg(data_.size.width())
+              .arg(data_.size.height()));
     return false;
 }
 

@@ -10,7 +10,6 @@
 
 #include <QDebug>
 
-#include <algorithm>
 #include <utility>
 
 namespace {
@@ -21,18 +20,10 @@ ShownImage pictureOf(const TiffData& image)
 }
 
 /// Makes the picture anew unless it was made with this scale.
-void refreshPicture(TiffData& image, const ColorScale& scale)
+void refreshPicture(const TiffData& image, const ColorScale& scale)
 {
     if (!image.pictureMatches(scale))
         image.buildImage(scale);
-}
-
-/// All images of one exposure, compared exactly and by value.
-bool uniformExposure(const TiffStack& images)
-{
-    return std::all_of(images.begin(), images.end(), [&](const TiffData* image) {
-        return image->exposureMs == images.first()->exposureMs;
-    });
 }
 
 } // namespace
@@ -50,12 +41,12 @@ void Body::clearI0Files()
 void Body::clearStack(Stack& stack)
 {
     // Whatever button is on, an image of the stack may still lie in the image area.
-    if (stack.images->contains(shownImage_))
+    if (stack.data->images.contains(shownImage_))
         showImage(nullptr);
     stack.row->clearFiles();
-    deleteStack(*stack.images);
+    stack.data->images.clear();
     stack.firstValidJob = stack.jobsSent + 1;
-    stack.darkAvg.clear();
+    stack.data->darkAvg.clear();
     if (&stack == &shownStack())
         takeNoImage();
     tellImageSize();
@@ -129,9 +120,8 @@ bool Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
     image->energy = stack.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
     refreshPicture(*image, *ui_->CBar);
-    stack.images->append(image);
-    if (stack.darkAreaOn)
-        fillDarkAverages(stack);
+    stack.data->images.append(SharedImage(image));
+    fillDarkAverages(stack);
     return true;
 }
 
@@ -139,8 +129,10 @@ void Body::loadedI1(TiffData* image, int fNo)
 {
     if (!image || !takeLoaded(i1_, image, fNo))
         return;
-    if (i1Stack_.size() == 1)
-        takeImageGeometry();
+    if (data_.i1.images.size() == 1) {
+        data_.takeGeometry();
+        tellImageSize();
+    }
     if (isLoading(i1_) && !i1_.row->showLatest())
         return;
     showXafsSpectrum();
@@ -151,20 +143,10 @@ void Body::loadedI0(TiffData* image, int fNo)
 {
     if (!image || !takeLoaded(i0_, image, fNo))
         return;
-    if (i0Stack_.size() == 1)
+    if (data_.i0.images.size() == 1)
         tellImageSize();
     if (!isLoading(i0_) || i0_.row->showLatest())
         showXafsSpectrum();
-}
-
-void Body::takeImageGeometry()
-{
-    const TiffData& first = *i1Stack_.first();
-    imgW_ = first.width;
-    imgH_ = first.height;
-    imgX0_ = first.x0;
-    imgY0_ = first.y0;
-    tellImageSize();
 }
 
 /// The images in front of the user give the size: those of I1, or of I0 while they are on show and
@@ -172,10 +154,10 @@ void Body::takeImageGeometry()
 void Body::tellImageSize()
 {
     QSize size;
-    if (!i1Stack_.isEmpty())
-        size = QSize(imgW_, imgH_);
-    else if (ui_->ShowI0->isChecked() && !i0Stack_.isEmpty())
-        size = QSize(i0Stack_.first()->width, i0Stack_.first()->height);
+    if (!data_.i1.images.isEmpty())
+        size = data_.size;
+    else if (ui_->ShowI0->isChecked() && !data_.i0.images.isEmpty())
+        size = QSize(data_.i0.images.first()->width, data_.i0.images.first()->height);
     ui_->dispA->setImageSize(size);
 }
 
@@ -196,11 +178,12 @@ void Body::finishLoad(Stack& stack, int jobsDone)
     stack.jobsDone = jobsDone;
     curX_ = 0;
     curY_ = 0;
-    if (stack.images->isEmpty()) {
+    if (stack.data->images.isEmpty()) {
         refreshCursor();
         return;
     }
-    stack.row->setExposure(stack.images->first()->exposureMs, uniformExposure(*stack.images));
+    stack.row->setExposure(stack.data->images.first()->exposureMs,
+                           stack.data->hasUniformExposure());
     refillDarkAverages(stack);
     tellEnergyDoubts(stack);
     showLoaded(stack);
@@ -210,7 +193,7 @@ void Body::finishLoad(Stack& stack, int jobsDone)
 /// The last image of a stack comes on show, or under a map of its size that is.
 void Body::showLoaded(Stack& stack)
 {
-    const int last = stack.images->size() - 1;
+    const int last = stack.data->images.size() - 1;
     const bool shown = &shownStack() == &stack;
     if (!shown || !keepsMap()) {
         stack.row->select(last);
@@ -247,7 +230,7 @@ bool Body::keepsMap() const
     if (!isMapFilled())
         return false;
     const AnalyzeCond& size = ui_->dispA->shownMap()->stepper;
-    return size.width == imgW_ && size.height == imgH_;
+    return size.width == data_.size.width() && size.height == data_.size.height();
 }
 
 QString Body::emptyText() const
@@ -259,7 +242,7 @@ QString Body::emptyText() const
     return ui_->ShowI0->isChecked() ? tr("No I0 images") : tr("No I1 images");
 }
 
-void Body::showImage(TiffData* image)
+void Body::showImage(const SharedImage& image)
 {
     shownImage_ = image;
     // Another stack, or a map, was on show while the bar was moved.
@@ -270,7 +253,7 @@ void Body::showImage(TiffData* image)
 
 void Body::showData(int no)
 {
-    const TiffStack& images = *shownStack().images;
+    const TiffStack& images = shownStack().data->images;
     if (no < 0 || no >= images.size())
         return;
     leaveMap();
@@ -281,7 +264,7 @@ void Body::showData(int no)
 /// Puts an image of the shown stack into the image area, on show or under the map that is.
 void Body::takeImage(int no)
 {
-    const TiffStack& images = *shownStack().images;
+    const TiffStack& images = shownStack().data->images;
     // Quiet already here: a smaller maximum moves the slider.
     const QSignalBlocker quiet(ui_->SeekBar);
     ui_->SeekBar->setMaximum(images.size() - 1);
@@ -349,7 +332,7 @@ void Body::dispImgSelected(bool on)
     } else {
         tellImageSize();
         ui_->dispA->setShowOverLayer(false);
-        if (shownStack().images->isEmpty())
+        if (shownStack().data->images.isEmpty())
             takeNoImage();
         else
             showData(shownStack().row->currentIndex());
@@ -367,8 +350,8 @@ void Body::tellShowDeglitched()
 
 void Body::showMap(Analyzed2DRes* map)
 {
-    // The bar may have been moved since its picture was made; and the map of a walk that was stopped
-    // has none.
+    // The bar may have been moved since its picture was made; and the map of a walk that was
+    // stopped has none.
     if (map && (map->imgValid || map->whyNotSaved(true).isEmpty()))
         map->genImg();
     ui_->dispA->setAnalyzedRes(map);
@@ -397,7 +380,7 @@ void Body::cBarUpdated()
 {
     qDebug() << "cBarUpdated" << ui_->CBar->rangeMin << ui_->CBar->rangeMax;
     if (ui_->ShowData->isChecked() || ui_->ShowI0->isChecked()) {
-        for (TiffData* image : qAsConst(*shownStack().images))
+        for (const SharedImage& image : qAsConst(shownStack().data->images))
             refreshPicture(*image, *ui_->CBar);
     }
     // Hands the shown image's new picture over: the old one is gone.

@@ -33,7 +33,7 @@ BlockSpectra::BlockSpectra(const StackPair& stacks, const BlockConditions& condi
     , blockPixels_(conditions.blockPixels())
 {
     energies_.reserve(size_t(stacks_.i1.size()));
-    for (const TiffData* image : stacks_.i1)
+    for (const SharedImage& image : stacks_.i1)
         energies_.push_back(image->energy);
     if (conditions_.useI0)
         planI0();
@@ -201,7 +201,7 @@ Spectrum rawI1(const TiffStack& i1, const BlockConditions& conditions, int x, in
     if (!insideImage(conditions, x, y))
         return spectrum;
     spectrum.points.reserve(i1.size());
-    for (const TiffData* image : i1) {
+    for (const SharedImage& image : i1) {
         spectrum.append(image->energy, image->blockSum(x, y, conditions.halfX, conditions.halfY));
     }
     return spectrum;

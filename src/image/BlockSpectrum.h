@@ -27,9 +27,9 @@ struct BlockConditions
     bool useI0 = false; ///< divide by I0, else by the number of pixels
     bool fluorescence = false;
 
-    const TiffData* dark = nullptr; ///< dark image, scaled to each stack's exposure
-    double darkExposure = 0.0;      ///< [ms]; 0 makes the dark terms infinite, nothing guards it
-    double i1Exposure = 0.0;        ///< [ms]
+    SharedImage dark;          ///< dark image or null, scaled to each stack's exposure
+    double darkExposure = 0.0; ///< [ms]; 0 makes the dark terms infinite, nothing guards it
+    double i1Exposure = 0.0;   ///< [ms]
     double i0Exposure = 0.0;
 
     bool i1DarkAreaOn = false; ///< mean of the dark area per image, taken off each pixel

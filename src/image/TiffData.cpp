@@ -141,17 +141,18 @@ void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buf
     }
 }
 
-bool paintsByTable(const TiffData& image)
+bool paintsByTable(const TiffData& image, const ColorScale& scale)
 {
     constexpr qint64 worthATable = 1 << 16;
     return (image.pixelType == TiffData::TiffWords || image.pixelType == TiffData::ImgWords) &&
-           image.format == ColorScale::Grey && image.shiftX == 0 && image.shiftY == 0 &&
+           scale.imageFormat == ColorScale::Grey && image.shiftX == 0 && image.shiftY == 0 &&
            qint64(image.width) * image.height > worthATable;
 }
 
 } // namespace
 
 TiffData::TiffData()
+    : picture_(std::make_shared<Picture>())
 {
     forgetExtremes();
 }
@@ -201,8 +202,7 @@ bool TiffData::allocate(int w, int h, PixelType type)
 
 void TiffData::clearRows()
 {
-    image_.reset();
-    displayBuf_.reset();
+    picture_ = std::make_shared<Picture>();
     pixels_.reset();
     pixelType = NoPixels;
 }
@@ -344,41 +344,44 @@ void TiffData::correctErrPoints()
         noteExtremesWithout(corrected);
 }
 
-void TiffData::buildImage(const ColorScale& scale)
+std::shared_ptr<TiffData> TiffData::withEnergy(double eV) const
 {
-    const size_t oldBytes = image_ ? size_t(image_->sizeInBytes()) : 0;
-    image_.reset();
-    format = scale.imageFormat;
-    builtWith_ = scale;
+    std::shared_ptr<TiffData> other(new TiffData(*this));
+    other->energy = eV;
+    return other;
+}
+
+void TiffData::buildImage(const ColorScale& scale) const
+{
+    Picture& picture = *picture_;
+    const size_t oldBytes = picture.image ? size_t(picture.image->sizeInBytes()) : 0;
+    picture.image.reset();
+    picture.builtWith = scale;
+    const int format = scale.imageFormat;
     const int stride = displayStride(format, width);
     const size_t bytes = stride < 1 || height < 1 ? 0 : size_t(stride) * size_t(height);
     // Fresh memory costs as much as the pixels: the old buffer serves again.
     if (bytes != oldBytes)
-        displayBuf_.reset(bytes > 0 ? new (std::nothrow) uchar[bytes] : nullptr);
-    if (!displayBuf_)
+        picture.bytes.reset(bytes > 0 ? new (std::nothrow) uchar[bytes] : nullptr);
+    uchar* const buffer = picture.bytes.get();
+    if (!buffer)
         return;
     if (pixelType == NoPixels)
-        std::fill(displayBuf_.get(), displayBuf_.get() + bytes, uchar(0));
-    if (paintsByTable(*this)) {
-        paintRowsByTable(*this, scale, displayBuf_.get(), stride);
+        std::fill(buffer, buffer + bytes, uchar(0));
+    if (paintsByTable(*this, scale)) {
+        paintRowsByTable(*this, scale, buffer, stride);
     } else {
         withPixelType(*this, 0, [&](auto* tag) {
             using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
-            paintRows<T>(*this, scale, displayBuf_.get(), stride);
+            paintRows<T>(*this, scale, buffer, stride);
             return 0;
         });
     }
-    image_ = std::make_unique<QImage>(displayBuf_.get(), width, height, stride,
-                                      static_cast<QImage::Format>(format));
+    picture.image = std::make_unique<QImage>(buffer, width, height, stride,
+                                             static_cast<QImage::Format>(format));
 }
 
 bool TiffData::pictureMatches(const ColorScale& scale) const
 {
-    return image_ && builtWith_.mapsLike(scale);
-}
-
-void deleteStack(TiffStack& stack)
-{
-    qDeleteAll(stack);
-    stack.clear();
+    return picture_->image && picture_->builtWith.mapsLike(scale);
 }

@@ -18,7 +18,8 @@
 /// outside the pixels reads as 0.0. All calculations read pixels through the block operations, so
 /// that shift and range tests stand here alone.
 ///
-/// Made and read in a loader thread, handed over whole, and touched by one thread at a time.
+/// Made and read in a loader thread, and handed over whole. From then on it is const and shared:
+/// any thread may read the pixels. The picture is a cache that the GUI thread alone touches.
 class TiffData
 {
 public:
@@ -31,7 +32,6 @@ public:
         NoPixels = 4
     };
 
-    int format = ColorScale::Grey; ///< of the picture
     QString fileName;
     int bytesPerPixel = 2; ///< from the IMG header
     int width = 0;         ///< [pixels]
@@ -97,32 +97,42 @@ public:
     /// minVal and maxVal from the other pixels.
     void correctErrPoints();
 
+    /// The same image at another energy [eV]: a copy that shares pixels and picture.
+    std::shared_ptr<TiffData> withEnergy(double eV) const;
+
     /// Makes the picture anew: each pixel's place between minVal and maxVal goes through `scale`.
-    void buildImage(const ColorScale& scale);
+    void buildImage(const ColorScale& scale) const;
 
     /// True when the picture was made with a scale that maps like `scale`.
     bool pictureMatches(const ColorScale& scale) const;
 
     /// The picture, or null.
-    const QImage* image() const { return image_.get(); }
+    const QImage* image() const { return picture_->image.get(); }
 
     /// Widens minVal and maxVal by row y of the pixels.
     void noteExtremes(int y) { noteExtremes(y, 0, width); }
 
 private:
-    Q_DISABLE_COPY(TiffData)
+    /// Shares the pixels, which nobody writes any more then.
+    TiffData(const TiffData&) = default;
+    TiffData& operator=(const TiffData&) = delete;
+
+    /// The copies of an image have the same pixels, so their picture is one.
+    struct Picture
+    {
+        std::unique_ptr<uchar[]> bytes;
+        std::unique_ptr<QImage> image;
+        ColorScale builtWith;
+    };
 
     void forgetExtremes();
     void noteExtremes(int y, int begin, int end);
     void noteExtremesWithout(QVector<QPoint> pixels);
 
-    std::unique_ptr<uchar[]> pixels_;
-    std::unique_ptr<uchar[]> displayBuf_;
-    std::unique_ptr<QImage> image_;
-    ColorScale builtWith_;
+    std::shared_ptr<uchar[]> pixels_;
+    std::shared_ptr<Picture> picture_;
 };
 
-using TiffStack = QVector<TiffData*>;
-
-/// Deletes each image and empties the stack.
-void deleteStack(TiffStack& stack);
+/// An image that was handed over.
+using SharedImage = std::shared_ptr<const TiffData>;
+using TiffStack = QVector<SharedImage>;

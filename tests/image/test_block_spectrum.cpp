@@ -39,7 +39,7 @@ Spectrum plainSpectrum(const StackPair& stacks, const BlockConditions& c, int x,
     if (x < 0 || y < 0 || x >= c.imageWidth || y >= c.imageHeight)
         return spectrum;
     const double n = (2.0 * c.halfX + 1) * (2.0 * c.halfY + 1);
-    const auto sumOf = [&](const TiffData* image) {
+    const auto sumOf = [&](const SharedImage& image) {
         return plainSum(*image, x, y, c.halfX, c.halfY);
     };
     const double dark = c.dark ? sumOf(c.dark) / c.darkExposure : 0.0;
@@ -174,19 +174,19 @@ private Q_SLOTS:
             const int i0Images = n % 4 == 3 ? 7 : n % 4;
             // I0 energies lie between and beyond those of I1.
             RandomCounts counts(17);
-            OwnedStack i1;
-            OwnedStack i0;
-            for (int i = 0; i < 12; ++i)
-                i1.add(makeImage(40, 12, types[n % 3 + 1], counts), 9000.0 + 2.5 * i);
+            TiffStack i1;
+            TiffStack i0;
+            for (int i = 0; i < 12; ++i) {
+                auto image = makeImage(40, 12, types[n % 3 + 1], counts);
+                image->shiftX = rules.contains("shifted") ? i - 4 : 0;
+                image->shiftY = rules.contains("shifted") ? 2 - i : 0;
+                addImage(i1, std::move(image), 9000.0 + 2.5 * i);
+            }
             // The seven of them in no order, two of one energy.
             const double i0Energies[] = {9003, 9007, 9011, 9007, 9024, 9015, 9000.5};
             for (int i = 0; i < i0Images; ++i)
-                i0.add(makeImage(40, 12, types[n % 3 + 1], counts), i0Energies[i]);
-            for (int i = 0; i < 12 && rules.contains("shifted"); ++i) {
-                i1.images[i]->shiftX = i - 4;
-                i1.images[i]->shiftY = 2 - i;
-            }
-            const auto dark =
+                addImage(i0, makeImage(40, 12, types[n % 3 + 1], counts), i0Energies[i]);
+            const SharedImage dark =
                 makeImage(40, 12, TiffData::TiffWords, [](int x, int y) { return 20 + x + y; });
             BlockConditions c;
             c.imageWidth = 40;
@@ -195,7 +195,7 @@ private Q_SLOTS:
             c.halfY = 2 - c.halfX;
             c.useI0 = rules.contains("useI0");
             c.fluorescence = rules.contains("fluorescence");
-            c.dark = rules.contains("dark") ? dark.get() : nullptr;
+            c.dark = rules.contains("dark") ? dark : nullptr;
             c.i1Exposure = 2 * (c.darkExposure = 30.0);
             c.i1DarkAreaOn = c.i0DarkAreaOn =
                 rules.contains(QRegularExpression("area|short|vanished"));
@@ -206,7 +206,7 @@ private Q_SLOTS:
             c.totalI0Loaded = rules.contains("total");
             for (int i = 0; i < 9; ++i)
                 c.totalI0.append(i, 1e5 + i);
-            const StackPair stacks{i1.images, i0.images};
+            const StackPair stacks{i1, i0};
             BlockSpectra blocks(stacks, c);
             for (int y = 0; y < 12; y += 3) {
                 const QVector<Spectrum> row = blocks.row(-2, 1, 45, y);
@@ -216,20 +216,19 @@ private Q_SLOTS:
                              qPrintable(rules));
                 }
             }
-            QVERIFY(rawI1(i1.images, c, -1, 0).isEmpty() && rawI1(i1.images, c, 0, 12).isEmpty());
-            QCOMPARE(rawI1(i1.images, c, 5, 6).y(2),
-                     plainSum(*i1.images[2], 5, 6, c.halfX, c.halfY));
+            QVERIFY(rawI1(i1, c, -1, 0).isEmpty() && rawI1(i1, c, 0, 12).isEmpty());
+            QCOMPARE(rawI1(i1, c, 5, 6).y(2), plainSum(*i1[2], 5, 6, c.halfX, c.halfY));
         }
     }
 
     void plantedStacksGiveTheirValues()
     {
-        OwnedStack stack;
+        TiffStack stack;
         for (const double v : {2.0, 1.0, 6.0})
-            stack.add(makeImage(1, 1, TiffData::TiffWords, [v](int, int) { return 100 * v; }),
-                      10 * v);
+            addImage(stack, makeImage(1, 1, TiffData::TiffWords, [v](int, int) { return 100 * v; }),
+                     10 * v);
         const auto sumAt = [&stack](double E) {
-            return stackBlockSum(stack.images, energyOrder(stack.images), E, 0, 0, 0, 0);
+            return stackBlockSum(stack, energyOrder(stack), E, 0, 0, 0, 0);
         };
         QVERIFY(sumAt(15) == 150 && sumAt(20) == 200 && sumAt(80) == 800 && sumAt(-10) == -100);
         // Without I0 the block is held against its pixels, all of them even at the edge; counts
@@ -238,7 +237,7 @@ private Q_SLOTS:
         c.imageWidth = c.imageHeight = c.halfX = 1;
         c.i1DarkAreaOn = true;
         c.i1DarkAvg = {200.0, 0.0, 0.0};
-        const Spectrum spectrum = rawXafs({stack.images, {}}, c, 0, 0);
+        const Spectrum spectrum = rawXafs({stack, {}}, c, 0, 0);
         QVERIFY(spectrum.y(1) == std::log(3.0 / 100.0) && spectrum.y(0) == 1.0);
     }
 
@@ -254,11 +253,11 @@ private Q_SLOTS:
                     {{1, 3, 2, 0}, {1, 2}, {-1, -1}}, {{1, 2, 2, 3}, {-1, -1}, {1, 2}},
                     {{2, 1, 3, 2}, {0, 1}, {0, 3}},   {{1, nan, 3}, {0, 1}, {-1, -1}}};
         for (const auto& row : rows) {
-            OwnedStack stack;
+            TiffStack stack;
             for (const double E : row.energies)
-                stack.add(std::make_unique<TiffData>(), E);
-            const ImagePair falls = fallingPair(stack.images);
-            const ImagePair equal = equalPair(stack.images);
+                addImage(stack, std::make_unique<TiffData>(), E);
+            const ImagePair falls = fallingPair(stack);
+            const ImagePair equal = equalPair(stack);
             QCOMPARE(QPoint(falls.first, falls.second), row.falls);
             QCOMPARE(QPoint(equal.first, equal.second), row.equal);
         }

@@ -147,7 +147,8 @@ private Q_SLOTS:
         };
         TiffStack stack;
         LoadTiff loader;
-        connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int) { stack.append(data); });
+        connect(&loader, &LoadTiff::loaded, this,
+                [&](TiffData* data, int) { stack.append(SharedImage(data)); });
         QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
         const QStringList names = QVector<QString>(40, name).toList();
         keepFreedMemory();
@@ -156,7 +157,6 @@ private Q_SLOTS:
         QVERIFY(ends.wait(20000));
         const double cost = (inUse() - before) / (40.0 * side * side);
         QCOMPARE(stack.size(), 40);
-        deleteStack(stack);
         QVERIFY2(cost <= 1.01 * 3, qPrintable(QString::number(cost)));
     }
 };

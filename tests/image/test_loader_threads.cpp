@@ -34,7 +34,7 @@ public:
         if (images_.empty())
             return;
         images_.front()->energy = stack.size();
-        stack.append(images_.front().release());
+        stack.append(std::move(images_.front()));
         images_.pop_front();
     }
 
@@ -86,8 +86,6 @@ private Q_SLOTS:
         QVERIFY(complete);
         // The same file in both stacks: ln(1).
         QCOMPARE(rawXafs({i1, i0}, conditions, 20, 20).y(5), 0.0);
-        deleteStack(i1);
-        deleteStack(i0);
     }
 
     void stopFromAnotherThreadEndsALongRead()

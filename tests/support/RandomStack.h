@@ -26,22 +26,11 @@ std::unique_ptr<TiffData> makeImage(int w, int h, TiffData::PixelType type, F f)
     return image;
 }
 
-/// A stack that frees its images.
-class OwnedStack
+inline void addImage(TiffStack& stack, std::unique_ptr<TiffData> image, double energy)
 {
-public:
-    OwnedStack() = default;
-    ~OwnedStack() { deleteStack(images); }
-    Q_DISABLE_COPY(OwnedStack)
-
-    void add(std::unique_ptr<TiffData> image, double energy)
-    {
-        image->energy = energy;
-        images.append(image.release());
-    }
-
-    TiffStack images;
-};
+    image->energy = energy;
+    stack.append(std::move(image));
+}
 
 /// Random counts, some of them zero, from a fixed seed.
 class RandomCounts

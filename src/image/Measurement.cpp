@@ -1,0 +1,38 @@
+#include "image/Measurement.h"
+
+#include <algorithm>
+
+void ImageStack::setEnergies(const QVector<double>& energies)
+{
+    for (int i = 0; i < images.size(); ++i)
+        images[i] = images.at(i)->withEnergy(energies.value(i));
+}
+
+void ImageStack::fillDarkAverages(const TiffData* dark, double darkFactor)
+{
+    if (!darkAreaOn)
+        return;
+    const double darkLevel = dark ? dark->areaMean(darkArea) * darkFactor : 0.0;
+    for (int i = darkAvg.size(); i < images.size(); ++i)
+        darkAvg.append(images.at(i)->areaMean(darkArea) - darkLevel);
+}
+
+void ImageStack::refillDarkAverages(const TiffData* dark, double darkFactor)
+{
+    darkAvg.clear();
+    fillDarkAverages(dark, darkFactor);
+}
+
+bool ImageStack::hasUniformExposure() const
+{
+    return std::all_of(images.begin(), images.end(), [this](const SharedImage& image) {
+        return image->exposureMs == images.first()->exposureMs;
+    });
+}
+
+void Measurement::takeGeometry()
+{
+    const TiffData& first = *i1.images.first();
+    size = {first.width, first.height};
+    origin = {first.x0, first.y0};
+}
