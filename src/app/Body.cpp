@@ -16,7 +16,7 @@
 #include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
 #include "selection/SelectDataFiles.h"
-#include "spectrum/ElementTable.h"
+#include "selection/SpectrumBox.h"
 #include "ui_Body.h"
 
 #include <QButtonGroup>
@@ -60,6 +60,7 @@ Body::Body(QWidget* parent)
     energyShiftMap_.setDeglitchConds(shiftMapDeglitchFactor, shiftMapDeglitchRange);
     registerTypes();
     ui_->setupUi(this);
+    spectrumBox_ = ui_->SpectrumGroup;
     theColorBar = ui_->CBar;
     i1_.images = &i1Stack_;
     i1_.row = ui_->SelectI1Files;
@@ -77,7 +78,6 @@ Body::Body(QWidget* parent)
     disableMissingWindows();
     setupShell();
     loadDefaultErrPoints();
-    refreshEdgeEnergy();
     passSuggestion();
     startConfigBatch();
 }
@@ -267,21 +267,13 @@ void Body::setupSpectrumViews()
     xafsView_->show();
     bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
 
-    // What a block spectrum is formed and normalised by.
-    for (const QLineEdit* field : {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS,
-                                   ui_->ThJumpSigma, ui_->SuggestingElm, ui_->SuggestingEeV})
-        connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
     for (Stack* stack : {&i1_, &i0_}) {
         const auto changed = [this, stack] { newExposure(*stack); };
         connect(stack->row, &SelectDataFiles::exposureChanged, this, changed);
         connect(ui_->DarkExpTime, &QLineEdit::textChanged, this, changed);
     }
-    connect(ui_->HoldGap, &QCheckBox::toggled, analyzer_, &Analyzer::setHoldGap);
-    for (const QCheckBox* box :
-         {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->SuggestForRefs, ui_->HoldGap})
-        connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
-    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &Body::refreshCursor);
+    connect(spectrumBox_, &SpectrumBox::holdGapChanged, analyzer_, &Analyzer::setHoldGap);
+    connect(spectrumBox_, &SpectrumBox::changed, this, &Body::refreshCursor);
 }
 
 void Body::setupAnalyzer()
@@ -294,9 +286,6 @@ void Body::setupAnalyzer()
     connect(analyzer_, &Analyzer::changedSelection, this, &Body::selectedNewRef);
     connect(analyzer_, &Analyzer::scaleShown, ui_->CBar, &ColorBar::setRange);
 
-    connect(ui_->SuggestingElm, &QLineEdit::editingFinished, this, &Body::newElmSuggested);
-    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &Body::newEdgeSuggested);
     connect(ui_->DeGlitch, &QPushButton::clicked, this, &Body::deglitch);
     connect(ui_->ShowDeGlitched, &QCheckBox::toggled, this, [this](bool on) {
         if (Analyzed2DRes* map = analyzer_->selectedMap())
@@ -370,45 +359,13 @@ void Body::startConfigBatch()
 
 SuggestElm Body::suggestElm() const
 {
-    SuggestElm elm;
-    elm.use = ui_->UseSuggestElm->isChecked();
-    elm.z = atomicNumber(ui_->SuggestingElm->text());
-    elm.edge = ui_->SuggestingEdge->currentIndex();
-    elm.edgeE = ui_->SuggestingEeV->text().toDouble();
-    elm.preEnd = ui_->DPreE->text().toDouble();
-    elm.postStart = ui_->DPostS->text().toDouble();
-    elm.thJump = ui_->ThJumpSigma->text().toDouble();
-    return elm;
+    return spectrumBox_->settings().elm;
 }
 
 /// References and standard are normalised anew when the suggestion is another.
 void Body::passSuggestion()
 {
-    const SuggestElm elm = suggestElm();
-    analyzer_->setHint({elm, ui_->SuggestForRefs->isChecked()});
-    calibCtrl_->setSuggestion(elm);
-}
-
-/// Shows the table's energy of the suggested edge; an unknown element leaves the field alone.
-void Body::refreshEdgeEnergy()
-{
-    const int z = atomicNumber(ui_->SuggestingElm->text());
-    if (z > 0) {
-        const double energy = edgeEnergy(z, ui_->SuggestingEdge->currentIndex());
-        ui_->SuggestingEeV->setText(energyText(energy));
-    }
-}
-
-void Body::newElmSuggested()
-{
-    const QString element = ui_->SuggestingElm->text();
-    if (!element.isEmpty() && atomicNumber(element) < 1)
-        fault(QStringLiteral("Unknown element ") + quoted(element));
-    refreshEdgeEnergy();
-}
-
-void Body::newEdgeSuggested(int edge)
-{
-    Q_UNUSED(edge)
-    refreshEdgeEnergy();
+    const SpectrumSettings settings = spectrumBox_->settings();
+    analyzer_->setHint({settings.elm, settings.suggestForRefs});
+    calibCtrl_->setSuggestion(settings.elm);
 }

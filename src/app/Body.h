@@ -35,6 +35,7 @@ class QButtonGroup;
 class QMenu;
 class SaveDataCfg;
 class SelectDataFiles;
+class SpectrumBox;
 class Ui_Body;
 class XafsFileSelect;
 class XafsView;
@@ -178,8 +179,6 @@ public Q_SLOTS:
     void selectedBG(const QString& fname);
     void newTotalI0ofI1File(const QString& fname);
     void newTotalI0ofI0File(const QString& fname);
-    void newEdgeSuggested(int edge);
-    void newElmSuggested();
 
 Q_SIGNALS:
     void loadI1Files(const LoadJob& job);
@@ -414,10 +413,10 @@ private:
     void finishRow(const AnalyzeCond& at);
     void endWalk();
     int leaveWalk();
-    void refreshEdgeEnergy();
     void setMapsInterrupted(bool f);
 
     std::unique_ptr<Ui_Body> ui_;
+    SpectrumBox* spectrumBox_; ///< in the form
     QButtonGroup* imgSelect_;
 
     QThread i1LoadThread_;

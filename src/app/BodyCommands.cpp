@@ -3,12 +3,12 @@
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
 #include "common/Fault.h"
-#include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
+#include "selection/SpectrumBox.h"
 #include "ui_Body.h"
 
 #include <QAbstractButton>
@@ -177,40 +177,27 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
 QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
 {
     return {
-        {ExCmdSetFluoType, [](B& b, const C& c) { b.ui_->FluoType->setChecked(onArg(c, 0)); }},
-        {ExCmdSetBandW,
-         [](B& b, const C& c) { b.ui_->HWidth->setText(QString::number(intArg(c, 0))); }},
-        {ExCmdSetBandH,
-         [](B& b, const C& c) { b.ui_->VWidth->setText(QString::number(intArg(c, 0))); }},
-        {ExCmdUseI0, [](B& b, const C& c) { b.ui_->UseI0->setChecked(onArg(c, 0)); }},
-        {ExCmdSuggestElm,
-         [](B& b, const C& c) {
-             b.ui_->UseSuggestElm->setChecked(onArg(c, 0));
-             b.refreshEdgeEnergy();
-         }},
-        {ExCmdSuggestingElm,
-         [](B& b, const C& c) {
-             b.ui_->SuggestingElm->setText(c.arg(0));
-             b.newElmSuggested();
-         }},
+        {ExCmdSetFluoType, [](B& b, const C& c) { b.spectrumBox_->setFluorescence(onArg(c, 0)); }},
+        {ExCmdSetBandW, [](B& b, const C& c) { b.spectrumBox_->setHalfX(intArg(c, 0)); }},
+        {ExCmdSetBandH, [](B& b, const C& c) { b.spectrumBox_->setHalfY(intArg(c, 0)); }},
+        {ExCmdUseI0, [](B& b, const C& c) { b.spectrumBox_->setUseI0(onArg(c, 0)); }},
+        {ExCmdSuggestElm, [](B& b, const C& c) { b.spectrumBox_->setUseSuggestion(onArg(c, 0)); }},
+        {ExCmdSuggestingElm, [](B& b, const C& c) { b.spectrumBox_->setElement(c.arg(0)); }},
         {ExCmdSuggestingEdge,
          [](B& b, const C& c) {
              const int edge = intArg(c, 0);
-             if (edge < 0 || edge >= b.ui_->SuggestingEdge->count()) {
+             if (!b.spectrumBox_->setEdge(edge))
                  fault(QStringLiteral("No edge has the number %1: %2").arg(edge).arg(c.simplified));
-                 return;
-             }
-             b.ui_->SuggestingEdge->setCurrentIndex(edge);
-             b.refreshEdgeEnergy();
          }},
-        {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.ui_->SuggestingEeV->setText(c.arg(0)); }},
-        {ExCmdSuggestingPreEndEV, [](B& b, const C& c) { b.ui_->DPreE->setText(c.arg(0)); }},
-        {ExCmdSuggestingPostStartEV, [](B& b, const C& c) { b.ui_->DPostS->setText(c.arg(0)); }},
+        {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.spectrumBox_->setEdgeEnergy(c.arg(0)); }},
+        {ExCmdSuggestingPreEndEV, [](B& b, const C& c) { b.spectrumBox_->setPreEnd(c.arg(0)); }},
+        {ExCmdSuggestingPostStartEV,
+         [](B& b, const C& c) { b.spectrumBox_->setPostStart(c.arg(0)); }},
         {ExCmdSuggestingThJump,
-         [](B& b, const C& c) { b.ui_->ThJumpSigma->setText(fieldText(doubleArg(c, 0))); }},
-        {ExCmdHoldGap, [](B& b, const C& c) { b.ui_->HoldGap->setChecked(onArg(c, 0)); }},
+         [](B& b, const C& c) { b.spectrumBox_->setThJump(doubleArg(c, 0)); }},
+        {ExCmdHoldGap, [](B& b, const C& c) { b.spectrumBox_->setHoldGap(onArg(c, 0)); }},
         {ExCmdSuggestForRefs,
-         [](B& b, const C& c) { b.ui_->SuggestForRefs->setChecked(onArg(c, 0)); }},
+         [](B& b, const C& c) { b.spectrumBox_->setSuggestForRefs(onArg(c, 0)); }},
         {ExCmdSetI0DarkArea, [](B& b, const C&) { b.setI0DarkArea(); }},
         {ExCmdSetI1DarkArea, [](B& b, const C&) { b.setI1DarkArea(); }},
         {ExCmdClearI0DarkArea, [](B& b, const C&) { b.clearI0DarkArea(); }},

@@ -9,6 +9,7 @@
 #include "display/XafsView.h"
 #include "image/CrossSection.h"
 #include "selection/SelectDataFiles.h"
+#include "selection/SpectrumBox.h"
 #include "ui_Body.h"
 
 #include <QLocale>
@@ -38,12 +39,12 @@ QString valueText(const TiffData& image, int x, int y)
 
 int Body::halfWidthX() const
 {
-    return ui_->HWidth->text().toInt();
+    return spectrumBox_->settings().halfX;
 }
 
 int Body::halfWidthY() const
 {
-    return ui_->VWidth->text().toInt();
+    return spectrumBox_->settings().halfY;
 }
 
 const TiffData* Body::currentImage(const Stack& stack) const
@@ -138,8 +139,8 @@ void Body::showImageSections(int x, int y)
     const bool useI1 = ui_->ShowData->isChecked();
     QString axis = QStringLiteral("I0");
     if (useI1)
-        axis =
-            ui_->FluoType->isChecked() ? QStringLiteral("I1 / I0") : QStringLiteral("ln(I0 / I1)");
+        axis = spectrumBox_->settings().fluorescence ? QStringLiteral("I1 / I0")
+                                                     : QStringLiteral("ln(I0 / I1)");
     ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points, axis);
     // The width field goes to the half width in y here, on purpose.
     ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
@@ -204,7 +205,7 @@ Spectrum Body::vCrossAt(int x, int hw, int vw, bool useI1) const
 /// Sections of I1 show absorption, whatever the use box of I0 says.
 SectionSource Body::sectionSource(const TiffData& image, bool useI1) const
 {
-    return {image, useI1 ? &i0Stack_ : nullptr, ui_->FluoType->isChecked()};
+    return {image, useI1 ? &i0Stack_ : nullptr, spectrumBox_->settings().fluorescence};
 }
 
 /// Conditions of the form have changed: spectrum and sections at the cursor follow.

@@ -10,19 +10,21 @@
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
+#include "selection/SpectrumBox.h"
 #include "ui_Body.h"
 
 #include <QDebug>
 
 BlockConditions Body::blockConditions(int halfX, int halfY) const
 {
+    const SpectrumSettings settings = spectrumBox_->settings();
     BlockConditions conditions;
     conditions.halfX = halfX;
     conditions.halfY = halfY;
     conditions.imageWidth = imgW_;
     conditions.imageHeight = imgH_;
-    conditions.useI0 = ui_->UseI0->isChecked();
-    conditions.fluorescence = ui_->FluoType->isChecked();
+    conditions.useI0 = settings.useI0;
+    conditions.fluorescence = settings.fluorescence;
     conditions.dark = dark_.get();
     // The texts of the line edits, so that the user can overrule the files' exposure.
     conditions.darkExposure = ui_->DarkExpTime->text().toDouble();

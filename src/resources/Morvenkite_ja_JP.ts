@@ -338,98 +338,6 @@
         <translation>スペクトル</translation>
     </message>
     <message>
-        <source>xw</source>
-        <translation>半幅 x</translation>
-    </message>
-    <message>
-        <source>Half width of the averaging block in x [pixels]; the block spans 2 xw + 1</source>
-        <translation>平均ブロックの x 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
-    </message>
-    <message>
-        <source>yw</source>
-        <translation>半幅 y</translation>
-    </message>
-    <message>
-        <source>Half width of the averaging block in y [pixels]; the block spans 2 yw + 1</source>
-        <translation>平均ブロックの y 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
-    </message>
-    <message>
-        <source>[pix]</source>
-        <translation>[画素]</translation>
-    </message>
-    <message>
-        <source>dPreE</source>
-        <translation>プリ終端</translation>
-    </message>
-    <message>
-        <source>End of the pre-edge range, relative to the edge [eV]</source>
-        <translation>プリエッジ範囲の終端 (吸収端からの相対値) [eV]</translation>
-    </message>
-    <message>
-        <source>dPostS</source>
-        <translation>ポスト始端</translation>
-    </message>
-    <message>
-        <source>Start of the post-edge range, relative to the edge [eV]</source>
-        <translation>ポストエッジ範囲の始端 (吸収端からの相対値) [eV]</translation>
-    </message>
-    <message>
-        <source>Look for the edge only near the energy given here</source>
-        <translation>ここで指定したエネルギーの近傍だけで吸収端を探す</translation>
-    </message>
-    <message>
-        <source>Suggest Elm.</source>
-        <translation>元素を指定</translation>
-    </message>
-    <message>
-        <source>Symbol of the element</source>
-        <translation>元素記号</translation>
-    </message>
-    <message>
-        <source>Absorption edge of the element</source>
-        <translation>元素の吸収端</translation>
-    </message>
-    <message>
-        <source>Edge</source>
-        <translation>吸収端</translation>
-    </message>
-    <message>
-        <source>Energy of the suggested edge [eV]; follows element and edge, may be overruled</source>
-        <translation>指定した吸収端のエネルギー [eV]。元素と吸収端から決まるが変更可</translation>
-    </message>
-    <message>
-        <source>Th. Jmp.</source>
-        <translation>ジャンプ閾値</translation>
-    </message>
-    <message>
-        <source>An edge counts when its step exceeds this many times the noise of both lines</source>
-        <translation>ジャンプがプリエッジ・ポストエッジ両直線の雑音のこの倍数を超えたとき吸収端とみなす</translation>
-    </message>
-    <message>
-        <source>sgm.</source>
-        <translation>σ</translation>
-    </message>
-    <message>
-        <source>I0:</source>
-        <translation>I0:</translation>
-    </message>
-    <message>
-        <source>Divide the sample images (I1) by the I0 images of the same energy</source>
-        <translation>試料画像 (I1) を同じエネルギーの I0 画像で割る</translation>
-    </message>
-    <message>
-        <source>Use</source>
-        <translation>使用</translation>
-    </message>
-    <message>
-        <source>Fluorescence yield I1 / I0 in place of the absorption ln(I0 / I1)</source>
-        <translation>吸収 ln(I0 / I1) の代わりに蛍光収量 I1 / I0 を用いる</translation>
-    </message>
-    <message>
-        <source>Fluo. Type</source>
-        <translation>蛍光法</translation>
-    </message>
-    <message>
         <source>Save Img/Data</source>
         <translation>画像/データの保存</translation>
     </message>
@@ -912,22 +820,6 @@
     <message>
         <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
         <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
-    </message>
-    <message>
-        <source>Normalise the references by the suggested edge and its ranges too</source>
-        <translation>参照スペクトルも、指定した吸収端とその範囲で規格化する</translation>
-    </message>
-    <message>
-        <source>Also for Refs.</source>
-        <translation>参照にも</translation>
-    </message>
-    <message>
-        <source>Where the lines before and after the edge come too close, continue the normalised curve by the edge step</source>
-        <translation>吸収端前後の線が近づきすぎる所では、規格化曲線を吸収端の段差で続ける</translation>
-    </message>
-    <message>
-        <source>Hold Gap</source>
-        <translation>間隔を保持</translation>
     </message>
     <message>
         <source>Energies do not rise: %1 eV (%2), then %3 eV (%4)</source>
@@ -2079,6 +1971,121 @@
     <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>SpectrumBox</name>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>xw</source>
+        <translation>半幅 x</translation>
+    </message>
+    <message>
+        <source>Half width of the averaging block in x [pixels]; the block spans 2 xw + 1</source>
+        <translation>平均ブロックの x 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
+    </message>
+    <message>
+        <source>yw</source>
+        <translation>半幅 y</translation>
+    </message>
+    <message>
+        <source>Half width of the averaging block in y [pixels]; the block spans 2 yw + 1</source>
+        <translation>平均ブロックの y 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
+    </message>
+    <message>
+        <source>[pix]</source>
+        <translation>[画素]</translation>
+    </message>
+    <message>
+        <source>dPreE</source>
+        <translation>プリ終端</translation>
+    </message>
+    <message>
+        <source>End of the pre-edge range, relative to the edge [eV]</source>
+        <translation>プリエッジ範囲の終端 (吸収端からの相対値) [eV]</translation>
+    </message>
+    <message>
+        <source>dPostS</source>
+        <translation>ポスト始端</translation>
+    </message>
+    <message>
+        <source>Start of the post-edge range, relative to the edge [eV]</source>
+        <translation>ポストエッジ範囲の始端 (吸収端からの相対値) [eV]</translation>
+    </message>
+    <message>
+        <source>Look for the edge only near the energy given here</source>
+        <translation>ここで指定したエネルギーの近傍だけで吸収端を探す</translation>
+    </message>
+    <message>
+        <source>Suggest Elm.</source>
+        <translation>元素を指定</translation>
+    </message>
+    <message>
+        <source>Symbol of the element</source>
+        <translation>元素記号</translation>
+    </message>
+    <message>
+        <source>Absorption edge of the element</source>
+        <translation>元素の吸収端</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>吸収端</translation>
+    </message>
+    <message>
+        <source>Energy of the suggested edge [eV]; follows element and edge, may be overruled</source>
+        <translation>指定した吸収端のエネルギー [eV]。元素と吸収端から決まるが変更可</translation>
+    </message>
+    <message>
+        <source>Normalise the references by the suggested edge and its ranges too</source>
+        <translation>参照スペクトルも、指定した吸収端とその範囲で規格化する</translation>
+    </message>
+    <message>
+        <source>Also for Refs.</source>
+        <translation>参照にも</translation>
+    </message>
+    <message>
+        <source>Th. Jmp.</source>
+        <translation>ジャンプ閾値</translation>
+    </message>
+    <message>
+        <source>An edge counts when its step exceeds this many times the noise of both lines</source>
+        <translation>ジャンプがプリエッジ・ポストエッジ両直線の雑音のこの倍数を超えたとき吸収端とみなす</translation>
+    </message>
+    <message>
+        <source>sgm.</source>
+        <translation>σ</translation>
+    </message>
+    <message>
+        <source>Where the lines before and after the edge come too close, continue the normalised curve by the edge step</source>
+        <translation>吸収端前後の線が近づきすぎる所では、規格化曲線を吸収端の段差で続ける</translation>
+    </message>
+    <message>
+        <source>Hold Gap</source>
+        <translation>間隔を保持</translation>
+    </message>
+    <message>
+        <source>I0:</source>
+        <translation>I0:</translation>
+    </message>
+    <message>
+        <source>Divide the sample images (I1) by the I0 images of the same energy</source>
+        <translation>試料画像 (I1) を同じエネルギーの I0 画像で割る</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>使用</translation>
+    </message>
+    <message>
+        <source>Fluorescence yield I1 / I0 in place of the absorption ln(I0 / I1)</source>
+        <translation>吸収 ln(I0 / I1) の代わりに蛍光収量 I1 / I0 を用いる</translation>
+    </message>
+    <message>
+        <source>Fluo. Type</source>
+        <translation>蛍光法</translation>
     </message>
 </context>
 <context>
