@@ -12,9 +12,9 @@
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
-#include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
+#include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
 #include "selection/SpectrumBox.h"
 #include "ui_Body.h"
@@ -60,12 +60,13 @@ Body::Body(QWidget* parent)
     energyShiftMap_.setDeglitchConds(shiftMapDeglitchFactor, shiftMapDeglitchRange);
     registerTypes();
     ui_->setupUi(this);
+    dataBox_ = ui_->DataGroup;
     spectrumBox_ = ui_->SpectrumGroup;
     theColorBar = ui_->CBar;
     i1_.images = &i1Stack_;
-    i1_.row = ui_->SelectI1Files;
+    i1_.row = dataBox_->i1Row();
     i0_.images = &i0Stack_;
-    i0_.row = ui_->SelectI0Files;
+    i0_.row = dataBox_->i0Row();
 
     setupBatch();
     setupStacks();
@@ -146,8 +147,6 @@ void Body::startLoader(QThread& thread, LoadTiff& loader)
 
 void Body::setupStacks()
 {
-    i1_.row->setCaption(tr("I1 Data"));
-    i0_.row->setCaption(tr("I0 Data"));
     i1Loader_ = std::make_unique<LoadTiff>();
     i0Loader_ = std::make_unique<LoadTiff>();
     connect(this, &Body::loadI1Files, i1Loader_.get(), &LoadTiff::loadTiffs);
@@ -184,29 +183,17 @@ void Body::setupDark()
     connect(i1_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI1DarkArea);
     connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
 
-    selectImgDialog_ = new LateDialog([this] { return new SelectImgDialog(this); }, this);
-    selectImgDialog_->setTitle(tr("Select Dark Data"));
-    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &LateDialog::show);
-    connect(selectImgDialog_, &LateDialog::fileSelected, this, &Body::selectedDark);
-    connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
-
-    const std::pair<XafsFileSelect*, QString> rows[] = {
-        {ui_->SelectBG, tr("Select BG Data")},
-        {ui_->TotalI0ofI1XAFS, tr("Select Total I0 of I1")},
-        {ui_->TotalI0ofI0XAFS, tr("Select Total I0 of I0")}};
-    for (const auto& [row, title] : rows) {
-        row->showUse(false);
-        row->dialog()->setTitle(title);
-    }
-    connect(ui_->SelectBG, &XafsFileSelect::newFile, this, &Body::selectedBG);
-    connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
-    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
-    connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI0File);
-    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this, [this] {
+    connect(dataBox_, &DataBox::darkSelected, this, &Body::selectedDark);
+    connect(dataBox_, &DataBox::darkCleared, this, &Body::clearDark);
+    connect(dataBox_, &DataBox::bgSelected, this, &Body::selectedBG);
+    connect(dataBox_, &DataBox::bgCleared, this, &Body::clearedBG);
+    connect(dataBox_, &DataBox::totalI0ofI1Selected, this, &Body::newTotalI0ofI1File);
+    connect(dataBox_, &DataBox::totalI0ofI0Selected, this, &Body::newTotalI0ofI0File);
+    connect(dataBox_, &DataBox::totalI0ofI1Cleared, this, [this] {
         totalI0ofI1_ = XafsSpectrum();
         refreshCursor();
     });
-    connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::cleared, this,
+    connect(dataBox_, &DataBox::totalI0ofI0Cleared, this,
             [this] { totalI0ofI0_ = XafsSpectrum(); });
 }
 
@@ -270,7 +257,7 @@ void Body::setupSpectrumViews()
     for (Stack* stack : {&i1_, &i0_}) {
         const auto changed = [this, stack] { newExposure(*stack); };
         connect(stack->row, &SelectDataFiles::exposureChanged, this, changed);
-        connect(ui_->DarkExpTime, &QLineEdit::textChanged, this, changed);
+        connect(dataBox_, &DataBox::darkExposureChanged, this, changed);
     }
     connect(spectrumBox_, &SpectrumBox::holdGapChanged, analyzer_, &Analyzer::setHoldGap);
     connect(spectrumBox_, &SpectrumBox::changed, this, &Body::refreshCursor);

@@ -27,6 +27,7 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class CalibCtrl;
+class DataBox;
 class FDGroup;
 class LateDialog;
 class Messages;
@@ -37,7 +38,6 @@ class SaveDataCfg;
 class SelectDataFiles;
 class SpectrumBox;
 class Ui_Body;
-class XafsFileSelect;
 class XafsView;
 struct LabelledMap;
 struct SectionSource;
@@ -394,7 +394,7 @@ private:
     void newExposure(Stack& stack);
     void clearDarkArea(Stack& stack);
     void loadDefaultErrPoints();
-    void loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname);
+    static bool loadTotalI0(XafsSpectrum& total, const QString& fname);
 
     // BodyAnalysis.cpp
     QString areaFault(AnalyzeCond& ac) const;
@@ -416,7 +416,8 @@ private:
     void setMapsInterrupted(bool f);
 
     std::unique_ptr<Ui_Body> ui_;
-    SpectrumBox* spectrumBox_; ///< in the form
+    DataBox* dataBox_; ///< of the form, like the other boxes
+    SpectrumBox* spectrumBox_;
     QButtonGroup* imgSelect_;
 
     QThread i1LoadThread_;
@@ -452,7 +453,6 @@ private:
     SaveDataCfg* saveDataCfg_ = nullptr;
     Messages* messages_ = nullptr;
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
-    LateDialog* selectImgDialog_ = nullptr;
     LateDialog* saveDataDialog_ = nullptr;
     LateDialog* saveAllDataDialog_ = nullptr;
 

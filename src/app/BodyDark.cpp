@@ -3,12 +3,11 @@
 #include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
 #include "common/Fault.h"
-#include "common/FieldText.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
 #include "display/ImgDispA.h"
-#include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
+#include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
 #include "selection/SpectrumBox.h"
 #include "ui_Body.h"
@@ -27,7 +26,7 @@ BlockConditions Body::blockConditions(int halfX, int halfY) const
     conditions.fluorescence = settings.fluorescence;
     conditions.dark = dark_.get();
     // The texts of the line edits, so that the user can overrule the files' exposure.
-    conditions.darkExposure = ui_->DarkExpTime->text().toDouble();
+    conditions.darkExposure = dataBox_->darkExposure();
     conditions.i1Exposure = i1_.row->exposureText().toDouble();
     conditions.i0Exposure = i0_.row->exposureText().toDouble();
     conditions.i1DarkAreaOn = i1_.darkAreaOn;
@@ -61,8 +60,7 @@ void Body::selectedDark(const QString& fname)
     if (!image->readFile(fname, defaultErrPoints()))
         return;
     image->buildImage(*theColorBar);
-    ui_->DarkFileName->setText(fname);
-    ui_->DarkExpTime->setText(fieldText(image->exposureMs));
+    dataBox_->showDark(fname, image->exposureMs);
     dark_ = std::move(image);
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
@@ -72,7 +70,7 @@ void Body::selectedDark(const QString& fname)
 void Body::clearDark()
 {
     dark_.reset();
-    ui_->DarkFileName->clear();
+    dataBox_->clearDarkName();
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
     refreshCursor();
@@ -97,7 +95,7 @@ void Body::setDarkArea(Stack& stack)
 /// the texts of the line edits, so that the user can overrule the files.
 double Body::darkFactor(const Stack& stack) const
 {
-    return stack.row->exposureText().toDouble() / ui_->DarkExpTime->text().toDouble();
+    return stack.row->exposureText().toDouble() / dataBox_->darkExposure();
 }
 
 /// Adds the averages of the images that have none yet.
@@ -185,37 +183,40 @@ void Body::selectedBG(const QString& fname)
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
         fault(QStringLiteral("No background spectrum in ") + quoted(fname));
-        ui_->SelectBG->clear();
+        dataBox_->clearBg();
         return;
     }
     bgView_->setSpectrum(fresh);
     bgView_->resetXScale();
 }
 
-/// A file that fails empties the row and the spectrum: what is shown is what is calculated with.
-void Body::loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname)
+/// After a file that fails the row is to be emptied, and with it the spectrum: what is shown is what
+/// is calculated with.
+bool Body::loadTotalI0(XafsSpectrum& total, const QString& fname)
 {
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
         fault(QStringLiteral("No total I0 spectrum in ") + quoted(fname));
-        row.clear();
-        return;
+        return false;
     }
     total = fresh;
     for (int i = 0; i < total.size(); ++i)
         qDebug() << total.x(i) << total.i0Spectrum.y(i);
+    return true;
 }
 
 void Body::newTotalI0ofI1File(const QString& fname)
 {
-    loadTotalI0(totalI0ofI1_, *ui_->TotalI0ofI1XAFS, fname);
+    if (!loadTotalI0(totalI0ofI1_, fname))
+        dataBox_->clearTotalI0ofI1();
     refreshCursor();
 }
 
 void Body::newTotalI0ofI0File(const QString& fname)
 {
     // Kept and logged; no calculation reads it, on purpose.
-    loadTotalI0(totalI0ofI0_, *ui_->TotalI0ofI0XAFS, fname);
+    if (!loadTotalI0(totalI0ofI0_, fname))
+        dataBox_->clearTotalI0ofI0();
 }
 
 void Body::loadDefaultErrPoints()

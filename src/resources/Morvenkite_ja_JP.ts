@@ -262,78 +262,6 @@
         <translation>データ</translation>
     </message>
     <message>
-        <source>Images through the sample, one per energy</source>
-        <translation>試料を透過した画像 (エネルギーごとに 1 枚)</translation>
-    </message>
-    <message>
-        <source>Images without the sample, one per energy</source>
-        <translation>試料なしの画像 (エネルギーごとに 1 枚)</translation>
-    </message>
-    <message>
-        <source>Dark Data</source>
-        <translation>ダークデータ</translation>
-    </message>
-    <message>
-        <source>File of the dark image; its counts are scaled to the exposure of each stack</source>
-        <translation>ダーク画像のファイル。カウントは各スタックの露光時間に換算される</translation>
-    </message>
-    <message>
-        <source>Exp.</source>
-        <translation>露光</translation>
-    </message>
-    <message>
-        <source>Exposure time of the dark image [ms], from its file; may be overruled</source>
-        <translation>ダーク画像の露光時間 [ms]。ファイルから読み取るが変更可</translation>
-    </message>
-    <message>
-        <source>Choose the dark image</source>
-        <translation>ダーク画像を選択する</translation>
-    </message>
-    <message>
-        <source>Select</source>
-        <translation>選択</translation>
-    </message>
-    <message>
-        <source>Work without a dark image</source>
-        <translation>ダーク画像を使わない</translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>クリア</translation>
-    </message>
-    <message>
-        <source>BG Data</source>
-        <translation>BG データ</translation>
-    </message>
-    <message>
-        <source>Background spectrum, shown in a view of its own</source>
-        <translation>バックグラウンドスペクトル (別のビューに表示)</translation>
-    </message>
-    <message>
-        <source>Show the background spectrum</source>
-        <translation>バックグラウンドスペクトルを表示する</translation>
-    </message>
-    <message>
-        <source>Show</source>
-        <translation>表示</translation>
-    </message>
-    <message>
-        <source>Total I0 of I1</source>
-        <translation>I1 の全 I0</translation>
-    </message>
-    <message>
-        <source>Scan file whose I0 replaces the I0 images, point by image</source>
-        <translation>その I0 を各点ごとに I0 画像の代わりに用いるスキャンファイル</translation>
-    </message>
-    <message>
-        <source>Total I0 of I0</source>
-        <translation>I0 の全 I0</translation>
-    </message>
-    <message>
-        <source>Scan file of the I0 stack; kept and logged, enters no calculation</source>
-        <translation>I0 スタックのスキャンファイル。保持してログに記録するだけで計算には用いない</translation>
-    </message>
-    <message>
         <source>Spectrum</source>
         <translation>スペクトル</translation>
     </message>
@@ -638,14 +566,6 @@
         <translation>バッチ</translation>
     </message>
     <message>
-        <source>I1 Data</source>
-        <translation>I1 データ</translation>
-    </message>
-    <message>
-        <source>I0 Data</source>
-        <translation>I0 データ</translation>
-    </message>
-    <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
     </message>
@@ -832,22 +752,6 @@
     <message>
         <source>Save &amp;All...</source>
         <translation>すべて保存(&amp;A)...</translation>
-    </message>
-    <message>
-        <source>Select Dark Data</source>
-        <translation>ダークデータを選択</translation>
-    </message>
-    <message>
-        <source>Select BG Data</source>
-        <translation>BG データを選択</translation>
-    </message>
-    <message>
-        <source>Select Total I0 of I1</source>
-        <translation>I1 の全 I0 を選択</translation>
-    </message>
-    <message>
-        <source>Select Total I0 of I0</source>
-        <translation>I0 の全 I0 を選択</translation>
     </message>
     <message>
         <source>Map: shift [eV]</source>
@@ -1167,6 +1071,109 @@
     <message>
         <source>Median absolute deviation: half of the shifts lie nearer to their median [eV]</source>
         <translation>中央絶対偏差: 半数のシフトは中央値からこの値以内にある [eV]</translation>
+    </message>
+</context>
+<context>
+    <name>DataBox</name>
+    <message>
+        <source>Data</source>
+        <translation>データ</translation>
+    </message>
+    <message>
+        <source>Images through the sample, one per energy</source>
+        <translation>試料を透過した画像 (エネルギーごとに 1 枚)</translation>
+    </message>
+    <message>
+        <source>Images without the sample, one per energy</source>
+        <translation>試料なしの画像 (エネルギーごとに 1 枚)</translation>
+    </message>
+    <message>
+        <source>Dark Data</source>
+        <translation>ダークデータ</translation>
+    </message>
+    <message>
+        <source>File of the dark image; its counts are scaled to the exposure of each stack</source>
+        <translation>ダーク画像のファイル。カウントは各スタックの露光時間に換算される</translation>
+    </message>
+    <message>
+        <source>Exp.</source>
+        <translation>露光</translation>
+    </message>
+    <message>
+        <source>Exposure time of the dark image [ms], from its file; may be overruled</source>
+        <translation>ダーク画像の露光時間 [ms]。ファイルから読み取るが変更可</translation>
+    </message>
+    <message>
+        <source>Choose the dark image</source>
+        <translation>ダーク画像を選択する</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Work without a dark image</source>
+        <translation>ダーク画像を使わない</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>BG Data</source>
+        <translation>BG データ</translation>
+    </message>
+    <message>
+        <source>Background spectrum, shown in a view of its own</source>
+        <translation>バックグラウンドスペクトル (別のビューに表示)</translation>
+    </message>
+    <message>
+        <source>Show the background spectrum</source>
+        <translation>バックグラウンドスペクトルを表示する</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Total I0 of I1</source>
+        <translation>I1 の全 I0</translation>
+    </message>
+    <message>
+        <source>Scan file whose I0 replaces the I0 images, point by image</source>
+        <translation>その I0 を各点ごとに I0 画像の代わりに用いるスキャンファイル</translation>
+    </message>
+    <message>
+        <source>Total I0 of I0</source>
+        <translation>I0 の全 I0</translation>
+    </message>
+    <message>
+        <source>Scan file of the I0 stack; kept and logged, enters no calculation</source>
+        <translation>I0 スタックのスキャンファイル。保持してログに記録するだけで計算には用いない</translation>
+    </message>
+    <message>
+        <source>I1 Data</source>
+        <translation>I1 データ</translation>
+    </message>
+    <message>
+        <source>I0 Data</source>
+        <translation>I0 データ</translation>
+    </message>
+    <message>
+        <source>Select Dark Data</source>
+        <translation>ダークデータを選択</translation>
+    </message>
+    <message>
+        <source>Select BG Data</source>
+        <translation>BG データを選択</translation>
+    </message>
+    <message>
+        <source>Select Total I0 of I1</source>
+        <translation>I1 の全 I0 を選択</translation>
+    </message>
+    <message>
+        <source>Select Total I0 of I0</source>
+        <translation>I0 の全 I0 を選択</translation>
     </message>
 </context>
 <context>
