@@ -13,6 +13,7 @@
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
+#include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
 #include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
@@ -62,6 +63,7 @@ Body::Body(QWidget* parent)
     ui_->setupUi(this);
     dataBox_ = ui_->DataGroup;
     spectrumBox_ = ui_->SpectrumGroup;
+    saveBox_ = ui_->SaveGroup;
     theColorBar = ui_->CBar;
     i1_.images = &i1Stack_;
     i1_.row = dataBox_->i1Row();
@@ -273,8 +275,8 @@ void Body::setupAnalyzer()
     connect(analyzer_, &Analyzer::changedSelection, this, &Body::selectedNewRef);
     connect(analyzer_, &Analyzer::scaleShown, ui_->CBar, &ColorBar::setRange);
 
-    connect(ui_->DeGlitch, &QPushButton::clicked, this, &Body::deglitch);
-    connect(ui_->ShowDeGlitched, &QCheckBox::toggled, this, [this](bool on) {
+    connect(saveBox_, &SaveBox::deglitch, this, &Body::deglitch);
+    connect(saveBox_, &SaveBox::showDeglitchedToggled, this, [this](bool on) {
         if (Analyzed2DRes* map = analyzer_->selectedMap())
             map->selectProcImg(on);
         else if (on)
@@ -283,7 +285,7 @@ void Body::setupAnalyzer()
         showPixel(curX_, curY_);
         ui_->dispA->update();
     });
-    connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
+    connect(saveBox_, &SaveBox::checkVals, this, &Body::showAnalyzedVals);
 }
 
 /// A dialog for files to be saved; without filters its user sets them.
@@ -315,21 +317,19 @@ void Body::setupSaving()
     const QString png = QStringLiteral("png"); // a picture's format is told by its name
     LateDialog* const image = newSaveDialog(pictures, png, &Body::saveImage);
     image->setTitle(tr("Save Image"));
-    connect(ui_->SaveImage, &QPushButton::clicked, image, &LateDialog::show);
+    connect(saveBox_, &SaveBox::saveImage, image, &LateDialog::show);
     LateDialog* const allImages = newSaveDialog(pictures, png, &Body::saveAllImages);
     allImages->setTitle(tr("Save All Images"));
-    connect(ui_->SaveAllImages, &QPushButton::clicked, allImages, &LateDialog::show);
-    connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
-    connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
+    connect(saveBox_, &SaveBox::saveAllImages, allImages, &LateDialog::show);
+    connect(saveBox_, &SaveBox::saveFlatDark, this, &Body::saveFlatDark);
+    connect(saveBox_, &SaveBox::saveData, this, &Body::showSaveDataDialog);
 }
 
-/// Buttons of windows and exports that this version does not have yet.
+/// Buttons of windows that this version does not have yet.
 void Body::disableMissingWindows()
 {
-    QWidget* const missing[] = {ui_->ShowImgProc, ui_->ShowAnalyzer2, ui_->FourierA,
-                                ui_->SaveProcPage};
-    for (QWidget* widget : missing)
-        widget->setEnabled(false);
+    ui_->ShowImgProc->setEnabled(false);
+    ui_->ShowAnalyzer2->setEnabled(false);
     ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);
 }
 

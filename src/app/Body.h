@@ -34,6 +34,7 @@ class Messages;
 class ProgressSum;
 class QButtonGroup;
 class QMenu;
+class SaveBox;
 class SaveDataCfg;
 class SelectDataFiles;
 class SpectrumBox;
@@ -418,6 +419,7 @@ private:
     std::unique_ptr<Ui_Body> ui_;
     DataBox* dataBox_; ///< of the form, like the other boxes
     SpectrumBox* spectrumBox_;
+    SaveBox* saveBox_;
     QButtonGroup* imgSelect_;
 
     QThread i1LoadThread_;

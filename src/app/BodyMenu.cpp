@@ -10,6 +10,7 @@
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
+#include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
 #include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
@@ -145,11 +146,11 @@ void Body::setupMenuBar()
     // The buttons that open windows; the Analyzer's own show() brings its view along.
     const std::pair<QPushButton*, QWidget*> openers[] = {
         {ui_->ShowXafsView, xafsView_}, {ui_->OpenCalibCtrl, calibCtrl_},
-        {ui_->ShowAnalyzer, analyzer_}, {ui_->BatchCtrlB, batchCtrl_},
-        {ui_->SaveDataConfig, saveDataCfg_}};
+        {ui_->ShowAnalyzer, analyzer_}, {ui_->BatchCtrlB, batchCtrl_}};
     for (const auto& [button, window] : openers)
         connect(button, &QPushButton::clicked, window, [w = window] { bringToFront(w); });
     connect(dataBox_, &DataBox::showBg, bgView_, [this] { bringToFront(bgView_); });
+    connect(saveBox_, &SaveBox::showConfig, saveDataCfg_, [this] { bringToFront(saveDataCfg_); });
 }
 
 void Body::addEntry(QMenu& menu, const MenuEntry& entry)

@@ -5,6 +5,7 @@
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
+#include "output/SaveBox.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_Body.h"
 
@@ -361,8 +362,7 @@ void Body::dispImgSelected(bool on)
 void Body::tellShowDeglitched()
 {
     const Analyzed2DRes* const map = analyzer_->selectedMap();
-    const QSignalBlocker quiet(ui_->ShowDeGlitched);
-    ui_->ShowDeGlitched->setChecked(map && map->useProc());
+    saveBox_->setShowDeglitched(map && map->useProc());
 }
 
 void Body::showMap(Analyzed2DRes* map)

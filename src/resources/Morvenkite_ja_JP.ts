@@ -266,14 +266,6 @@
         <translation>スペクトル</translation>
     </message>
     <message>
-        <source>Save Img/Data</source>
-        <translation>画像/データの保存</translation>
-    </message>
-    <message>
-        <source>Save what the image area shows, and the colour bar, as pictures</source>
-        <translation>画像領域の表示内容とカラーバーを画像として保存する</translation>
-    </message>
-    <message>
         <source>Save Image</source>
         <translation>画像を保存</translation>
     </message>
@@ -282,100 +274,8 @@
         <translation>全画像を保存</translation>
     </message>
     <message>
-        <source>Write flat.dat and dark.dat of the image size</source>
-        <translation>画像サイズの flat.dat と dark.dat を書き出す</translation>
-    </message>
-    <message>
-        <source>Save Flat Dark</source>
-        <translation>フラット/ダークを保存</translation>
-    </message>
-    <message>
-        <source>Save the values of the shown result map as TIFF or text</source>
-        <translation>表示中の結果マップの値を TIFF またはテキストで保存する</translation>
-    </message>
-    <message>
         <source>Save Data</source>
         <translation>データを保存</translation>
-    </message>
-    <message>
-        <source>Choose TIFF or text, scale and layout of saved data</source>
-        <translation>保存するデータの形式 (TIFF/テキスト)、スケール、並びを選ぶ</translation>
-    </message>
-    <message>
-        <source>Save Data Cfg.</source>
-        <translation>データ保存設定</translation>
-    </message>
-    <message>
-        <source>Save Proc. Data</source>
-        <translation>処理データの保存</translation>
-    </message>
-    <message>
-        <source>Normalised spectrum of each point of the area</source>
-        <translation>領域内の各点の規格化スペクトル</translation>
-    </message>
-    <message>
-        <source>Normalized XAFS</source>
-        <translation>規格化 XAFS</translation>
-    </message>
-    <message>
-        <source>Absorption spectrum of each point of the area</source>
-        <translation>領域内の各点の吸収スペクトル</translation>
-    </message>
-    <message>
-        <source>Raw XAFS</source>
-        <translation>未規格化 XAFS</translation>
-    </message>
-    <message>
-        <source>I1 counts of each point of the area</source>
-        <translation>領域内の各点の I1 カウント</translation>
-    </message>
-    <message>
-        <source>Raw</source>
-        <translation>生データ</translation>
-    </message>
-    <message>
-        <source>Write the spectra of all points of the area as text</source>
-        <translation>領域内の全点のスペクトルをテキストで書き出す</translation>
-    </message>
-    <message>
-        <source>Save Each Spectrum</source>
-        <translation>各点スペクトルを保存</translation>
-    </message>
-    <message>
-        <source>DeGlitch</source>
-        <translation>グリッチ除去</translation>
-    </message>
-    <message>
-        <source>Replace values of the shown result map that stand out from their neighbours</source>
-        <translation>表示中の結果マップで周囲から突出した値を置き換える</translation>
-    </message>
-    <message>
-        <source>Show and save the filtered values of the result map</source>
-        <translation>結果マップのフィルター後の値を表示・保存する</translation>
-    </message>
-    <message>
-        <source>Show Filtered</source>
-        <translation>フィルター後を表示</translation>
-    </message>
-    <message>
-        <source>Extra</source>
-        <translation>その他</translation>
-    </message>
-    <message>
-        <source>Fourier analysis of the intensity over the stack, into the log</source>
-        <translation>スタックにわたる強度をフーリエ解析し、ログに出力する</translation>
-    </message>
-    <message>
-        <source>Fourier A.</source>
-        <translation>フーリエ解析</translation>
-    </message>
-    <message>
-        <source>Write all values of the shown result map into the log</source>
-        <translation>表示中の結果マップの全値をログに出力する</translation>
-    </message>
-    <message>
-        <source>Chk Vals</source>
-        <translation>値を確認</translation>
     </message>
     <message>
         <source>Image</source>
@@ -578,10 +478,6 @@
         <translation>データファイル (*.dat)</translation>
     </message>
     <message>
-        <source>Save and Extra</source>
-        <translation>保存・その他</translation>
-    </message>
-    <message>
         <source>Spectrum at the position</source>
         <translation>カーソル位置のスペクトル</translation>
     </message>
@@ -732,10 +628,6 @@
     <message>
         <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>Save both kinds of map of the reference on show as pictures</source>
-        <translation>表示中の参照スペクトルの 2 種類のマップを画像として保存する</translation>
     </message>
     <message>
         <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
@@ -1654,6 +1546,129 @@
     <message>
         <source>no edge that can be trusted (%1)</source>
         <translation>信頼できる吸収端がありません (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>SaveBox</name>
+    <message>
+        <source>Save and Extra</source>
+        <translation>保存・その他</translation>
+    </message>
+    <message>
+        <source>Save Img/Data</source>
+        <translation>画像/データの保存</translation>
+    </message>
+    <message>
+        <source>Save what the image area shows, and the colour bar, as pictures</source>
+        <translation>画像領域の表示内容とカラーバーを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>画像を保存</translation>
+    </message>
+    <message>
+        <source>Save both kinds of map of the reference on show as pictures</source>
+        <translation>表示中の参照スペクトルの 2 種類のマップを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Save All Images</source>
+        <translation>全画像を保存</translation>
+    </message>
+    <message>
+        <source>Write flat.dat and dark.dat of the image size</source>
+        <translation>画像サイズの flat.dat と dark.dat を書き出す</translation>
+    </message>
+    <message>
+        <source>Save Flat Dark</source>
+        <translation>フラット/ダークを保存</translation>
+    </message>
+    <message>
+        <source>Save the values of the shown result map as TIFF or text</source>
+        <translation>表示中の結果マップの値を TIFF またはテキストで保存する</translation>
+    </message>
+    <message>
+        <source>Save Data</source>
+        <translation>データを保存</translation>
+    </message>
+    <message>
+        <source>Choose TIFF or text, scale and layout of saved data</source>
+        <translation>保存するデータの形式 (TIFF/テキスト)、スケール、並びを選ぶ</translation>
+    </message>
+    <message>
+        <source>Save Data Cfg.</source>
+        <translation>データ保存設定</translation>
+    </message>
+    <message>
+        <source>Save Proc. Data</source>
+        <translation>処理データの保存</translation>
+    </message>
+    <message>
+        <source>Normalised spectrum of each point of the area</source>
+        <translation>領域内の各点の規格化スペクトル</translation>
+    </message>
+    <message>
+        <source>Normalized XAFS</source>
+        <translation>規格化 XAFS</translation>
+    </message>
+    <message>
+        <source>Absorption spectrum of each point of the area</source>
+        <translation>領域内の各点の吸収スペクトル</translation>
+    </message>
+    <message>
+        <source>Raw XAFS</source>
+        <translation>未規格化 XAFS</translation>
+    </message>
+    <message>
+        <source>I1 counts of each point of the area</source>
+        <translation>領域内の各点の I1 カウント</translation>
+    </message>
+    <message>
+        <source>Raw</source>
+        <translation>生データ</translation>
+    </message>
+    <message>
+        <source>Write the spectra of all points of the area as text</source>
+        <translation>領域内の全点のスペクトルをテキストで書き出す</translation>
+    </message>
+    <message>
+        <source>Save Each Spectrum</source>
+        <translation>各点スペクトルを保存</translation>
+    </message>
+    <message>
+        <source>DeGlitch</source>
+        <translation>グリッチ除去</translation>
+    </message>
+    <message>
+        <source>Replace values of the shown result map that stand out from their neighbours</source>
+        <translation>表示中の結果マップで周囲から突出した値を置き換える</translation>
+    </message>
+    <message>
+        <source>Show and save the filtered values of the result map</source>
+        <translation>結果マップのフィルター後の値を表示・保存する</translation>
+    </message>
+    <message>
+        <source>Show Filtered</source>
+        <translation>フィルター後を表示</translation>
+    </message>
+    <message>
+        <source>Extra</source>
+        <translation>その他</translation>
+    </message>
+    <message>
+        <source>Fourier analysis of the intensity over the stack, into the log</source>
+        <translation>スタックにわたる強度をフーリエ解析し、ログに出力する</translation>
+    </message>
+    <message>
+        <source>Fourier A.</source>
+        <translation>フーリエ解析</translation>
+    </message>
+    <message>
+        <source>Write all values of the shown result map into the log</source>
+        <translation>表示中の結果マップの全値をログに出力する</translation>
+    </message>
+    <message>
+        <source>Chk Vals</source>
+        <translation>値を確認</translation>
     </message>
 </context>
 <context>
