@@ -6,8 +6,8 @@
 
 class Ui_SaveBox;
 
-/// The pages of buttons that save pictures and maps, filter maps and write into the log. Each signal
-/// without a word of its own is the click on the button of that name.
+/// The pages of buttons that save pictures and maps, filter maps and write into the log. Each
+/// signal without a word of its own is the click on the button of that name.
 class SaveBox : public QGroupBox
 {
     Q_OBJECT
