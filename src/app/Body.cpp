@@ -5,12 +5,10 @@
 #include "batch/BatchDispatcher.h"
 #include "calibration/CalibCtrl.h"
 #include "common/Cfg.h"
-#include "common/Fault.h"
-#include "common/FieldText.h"
 #include "common/Settings.h"
-#include "common/TextItems.h"
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
@@ -20,21 +18,11 @@
 #include "selection/SpectrumBox.h"
 #include "ui_Body.h"
 
-#include <QButtonGroup>
 #include <QCloseEvent>
 #include <QDebug>
 #include <QPainter>
 
 namespace {
-
-/// Ids of the image choice buttons, as the batch language knows them.
-enum ImageChoice
-{
-    ShowDataId = 0,
-    ShowI0Id = 1,
-    ShowShiftMapId = 2,
-    ShowResAnalysisId = 3
-};
 
 constexpr double shiftMapDeglitchRange = 0.9;
 constexpr double shiftMapDeglitchFactor = 2.0;
@@ -55,7 +43,6 @@ void registerTypes()
 Body::Body(QWidget* parent)
     : QMainWindow(parent)
     , ui_(std::make_unique<Ui_Body>())
-    , imgSelect_(new QButtonGroup(this))
     , energyShiftMap_(QStringLiteral("a2d esm"))
 {
     energyShiftMap_.setDeglitchConds(shiftMapDeglitchFactor, shiftMapDeglitchRange);
@@ -64,7 +51,8 @@ Body::Body(QWidget* parent)
     dataBox_ = ui_->DataGroup;
     spectrumBox_ = ui_->SpectrumGroup;
     saveBox_ = ui_->SaveGroup;
-    theColorBar = ui_->CBar;
+    imageBox_ = ui_->ImageGroup;
+    theColorBar = imageBox_->bar();
     i1_.images = &i1Stack_;
     i1_.row = dataBox_->i1Row();
     i0_.images = &i0Stack_;
@@ -201,43 +189,26 @@ void Body::setupDark()
 
 void Body::setupImageView()
 {
-    imgSelect_->setExclusive(true);
-    const std::pair<QPushButton*, int> choices[] = {{ui_->ShowData, ShowDataId},
-                                                    {ui_->ShowI0, ShowI0Id},
-                                                    {ui_->ShowShiftMap, ShowShiftMapId},
-                                                    {ui_->ShowResAnalysis, ShowResAnalysisId}};
-    for (const auto& [button, id] : choices) {
-        imgSelect_->addButton(button, id);
-        connect(button, &QPushButton::toggled, this, &Body::dispImgSelected);
-    }
-    ui_->CBarAll->setText(tr("Set All"));
-    connect(ui_->CBarAll, &QPushButton::clicked, this, &Body::cBarUpdated);
-    connect(ui_->CBar, &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
-    connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
-    connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, ui_->CBar, &ColorBar::setRange);
-    connect(ui_->dispA, &ImgDispA::rangeShown, ui_->CBar, &ColorBar::setRange);
-    connect(ui_->dispA, &ImgDispA::viewChanged, this, &Body::showSectionsInView);
-    ui_->dispA->setEmptyText(emptyText());
+    connect(imageBox_, &ImageBox::choiceChanged, this, &Body::dispImgSelected);
+    connect(imageBox_, &ImageBox::setAll, this, &Body::cBarUpdated);
+    connect(imageBox_->bar(), &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
+    connect(imageBox_->bar(), &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
+    connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, imageBox_->bar(), &ColorBar::setRange);
+    connect(imageBox_->area(), &ImgDispA::viewChanged, this, &Body::showSectionsInView);
+    imageBox_->area()->setEmptyText(emptyText());
 
-    connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
-    connect(ui_->Next, &QPushButton::clicked, this, &Body::next);
-    connect(ui_->SeekBar, &QSlider::valueChanged, this, &Body::sliderMoved);
-    connect(ui_->ImgNo, &QLineEdit::editingFinished, this, [this] {
+    connect(imageBox_, &ImageBox::prev, this, &Body::prev);
+    connect(imageBox_, &ImageBox::next, this, &Body::next);
+    connect(imageBox_, &ImageBox::sliderMoved, this, &Body::sliderMoved);
+    connect(imageBox_, &ImageBox::imageNumberTyped, this, [this](int no) {
         SelectDataFiles& row = *shownStack().row;
-        bool isNumber = false;
-        const int no = ui_->ImgNo->text().toInt(&isNumber);
-        if (isNumber)
-            row.select(no);
-        ui_->ImgNo->setText(QString::number(qMax(0, row.currentIndex())));
+        row.select(no);
+        imageBox_->showImageNumber(qMax(0, row.currentIndex()));
     });
-    connect(ui_->ZoomIn, &QPushButton::clicked, ui_->dispA, &ImgDispA::setViewWAsSelectedArea);
-    connect(ui_->ResetScale, &QPushButton::clicked, ui_->dispA, &ImgDispA::resetImageViewWindow);
-    ui_->HCross->setVertical(false);
-    ui_->VCross->setVertical(true);
-    connect(ui_->dispA, &ImgDispA::mouseMoved, this,
+    connect(imageBox_->area(), &ImgDispA::mouseMoved, this,
             qOverload<double, double>(&Body::showXafsSpectrum));
-    connect(ui_->dispA, &DispA::drawImage2, this, &Body::draw);
-    connect(ui_->dispA, &DispA::mouseMoved0, this, &Body::onMouseMovedInDispA);
+    connect(imageBox_->area(), &DispA::drawImage2, this, &Body::draw);
+    connect(imageBox_->area(), &DispA::mouseMoved0, this, &Body::onMouseMovedInDispA);
 }
 
 /// A new window of the spectrum view's kind.
@@ -273,7 +244,7 @@ void Body::setupAnalyzer()
     connect(analyzer_, &Analyzer::askAnalyze, this, &Body::start2DAnalysis);
     connect(analyzer_, &Analyzer::finished, this, &Body::analyzeASpectrumFinished);
     connect(analyzer_, &Analyzer::changedSelection, this, &Body::selectedNewRef);
-    connect(analyzer_, &Analyzer::scaleShown, ui_->CBar, &ColorBar::setRange);
+    connect(analyzer_, &Analyzer::scaleShown, imageBox_->bar(), &ColorBar::setRange);
 
     connect(saveBox_, &SaveBox::deglitch, this, &Body::deglitch);
     connect(saveBox_, &SaveBox::showDeglitchedToggled, this, [this](bool on) {
@@ -283,7 +254,7 @@ void Body::setupAnalyzer()
             qDebug() << "No map is chosen to be shown deglitched";
         tellShowDeglitched();
         showPixel(curX_, curY_);
-        ui_->dispA->update();
+        imageBox_->area()->update();
     });
     connect(saveBox_, &SaveBox::checkVals, this, &Body::showAnalyzedVals);
 }

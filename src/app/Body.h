@@ -29,10 +29,10 @@ class BatchDispatcher;
 class CalibCtrl;
 class DataBox;
 class FDGroup;
+class ImageBox;
 class LateDialog;
 class Messages;
 class ProgressSum;
-class QButtonGroup;
 class QMenu;
 class SaveBox;
 class SaveDataCfg;
@@ -44,8 +44,9 @@ struct LabelledMap;
 struct SectionSource;
 
 /// The main window: owner of all data (stacks, dark image, maps) and conductor of all other parts.
-/// Panels hold settings and results of their own and talk to it through signals. A slot reads its
-/// form fields into a record, calls the core and shows the result; it computes nothing itself.
+/// Panels, and the boxes of its form, hold settings and results of their own and talk to it through
+/// signals. A slot asks a box for a record, calls the core and shows the result; it computes
+/// nothing itself.
 ///
 /// Everything here runs on the GUI thread. Two loader threads and the batch thread belong to it;
 /// their results come in as queued signals, by value.
@@ -137,7 +138,7 @@ public Q_SLOTS:
     void stop2DAnalysis();
     void analyzeASpectrumFinished(const AnalysisResult& result);
     void generateResImages();
-    void dispImgSelected(bool on);
+    void dispImgSelected();
     void selectedNewRef();
     void setupResAnalysisImage();
     void seekImage(int imgNo);
@@ -377,7 +378,6 @@ private:
     void showSectionsInView();
     QSize shownSize() const;
     void refreshCursor();
-    void showBoxSize(bool selected);
 
     // BodySave.cpp
     void showSaveDialogOfForm(LateDialog& dialog);
@@ -420,7 +420,7 @@ private:
     DataBox* dataBox_; ///< of the form, like the other boxes
     SpectrumBox* spectrumBox_;
     SaveBox* saveBox_;
-    QButtonGroup* imgSelect_;
+    ImageBox* imageBox_;
 
     QThread i1LoadThread_;
     QThread i0LoadThread_;

@@ -5,14 +5,12 @@
 #include "common/Fault.h"
 #include "common/FileNames.h"
 #include "display/ColorBar.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
 #include "selection/SpectrumBox.h"
-#include "ui_Body.h"
 
-#include <QAbstractButton>
-#include <QButtonGroup>
 #include <QDebug>
 #include <QDir>
 
@@ -121,16 +119,14 @@ void Body::Commands::loadPattern(Body& b, const CmdLine& c, bool i0)
 
 void Body::Commands::selectDispImage(Body& b, const CmdLine& c)
 {
-    if (QAbstractButton* button = b.imgSelect_->button(intArg(c, 0)))
-        button->setChecked(true);
-    else
+    if (!b.imageBox_->setChoice(intArg(c, 0)))
         fault(QStringLiteral("No kind of image has the number ") + c.arg(0));
 }
 
 void Body::Commands::setColourRange(Body& b, const CmdLine& c)
 {
     qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
-    b.ui_->CBar->setRange(doubleArg(c, 0), doubleArg(c, 1));
+    b.imageBox_->bar()->setRange(doubleArg(c, 0), doubleArg(c, 1));
 }
 
 /// Loading and clearing the stacks, their energies.
@@ -163,13 +159,14 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
          }},
         {ExCmdSelectRegion,
          [](B& b, const C& c) {
-             b.ui_->dispA->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2), intArg(c, 3));
+             b.imageBox_->area()->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2),
+                                                  intArg(c, 3));
          }},
         {ExCmdXafsViewNormalize, [](B& b, const C& c) { b.xafsView_->setNormalize(onArg(c, 0)); }},
         {ExCmdXafsViewEnergyCorrection,
          [](B& b, const C& c) { b.xafsView_->setEnergyCorrection(onArg(c, 0)); }},
-        {ExCmdScaleReset, [](B& b, const C&) { b.ui_->dispA->resetImageViewWindow(); }},
-        {ExCmdZoomIn, [](B& b, const C&) { b.ui_->dispA->setViewWAsSelectedArea(); }},
+        {ExCmdScaleReset, [](B& b, const C&) { b.imageBox_->area()->resetImageViewWindow(); }},
+        {ExCmdZoomIn, [](B& b, const C&) { b.imageBox_->area()->setViewWAsSelectedArea(); }},
     };
 }
 

@@ -3,14 +3,14 @@
 #include "analysis/Analyzer.h"
 #include "calibration/CalibCtrl.h"
 #include "common/SafeInt.h"
-#include "display/CrossSView.h"
+#include "display/ColorBar.h"
+#include "display/ImageBox.h"
 #include "display/ImageOverlay.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "image/CrossSection.h"
 #include "selection/SelectDataFiles.h"
 #include "selection/SpectrumBox.h"
-#include "ui_Body.h"
 
 #include <QLocale>
 
@@ -18,11 +18,6 @@ namespace {
 
 /// Half width of the sections across their own direction [pixels].
 constexpr int sectionHalfWidth = 1;
-
-QString pixelText(int x, int y)
-{
-    return QString::asprintf("(% 4d, % 4d)", x, y);
-}
 
 /// The shown map's value to 6 digits; counts of an image whole.
 QString valueText(const Analyzed2DRes& map, int x, int y)
@@ -87,16 +82,15 @@ void Body::showXafsSpectrum()
     const double dE = xafsView_->setSpectrum(spectrum, note);
     if (!walk_.running)
         analyzer_->analyzeAndShowSpectrum(spectrum, elm);
-    ui_->Position->setText(pixelText(curX_, curY_));
-    ui_->EShiftOnTbl->setText(QString::asprintf("%6.3f", shift));
-    ui_->EShiftFromStd->setText(QString::asprintf("%5.2f", dE));
+    imageBox_->showPosition(curX_, curY_);
+    imageBox_->showShifts(shift, dE);
     xafsView_->setRawSpectrum(rawI1(i1Stack_, conditions, curX_, curY_));
 }
 
 /// The cursor to a pixel by its numbers, whatever the view shows of it.
 void Body::moveCursor(int x, int y)
 {
-    ui_->dispA->setMousePixel(x, y);
+    imageBox_->area()->setMousePixel(x, y);
     curX_ = x;
     curY_ = y;
     refreshCursor();
@@ -105,9 +99,9 @@ void Body::moveCursor(int x, int y)
 /// While a button is held the cursor stays where it is as a whole.
 void Body::onMouseMovedInDispA()
 {
-    if (ui_->dispA->mouse.pressed)
+    if (imageBox_->area()->mouse.pressed)
         return;
-    const QPointF at = ui_->dispA->cursorPosition();
+    const QPointF at = imageBox_->area()->cursorPosition();
     showPixel(truncatedInt(at.x()), truncatedInt(at.y()));
 }
 
@@ -117,10 +111,11 @@ void Body::showPixel(int x, int y)
     showSections(x, y);
     const TiffData* image = currentImage(shownStack());
     if (isMapChosen())
-        ui_->Value->setText(isMapFilled() ? valueText(*ui_->dispA->shownMap(), x, y) : QString());
+        imageBox_->showValue(isMapFilled() ? valueText(*imageBox_->area()->shownMap(), x, y)
+                                           : QString());
     else
-        ui_->Value->setText(image ? valueText(*image, x, y) : QString());
-    ui_->DarkValue->setText(QString::number(darkLevel(shownStack(), x, y)));
+        imageBox_->showValue(image ? valueText(*image, x, y) : QString());
+    imageBox_->showDarkLevel(darkLevel(shownStack(), x, y));
 }
 
 void Body::showSections(int x, int y)
@@ -129,21 +124,20 @@ void Body::showSections(int x, int y)
         showMapSections(x, y);
     else
         showImageSections(x, y);
-    ui_->HCross->setCursorPos(x);
-    ui_->VCross->setCursorPos(shownSize().height() - y);
+    imageBox_->setSectionCursor(x, y, shownSize().height());
     showSectionsInView();
 }
 
 void Body::showImageSections(int x, int y)
 {
-    const bool useI1 = ui_->ShowData->isChecked();
+    const bool useI1 = imageBox_->choice() == ShowDataId;
     QString axis = QStringLiteral("I0");
     if (useI1)
         axis = spectrumBox_->settings().fluorescence ? QStringLiteral("I1 / I0")
                                                      : QStringLiteral("ln(I0 / I1)");
-    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points, axis);
-    // The width field goes to the half width in y here, on purpose.
-    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
+    // The width field goes to the half width in y of the upright section, on purpose.
+    imageBox_->setSections(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points,
+                           vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
 }
 
 /// The map's values themselves: they are those of blocks already.
@@ -152,7 +146,7 @@ void Body::showMapSections(int x, int y)
     QVector<QPointF> across;
     QVector<QPointF> upward;
     if (isMapFilled()) {
-        const Analyzed2DRes& map = *ui_->dispA->shownMap();
+        const Analyzed2DRes& map = *imageBox_->area()->shownMap();
         const int width = map.stepper.width;
         const int height = map.stepper.height;
         for (int i = 0; i < width && y >= 0 && y < height; ++i)
@@ -160,31 +154,27 @@ void Body::showMapSections(int x, int y)
         for (int i = 0; i < height && x >= 0 && x < width; ++i)
             upward.append({double(height - i), map.shownValueAt(x, i)});
     }
-    const QString axis = ui_->ShowShiftMap->isChecked() ? tr("Map: shift [eV]") : tr("Map value");
-    ui_->HCross->setPoints(across, axis);
-    ui_->VCross->setPoints(upward, axis);
+    const QString axis =
+        imageBox_->choice() == ShowShiftMapId ? tr("Map: shift [eV]") : tr("Map value");
+    imageBox_->setSections(across, upward, axis);
 }
 
 /// The map on show has a picture; a map may be chosen that there is not, or not yet.
 bool Body::isMapFilled() const
 {
-    const Analyzed2DRes* const map = ui_->dispA->shownMap();
+    const Analyzed2DRes* const map = imageBox_->area()->shownMap();
     return map && map->imgValid;
 }
 
-/// The sections lie beside the part of the image that is in view, and show that part.
 void Body::showSectionsInView()
 {
-    const QRectF& view = ui_->dispA->viewWindow();
-    const int height = shownSize().height();
-    ui_->HCross->setRange({view.left(), view.right()});
-    ui_->VCross->setRange({height - view.bottom(), height - view.top()});
+    imageBox_->showSectionsInView(shownSize().height());
 }
 
 /// Size [pixels] of what is on show; the upright section counts from its lower end.
 QSize Body::shownSize() const
 {
-    if (const Analyzed2DRes* const map = ui_->dispA->shownMap())
+    if (const Analyzed2DRes* const map = imageBox_->area()->shownMap())
         return {map->stepper.width, map->stepper.height};
     const TiffData* const image = currentImage(shownStack());
     return image ? QSize(image->width, image->height) : QSize(imgW_, imgH_);
@@ -214,14 +204,14 @@ void Body::refreshCursor()
     passSuggestion();
     showXafsSpectrum();
     showPixel(curX_, curY_);
-    ui_->dispA->update();
+    imageBox_->area()->update();
 }
 
 void Body::draw(QPainter* p)
 {
-    const ImgDispA& area = *ui_->dispA;
+    const ImgDispA& area = *imageBox_->area();
     const bool selected = area.hasSelection() || area.isSelecting();
-    showBoxSize(selected);
+    imageBox_->showBoxSize(selected);
     if (!area.currentImage())
         return;
     ImageOverlay overlay;
@@ -238,18 +228,5 @@ void Body::draw(QPainter* p)
     if (i1_.darkAreaOn)
         overlay.i1DarkArea = i1_.darkArea;
     paintOverlay(*p, area.coord, overlay);
-    ui_->CBar->update();
-}
-
-void Body::showBoxSize(bool selected)
-{
-    QString text;
-    if (selected) {
-        const QRectF& box = ui_->dispA->selectedArea();
-        text = pixelText(truncatedInt(box.left()), truncatedInt(box.top())) + QLatin1Char('-') +
-               pixelText(truncatedInt(box.right()), truncatedInt(box.bottom()));
-    }
-    // Painting calls this: a label that is set anew asks for another layout.
-    if (ui_->BoxSize->text() != text)
-        ui_->BoxSize->setText(text);
+    imageBox_->bar()->update();
 }

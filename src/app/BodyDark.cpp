@@ -5,12 +5,12 @@
 #include "common/Fault.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
 #include "selection/SpectrumBox.h"
-#include "ui_Body.h"
 
 #include <QDebug>
 
@@ -78,15 +78,15 @@ void Body::clearDark()
 
 void Body::setDarkArea(Stack& stack)
 {
-    if (!ui_->dispA->hasSelection()) {
+    if (!imageBox_->area()->hasSelection()) {
         fault(QStringLiteral("Dark area not set: no area is selected in the image"));
         return;
     }
-    stack.darkArea = ui_->dispA->selectedArea();
+    stack.darkArea = imageBox_->area()->selectedArea();
     stack.darkAreaOn = true;
     stack.row->darkArea(stack.darkArea);
     // The selection was drawn for the dark area alone; the user's earlier one comes back.
-    ui_->dispA->recallOldSelectedArea();
+    imageBox_->area()->recallOldSelectedArea();
     refillDarkAverages(stack);
     refreshCursor();
 }
@@ -190,8 +190,8 @@ void Body::selectedBG(const QString& fname)
     bgView_->resetXScale();
 }
 
-/// After a file that fails the row is to be emptied, and with it the spectrum: what is shown is what
-/// is calculated with.
+/// After a file that fails the row is to be emptied, and with it the spectrum: what is shown is
+/// what is calculated with.
 bool Body::loadTotalI0(XafsSpectrum& total, const QString& fname)
 {
     XafsSpectrum fresh;

@@ -8,13 +8,13 @@
 #include "calibration/CalibCtrl.h"
 #include "common/WindowState.h"
 #include "display/FileDialogs.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
 #include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
-#include "ui_Body.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -96,13 +96,14 @@ QVector<Body::MenuTable> Body::menuTables()
             {},
             // Without the Shift key that plus needs on many keyboards.
             {QT_TRANSLATE_NOOP("Body", "Zoom &In"),
-             [](Body& b) { b.ui_->dispA->zoomBy(1.0 / zoomStep); }, {Qt::Key_Plus, Qt::Key_Equal}},
+             [](Body& b) { b.imageBox_->area()->zoomBy(1.0 / zoomStep); },
+             {Qt::Key_Plus, Qt::Key_Equal}},
             {QT_TRANSLATE_NOOP("Body", "Zoom &Out"),
-             [](Body& b) { b.ui_->dispA->zoomBy(zoomStep); }, {Qt::Key_Minus}},
+             [](Body& b) { b.imageBox_->area()->zoomBy(zoomStep); }, {Qt::Key_Minus}},
             {QT_TRANSLATE_NOOP("Body", "&Whole Image"), "ResetScale", {Qt::Key_0}},
             {QT_TRANSLATE_NOOP("Body", "&Zoom to Selection"), "ZoomIn"},
             {QT_TRANSLATE_NOOP("Body", "&Clear Selection"),
-             [](Body& b) { b.ui_->dispA->clearSelection(); }},
+             [](Body& b) { b.imageBox_->area()->clearSelection(); }},
             {},
             {QT_TRANSLATE_NOOP("Body", "Set &All"), "CBarAll"},
         }},
@@ -141,14 +142,16 @@ void Body::setupMenuBar()
             addEntry(*menu, entry);
     }
     // A click on the image takes the keys away from a field that has them.
-    ui_->dispA->setFocusPolicy(Qt::ClickFocus);
+    imageBox_->area()->setFocusPolicy(Qt::ClickFocus);
 
     // The buttons that open windows; the Analyzer's own show() brings its view along.
-    const std::pair<QPushButton*, QWidget*> openers[] = {
-        {ui_->ShowXafsView, xafsView_}, {ui_->OpenCalibCtrl, calibCtrl_},
-        {ui_->ShowAnalyzer, analyzer_}, {ui_->BatchCtrlB, batchCtrl_}};
+    const std::pair<const char*, QWidget*> openers[] = {{"ShowXafsView", xafsView_},
+                                                        {"OpenCalibCtrl", calibCtrl_},
+                                                        {"ShowAnalyzer", analyzer_},
+                                                        {"BatchCtrlB", batchCtrl_}};
     for (const auto& [button, window] : openers)
-        connect(button, &QPushButton::clicked, window, [w = window] { bringToFront(w); });
+        connect(buttonIn(*this, button), &QPushButton::clicked, window,
+                [w = window] { bringToFront(w); });
     connect(dataBox_, &DataBox::showBg, bgView_, [this] { bringToFront(bgView_); });
     connect(saveBox_, &SaveBox::showConfig, saveDataCfg_, [this] { bringToFront(saveDataCfg_); });
 }

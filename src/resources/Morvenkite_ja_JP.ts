@@ -258,10 +258,6 @@
 <context>
     <name>Body</name>
     <message>
-        <source>Data</source>
-        <translation>データ</translation>
-    </message>
-    <message>
         <source>Spectrum</source>
         <translation>スペクトル</translation>
     </message>
@@ -276,146 +272,6 @@
     <message>
         <source>Save Data</source>
         <translation>データを保存</translation>
-    </message>
-    <message>
-        <source>Image</source>
-        <translation>画像</translation>
-    </message>
-    <message>
-        <source>Show the sample images (I1)</source>
-        <translation>試料画像 (I1) を表示する</translation>
-    </message>
-    <message>
-        <source>Show the images without the sample (I0)</source>
-        <translation>試料なしの画像 (I0) を表示する</translation>
-    </message>
-    <message>
-        <source>I0</source>
-        <translation>I0</translation>
-    </message>
-    <message>
-        <source>Show the energy shift map [eV]</source>
-        <translation>エネルギーシフトマップ [eV] を表示する</translation>
-    </message>
-    <message>
-        <source>E-Shift Map</source>
-        <translation>E シフトマップ</translation>
-    </message>
-    <message>
-        <source>Show the result map that the Analyzer has chosen</source>
-        <translation>「解析」ウィンドウで選んだ結果マップを表示する</translation>
-    </message>
-    <message>
-        <source>Results</source>
-        <translation>結果</translation>
-    </message>
-    <message>
-        <source>Show the selected area alone</source>
-        <translation>選択領域だけを表示する</translation>
-    </message>
-    <message>
-        <source>Zoom In</source>
-        <translation>拡大</translation>
-    </message>
-    <message>
-        <source>Show the whole image</source>
-        <translation>画像全体を表示する</translation>
-    </message>
-    <message>
-        <source>Reset</source>
-        <translation>リセット</translation>
-    </message>
-    <message>
-        <source>Drag: select an area. Ctrl+drag: zoom into it. Shift+drag: move. Wheel: zoom; at an edge, in one direction. Right click: no selection.</source>
-        <translation>ドラッグ: 領域を選択。Ctrl+ドラッグ: その領域を拡大。Shift+ドラッグ: 移動。ホイール: 拡大・縮小 (端では一方向のみ)。右クリック: 選択解除。</translation>
-    </message>
-    <message>
-        <source>Vertical section through the cursor</source>
-        <translation>カーソルを通る縦断面</translation>
-    </message>
-    <message>
-        <source>Scale of the image; drag its two handles to spread the greys</source>
-        <translation>画像のスケール。2 つのハンドルをドラッグして階調を調整する</translation>
-    </message>
-    <message>
-        <source>Horizontal section through the cursor</source>
-        <translation>カーソルを通る横断面</translation>
-    </message>
-    <message>
-        <source>Draw all images of the stack by the handles of the scale</source>
-        <translation>スケールのハンドルに合わせてスタックの全画像を描き直す</translation>
-    </message>
-    <message>
-        <source>Set All</source>
-        <translation>全画像に適用</translation>
-    </message>
-    <message>
-        <source>The image before</source>
-        <translation>前の画像</translation>
-    </message>
-    <message>
-        <source>Prev</source>
-        <translation>前へ</translation>
-    </message>
-    <message>
-        <source>Number of the image</source>
-        <translation>画像番号</translation>
-    </message>
-    <message>
-        <source>The next image</source>
-        <translation>次の画像</translation>
-    </message>
-    <message>
-        <source>Next</source>
-        <translation>次へ</translation>
-    </message>
-    <message>
-        <source>Number of the shown image, from 0</source>
-        <translation>表示中の画像の番号 (0 から)</translation>
-    </message>
-    <message>
-        <source>Position</source>
-        <translation>位置</translation>
-    </message>
-    <message>
-        <source>Pixel under the cursor (x, y)</source>
-        <translation>カーソル位置の画素 (x, y)</translation>
-    </message>
-    <message>
-        <source>dE Std.</source>
-        <translation>dE 標準</translation>
-    </message>
-    <message>
-        <source>Shift of the spectrum under the cursor from the standard [eV]</source>
-        <translation>カーソル位置のスペクトルの標準試料からのシフト [eV]</translation>
-    </message>
-    <message>
-        <source>dE Map</source>
-        <translation>dE マップ</translation>
-    </message>
-    <message>
-        <source>Energy shift map under the cursor [eV]</source>
-        <translation>カーソル位置のエネルギーシフトマップの値 [eV]</translation>
-    </message>
-    <message>
-        <source>Box</source>
-        <translation>範囲</translation>
-    </message>
-    <message>
-        <source>Corners of the selected area [pixels]</source>
-        <translation>選択領域の角の座標 [画素]</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>値</translation>
-    </message>
-    <message>
-        <source>Dark</source>
-        <translation>ダーク</translation>
-    </message>
-    <message>
-        <source>Dark level under the cursor [counts]</source>
-        <translation>カーソル位置のダークレベル [カウント]</translation>
     </message>
     <message>
         <source>Windows</source>
@@ -628,10 +484,6 @@
     <message>
         <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
-        <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
     </message>
     <message>
         <source>Energies do not rise: %1 eV (%2), then %3 eV (%4)</source>
@@ -1370,6 +1222,157 @@
     <message>
         <source>Gap held above %1 eV and below %2 eV</source>
         <translation>%1 eV 以上と %2 eV 以下で間隔を保持</translation>
+    </message>
+</context>
+<context>
+    <name>ImageBox</name>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Show the sample images (I1)</source>
+        <translation>試料画像 (I1) を表示する</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>データ</translation>
+    </message>
+    <message>
+        <source>Show the images without the sample (I0)</source>
+        <translation>試料なしの画像 (I0) を表示する</translation>
+    </message>
+    <message>
+        <source>I0</source>
+        <translation>I0</translation>
+    </message>
+    <message>
+        <source>Show the energy shift map [eV]</source>
+        <translation>エネルギーシフトマップ [eV] を表示する</translation>
+    </message>
+    <message>
+        <source>E-Shift Map</source>
+        <translation>E シフトマップ</translation>
+    </message>
+    <message>
+        <source>Show the result map that the Analyzer has chosen</source>
+        <translation>「解析」ウィンドウで選んだ結果マップを表示する</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>結果</translation>
+    </message>
+    <message>
+        <source>Show the selected area alone</source>
+        <translation>選択領域だけを表示する</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>拡大</translation>
+    </message>
+    <message>
+        <source>Show the whole image</source>
+        <translation>画像全体を表示する</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>リセット</translation>
+    </message>
+    <message>
+        <source>Drag: select an area. Ctrl+drag: zoom into it. Shift+drag: move. Wheel: zoom; at an edge, in one direction. Right click: no selection.</source>
+        <translation>ドラッグ: 領域を選択。Ctrl+ドラッグ: その領域を拡大。Shift+ドラッグ: 移動。ホイール: 拡大・縮小 (端では一方向のみ)。右クリック: 選択解除。</translation>
+    </message>
+    <message>
+        <source>Vertical section through the cursor</source>
+        <translation>カーソルを通る縦断面</translation>
+    </message>
+    <message>
+        <source>Scale of the image; drag its two handles to spread the greys</source>
+        <translation>画像のスケール。2 つのハンドルをドラッグして階調を調整する</translation>
+    </message>
+    <message>
+        <source>Horizontal section through the cursor</source>
+        <translation>カーソルを通る横断面</translation>
+    </message>
+    <message>
+        <source>Draw all images of the stack by the handles of the scale</source>
+        <translation>スケールのハンドルに合わせてスタックの全画像を描き直す</translation>
+    </message>
+    <message>
+        <source>Set All</source>
+        <translation>全画像に適用</translation>
+    </message>
+    <message>
+        <source>The image before</source>
+        <translation>前の画像</translation>
+    </message>
+    <message>
+        <source>Prev</source>
+        <translation>前へ</translation>
+    </message>
+    <message>
+        <source>Number of the image</source>
+        <translation>画像番号</translation>
+    </message>
+    <message>
+        <source>The next image</source>
+        <translation>次の画像</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>次へ</translation>
+    </message>
+    <message>
+        <source>Number of the shown image, from 0</source>
+        <translation>表示中の画像の番号 (0 から)</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Pixel under the cursor (x, y)</source>
+        <translation>カーソル位置の画素 (x, y)</translation>
+    </message>
+    <message>
+        <source>dE Std.</source>
+        <translation>dE 標準</translation>
+    </message>
+    <message>
+        <source>Shift of the spectrum under the cursor from the standard [eV]</source>
+        <translation>カーソル位置のスペクトルの標準試料からのシフト [eV]</translation>
+    </message>
+    <message>
+        <source>dE Map</source>
+        <translation>dE マップ</translation>
+    </message>
+    <message>
+        <source>Energy shift map under the cursor [eV]</source>
+        <translation>カーソル位置のエネルギーシフトマップの値 [eV]</translation>
+    </message>
+    <message>
+        <source>Box</source>
+        <translation>範囲</translation>
+    </message>
+    <message>
+        <source>Corners of the selected area [pixels]</source>
+        <translation>選択領域の角の座標 [画素]</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>値</translation>
+    </message>
+    <message>
+        <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
+        <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>ダーク</translation>
+    </message>
+    <message>
+        <source>Dark level under the cursor [counts]</source>
+        <translation>カーソル位置のダークレベル [カウント]</translation>
     </message>
 </context>
 <context>
