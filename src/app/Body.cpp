@@ -5,35 +5,24 @@
 #include "batch/BatchDispatcher.h"
 #include "calibration/CalibCtrl.h"
 #include "common/Cfg.h"
-#include "common/Fault.h"
-#include "common/FieldText.h"
 #include "common/Settings.h"
-#include "common/TextItems.h"
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
-#include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
+#include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
-#include "spectrum/ElementTable.h"
+#include "selection/SpectrumBox.h"
 #include "ui_Body.h"
 
-#include <QButtonGroup>
 #include <QCloseEvent>
 #include <QDebug>
 #include <QPainter>
 
 namespace {
-
-/// Ids of the image choice buttons, as the batch language knows them.
-enum ImageChoice
-{
-    ShowDataId = 0,
-    ShowI0Id = 1,
-    ShowShiftMapId = 2,
-    ShowResAnalysisId = 3
-};
 
 constexpr double shiftMapDeglitchRange = 0.9;
 constexpr double shiftMapDeglitchFactor = 2.0;
@@ -54,17 +43,20 @@ void registerTypes()
 Body::Body(QWidget* parent)
     : QMainWindow(parent)
     , ui_(std::make_unique<Ui_Body>())
-    , imgSelect_(new QButtonGroup(this))
     , energyShiftMap_(QStringLiteral("a2d esm"))
 {
     energyShiftMap_.setDeglitchConds(shiftMapDeglitchFactor, shiftMapDeglitchRange);
     registerTypes();
     ui_->setupUi(this);
-    theColorBar = ui_->CBar;
+    dataBox_ = ui_->DataGroup;
+    spectrumBox_ = ui_->SpectrumGroup;
+    saveBox_ = ui_->SaveGroup;
+    imageBox_ = ui_->ImageGroup;
+    theColorBar = imageBox_->bar();
     i1_.data = &data_.i1;
-    i1_.row = ui_->SelectI1Files;
+    i1_.row = dataBox_->i1Row();
     i0_.data = &data_.i0;
-    i0_.row = ui_->SelectI0Files;
+    i0_.row = dataBox_->i0Row();
 
     setupBatch();
     setupStacks();
@@ -77,7 +69,6 @@ Body::Body(QWidget* parent)
     disableMissingWindows();
     setupShell();
     loadDefaultErrPoints();
-    refreshEdgeEnergy();
     passSuggestion();
     startConfigBatch();
 }
@@ -144,8 +135,6 @@ void Body::startLoader(QThread& thread, LoadTiff& loader)
 
 void Body::setupStacks()
 {
-    i1_.row->setCaption(tr("I1 Data"));
-    i0_.row->setCaption(tr("I0 Data"));
     i1Loader_ = std::make_unique<LoadTiff>();
     i0Loader_ = std::make_unique<LoadTiff>();
     connect(this, &Body::loadI1Files, i1Loader_.get(), &LoadTiff::loadTiffs);
@@ -182,71 +171,42 @@ void Body::setupDark()
     connect(i1_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI1DarkArea);
     connect(i0_.row, &SelectDataFiles::clearDarkArea, this, &Body::clearI0DarkArea);
 
-    selectImgDialog_ = new LateDialog([this] { return new SelectImgDialog(this); }, this);
-    selectImgDialog_->setTitle(tr("Select Dark Data"));
-    connect(ui_->SelectDark, &QPushButton::clicked, selectImgDialog_, &LateDialog::show);
-    connect(selectImgDialog_, &LateDialog::fileSelected, this, &Body::selectedDark);
-    connect(ui_->ClearDark, &QPushButton::clicked, this, &Body::clearDark);
-
-    const std::pair<XafsFileSelect*, QString> rows[] = {
-        {ui_->SelectBG, tr("Select BG Data")},
-        {ui_->TotalI0ofI1XAFS, tr("Select Total I0 of I1")},
-        {ui_->TotalI0ofI0XAFS, tr("Select Total I0 of I0")}};
-    for (const auto& [row, title] : rows) {
-        row->showUse(false);
-        row->dialog()->setTitle(title);
-    }
-    connect(ui_->SelectBG, &XafsFileSelect::newFile, this, &Body::selectedBG);
-    connect(ui_->SelectBG, &XafsFileSelect::cleared, this, &Body::clearedBG);
-    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI1File);
-    connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::newFile, this, &Body::newTotalI0ofI0File);
-    connect(ui_->TotalI0ofI1XAFS, &XafsFileSelect::cleared, this, [this] {
+    connect(dataBox_, &DataBox::darkSelected, this, &Body::selectedDark);
+    connect(dataBox_, &DataBox::darkCleared, this, &Body::clearDark);
+    connect(dataBox_, &DataBox::bgSelected, this, &Body::selectedBG);
+    connect(dataBox_, &DataBox::bgCleared, this, &Body::clearedBG);
+    connect(dataBox_, &DataBox::totalI0ofI1Selected, this, &Body::newTotalI0ofI1File);
+    connect(dataBox_, &DataBox::totalI0ofI0Selected, this, &Body::newTotalI0ofI0File);
+    connect(dataBox_, &DataBox::totalI0ofI1Cleared, this, [this] {
         data_.totalI0ofI1 = XafsSpectrum();
         refreshCursor();
     });
-    connect(ui_->TotalI0ofI0XAFS, &XafsFileSelect::cleared, this,
+    connect(dataBox_, &DataBox::totalI0ofI0Cleared, this,
             [this] { data_.totalI0ofI0 = XafsSpectrum(); });
 }
 
 void Body::setupImageView()
 {
-    imgSelect_->setExclusive(true);
-    const std::pair<QPushButton*, int> choices[] = {{ui_->ShowData, ShowDataId},
-                                                    {ui_->ShowI0, ShowI0Id},
-                                                    {ui_->ShowShiftMap, ShowShiftMapId},
-                                                    {ui_->ShowResAnalysis, ShowResAnalysisId}};
-    for (const auto& [button, id] : choices) {
-        imgSelect_->addButton(button, id);
-        connect(button, &QPushButton::toggled, this, &Body::dispImgSelected);
-    }
-    ui_->CBarAll->setText(tr("Set All"));
-    connect(ui_->CBarAll, &QPushButton::clicked, this, &Body::cBarUpdated);
-    connect(ui_->CBar, &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
-    connect(ui_->CBar, &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
-    connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, ui_->CBar, &ColorBar::setRange);
-    connect(ui_->dispA, &ImgDispA::rangeShown, ui_->CBar, &ColorBar::setRange);
-    connect(ui_->dispA, &ImgDispA::viewChanged, this, &Body::showSectionsInView);
-    ui_->dispA->setEmptyText(emptyText());
+    connect(imageBox_, &ImageBox::choiceChanged, this, &Body::dispImgSelected);
+    connect(imageBox_, &ImageBox::setAll, this, &Body::cBarUpdated);
+    connect(imageBox_->bar(), &ColorBar::cBarUpdating, this, &Body::cBarUpdating);
+    connect(imageBox_->bar(), &ColorBar::cBarUpdated, this, &Body::cBarUpdated);
+    connect(&energyShiftMap_, &Analyzed2DRes::scaleChanged, imageBox_->bar(), &ColorBar::setRange);
+    connect(imageBox_->area(), &ImgDispA::viewChanged, this, &Body::showSectionsInView);
+    imageBox_->area()->setEmptyText(emptyText());
 
-    connect(ui_->Prev, &QPushButton::clicked, this, &Body::prev);
-    connect(ui_->Next, &QPushButton::clicked, this, &Body::next);
-    connect(ui_->SeekBar, &QSlider::valueChanged, this, &Body::sliderMoved);
-    connect(ui_->ImgNo, &QLineEdit::editingFinished, this, [this] {
+    connect(imageBox_, &ImageBox::prev, this, &Body::prev);
+    connect(imageBox_, &ImageBox::next, this, &Body::next);
+    connect(imageBox_, &ImageBox::sliderMoved, this, &Body::sliderMoved);
+    connect(imageBox_, &ImageBox::imageNumberTyped, this, [this](int no) {
         SelectDataFiles& row = *shownStack().row;
-        bool isNumber = false;
-        const int no = ui_->ImgNo->text().toInt(&isNumber);
-        if (isNumber)
-            row.select(no);
-        ui_->ImgNo->setText(QString::number(qMax(0, row.currentIndex())));
+        row.select(no);
+        imageBox_->showImageNumber(qMax(0, row.currentIndex()));
     });
-    connect(ui_->ZoomIn, &QPushButton::clicked, ui_->dispA, &ImgDispA::setViewWAsSelectedArea);
-    connect(ui_->ResetScale, &QPushButton::clicked, ui_->dispA, &ImgDispA::resetImageViewWindow);
-    ui_->HCross->setVertical(false);
-    ui_->VCross->setVertical(true);
-    connect(ui_->dispA, &ImgDispA::mouseMoved, this,
+    connect(imageBox_->area(), &ImgDispA::mouseMoved, this,
             qOverload<double, double>(&Body::showXafsSpectrum));
-    connect(ui_->dispA, &DispA::drawImage2, this, &Body::draw);
-    connect(ui_->dispA, &DispA::mouseMoved0, this, &Body::onMouseMovedInDispA);
+    connect(imageBox_->area(), &DispA::drawImage2, this, &Body::draw);
+    connect(imageBox_->area(), &DispA::mouseMoved0, this, &Body::onMouseMovedInDispA);
 }
 
 /// A new window of the spectrum view's kind.
@@ -265,21 +225,13 @@ void Body::setupSpectrumViews()
     xafsView_->show();
     bgView_ = newSpectrumWindow(QStringLiteral("BGView"), tr("BG Specturm"));
 
-    // What a block spectrum is formed and normalised by.
-    for (const QLineEdit* field : {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS,
-                                   ui_->ThJumpSigma, ui_->SuggestingElm, ui_->SuggestingEeV})
-        connect(field, &QLineEdit::editingFinished, this, &Body::refreshCursor);
     for (Stack* stack : {&i1_, &i0_}) {
         const auto changed = [this, stack] { newExposure(*stack); };
         connect(stack->row, &SelectDataFiles::exposureChanged, this, changed);
-        connect(ui_->DarkExpTime, &QLineEdit::textChanged, this, changed);
+        connect(dataBox_, &DataBox::darkExposureChanged, this, changed);
     }
-    connect(ui_->HoldGap, &QCheckBox::toggled, analyzer_, &Analyzer::setHoldGap);
-    for (const QCheckBox* box :
-         {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->SuggestForRefs, ui_->HoldGap})
-        connect(box, &QCheckBox::toggled, this, &Body::refreshCursor);
-    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &Body::refreshCursor);
+    connect(spectrumBox_, &SpectrumBox::holdGapChanged, analyzer_, &Analyzer::setHoldGap);
+    connect(spectrumBox_, &SpectrumBox::changed, this, &Body::refreshCursor);
 }
 
 void Body::setupAnalyzer()
@@ -290,22 +242,19 @@ void Body::setupAnalyzer()
     connect(analyzer_, &Analyzer::askAnalyze, this, &Body::start2DAnalysis);
     connect(analyzer_, &Analyzer::finished, this, &Body::analyzeASpectrumFinished);
     connect(analyzer_, &Analyzer::changedSelection, this, &Body::selectedNewRef);
-    connect(analyzer_, &Analyzer::scaleShown, ui_->CBar, &ColorBar::setRange);
+    connect(analyzer_, &Analyzer::scaleShown, imageBox_->bar(), &ColorBar::setRange);
 
-    connect(ui_->SuggestingElm, &QLineEdit::editingFinished, this, &Body::newElmSuggested);
-    connect(ui_->SuggestingEdge, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            &Body::newEdgeSuggested);
-    connect(ui_->DeGlitch, &QPushButton::clicked, this, &Body::deglitch);
-    connect(ui_->ShowDeGlitched, &QCheckBox::toggled, this, [this](bool on) {
+    connect(saveBox_, &SaveBox::deglitch, this, &Body::deglitch);
+    connect(saveBox_, &SaveBox::showDeglitchedToggled, this, [this](bool on) {
         if (Analyzed2DRes* map = analyzer_->selectedMap())
             map->selectProcImg(on);
         else if (on)
             qDebug() << "No map is chosen to be shown deglitched";
         tellShowDeglitched();
         showPixel(curX_, curY_);
-        ui_->dispA->update();
+        imageBox_->area()->update();
     });
-    connect(ui_->CheckVals, &QPushButton::clicked, this, &Body::showAnalyzedVals);
+    connect(saveBox_, &SaveBox::checkVals, this, &Body::showAnalyzedVals);
 }
 
 /// A dialog for files to be saved; without filters its user sets them.
@@ -337,21 +286,19 @@ void Body::setupSaving()
     const QString png = QStringLiteral("png"); // a picture's format is told by its name
     LateDialog* const image = newSaveDialog(pictures, png, &Body::saveImage);
     image->setTitle(tr("Save Image"));
-    connect(ui_->SaveImage, &QPushButton::clicked, image, &LateDialog::show);
+    connect(saveBox_, &SaveBox::saveImage, image, &LateDialog::show);
     LateDialog* const allImages = newSaveDialog(pictures, png, &Body::saveAllImages);
     allImages->setTitle(tr("Save All Images"));
-    connect(ui_->SaveAllImages, &QPushButton::clicked, allImages, &LateDialog::show);
-    connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &Body::saveFlatDark);
-    connect(ui_->SaveData, &QPushButton::clicked, this, &Body::showSaveDataDialog);
+    connect(saveBox_, &SaveBox::saveAllImages, allImages, &LateDialog::show);
+    connect(saveBox_, &SaveBox::saveFlatDark, this, &Body::saveFlatDark);
+    connect(saveBox_, &SaveBox::saveData, this, &Body::showSaveDataDialog);
 }
 
-/// Buttons of windows and exports that this version does not have yet.
+/// Buttons of windows that this version does not have yet.
 void Body::disableMissingWindows()
 {
-    QWidget* const missing[] = {ui_->ShowImgProc, ui_->ShowAnalyzer2, ui_->FourierA,
-                                ui_->SaveProcPage};
-    for (QWidget* widget : missing)
-        widget->setEnabled(false);
+    ui_->ShowImgProc->setEnabled(false);
+    ui_->ShowAnalyzer2->setEnabled(false);
     ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);
 }
 
@@ -368,45 +315,13 @@ void Body::startConfigBatch()
 
 SuggestElm Body::suggestElm() const
 {
-    SuggestElm elm;
-    elm.use = ui_->UseSuggestElm->isChecked();
-    elm.z = atomicNumber(ui_->SuggestingElm->text());
-    elm.edge = ui_->SuggestingEdge->currentIndex();
-    elm.edgeE = ui_->SuggestingEeV->text().toDouble();
-    elm.preEnd = ui_->DPreE->text().toDouble();
-    elm.postStart = ui_->DPostS->text().toDouble();
-    elm.thJump = ui_->ThJumpSigma->text().toDouble();
-    return elm;
+    return spectrumBox_->settings().elm;
 }
 
 /// References and standard are normalised anew when the suggestion is another.
 void Body::passSuggestion()
 {
-    const SuggestElm elm = suggestElm();
-    analyzer_->setHint({elm, ui_->SuggestForRefs->isChecked()});
-    calibCtrl_->setSuggestion(elm);
-}
-
-/// Shows the table's energy of the suggested edge; an unknown element leaves the field alone.
-void Body::refreshEdgeEnergy()
-{
-    const int z = atomicNumber(ui_->SuggestingElm->text());
-    if (z > 0) {
-        const double energy = edgeEnergy(z, ui_->SuggestingEdge->currentIndex());
-        ui_->SuggestingEeV->setText(energyText(energy));
-    }
-}
-
-void Body::newElmSuggested()
-{
-    const QString element = ui_->SuggestingElm->text();
-    if (!element.isEmpty() && atomicNumber(element) < 1)
-        fault(QStringLiteral("Unknown element ") + quoted(element));
-    refreshEdgeEnergy();
-}
-
-void Body::newEdgeSuggested(int edge)
-{
-    Q_UNUSED(edge)
-    refreshEdgeEnergy();
+    const SpectrumSettings settings = spectrumBox_->settings();
+    analyzer_->setHint({settings.elm, settings.suggestForRefs});
+    calibCtrl_->setSuggestion(settings.elm);
 }

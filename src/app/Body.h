@@ -28,23 +28,26 @@ class Analyzer;
 class BatchCtrl;
 class BatchDispatcher;
 class CalibCtrl;
+class DataBox;
 class FDGroup;
+class ImageBox;
 class LateDialog;
 class Messages;
 class ProgressSum;
-class QButtonGroup;
 class QMenu;
+class SaveBox;
 class SaveDataCfg;
 class SelectDataFiles;
+class SpectrumBox;
 class Ui_Body;
-class XafsFileSelect;
 class XafsView;
 struct LabelledMap;
 struct SectionSource;
 
 /// The main window: owner of all data (stacks, dark image, maps) and conductor of all other parts.
-/// Panels hold settings and results of their own and talk to it through signals. A slot reads its
-/// form fields into a record, calls the core and shows the result; it computes nothing itself.
+/// Panels, and the boxes of its form, hold settings and results of their own and talk to it through
+/// signals. A slot asks a box for a record, calls the core and shows the result; it computes
+/// nothing itself.
 ///
 /// Everything here runs on the GUI thread. Two loader threads and the batch thread belong to it;
 /// their results come in as queued signals, by value.
@@ -136,7 +139,7 @@ public Q_SLOTS:
     void stop2DAnalysis();
     void analyzeASpectrumFinished(const AnalysisResult& result);
     void generateResImages();
-    void dispImgSelected(bool on);
+    void dispImgSelected();
     void selectedNewRef();
     void setupResAnalysisImage();
     void seekImage(int imgNo);
@@ -179,8 +182,6 @@ public Q_SLOTS:
     void selectedBG(const QString& fname);
     void newTotalI0ofI1File(const QString& fname);
     void newTotalI0ofI0File(const QString& fname);
-    void newEdgeSuggested(int edge);
-    void newElmSuggested();
 
 Q_SIGNALS:
     void loadI1Files(const LoadJob& job);
@@ -374,7 +375,6 @@ private:
     void showSectionsInView();
     QSize shownSize() const;
     void refreshCursor();
-    void showBoxSize(bool selected);
 
     // BodySave.cpp
     void showSaveDialogOfForm(LateDialog& dialog);
@@ -392,7 +392,7 @@ private:
     void newExposure(Stack& stack);
     void clearDarkArea(Stack& stack);
     void loadDefaultErrPoints();
-    void loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname);
+    static bool loadTotalI0(XafsSpectrum& total, const QString& fname);
 
     // BodyAnalysis.cpp
     QString areaFault(AnalyzeCond& ac) const;
@@ -411,11 +411,13 @@ private:
     void finishRow(const AnalyzeCond& at);
     void endWalk();
     int leaveWalk();
-    void refreshEdgeEnergy();
     void setMapsInterrupted(bool f);
 
     std::unique_ptr<Ui_Body> ui_;
-    QButtonGroup* imgSelect_;
+    DataBox* dataBox_; ///< of the form, like the other boxes
+    SpectrumBox* spectrumBox_;
+    SaveBox* saveBox_;
+    ImageBox* imageBox_;
 
     QThread i1LoadThread_;
     QThread i0LoadThread_;
@@ -442,7 +444,6 @@ private:
     SaveDataCfg* saveDataCfg_ = nullptr;
     Messages* messages_ = nullptr;
     QVector<QWidget*> windows_; ///< windows of their own, owned, closed with the main window
-    LateDialog* selectImgDialog_ = nullptr;
     LateDialog* saveDataDialog_ = nullptr;
     LateDialog* saveAllDataDialog_ = nullptr;
 

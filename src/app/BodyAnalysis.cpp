@@ -6,8 +6,8 @@
 #include "common/Fault.h"
 #include "common/Log.h"
 #include "common/SafeInt.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
-#include "ui_Body.h"
 
 #include <QDebug>
 #include <QElapsedTimer>
@@ -43,8 +43,8 @@ QString Body::areaFault(AnalyzeCond& ac) const
     if (data_.i1.images.isEmpty())
         return QStringLiteral("no I1 images");
     const TiffData& first = *data_.i1.images.first();
-    const QRectF area =
-        ui_->dispA->hasSelection() ? ui_->dispA->selectedArea() : QRectF(QPointF(), data_.size);
+    const QRectF area = imageBox_->area()->hasSelection() ? imageBox_->area()->selectedArea()
+                                                          : QRectF(QPointF(), data_.size);
     ac = AnalyzeCond(first.width, first.height, halfWidthX(), halfWidthY(), area, -1, -1);
     const AnalyzeCond selected = ac;
     if (ac.cutToImage())
@@ -268,15 +268,15 @@ void Body::generateResImages()
         map->genImg();
     analyzer_->zansaMap()->genImg();
     analyzer_->dEdgeMap()->genImg();
-    ui_->dispA->setAnalyzedRes(analyzer_->selectedMap());
-    if (ui_->dispA->shownMap())
+    imageBox_->area()->setAnalyzedRes(analyzer_->selectedMap());
+    if (imageBox_->area()->shownMap())
         showPixel(curX_, curY_);
 }
 
 void Body::endWalk()
 {
     generateResImages();
-    ui_->dispA->update();
+    imageBox_->area()->update();
     const int ticket = leaveWalk();
     analyzer_->setProgress(100.0);
     logTime(QStringLiteral("2da 3:"));
@@ -309,8 +309,8 @@ void Body::stopWalk(const QString& why)
     qDebug().noquote() << QStringLiteral("2D analysis %1: %2").arg(why, walk_.outcomes.text());
     endCommand(ExCmdAnalyzerExecLCF, ticket, {why});
     // The map on show is painted as far as it is filled.
-    if (!closing_ && ui_->ShowResAnalysis->isChecked())
-        dispImgSelected(true);
+    if (!closing_ && imageBox_->choice() == ShowResAnalysisId)
+        dispImgSelected();
 }
 
 void Body::setMapsInterrupted(bool f)
@@ -333,7 +333,7 @@ void Body::deglitch()
     // Only the top and bottom tenth of the value range is replaced.
     map->setDeglitchConds(map->deglitchFactor, deglitchRangeRatio);
     map->deglitch();
-    ui_->dispA->update();
+    imageBox_->area()->update();
 }
 
 void Body::showAnalyzedVals()

@@ -6,7 +6,7 @@
 #include "common/Log.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
-#include "ui_Body.h"
+#include "selection/SpectrumBox.h"
 
 #include <QDebug>
 
@@ -102,7 +102,7 @@ void Body::tellCalibrationDoubts() const
 CalibConditions Body::calibConditions() const
 {
     CalibConditions c = calibCtrl_->conditions(suggestElm());
-    c.holdGap = ui_->HoldGap->isChecked();
+    c.holdGap = spectrumBox_->settings().holdGap;
     return c;
 }
 

@@ -3,16 +3,14 @@
 #include "batch/BatchCtrl.h"
 #include "batch/CommandTable.h"
 #include "common/Fault.h"
-#include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "display/ColorBar.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFiles.h"
-#include "ui_Body.h"
+#include "selection/SpectrumBox.h"
 
-#include <QAbstractButton>
-#include <QButtonGroup>
 #include <QDebug>
 #include <QDir>
 
@@ -121,16 +119,14 @@ void Body::Commands::loadPattern(Body& b, const CmdLine& c, bool i0)
 
 void Body::Commands::selectDispImage(Body& b, const CmdLine& c)
 {
-    if (QAbstractButton* button = b.imgSelect_->button(intArg(c, 0)))
-        button->setChecked(true);
-    else
+    if (!b.imageBox_->setChoice(intArg(c, 0)))
         fault(QStringLiteral("No kind of image has the number ") + c.arg(0));
 }
 
 void Body::Commands::setColourRange(Body& b, const CmdLine& c)
 {
     qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
-    b.ui_->CBar->setRange(doubleArg(c, 0), doubleArg(c, 1));
+    b.imageBox_->bar()->setRange(doubleArg(c, 0), doubleArg(c, 1));
 }
 
 /// Loading and clearing the stacks, their energies.
@@ -163,13 +159,14 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
          }},
         {ExCmdSelectRegion,
          [](B& b, const C& c) {
-             b.ui_->dispA->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2), intArg(c, 3));
+             b.imageBox_->area()->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2),
+                                                  intArg(c, 3));
          }},
         {ExCmdXafsViewNormalize, [](B& b, const C& c) { b.xafsView_->setNormalize(onArg(c, 0)); }},
         {ExCmdXafsViewEnergyCorrection,
          [](B& b, const C& c) { b.xafsView_->setEnergyCorrection(onArg(c, 0)); }},
-        {ExCmdScaleReset, [](B& b, const C&) { b.ui_->dispA->resetImageViewWindow(); }},
-        {ExCmdZoomIn, [](B& b, const C&) { b.ui_->dispA->setViewWAsSelectedArea(); }},
+        {ExCmdScaleReset, [](B& b, const C&) { b.imageBox_->area()->resetImageViewWindow(); }},
+        {ExCmdZoomIn, [](B& b, const C&) { b.imageBox_->area()->setViewWAsSelectedArea(); }},
     };
 }
 
@@ -177,40 +174,27 @@ QVector<Body::Commands::Entry> Body::Commands::viewCommands()
 QVector<Body::Commands::Entry> Body::Commands::conditionCommands()
 {
     return {
-        {ExCmdSetFluoType, [](B& b, const C& c) { b.ui_->FluoType->setChecked(onArg(c, 0)); }},
-        {ExCmdSetBandW,
-         [](B& b, const C& c) { b.ui_->HWidth->setText(QString::number(intArg(c, 0))); }},
-        {ExCmdSetBandH,
-         [](B& b, const C& c) { b.ui_->VWidth->setText(QString::number(intArg(c, 0))); }},
-        {ExCmdUseI0, [](B& b, const C& c) { b.ui_->UseI0->setChecked(onArg(c, 0)); }},
-        {ExCmdSuggestElm,
-         [](B& b, const C& c) {
-             b.ui_->UseSuggestElm->setChecked(onArg(c, 0));
-             b.refreshEdgeEnergy();
-         }},
-        {ExCmdSuggestingElm,
-         [](B& b, const C& c) {
-             b.ui_->SuggestingElm->setText(c.arg(0));
-             b.newElmSuggested();
-         }},
+        {ExCmdSetFluoType, [](B& b, const C& c) { b.spectrumBox_->setFluorescence(onArg(c, 0)); }},
+        {ExCmdSetBandW, [](B& b, const C& c) { b.spectrumBox_->setHalfX(intArg(c, 0)); }},
+        {ExCmdSetBandH, [](B& b, const C& c) { b.spectrumBox_->setHalfY(intArg(c, 0)); }},
+        {ExCmdUseI0, [](B& b, const C& c) { b.spectrumBox_->setUseI0(onArg(c, 0)); }},
+        {ExCmdSuggestElm, [](B& b, const C& c) { b.spectrumBox_->setUseSuggestion(onArg(c, 0)); }},
+        {ExCmdSuggestingElm, [](B& b, const C& c) { b.spectrumBox_->setElement(c.arg(0)); }},
         {ExCmdSuggestingEdge,
          [](B& b, const C& c) {
              const int edge = intArg(c, 0);
-             if (edge < 0 || edge >= b.ui_->SuggestingEdge->count()) {
+             if (!b.spectrumBox_->setEdge(edge))
                  fault(QStringLiteral("No edge has the number %1: %2").arg(edge).arg(c.simplified));
-                 return;
-             }
-             b.ui_->SuggestingEdge->setCurrentIndex(edge);
-             b.refreshEdgeEnergy();
          }},
-        {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.ui_->SuggestingEeV->setText(c.arg(0)); }},
-        {ExCmdSuggestingPreEndEV, [](B& b, const C& c) { b.ui_->DPreE->setText(c.arg(0)); }},
-        {ExCmdSuggestingPostStartEV, [](B& b, const C& c) { b.ui_->DPostS->setText(c.arg(0)); }},
+        {ExCmdSuggestingEdgeEV, [](B& b, const C& c) { b.spectrumBox_->setEdgeEnergy(c.arg(0)); }},
+        {ExCmdSuggestingPreEndEV, [](B& b, const C& c) { b.spectrumBox_->setPreEnd(c.arg(0)); }},
+        {ExCmdSuggestingPostStartEV,
+         [](B& b, const C& c) { b.spectrumBox_->setPostStart(c.arg(0)); }},
         {ExCmdSuggestingThJump,
-         [](B& b, const C& c) { b.ui_->ThJumpSigma->setText(fieldText(doubleArg(c, 0))); }},
-        {ExCmdHoldGap, [](B& b, const C& c) { b.ui_->HoldGap->setChecked(onArg(c, 0)); }},
+         [](B& b, const C& c) { b.spectrumBox_->setThJump(doubleArg(c, 0)); }},
+        {ExCmdHoldGap, [](B& b, const C& c) { b.spectrumBox_->setHoldGap(onArg(c, 0)); }},
         {ExCmdSuggestForRefs,
-         [](B& b, const C& c) { b.ui_->SuggestForRefs->setChecked(onArg(c, 0)); }},
+         [](B& b, const C& c) { b.spectrumBox_->setSuggestForRefs(onArg(c, 0)); }},
         {ExCmdSetI0DarkArea, [](B& b, const C&) { b.setI0DarkArea(); }},
         {ExCmdSetI1DarkArea, [](B& b, const C&) { b.setI1DarkArea(); }},
         {ExCmdClearI0DarkArea, [](B& b, const C&) { b.clearI0DarkArea(); }},

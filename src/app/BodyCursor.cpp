@@ -3,13 +3,14 @@
 #include "analysis/Analyzer.h"
 #include "calibration/CalibCtrl.h"
 #include "common/SafeInt.h"
-#include "display/CrossSView.h"
+#include "display/ColorBar.h"
+#include "display/ImageBox.h"
 #include "display/ImageOverlay.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "image/CrossSection.h"
 #include "selection/SelectDataFiles.h"
-#include "ui_Body.h"
+#include "selection/SpectrumBox.h"
 
 #include <QLocale>
 
@@ -17,11 +18,6 @@ namespace {
 
 /// Half width of the sections across their own direction [pixels].
 constexpr int sectionHalfWidth = 1;
-
-QString pixelText(int x, int y)
-{
-    return QString::asprintf("(% 4d, % 4d)", x, y);
-}
 
 /// The shown map's value to 6 digits; counts of an image whole.
 QString valueText(const Analyzed2DRes& map, int x, int y)
@@ -38,12 +34,12 @@ QString valueText(const TiffData& image, int x, int y)
 
 int Body::halfWidthX() const
 {
-    return ui_->HWidth->text().toInt();
+    return spectrumBox_->settings().halfX;
 }
 
 int Body::halfWidthY() const
 {
-    return ui_->VWidth->text().toInt();
+    return spectrumBox_->settings().halfY;
 }
 
 const TiffData* Body::currentImage(const Stack& stack) const
@@ -88,16 +84,15 @@ void Body::showXafsSpectrum()
     const double dE = xafsView_->setSpectrum(spectrum, note);
     if (!walk_.running)
         analyzer_->analyzeAndShowSpectrum(spectrum, elm);
-    ui_->Position->setText(pixelText(curX_, curY_));
-    ui_->EShiftOnTbl->setText(QString::asprintf("%6.3f", shift));
-    ui_->EShiftFromStd->setText(QString::asprintf("%5.2f", dE));
+    imageBox_->showPosition(curX_, curY_);
+    imageBox_->showShifts(shift, dE);
     xafsView_->setRawSpectrum(rawI1(data_.i1.images, conditions, curX_, curY_));
 }
 
 /// The cursor to a pixel by its numbers, whatever the view shows of it.
 void Body::moveCursor(int x, int y)
 {
-    ui_->dispA->setMousePixel(x, y);
+    imageBox_->area()->setMousePixel(x, y);
     curX_ = x;
     curY_ = y;
     refreshCursor();
@@ -106,9 +101,9 @@ void Body::moveCursor(int x, int y)
 /// While a button is held the cursor stays where it is as a whole.
 void Body::onMouseMovedInDispA()
 {
-    if (ui_->dispA->mouse.pressed)
+    if (imageBox_->area()->mouse.pressed)
         return;
-    const QPointF at = ui_->dispA->cursorPosition();
+    const QPointF at = imageBox_->area()->cursorPosition();
     showPixel(truncatedInt(at.x()), truncatedInt(at.y()));
 }
 
@@ -118,10 +113,11 @@ void Body::showPixel(int x, int y)
     showSections(x, y);
     const TiffData* image = currentImage(shownStack());
     if (isMapChosen())
-        ui_->Value->setText(isMapFilled() ? valueText(*ui_->dispA->shownMap(), x, y) : QString());
+        imageBox_->showValue(isMapFilled() ? valueText(*imageBox_->area()->shownMap(), x, y)
+                                           : QString());
     else
-        ui_->Value->setText(image ? valueText(*image, x, y) : QString());
-    ui_->DarkValue->setText(QString::number(darkLevel(shownStack(), x, y)));
+        imageBox_->showValue(image ? valueText(*image, x, y) : QString());
+    imageBox_->showDarkLevel(darkLevel(shownStack(), x, y));
 }
 
 void Body::showSections(int x, int y)
@@ -130,21 +126,20 @@ void Body::showSections(int x, int y)
         showMapSections(x, y);
     else
         showImageSections(x, y);
-    ui_->HCross->setCursorPos(x);
-    ui_->VCross->setCursorPos(shownSize().height() - y);
+    imageBox_->setSectionCursor(x, y, shownSize().height());
     showSectionsInView();
 }
 
 void Body::showImageSections(int x, int y)
 {
-    const bool useI1 = ui_->ShowData->isChecked();
+    const bool useI1 = imageBox_->choice() == ShowDataId;
     QString axis = QStringLiteral("I0");
     if (useI1)
-        axis =
-            ui_->FluoType->isChecked() ? QStringLiteral("I1 / I0") : QStringLiteral("ln(I0 / I1)");
-    ui_->HCross->setPoints(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points, axis);
-    // The width field goes to the half width in y here, on purpose.
-    ui_->VCross->setPoints(vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
+        axis = spectrumBox_->settings().fluorescence ? QStringLiteral("I1 / I0")
+                                                     : QStringLiteral("ln(I0 / I1)");
+    // The width field goes to the half width in y of the upright section, on purpose.
+    imageBox_->setSections(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points,
+                           vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
 }
 
 /// The map's values themselves: they are those of blocks already.
@@ -153,7 +148,7 @@ void Body::showMapSections(int x, int y)
     QVector<QPointF> across;
     QVector<QPointF> upward;
     if (isMapFilled()) {
-        const Analyzed2DRes& map = *ui_->dispA->shownMap();
+        const Analyzed2DRes& map = *imageBox_->area()->shownMap();
         const int width = map.stepper.width;
         const int height = map.stepper.height;
         for (int i = 0; i < width && y >= 0 && y < height; ++i)
@@ -161,31 +156,27 @@ void Body::showMapSections(int x, int y)
         for (int i = 0; i < height && x >= 0 && x < width; ++i)
             upward.append({double(height - i), map.shownValueAt(x, i)});
     }
-    const QString axis = ui_->ShowShiftMap->isChecked() ? tr("Map: shift [eV]") : tr("Map value");
-    ui_->HCross->setPoints(across, axis);
-    ui_->VCross->setPoints(upward, axis);
+    const QString axis =
+        imageBox_->choice() == ShowShiftMapId ? tr("Map: shift [eV]") : tr("Map value");
+    imageBox_->setSections(across, upward, axis);
 }
 
 /// The map on show has a picture; a map may be chosen that there is not, or not yet.
 bool Body::isMapFilled() const
 {
-    const Analyzed2DRes* const map = ui_->dispA->shownMap();
+    const Analyzed2DRes* const map = imageBox_->area()->shownMap();
     return map && map->imgValid;
 }
 
-/// The sections lie beside the part of the image that is in view, and show that part.
 void Body::showSectionsInView()
 {
-    const QRectF& view = ui_->dispA->viewWindow();
-    const int height = shownSize().height();
-    ui_->HCross->setRange({view.left(), view.right()});
-    ui_->VCross->setRange({height - view.bottom(), height - view.top()});
+    imageBox_->showSectionsInView(shownSize().height());
 }
 
 /// Size [pixels] of what is on show; the upright section counts from its lower end.
 QSize Body::shownSize() const
 {
-    if (const Analyzed2DRes* const map = ui_->dispA->shownMap())
+    if (const Analyzed2DRes* const map = imageBox_->area()->shownMap())
         return {map->stepper.width, map->stepper.height};
     const TiffData* const image = currentImage(shownStack());
     return image ? QSize(image->width, image->height) : data_.size;
@@ -206,7 +197,7 @@ Spectrum Body::vCrossAt(int x, int hw, int vw, bool useI1) const
 /// Sections of I1 show absorption, whatever the use box of I0 says.
 SectionSource Body::sectionSource(const TiffData& image, bool useI1) const
 {
-    return {image, useI1 ? &data_.i0.images : nullptr, ui_->FluoType->isChecked()};
+    return {image, useI1 ? &data_.i0.images : nullptr, spectrumBox_->settings().fluorescence};
 }
 
 /// Conditions of the form have changed: spectrum and sections at the cursor follow.
@@ -215,14 +206,14 @@ void Body::refreshCursor()
     passSuggestion();
     showXafsSpectrum();
     showPixel(curX_, curY_);
-    ui_->dispA->update();
+    imageBox_->area()->update();
 }
 
 void Body::draw(QPainter* p)
 {
-    const ImgDispA& area = *ui_->dispA;
+    const ImgDispA& area = *imageBox_->area();
     const bool selected = area.hasSelection() || area.isSelecting();
-    showBoxSize(selected);
+    imageBox_->showBoxSize(selected);
     if (!area.currentImage())
         return;
     ImageOverlay overlay;
@@ -239,18 +230,5 @@ void Body::draw(QPainter* p)
     if (i1_.data->darkAreaOn)
         overlay.i1DarkArea = i1_.data->darkArea;
     paintOverlay(*p, area.coord, overlay);
-    ui_->CBar->update();
-}
-
-void Body::showBoxSize(bool selected)
-{
-    QString text;
-    if (selected) {
-        const QRectF& box = ui_->dispA->selectedArea();
-        text = pixelText(truncatedInt(box.left()), truncatedInt(box.top())) + QLatin1Char('-') +
-               pixelText(truncatedInt(box.right()), truncatedInt(box.bottom()));
-    }
-    // Painting calls this: a label that is set anew asks for another layout.
-    if (ui_->BoxSize->text() != text)
-        ui_->BoxSize->setText(text);
+    imageBox_->bar()->update();
 }

@@ -3,29 +3,30 @@
 #include "batch/BatchCtrl.h"
 #include "common/Cfg.h"
 #include "common/Fault.h"
-#include "common/FieldText.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
-#include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
+#include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
-#include "ui_Body.h"
+#include "selection/SpectrumBox.h"
 
 #include <QDebug>
 
 BlockConditions Body::blockConditions(int halfX, int halfY) const
 {
+    const SpectrumSettings settings = spectrumBox_->settings();
     BlockConditions conditions;
     conditions.halfX = halfX;
     conditions.halfY = halfY;
     conditions.imageWidth = data_.size.width();
     conditions.imageHeight = data_.size.height();
-    conditions.useI0 = ui_->UseI0->isChecked();
-    conditions.fluorescence = ui_->FluoType->isChecked();
+    conditions.useI0 = settings.useI0;
+    conditions.fluorescence = settings.fluorescence;
     conditions.dark = data_.dark;
     // The texts of the line edits, so that the user can overrule the files' exposure.
-    conditions.darkExposure = ui_->DarkExpTime->text().toDouble();
+    conditions.darkExposure = dataBox_->darkExposure();
     conditions.i1Exposure = i1_.row->exposureText().toDouble();
     conditions.i0Exposure = i0_.row->exposureText().toDouble();
     conditions.i1DarkAreaOn = i1_.data->darkAreaOn;
@@ -59,8 +60,7 @@ void Body::selectedDark(const QString& fname)
     if (!image->readFile(fname, defaultErrPoints()))
         return;
     image->buildImage(*theColorBar);
-    ui_->DarkFileName->setText(fname);
-    ui_->DarkExpTime->setText(fieldText(image->exposureMs));
+    dataBox_->showDark(fname, image->exposureMs);
     data_.dark = image;
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
@@ -70,7 +70,7 @@ void Body::selectedDark(const QString& fname)
 void Body::clearDark()
 {
     data_.dark.reset();
-    ui_->DarkFileName->clear();
+    dataBox_->clearDarkName();
     refillDarkAverages(i1_);
     refillDarkAverages(i0_);
     refreshCursor();
@@ -78,15 +78,15 @@ void Body::clearDark()
 
 void Body::setDarkArea(Stack& stack)
 {
-    if (!ui_->dispA->hasSelection()) {
+    if (!imageBox_->area()->hasSelection()) {
         fault(QStringLiteral("Dark area not set: no area is selected in the image"));
         return;
     }
-    stack.data->darkArea = ui_->dispA->selectedArea();
+    stack.data->darkArea = imageBox_->area()->selectedArea();
     stack.data->darkAreaOn = true;
     stack.row->darkArea(stack.data->darkArea);
     // The selection was drawn for the dark area alone; the user's earlier one comes back.
-    ui_->dispA->recallOldSelectedArea();
+    imageBox_->area()->recallOldSelectedArea();
     refillDarkAverages(stack);
     refreshCursor();
 }
@@ -95,7 +95,7 @@ void Body::setDarkArea(Stack& stack)
 /// the texts of the line edits, so that the user can overrule the files.
 double Body::darkFactor(const Stack& stack) const
 {
-    return stack.row->exposureText().toDouble() / ui_->DarkExpTime->text().toDouble();
+    return stack.row->exposureText().toDouble() / dataBox_->darkExposure();
 }
 
 void Body::fillDarkAverages(Stack& stack)
@@ -175,37 +175,40 @@ void Body::selectedBG(const QString& fname)
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
         fault(QStringLiteral("No background spectrum in ") + quoted(fname));
-        ui_->SelectBG->clear();
+        dataBox_->clearBg();
         return;
     }
     bgView_->setSpectrum(fresh);
     bgView_->resetXScale();
 }
 
-/// A file that fails empties the row and the spectrum: what is shown is what is calculated with.
-void Body::loadTotalI0(XafsSpectrum& total, XafsFileSelect& row, const QString& fname)
+/// After a file that fails the row is to be emptied, and with it the spectrum: what is shown is
+/// what is calculated with.
+bool Body::loadTotalI0(XafsSpectrum& total, const QString& fname)
 {
     XafsSpectrum fresh;
     if (!fresh.load(fname)) {
         fault(QStringLiteral("No total I0 spectrum in ") + quoted(fname));
-        row.clear();
-        return;
+        return false;
     }
     total = fresh;
     for (int i = 0; i < total.size(); ++i)
         qDebug() << total.x(i) << total.i0Spectrum.y(i);
+    return true;
 }
 
 void Body::newTotalI0ofI1File(const QString& fname)
 {
-    loadTotalI0(data_.totalI0ofI1, *ui_->TotalI0ofI1XAFS, fname);
+    if (!loadTotalI0(data_.totalI0ofI1, fname))
+        dataBox_->clearTotalI0ofI1();
     refreshCursor();
 }
 
 void Body::newTotalI0ofI0File(const QString& fname)
 {
     // Kept and logged; no calculation reads it, on purpose.
-    loadTotalI0(data_.totalI0ofI0, *ui_->TotalI0ofI0XAFS, fname);
+    if (!loadTotalI0(data_.totalI0ofI0, fname))
+        dataBox_->clearTotalI0ofI0();
 }
 
 void Body::loadDefaultErrPoints()

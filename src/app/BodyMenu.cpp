@@ -8,11 +8,13 @@
 #include "calibration/CalibCtrl.h"
 #include "common/WindowState.h"
 #include "display/FileDialogs.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
+#include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
-#include "ui_Body.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -23,9 +25,16 @@ namespace {
 /// A step of the zoom keys, that of the wheel.
 constexpr double zoomStep = 1.1;
 
-void clickIn(const QWidget& window, const char* button)
+QPushButton* buttonIn(const QWidget& window, const char* name)
 {
-    window.findChild<QPushButton*>(QLatin1String(button))->click();
+    auto* button = window.findChild<QPushButton*>(QLatin1String(name));
+    Q_ASSERT_X(button, "buttonIn", name);
+    return button;
+}
+
+void clickIn(const QWidget& window, const char* name)
+{
+    buttonIn(window, name)->click();
 }
 
 } // namespace
@@ -34,11 +43,10 @@ void clickIn(const QWidget& window, const char* button)
 /// function, or it is a separator.
 struct Body::MenuEntry
 {
-    using Button = QPushButton* Ui_Body::*;
     using Function = void (*)(Body& body);
 
     MenuEntry() = default;
-    MenuEntry(const char* t, Button b, const QList<QKeySequence>& k = {})
+    MenuEntry(const char* t, const char* b, const QList<QKeySequence>& k = {})
         : text(t)
         , keys(k)
         , button(b)
@@ -53,7 +61,7 @@ struct Body::MenuEntry
 
     const char* text = nullptr;
     QList<QKeySequence> keys;
-    Button button = nullptr;
+    const char* button = nullptr; ///< its object name
     Function run = nullptr;
 };
 
@@ -72,10 +80,10 @@ QVector<Body::MenuTable> Body::menuTables()
              [](Body& b) { b.i1_.row->dialog()->show(); }},
             {QT_TRANSLATE_NOOP("Body", "Open I&0 Images..."),
              [](Body& b) { b.i0_.row->dialog()->show(); }},
-            {QT_TRANSLATE_NOOP("Body", "Open &Dark Image..."), &Ui_Body::SelectDark},
+            {QT_TRANSLATE_NOOP("Body", "Open &Dark Image..."), "SelectDark"},
             {},
-            {QT_TRANSLATE_NOOP("Body", "Save &Image..."), &Ui_Body::SaveImage},
-            {QT_TRANSLATE_NOOP("Body", "&Save Data..."), &Ui_Body::SaveData},
+            {QT_TRANSLATE_NOOP("Body", "Save &Image..."), "SaveImage"},
+            {QT_TRANSLATE_NOOP("Body", "&Save Data..."), "SaveData"},
             {QT_TRANSLATE_NOOP("Body", "Save &All..."),
              [](Body& b) { b.showSaveAllDataDialog(); }},
             {},
@@ -83,34 +91,35 @@ QVector<Body::MenuTable> Body::menuTables()
              [](Body& b) { b.close(); }, {Qt::CTRL + Qt::Key_Q}},
         }},
         {QT_TRANSLATE_NOOP("Body", "&View"), {
-            {QT_TRANSLATE_NOOP("Body", "&Previous Image"), &Ui_Body::Prev, {Qt::Key_Left}},
-            {QT_TRANSLATE_NOOP("Body", "&Next Image"), &Ui_Body::Next, {Qt::Key_Right}},
+            {QT_TRANSLATE_NOOP("Body", "&Previous Image"), "Prev", {Qt::Key_Left}},
+            {QT_TRANSLATE_NOOP("Body", "&Next Image"), "Next", {Qt::Key_Right}},
             {},
             // Without the Shift key that plus needs on many keyboards.
             {QT_TRANSLATE_NOOP("Body", "Zoom &In"),
-             [](Body& b) { b.ui_->dispA->zoomBy(1.0 / zoomStep); }, {Qt::Key_Plus, Qt::Key_Equal}},
+             [](Body& b) { b.imageBox_->area()->zoomBy(1.0 / zoomStep); },
+             {Qt::Key_Plus, Qt::Key_Equal}},
             {QT_TRANSLATE_NOOP("Body", "Zoom &Out"),
-             [](Body& b) { b.ui_->dispA->zoomBy(zoomStep); }, {Qt::Key_Minus}},
-            {QT_TRANSLATE_NOOP("Body", "&Whole Image"), &Ui_Body::ResetScale, {Qt::Key_0}},
-            {QT_TRANSLATE_NOOP("Body", "&Zoom to Selection"), &Ui_Body::ZoomIn},
+             [](Body& b) { b.imageBox_->area()->zoomBy(zoomStep); }, {Qt::Key_Minus}},
+            {QT_TRANSLATE_NOOP("Body", "&Whole Image"), "ResetScale", {Qt::Key_0}},
+            {QT_TRANSLATE_NOOP("Body", "&Zoom to Selection"), "ZoomIn"},
             {QT_TRANSLATE_NOOP("Body", "&Clear Selection"),
-             [](Body& b) { b.ui_->dispA->clearSelection(); }},
+             [](Body& b) { b.imageBox_->area()->clearSelection(); }},
             {},
-            {QT_TRANSLATE_NOOP("Body", "Set &All"), &Ui_Body::CBarAll},
+            {QT_TRANSLATE_NOOP("Body", "Set &All"), "CBarAll"},
         }},
         {QT_TRANSLATE_NOOP("Body", "&Windows"), {
-            {QT_TRANSLATE_NOOP("Body", "&Spectrum"), &Ui_Body::ShowXafsView},
-            {QT_TRANSLATE_NOOP("Body", "&Calibration"), &Ui_Body::OpenCalibCtrl},
-            {QT_TRANSLATE_NOOP("Body", "&Analyzer"), &Ui_Body::ShowAnalyzer},
-            {QT_TRANSLATE_NOOP("Body", "Analyzer&2"), &Ui_Body::ShowAnalyzer2},
-            {QT_TRANSLATE_NOOP("Body", "&Image Processor"), &Ui_Body::ShowImgProc},
-            {QT_TRANSLATE_NOOP("Body", "Back&ground"), &Ui_Body::ShowBG},
-            {QT_TRANSLATE_NOOP("Body", "&Batch"), &Ui_Body::BatchCtrlB},
+            {QT_TRANSLATE_NOOP("Body", "&Spectrum"), "ShowXafsView"},
+            {QT_TRANSLATE_NOOP("Body", "&Calibration"), "OpenCalibCtrl"},
+            {QT_TRANSLATE_NOOP("Body", "&Analyzer"), "ShowAnalyzer"},
+            {QT_TRANSLATE_NOOP("Body", "Analyzer&2"), "ShowAnalyzer2"},
+            {QT_TRANSLATE_NOOP("Body", "&Image Processor"), "ShowImgProc"},
+            {QT_TRANSLATE_NOOP("Body", "Back&ground"), "ShowBG"},
+            {QT_TRANSLATE_NOOP("Body", "&Batch"), "BatchCtrlB"},
             {QT_TRANSLATE_NOOP("Body", "&Messages"), [](Body& b) { bringToFront(b.messages_); }},
-            {QT_TRANSLATE_NOOP("Body", "Save C&onfiguration"), &Ui_Body::SaveDataConfig},
+            {QT_TRANSLATE_NOOP("Body", "Save C&onfiguration"), "SaveDataConfig"},
         }},
         {QT_TRANSLATE_NOOP("Body", "&Batch"), {
-            {QT_TRANSLATE_NOOP("Body", "&Batch Window"), &Ui_Body::BatchCtrlB},
+            {QT_TRANSLATE_NOOP("Body", "&Batch Window"), "BatchCtrlB"},
             {},
             {QT_TRANSLATE_NOOP("Body", "&Open Batch File..."), [](Body& b) { b.openBatchFile(); }},
             {QT_TRANSLATE_NOOP("Body", "&Execute"),
@@ -133,15 +142,18 @@ void Body::setupMenuBar()
             addEntry(*menu, entry);
     }
     // A click on the image takes the keys away from a field that has them.
-    ui_->dispA->setFocusPolicy(Qt::ClickFocus);
+    imageBox_->area()->setFocusPolicy(Qt::ClickFocus);
 
     // The buttons that open windows; the Analyzer's own show() brings its view along.
-    const std::pair<QPushButton*, QWidget*> openers[] = {
-        {ui_->ShowXafsView, xafsView_},   {ui_->ShowBG, bgView_},
-        {ui_->OpenCalibCtrl, calibCtrl_}, {ui_->ShowAnalyzer, analyzer_},
-        {ui_->BatchCtrlB, batchCtrl_},    {ui_->SaveDataConfig, saveDataCfg_}};
+    const std::pair<const char*, QWidget*> openers[] = {{"ShowXafsView", xafsView_},
+                                                        {"OpenCalibCtrl", calibCtrl_},
+                                                        {"ShowAnalyzer", analyzer_},
+                                                        {"BatchCtrlB", batchCtrl_}};
     for (const auto& [button, window] : openers)
-        connect(button, &QPushButton::clicked, window, [w = window] { bringToFront(w); });
+        connect(buttonIn(*this, button), &QPushButton::clicked, window,
+                [w = window] { bringToFront(w); });
+    connect(dataBox_, &DataBox::showBg, bgView_, [this] { bringToFront(bgView_); });
+    connect(saveBox_, &SaveBox::showConfig, saveDataCfg_, [this] { bringToFront(saveDataCfg_); });
 }
 
 void Body::addEntry(QMenu& menu, const MenuEntry& entry)
@@ -152,7 +164,7 @@ void Body::addEntry(QMenu& menu, const MenuEntry& entry)
     }
     QAction* action = nullptr;
     if (entry.button) {
-        action = new ButtonAction(tr(entry.text), ui_.get()->*entry.button, &menu);
+        action = new ButtonAction(tr(entry.text), buttonIn(*this, entry.button), &menu);
         menu.addAction(action);
     } else {
         action = menu.addAction(tr(entry.text), this, [this, run = entry.run] { run(*this); });

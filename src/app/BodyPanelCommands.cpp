@@ -5,7 +5,6 @@
 #include "calibration/CalibCtrl.h"
 #include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
-#include "ui_Body.h"
 
 #include <QDebug>
 

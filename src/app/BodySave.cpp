@@ -8,11 +8,11 @@
 #include "common/TextItems.h"
 #include "display/ColorBar.h"
 #include "display/FileDialogs.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "output/PictureFile.h"
 #include "output/SaveDataCfg.h"
 #include "output/TiffWriter.h"
-#include "ui_Body.h"
 
 #include <QAbstractButton>
 #include <QDebug>
@@ -21,14 +21,14 @@ void Body::saveImage(const QString& fname)
 {
     const QString file = withExtension(fname, QStringLiteral("png"));
     // Nothing may have been painted since something else came on show.
-    ui_->dispA->tellRange();
-    if (!savePicture(ui_->dispA->viewImage(), file))
+    imageBox_->area()->tellRange();
+    if (!savePicture(imageBox_->area()->viewImage(), file))
         return;
-    if (const Analyzed2DRes* map = ui_->dispA->shownMap()) {
+    if (const Analyzed2DRes* map = imageBox_->area()->shownMap()) {
         const LabelledMap known = labelledMap(*analyzer_, map);
         tellSaved(*map, known.map ? known.fullLabel : map->name, file);
     }
-    savePicture(ui_->CBar->barPixmap.toImage(), addSuffix(file, QStringLiteral("cBar")));
+    savePicture(imageBox_->bar()->barPixmap.toImage(), addSuffix(file, QStringLiteral("cBar")));
 }
 
 void Body::saveImageWNum(const QString& fname, const QString& num)
@@ -52,15 +52,15 @@ void Body::saveAllImages(const QString& fname)
                 continue;
             // The bar, the scale or the choice of filtered values may be another since.
             map->genImg();
-            ui_->dispA->setAnalyzedRes(map);
-            ui_->dispA->setShowOverLayer(true);
+            imageBox_->area()->setAnalyzedRes(map);
+            imageBox_->area()->setShowOverLayer(true);
             saveImage(addSuffix(fname, QStringLiteral("%1-%2").arg(row).arg(kind)));
             saved = true;
         }
     }
     if (!saved)
         fault(QStringLiteral("No result map to save as %1").arg(quoted(fname)));
-    dispImgSelected(true);
+    dispImgSelected();
 }
 
 void Body::saveFlatDark()
@@ -177,6 +177,6 @@ void Body::saveMapWithBar(const LabelledMap& map, const QString& file, MapForm f
         form == MapForm::Tiff16 ? map.map->scaleForSave(o.fixedScale, o.scaleMin, o.scaleMax)
                                 : map.map->scale();
     // The suffix carries a hyphen of its own, on purpose: map-0.tif gives map-0--cBar.tif.
-    savePicture(ui_->CBar->barImage(scale.min, scale.max),
+    savePicture(imageBox_->bar()->barImage(scale.min, scale.max),
                 addSuffix(file, QStringLiteral("-cBar")));
 }

@@ -11,11 +11,9 @@
 #include "common/WindowState.h"
 #include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
-#include "display/FileDrop.h"
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
-#include "ui_Body.h"
 
 #include <QMap>
 #include <QStatusBar>
@@ -45,10 +43,6 @@ void Body::setupShell()
     groupDialogs();
     connect(analyzer_, &Analyzer::rowAdded, this, &Body::takeReferenceRow);
     connect(this, &Body::finishing, this, &Body::saveWindows);
-    // The rows of spectra and stacks take dropped files themselves.
-    const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
-    connect(new FileDrop(ui_->DarkFileName, FileDrop::OneFile, images), &FileDrop::dropped, this,
-            [this](const QStringList& files) { selectedDark(files.first()); });
 }
 
 /// The windows whose place is kept, by the names of their groups in the store; the main one first,
@@ -110,8 +104,7 @@ QString Body::fileKind(const LateDialog& dialog) const
         return QStringLiteral("badPixels");
     if (owner == batchCtrl_)
         return batchKind;
-    const bool saves = owner == this && &dialog != selectImgDialog_;
-    return owner == calibCtrl_ || saves ? QStringLiteral("maps") : QStringLiteral("data");
+    return owner == calibCtrl_ || owner == this ? QStringLiteral("maps") : QStringLiteral("data");
 }
 
 /// Every dialog of files follows the folder of its kind of file.

@@ -3,10 +3,11 @@
 #include "analysis/Analyzer.h"
 #include "batch/CommandFailure.h"
 #include "display/ColorBar.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
+#include "output/SaveBox.h"
 #include "selection/SelectDataFiles.h"
-#include "ui_Body.h"
 
 #include <QDebug>
 
@@ -76,7 +77,7 @@ LoadJob Body::newJob(Stack& stack, const QStringList& files, EX_CMD_ID id, const
     job.cutFirst = qMax(0, stack.row->cutFirst());
     job.cutLast = qMax(0, stack.row->cutLast());
     job.errPs = stack.row->errPoints();
-    job.scale = *ui_->CBar;
+    job.scale = *imageBox_->bar();
     job.loadCmdId = id;
     job.ticket = cmd.ticket;
     job.place = failurePlace(cmd);
@@ -119,7 +120,7 @@ bool Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
     }
     image->energy = stack.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
-    refreshPicture(*image, *ui_->CBar);
+    refreshPicture(*image, *imageBox_->bar());
     stack.data->images.append(SharedImage(image));
     fillDarkAverages(stack);
     return true;
@@ -156,9 +157,9 @@ void Body::tellImageSize()
     QSize size;
     if (!data_.i1.images.isEmpty())
         size = data_.size;
-    else if (ui_->ShowI0->isChecked() && !data_.i0.images.isEmpty())
+    else if (imageBox_->choice() == ShowI0Id && !data_.i0.images.isEmpty())
         size = QSize(data_.i0.images.first()->width, data_.i0.images.first()->height);
-    ui_->dispA->setImageSize(size);
+    imageBox_->area()->setImageSize(size);
 }
 
 void Body::finishedLoadI1Files(int jobsDone)
@@ -211,7 +212,7 @@ void Body::showLoaded(Stack& stack)
 /// is on show that is I1, of which the map was made.
 const Body::Stack& Body::shownStack() const
 {
-    return ui_->ShowI0->isChecked() ? i0_ : i1_;
+    return imageBox_->choice() == ShowI0Id ? i0_ : i1_;
 }
 
 Body::Stack& Body::shownStack()
@@ -221,7 +222,7 @@ Body::Stack& Body::shownStack()
 
 bool Body::isMapChosen() const
 {
-    return ui_->ShowShiftMap->isChecked() || ui_->ShowResAnalysis->isChecked();
+    return imageBox_->choice() == ShowShiftMapId || imageBox_->choice() == ShowResAnalysisId;
 }
 
 /// A map is on show that has the size of the images.
@@ -229,17 +230,17 @@ bool Body::keepsMap() const
 {
     if (!isMapFilled())
         return false;
-    const AnalyzeCond& size = ui_->dispA->shownMap()->stepper;
+    const AnalyzeCond& size = imageBox_->area()->shownMap()->stepper;
     return size.width == data_.size.width() && size.height == data_.size.height();
 }
 
 QString Body::emptyText() const
 {
-    if (ui_->ShowShiftMap->isChecked())
+    if (imageBox_->choice() == ShowShiftMapId)
         return tr("No energy shift map");
-    if (ui_->ShowResAnalysis->isChecked())
+    if (imageBox_->choice() == ShowResAnalysisId)
         return tr("No result map");
-    return ui_->ShowI0->isChecked() ? tr("No I0 images") : tr("No I1 images");
+    return imageBox_->choice() == ShowI0Id ? tr("No I0 images") : tr("No I1 images");
 }
 
 void Body::showImage(const SharedImage& image)
@@ -247,8 +248,8 @@ void Body::showImage(const SharedImage& image)
     shownImage_ = image;
     // Another stack, or a map, was on show while the bar was moved.
     if (image)
-        refreshPicture(*image, *ui_->CBar);
-    ui_->dispA->setImage(image ? pictureOf(*image) : ShownImage());
+        refreshPicture(*image, *imageBox_->bar());
+    imageBox_->area()->setImage(image ? pictureOf(*image) : ShownImage());
 }
 
 void Body::showData(int no)
@@ -257,7 +258,7 @@ void Body::showData(int no)
     if (no < 0 || no >= images.size())
         return;
     leaveMap();
-    ui_->dispA->setShowOverLayer(false);
+    imageBox_->area()->setShowOverLayer(false);
     takeImage(no);
 }
 
@@ -265,12 +266,7 @@ void Body::showData(int no)
 void Body::takeImage(int no)
 {
     const TiffStack& images = shownStack().data->images;
-    // Quiet already here: a smaller maximum moves the slider.
-    const QSignalBlocker quiet(ui_->SeekBar);
-    ui_->SeekBar->setMaximum(images.size() - 1);
-    ui_->SeekBar->setValue(no);
-    ui_->ImgNo->setText(QString::number(no));
-    ui_->ImgNo->setToolTip(images[no]->fileName);
+    imageBox_->showSeek(no, images.size() - 1, images[no]->fileName);
     xafsView_->setMarkerEnergy(images[no]->energy);
     showImage(images[no]);
     showPixel(curX_, curY_);
@@ -278,10 +274,7 @@ void Body::takeImage(int no)
 
 void Body::takeNoImage()
 {
-    const QSignalBlocker quiet(ui_->SeekBar);
-    ui_->SeekBar->setMaximum(0);
-    ui_->ImgNo->setText(QStringLiteral("0"));
-    ui_->ImgNo->setToolTip(QString());
+    imageBox_->showNoImage();
     showImage(nullptr);
 }
 
@@ -290,9 +283,8 @@ void Body::leaveMap()
 {
     if (!isMapChosen())
         return;
-    const QSignalBlocker quiet(ui_->ShowData);
-    ui_->ShowData->setChecked(true);
-    ui_->dispA->setEmptyText(emptyText());
+    imageBox_->setChoiceQuietly(ShowDataId);
+    imageBox_->area()->setEmptyText(emptyText());
 }
 
 void Body::prev()
@@ -317,21 +309,18 @@ void Body::seekImage(int imgNo)
     showData(imgNo);
 }
 
-void Body::dispImgSelected(bool on)
+void Body::dispImgSelected()
 {
-    // A button group tells both the button that goes off and the one that goes on.
-    if (!on)
-        return;
     qDebug() << "disp img selected";
-    ui_->dispA->setEmptyText(emptyText());
-    if (ui_->ShowShiftMap->isChecked()) {
+    imageBox_->area()->setEmptyText(emptyText());
+    if (imageBox_->choice() == ShowShiftMapId) {
         showMap(&energyShiftMap_);
-    } else if (ui_->ShowResAnalysis->isChecked()) {
+    } else if (imageBox_->choice() == ShowResAnalysisId) {
         tellShowDeglitched();
         showMap(analyzer_->selectedMap());
     } else {
         tellImageSize();
-        ui_->dispA->setShowOverLayer(false);
+        imageBox_->area()->setShowOverLayer(false);
         if (shownStack().data->images.isEmpty())
             takeNoImage();
         else
@@ -344,8 +333,7 @@ void Body::dispImgSelected(bool on)
 void Body::tellShowDeglitched()
 {
     const Analyzed2DRes* const map = analyzer_->selectedMap();
-    const QSignalBlocker quiet(ui_->ShowDeGlitched);
-    ui_->ShowDeGlitched->setChecked(map && map->useProc());
+    saveBox_->setShowDeglitched(map && map->useProc());
 }
 
 void Body::showMap(Analyzed2DRes* map)
@@ -354,34 +342,34 @@ void Body::showMap(Analyzed2DRes* map)
     // stopped has none.
     if (map && (map->imgValid || map->whyNotSaved(true).isEmpty()))
         map->genImg();
-    ui_->dispA->setAnalyzedRes(map);
-    ui_->dispA->setShowOverLayer(true);
+    imageBox_->area()->setAnalyzedRes(map);
+    imageBox_->area()->setShowOverLayer(true);
 }
 
 void Body::selectedNewRef()
 {
-    dispImgSelected(true);
+    dispImgSelected();
 }
 
 void Body::cBarUpdating()
 {
-    if (ui_->ShowShiftMap->isChecked()) {
+    if (imageBox_->choice() == ShowShiftMapId) {
         if (energyShiftMap_.imgValid)
             energyShiftMap_.genImg();
-    } else if (ui_->ShowResAnalysis->isChecked()) {
+    } else if (imageBox_->choice() == ShowResAnalysisId) {
         setupResAnalysisImage();
     } else if (shownImage_) {
         showImage(shownImage_);
     }
-    ui_->dispA->update();
+    imageBox_->area()->update();
 }
 
 void Body::cBarUpdated()
 {
-    qDebug() << "cBarUpdated" << ui_->CBar->rangeMin << ui_->CBar->rangeMax;
-    if (ui_->ShowData->isChecked() || ui_->ShowI0->isChecked()) {
+    qDebug() << "cBarUpdated" << imageBox_->bar()->rangeMin << imageBox_->bar()->rangeMax;
+    if (!isMapChosen()) {
         for (const SharedImage& image : qAsConst(shownStack().data->images))
-            refreshPicture(*image, *ui_->CBar);
+            refreshPicture(*image, *imageBox_->bar());
     }
     // Hands the shown image's new picture over: the old one is gone.
     cBarUpdating();

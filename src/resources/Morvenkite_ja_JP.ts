@@ -258,184 +258,8 @@
 <context>
     <name>Body</name>
     <message>
-        <source>Data</source>
-        <translation>データ</translation>
-    </message>
-    <message>
-        <source>Images through the sample, one per energy</source>
-        <translation>試料を透過した画像 (エネルギーごとに 1 枚)</translation>
-    </message>
-    <message>
-        <source>Images without the sample, one per energy</source>
-        <translation>試料なしの画像 (エネルギーごとに 1 枚)</translation>
-    </message>
-    <message>
-        <source>Dark Data</source>
-        <translation>ダークデータ</translation>
-    </message>
-    <message>
-        <source>File of the dark image; its counts are scaled to the exposure of each stack</source>
-        <translation>ダーク画像のファイル。カウントは各スタックの露光時間に換算される</translation>
-    </message>
-    <message>
-        <source>Exp.</source>
-        <translation>露光</translation>
-    </message>
-    <message>
-        <source>Exposure time of the dark image [ms], from its file; may be overruled</source>
-        <translation>ダーク画像の露光時間 [ms]。ファイルから読み取るが変更可</translation>
-    </message>
-    <message>
-        <source>Choose the dark image</source>
-        <translation>ダーク画像を選択する</translation>
-    </message>
-    <message>
-        <source>Select</source>
-        <translation>選択</translation>
-    </message>
-    <message>
-        <source>Work without a dark image</source>
-        <translation>ダーク画像を使わない</translation>
-    </message>
-    <message>
-        <source>Clear</source>
-        <translation>クリア</translation>
-    </message>
-    <message>
-        <source>BG Data</source>
-        <translation>BG データ</translation>
-    </message>
-    <message>
-        <source>Background spectrum, shown in a view of its own</source>
-        <translation>バックグラウンドスペクトル (別のビューに表示)</translation>
-    </message>
-    <message>
-        <source>Show the background spectrum</source>
-        <translation>バックグラウンドスペクトルを表示する</translation>
-    </message>
-    <message>
-        <source>Show</source>
-        <translation>表示</translation>
-    </message>
-    <message>
-        <source>Total I0 of I1</source>
-        <translation>I1 の全 I0</translation>
-    </message>
-    <message>
-        <source>Scan file whose I0 replaces the I0 images, point by image</source>
-        <translation>その I0 を各点ごとに I0 画像の代わりに用いるスキャンファイル</translation>
-    </message>
-    <message>
-        <source>Total I0 of I0</source>
-        <translation>I0 の全 I0</translation>
-    </message>
-    <message>
-        <source>Scan file of the I0 stack; kept and logged, enters no calculation</source>
-        <translation>I0 スタックのスキャンファイル。保持してログに記録するだけで計算には用いない</translation>
-    </message>
-    <message>
         <source>Spectrum</source>
         <translation>スペクトル</translation>
-    </message>
-    <message>
-        <source>xw</source>
-        <translation>半幅 x</translation>
-    </message>
-    <message>
-        <source>Half width of the averaging block in x [pixels]; the block spans 2 xw + 1</source>
-        <translation>平均ブロックの x 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
-    </message>
-    <message>
-        <source>yw</source>
-        <translation>半幅 y</translation>
-    </message>
-    <message>
-        <source>Half width of the averaging block in y [pixels]; the block spans 2 yw + 1</source>
-        <translation>平均ブロックの y 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
-    </message>
-    <message>
-        <source>[pix]</source>
-        <translation>[画素]</translation>
-    </message>
-    <message>
-        <source>dPreE</source>
-        <translation>プリ終端</translation>
-    </message>
-    <message>
-        <source>End of the pre-edge range, relative to the edge [eV]</source>
-        <translation>プリエッジ範囲の終端 (吸収端からの相対値) [eV]</translation>
-    </message>
-    <message>
-        <source>dPostS</source>
-        <translation>ポスト始端</translation>
-    </message>
-    <message>
-        <source>Start of the post-edge range, relative to the edge [eV]</source>
-        <translation>ポストエッジ範囲の始端 (吸収端からの相対値) [eV]</translation>
-    </message>
-    <message>
-        <source>Look for the edge only near the energy given here</source>
-        <translation>ここで指定したエネルギーの近傍だけで吸収端を探す</translation>
-    </message>
-    <message>
-        <source>Suggest Elm.</source>
-        <translation>元素を指定</translation>
-    </message>
-    <message>
-        <source>Symbol of the element</source>
-        <translation>元素記号</translation>
-    </message>
-    <message>
-        <source>Absorption edge of the element</source>
-        <translation>元素の吸収端</translation>
-    </message>
-    <message>
-        <source>Edge</source>
-        <translation>吸収端</translation>
-    </message>
-    <message>
-        <source>Energy of the suggested edge [eV]; follows element and edge, may be overruled</source>
-        <translation>指定した吸収端のエネルギー [eV]。元素と吸収端から決まるが変更可</translation>
-    </message>
-    <message>
-        <source>Th. Jmp.</source>
-        <translation>ジャンプ閾値</translation>
-    </message>
-    <message>
-        <source>An edge counts when its step exceeds this many times the noise of both lines</source>
-        <translation>ジャンプがプリエッジ・ポストエッジ両直線の雑音のこの倍数を超えたとき吸収端とみなす</translation>
-    </message>
-    <message>
-        <source>sgm.</source>
-        <translation>σ</translation>
-    </message>
-    <message>
-        <source>I0:</source>
-        <translation>I0:</translation>
-    </message>
-    <message>
-        <source>Divide the sample images (I1) by the I0 images of the same energy</source>
-        <translation>試料画像 (I1) を同じエネルギーの I0 画像で割る</translation>
-    </message>
-    <message>
-        <source>Use</source>
-        <translation>使用</translation>
-    </message>
-    <message>
-        <source>Fluorescence yield I1 / I0 in place of the absorption ln(I0 / I1)</source>
-        <translation>吸収 ln(I0 / I1) の代わりに蛍光収量 I1 / I0 を用いる</translation>
-    </message>
-    <message>
-        <source>Fluo. Type</source>
-        <translation>蛍光法</translation>
-    </message>
-    <message>
-        <source>Save Img/Data</source>
-        <translation>画像/データの保存</translation>
-    </message>
-    <message>
-        <source>Save what the image area shows, and the colour bar, as pictures</source>
-        <translation>画像領域の表示内容とカラーバーを画像として保存する</translation>
     </message>
     <message>
         <source>Save Image</source>
@@ -446,240 +270,8 @@
         <translation>全画像を保存</translation>
     </message>
     <message>
-        <source>Write flat.dat and dark.dat of the image size</source>
-        <translation>画像サイズの flat.dat と dark.dat を書き出す</translation>
-    </message>
-    <message>
-        <source>Save Flat Dark</source>
-        <translation>フラット/ダークを保存</translation>
-    </message>
-    <message>
-        <source>Save the values of the shown result map as TIFF or text</source>
-        <translation>表示中の結果マップの値を TIFF またはテキストで保存する</translation>
-    </message>
-    <message>
         <source>Save Data</source>
         <translation>データを保存</translation>
-    </message>
-    <message>
-        <source>Choose TIFF or text, scale and layout of saved data</source>
-        <translation>保存するデータの形式 (TIFF/テキスト)、スケール、並びを選ぶ</translation>
-    </message>
-    <message>
-        <source>Save Data Cfg.</source>
-        <translation>データ保存設定</translation>
-    </message>
-    <message>
-        <source>Save Proc. Data</source>
-        <translation>処理データの保存</translation>
-    </message>
-    <message>
-        <source>Normalised spectrum of each point of the area</source>
-        <translation>領域内の各点の規格化スペクトル</translation>
-    </message>
-    <message>
-        <source>Normalized XAFS</source>
-        <translation>規格化 XAFS</translation>
-    </message>
-    <message>
-        <source>Absorption spectrum of each point of the area</source>
-        <translation>領域内の各点の吸収スペクトル</translation>
-    </message>
-    <message>
-        <source>Raw XAFS</source>
-        <translation>未規格化 XAFS</translation>
-    </message>
-    <message>
-        <source>I1 counts of each point of the area</source>
-        <translation>領域内の各点の I1 カウント</translation>
-    </message>
-    <message>
-        <source>Raw</source>
-        <translation>生データ</translation>
-    </message>
-    <message>
-        <source>Write the spectra of all points of the area as text</source>
-        <translation>領域内の全点のスペクトルをテキストで書き出す</translation>
-    </message>
-    <message>
-        <source>Save Each Spectrum</source>
-        <translation>各点スペクトルを保存</translation>
-    </message>
-    <message>
-        <source>DeGlitch</source>
-        <translation>グリッチ除去</translation>
-    </message>
-    <message>
-        <source>Replace values of the shown result map that stand out from their neighbours</source>
-        <translation>表示中の結果マップで周囲から突出した値を置き換える</translation>
-    </message>
-    <message>
-        <source>Show and save the filtered values of the result map</source>
-        <translation>結果マップのフィルター後の値を表示・保存する</translation>
-    </message>
-    <message>
-        <source>Show Filtered</source>
-        <translation>フィルター後を表示</translation>
-    </message>
-    <message>
-        <source>Extra</source>
-        <translation>その他</translation>
-    </message>
-    <message>
-        <source>Fourier analysis of the intensity over the stack, into the log</source>
-        <translation>スタックにわたる強度をフーリエ解析し、ログに出力する</translation>
-    </message>
-    <message>
-        <source>Fourier A.</source>
-        <translation>フーリエ解析</translation>
-    </message>
-    <message>
-        <source>Write all values of the shown result map into the log</source>
-        <translation>表示中の結果マップの全値をログに出力する</translation>
-    </message>
-    <message>
-        <source>Chk Vals</source>
-        <translation>値を確認</translation>
-    </message>
-    <message>
-        <source>Image</source>
-        <translation>画像</translation>
-    </message>
-    <message>
-        <source>Show the sample images (I1)</source>
-        <translation>試料画像 (I1) を表示する</translation>
-    </message>
-    <message>
-        <source>Show the images without the sample (I0)</source>
-        <translation>試料なしの画像 (I0) を表示する</translation>
-    </message>
-    <message>
-        <source>I0</source>
-        <translation>I0</translation>
-    </message>
-    <message>
-        <source>Show the energy shift map [eV]</source>
-        <translation>エネルギーシフトマップ [eV] を表示する</translation>
-    </message>
-    <message>
-        <source>E-Shift Map</source>
-        <translation>E シフトマップ</translation>
-    </message>
-    <message>
-        <source>Show the result map that the Analyzer has chosen</source>
-        <translation>「解析」ウィンドウで選んだ結果マップを表示する</translation>
-    </message>
-    <message>
-        <source>Results</source>
-        <translation>結果</translation>
-    </message>
-    <message>
-        <source>Show the selected area alone</source>
-        <translation>選択領域だけを表示する</translation>
-    </message>
-    <message>
-        <source>Zoom In</source>
-        <translation>拡大</translation>
-    </message>
-    <message>
-        <source>Show the whole image</source>
-        <translation>画像全体を表示する</translation>
-    </message>
-    <message>
-        <source>Reset</source>
-        <translation>リセット</translation>
-    </message>
-    <message>
-        <source>Drag: select an area. Ctrl+drag: zoom into it. Shift+drag: move. Wheel: zoom; at an edge, in one direction. Right click: no selection.</source>
-        <translation>ドラッグ: 領域を選択。Ctrl+ドラッグ: その領域を拡大。Shift+ドラッグ: 移動。ホイール: 拡大・縮小 (端では一方向のみ)。右クリック: 選択解除。</translation>
-    </message>
-    <message>
-        <source>Vertical section through the cursor</source>
-        <translation>カーソルを通る縦断面</translation>
-    </message>
-    <message>
-        <source>Scale of the image; drag its two handles to spread the greys</source>
-        <translation>画像のスケール。2 つのハンドルをドラッグして階調を調整する</translation>
-    </message>
-    <message>
-        <source>Horizontal section through the cursor</source>
-        <translation>カーソルを通る横断面</translation>
-    </message>
-    <message>
-        <source>Draw all images of the stack by the handles of the scale</source>
-        <translation>スケールのハンドルに合わせてスタックの全画像を描き直す</translation>
-    </message>
-    <message>
-        <source>Set All</source>
-        <translation>全画像に適用</translation>
-    </message>
-    <message>
-        <source>The image before</source>
-        <translation>前の画像</translation>
-    </message>
-    <message>
-        <source>Prev</source>
-        <translation>前へ</translation>
-    </message>
-    <message>
-        <source>Number of the image</source>
-        <translation>画像番号</translation>
-    </message>
-    <message>
-        <source>The next image</source>
-        <translation>次の画像</translation>
-    </message>
-    <message>
-        <source>Next</source>
-        <translation>次へ</translation>
-    </message>
-    <message>
-        <source>Number of the shown image, from 0</source>
-        <translation>表示中の画像の番号 (0 から)</translation>
-    </message>
-    <message>
-        <source>Position</source>
-        <translation>位置</translation>
-    </message>
-    <message>
-        <source>Pixel under the cursor (x, y)</source>
-        <translation>カーソル位置の画素 (x, y)</translation>
-    </message>
-    <message>
-        <source>dE Std.</source>
-        <translation>dE 標準</translation>
-    </message>
-    <message>
-        <source>Shift of the spectrum under the cursor from the standard [eV]</source>
-        <translation>カーソル位置のスペクトルの標準試料からのシフト [eV]</translation>
-    </message>
-    <message>
-        <source>dE Map</source>
-        <translation>dE マップ</translation>
-    </message>
-    <message>
-        <source>Energy shift map under the cursor [eV]</source>
-        <translation>カーソル位置のエネルギーシフトマップの値 [eV]</translation>
-    </message>
-    <message>
-        <source>Box</source>
-        <translation>範囲</translation>
-    </message>
-    <message>
-        <source>Corners of the selected area [pixels]</source>
-        <translation>選択領域の角の座標 [画素]</translation>
-    </message>
-    <message>
-        <source>Value</source>
-        <translation>値</translation>
-    </message>
-    <message>
-        <source>Dark</source>
-        <translation>ダーク</translation>
-    </message>
-    <message>
-        <source>Dark level under the cursor [counts]</source>
-        <translation>カーソル位置のダークレベル [カウント]</translation>
     </message>
     <message>
         <source>Windows</source>
@@ -730,14 +322,6 @@
         <translation>バッチ</translation>
     </message>
     <message>
-        <source>I1 Data</source>
-        <translation>I1 データ</translation>
-    </message>
-    <message>
-        <source>I0 Data</source>
-        <translation>I0 データ</translation>
-    </message>
-    <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
     </message>
@@ -748,10 +332,6 @@
     <message>
         <source>Data File (*.dat)</source>
         <translation>データファイル (*.dat)</translation>
-    </message>
-    <message>
-        <source>Save and Extra</source>
-        <translation>保存・その他</translation>
     </message>
     <message>
         <source>Spectrum at the position</source>
@@ -906,30 +486,6 @@
         <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
     </message>
     <message>
-        <source>Save both kinds of map of the reference on show as pictures</source>
-        <translation>表示中の参照スペクトルの 2 種類のマップを画像として保存する</translation>
-    </message>
-    <message>
-        <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
-        <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
-    </message>
-    <message>
-        <source>Normalise the references by the suggested edge and its ranges too</source>
-        <translation>参照スペクトルも、指定した吸収端とその範囲で規格化する</translation>
-    </message>
-    <message>
-        <source>Also for Refs.</source>
-        <translation>参照にも</translation>
-    </message>
-    <message>
-        <source>Where the lines before and after the edge come too close, continue the normalised curve by the edge step</source>
-        <translation>吸収端前後の線が近づきすぎる所では、規格化曲線を吸収端の段差で続ける</translation>
-    </message>
-    <message>
-        <source>Hold Gap</source>
-        <translation>間隔を保持</translation>
-    </message>
-    <message>
         <source>Energies do not rise: %1 eV (%2), then %3 eV (%4)</source>
         <translation>エネルギーが増加していない: %1 eV (%2) の次が %3 eV (%4)</translation>
     </message>
@@ -940,22 +496,6 @@
     <message>
         <source>Save &amp;All...</source>
         <translation>すべて保存(&amp;A)...</translation>
-    </message>
-    <message>
-        <source>Select Dark Data</source>
-        <translation>ダークデータを選択</translation>
-    </message>
-    <message>
-        <source>Select BG Data</source>
-        <translation>BG データを選択</translation>
-    </message>
-    <message>
-        <source>Select Total I0 of I1</source>
-        <translation>I1 の全 I0 を選択</translation>
-    </message>
-    <message>
-        <source>Select Total I0 of I0</source>
-        <translation>I0 の全 I0 を選択</translation>
     </message>
     <message>
         <source>Map: shift [eV]</source>
@@ -1278,6 +818,109 @@
     </message>
 </context>
 <context>
+    <name>DataBox</name>
+    <message>
+        <source>Data</source>
+        <translation>データ</translation>
+    </message>
+    <message>
+        <source>Images through the sample, one per energy</source>
+        <translation>試料を透過した画像 (エネルギーごとに 1 枚)</translation>
+    </message>
+    <message>
+        <source>Images without the sample, one per energy</source>
+        <translation>試料なしの画像 (エネルギーごとに 1 枚)</translation>
+    </message>
+    <message>
+        <source>Dark Data</source>
+        <translation>ダークデータ</translation>
+    </message>
+    <message>
+        <source>File of the dark image; its counts are scaled to the exposure of each stack</source>
+        <translation>ダーク画像のファイル。カウントは各スタックの露光時間に換算される</translation>
+    </message>
+    <message>
+        <source>Exp.</source>
+        <translation>露光</translation>
+    </message>
+    <message>
+        <source>Exposure time of the dark image [ms], from its file; may be overruled</source>
+        <translation>ダーク画像の露光時間 [ms]。ファイルから読み取るが変更可</translation>
+    </message>
+    <message>
+        <source>Choose the dark image</source>
+        <translation>ダーク画像を選択する</translation>
+    </message>
+    <message>
+        <source>Select</source>
+        <translation>選択</translation>
+    </message>
+    <message>
+        <source>Work without a dark image</source>
+        <translation>ダーク画像を使わない</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>BG Data</source>
+        <translation>BG データ</translation>
+    </message>
+    <message>
+        <source>Background spectrum, shown in a view of its own</source>
+        <translation>バックグラウンドスペクトル (別のビューに表示)</translation>
+    </message>
+    <message>
+        <source>Show the background spectrum</source>
+        <translation>バックグラウンドスペクトルを表示する</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>表示</translation>
+    </message>
+    <message>
+        <source>Total I0 of I1</source>
+        <translation>I1 の全 I0</translation>
+    </message>
+    <message>
+        <source>Scan file whose I0 replaces the I0 images, point by image</source>
+        <translation>その I0 を各点ごとに I0 画像の代わりに用いるスキャンファイル</translation>
+    </message>
+    <message>
+        <source>Total I0 of I0</source>
+        <translation>I0 の全 I0</translation>
+    </message>
+    <message>
+        <source>Scan file of the I0 stack; kept and logged, enters no calculation</source>
+        <translation>I0 スタックのスキャンファイル。保持してログに記録するだけで計算には用いない</translation>
+    </message>
+    <message>
+        <source>I1 Data</source>
+        <translation>I1 データ</translation>
+    </message>
+    <message>
+        <source>I0 Data</source>
+        <translation>I0 データ</translation>
+    </message>
+    <message>
+        <source>Select Dark Data</source>
+        <translation>ダークデータを選択</translation>
+    </message>
+    <message>
+        <source>Select BG Data</source>
+        <translation>BG データを選択</translation>
+    </message>
+    <message>
+        <source>Select Total I0 of I1</source>
+        <translation>I1 の全 I0 を選択</translation>
+    </message>
+    <message>
+        <source>Select Total I0 of I0</source>
+        <translation>I0 の全 I0 を選択</translation>
+    </message>
+</context>
+<context>
     <name>EOFSetup</name>
     <message>
         <source>Energy of Files</source>
@@ -1582,6 +1225,157 @@
     </message>
 </context>
 <context>
+    <name>ImageBox</name>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Show the sample images (I1)</source>
+        <translation>試料画像 (I1) を表示する</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>データ</translation>
+    </message>
+    <message>
+        <source>Show the images without the sample (I0)</source>
+        <translation>試料なしの画像 (I0) を表示する</translation>
+    </message>
+    <message>
+        <source>I0</source>
+        <translation>I0</translation>
+    </message>
+    <message>
+        <source>Show the energy shift map [eV]</source>
+        <translation>エネルギーシフトマップ [eV] を表示する</translation>
+    </message>
+    <message>
+        <source>E-Shift Map</source>
+        <translation>E シフトマップ</translation>
+    </message>
+    <message>
+        <source>Show the result map that the Analyzer has chosen</source>
+        <translation>「解析」ウィンドウで選んだ結果マップを表示する</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>結果</translation>
+    </message>
+    <message>
+        <source>Show the selected area alone</source>
+        <translation>選択領域だけを表示する</translation>
+    </message>
+    <message>
+        <source>Zoom In</source>
+        <translation>拡大</translation>
+    </message>
+    <message>
+        <source>Show the whole image</source>
+        <translation>画像全体を表示する</translation>
+    </message>
+    <message>
+        <source>Reset</source>
+        <translation>リセット</translation>
+    </message>
+    <message>
+        <source>Drag: select an area. Ctrl+drag: zoom into it. Shift+drag: move. Wheel: zoom; at an edge, in one direction. Right click: no selection.</source>
+        <translation>ドラッグ: 領域を選択。Ctrl+ドラッグ: その領域を拡大。Shift+ドラッグ: 移動。ホイール: 拡大・縮小 (端では一方向のみ)。右クリック: 選択解除。</translation>
+    </message>
+    <message>
+        <source>Vertical section through the cursor</source>
+        <translation>カーソルを通る縦断面</translation>
+    </message>
+    <message>
+        <source>Scale of the image; drag its two handles to spread the greys</source>
+        <translation>画像のスケール。2 つのハンドルをドラッグして階調を調整する</translation>
+    </message>
+    <message>
+        <source>Horizontal section through the cursor</source>
+        <translation>カーソルを通る横断面</translation>
+    </message>
+    <message>
+        <source>Draw all images of the stack by the handles of the scale</source>
+        <translation>スケールのハンドルに合わせてスタックの全画像を描き直す</translation>
+    </message>
+    <message>
+        <source>Set All</source>
+        <translation>全画像に適用</translation>
+    </message>
+    <message>
+        <source>The image before</source>
+        <translation>前の画像</translation>
+    </message>
+    <message>
+        <source>Prev</source>
+        <translation>前へ</translation>
+    </message>
+    <message>
+        <source>Number of the image</source>
+        <translation>画像番号</translation>
+    </message>
+    <message>
+        <source>The next image</source>
+        <translation>次の画像</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>次へ</translation>
+    </message>
+    <message>
+        <source>Number of the shown image, from 0</source>
+        <translation>表示中の画像の番号 (0 から)</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Pixel under the cursor (x, y)</source>
+        <translation>カーソル位置の画素 (x, y)</translation>
+    </message>
+    <message>
+        <source>dE Std.</source>
+        <translation>dE 標準</translation>
+    </message>
+    <message>
+        <source>Shift of the spectrum under the cursor from the standard [eV]</source>
+        <translation>カーソル位置のスペクトルの標準試料からのシフト [eV]</translation>
+    </message>
+    <message>
+        <source>dE Map</source>
+        <translation>dE マップ</translation>
+    </message>
+    <message>
+        <source>Energy shift map under the cursor [eV]</source>
+        <translation>カーソル位置のエネルギーシフトマップの値 [eV]</translation>
+    </message>
+    <message>
+        <source>Box</source>
+        <translation>範囲</translation>
+    </message>
+    <message>
+        <source>Corners of the selected area [pixels]</source>
+        <translation>選択領域の角の座標 [画素]</translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation>値</translation>
+    </message>
+    <message>
+        <source>Value under the cursor: counts of an image; a map&apos;s own unit, [eV] for energy shifts</source>
+        <translation>カーソル位置の値: 画像はカウント、マップはそれぞれの単位 (エネルギーシフトは [eV])</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>ダーク</translation>
+    </message>
+    <message>
+        <source>Dark level under the cursor [counts]</source>
+        <translation>カーソル位置のダークレベル [カウント]</translation>
+    </message>
+</context>
+<context>
     <name>LCFReference</name>
     <message>
         <source>LCF Reference</source>
@@ -1755,6 +1549,129 @@
     <message>
         <source>no edge that can be trusted (%1)</source>
         <translation>信頼できる吸収端がありません (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>SaveBox</name>
+    <message>
+        <source>Save and Extra</source>
+        <translation>保存・その他</translation>
+    </message>
+    <message>
+        <source>Save Img/Data</source>
+        <translation>画像/データの保存</translation>
+    </message>
+    <message>
+        <source>Save what the image area shows, and the colour bar, as pictures</source>
+        <translation>画像領域の表示内容とカラーバーを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>画像を保存</translation>
+    </message>
+    <message>
+        <source>Save both kinds of map of the reference on show as pictures</source>
+        <translation>表示中の参照スペクトルの 2 種類のマップを画像として保存する</translation>
+    </message>
+    <message>
+        <source>Save All Images</source>
+        <translation>全画像を保存</translation>
+    </message>
+    <message>
+        <source>Write flat.dat and dark.dat of the image size</source>
+        <translation>画像サイズの flat.dat と dark.dat を書き出す</translation>
+    </message>
+    <message>
+        <source>Save Flat Dark</source>
+        <translation>フラット/ダークを保存</translation>
+    </message>
+    <message>
+        <source>Save the values of the shown result map as TIFF or text</source>
+        <translation>表示中の結果マップの値を TIFF またはテキストで保存する</translation>
+    </message>
+    <message>
+        <source>Save Data</source>
+        <translation>データを保存</translation>
+    </message>
+    <message>
+        <source>Choose TIFF or text, scale and layout of saved data</source>
+        <translation>保存するデータの形式 (TIFF/テキスト)、スケール、並びを選ぶ</translation>
+    </message>
+    <message>
+        <source>Save Data Cfg.</source>
+        <translation>データ保存設定</translation>
+    </message>
+    <message>
+        <source>Save Proc. Data</source>
+        <translation>処理データの保存</translation>
+    </message>
+    <message>
+        <source>Normalised spectrum of each point of the area</source>
+        <translation>領域内の各点の規格化スペクトル</translation>
+    </message>
+    <message>
+        <source>Normalized XAFS</source>
+        <translation>規格化 XAFS</translation>
+    </message>
+    <message>
+        <source>Absorption spectrum of each point of the area</source>
+        <translation>領域内の各点の吸収スペクトル</translation>
+    </message>
+    <message>
+        <source>Raw XAFS</source>
+        <translation>未規格化 XAFS</translation>
+    </message>
+    <message>
+        <source>I1 counts of each point of the area</source>
+        <translation>領域内の各点の I1 カウント</translation>
+    </message>
+    <message>
+        <source>Raw</source>
+        <translation>生データ</translation>
+    </message>
+    <message>
+        <source>Write the spectra of all points of the area as text</source>
+        <translation>領域内の全点のスペクトルをテキストで書き出す</translation>
+    </message>
+    <message>
+        <source>Save Each Spectrum</source>
+        <translation>各点スペクトルを保存</translation>
+    </message>
+    <message>
+        <source>DeGlitch</source>
+        <translation>グリッチ除去</translation>
+    </message>
+    <message>
+        <source>Replace values of the shown result map that stand out from their neighbours</source>
+        <translation>表示中の結果マップで周囲から突出した値を置き換える</translation>
+    </message>
+    <message>
+        <source>Show and save the filtered values of the result map</source>
+        <translation>結果マップのフィルター後の値を表示・保存する</translation>
+    </message>
+    <message>
+        <source>Show Filtered</source>
+        <translation>フィルター後を表示</translation>
+    </message>
+    <message>
+        <source>Extra</source>
+        <translation>その他</translation>
+    </message>
+    <message>
+        <source>Fourier analysis of the intensity over the stack, into the log</source>
+        <translation>スタックにわたる強度をフーリエ解析し、ログに出力する</translation>
+    </message>
+    <message>
+        <source>Fourier A.</source>
+        <translation>フーリエ解析</translation>
+    </message>
+    <message>
+        <source>Write all values of the shown result map into the log</source>
+        <translation>表示中の結果マップの全値をログに出力する</translation>
+    </message>
+    <message>
+        <source>Chk Vals</source>
+        <translation>値を確認</translation>
     </message>
 </context>
 <context>
@@ -2079,6 +1996,121 @@
     <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>SpectrumBox</name>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>xw</source>
+        <translation>半幅 x</translation>
+    </message>
+    <message>
+        <source>Half width of the averaging block in x [pixels]; the block spans 2 xw + 1</source>
+        <translation>平均ブロックの x 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
+    </message>
+    <message>
+        <source>yw</source>
+        <translation>半幅 y</translation>
+    </message>
+    <message>
+        <source>Half width of the averaging block in y [pixels]; the block spans 2 yw + 1</source>
+        <translation>平均ブロックの y 方向の半幅 [画素]。ブロックの幅は 2 × 半幅 + 1</translation>
+    </message>
+    <message>
+        <source>[pix]</source>
+        <translation>[画素]</translation>
+    </message>
+    <message>
+        <source>dPreE</source>
+        <translation>プリ終端</translation>
+    </message>
+    <message>
+        <source>End of the pre-edge range, relative to the edge [eV]</source>
+        <translation>プリエッジ範囲の終端 (吸収端からの相対値) [eV]</translation>
+    </message>
+    <message>
+        <source>dPostS</source>
+        <translation>ポスト始端</translation>
+    </message>
+    <message>
+        <source>Start of the post-edge range, relative to the edge [eV]</source>
+        <translation>ポストエッジ範囲の始端 (吸収端からの相対値) [eV]</translation>
+    </message>
+    <message>
+        <source>Look for the edge only near the energy given here</source>
+        <translation>ここで指定したエネルギーの近傍だけで吸収端を探す</translation>
+    </message>
+    <message>
+        <source>Suggest Elm.</source>
+        <translation>元素を指定</translation>
+    </message>
+    <message>
+        <source>Symbol of the element</source>
+        <translation>元素記号</translation>
+    </message>
+    <message>
+        <source>Absorption edge of the element</source>
+        <translation>元素の吸収端</translation>
+    </message>
+    <message>
+        <source>Edge</source>
+        <translation>吸収端</translation>
+    </message>
+    <message>
+        <source>Energy of the suggested edge [eV]; follows element and edge, may be overruled</source>
+        <translation>指定した吸収端のエネルギー [eV]。元素と吸収端から決まるが変更可</translation>
+    </message>
+    <message>
+        <source>Normalise the references by the suggested edge and its ranges too</source>
+        <translation>参照スペクトルも、指定した吸収端とその範囲で規格化する</translation>
+    </message>
+    <message>
+        <source>Also for Refs.</source>
+        <translation>参照にも</translation>
+    </message>
+    <message>
+        <source>Th. Jmp.</source>
+        <translation>ジャンプ閾値</translation>
+    </message>
+    <message>
+        <source>An edge counts when its step exceeds this many times the noise of both lines</source>
+        <translation>ジャンプがプリエッジ・ポストエッジ両直線の雑音のこの倍数を超えたとき吸収端とみなす</translation>
+    </message>
+    <message>
+        <source>sgm.</source>
+        <translation>σ</translation>
+    </message>
+    <message>
+        <source>Where the lines before and after the edge come too close, continue the normalised curve by the edge step</source>
+        <translation>吸収端前後の線が近づきすぎる所では、規格化曲線を吸収端の段差で続ける</translation>
+    </message>
+    <message>
+        <source>Hold Gap</source>
+        <translation>間隔を保持</translation>
+    </message>
+    <message>
+        <source>I0:</source>
+        <translation>I0:</translation>
+    </message>
+    <message>
+        <source>Divide the sample images (I1) by the I0 images of the same energy</source>
+        <translation>試料画像 (I1) を同じエネルギーの I0 画像で割る</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>使用</translation>
+    </message>
+    <message>
+        <source>Fluorescence yield I1 / I0 in place of the absorption ln(I0 / I1)</source>
+        <translation>吸収 ln(I0 / I1) の代わりに蛍光収量 I1 / I0 を用いる</translation>
+    </message>
+    <message>
+        <source>Fluo. Type</source>
+        <translation>蛍光法</translation>
     </message>
 </context>
 <context>

@@ -1,0 +1,91 @@
+#include "selection/DataBox.h"
+
+#include "common/FieldText.h"
+#include "display/FileDialogs.h"
+#include "display/FileDrop.h"
+#include "display/XafsFileSelect.h"
+#include "selection/SelectDataFiles.h"
+#include "ui_DataBox.h"
+
+DataBox::DataBox(QWidget* parent)
+    : QGroupBox(parent)
+    , ui_(std::make_unique<Ui_DataBox>())
+{
+    ui_->setupUi(this);
+    i1Row()->setCaption(tr("I1 Data"));
+    i0Row()->setCaption(tr("I0 Data"));
+    setupDark();
+    setupSpectra();
+}
+
+DataBox::~DataBox() = default;
+
+void DataBox::setupDark()
+{
+    auto* dialog = new LateDialog([this] { return new SelectImgDialog(this); }, this);
+    dialog->setTitle(tr("Select Dark Data"));
+    connect(ui_->SelectDark, &QPushButton::clicked, dialog, &LateDialog::show);
+    connect(dialog, &LateDialog::fileSelected, this, &DataBox::darkSelected);
+    // The rows take dropped files themselves.
+    const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
+    connect(new FileDrop(ui_->DarkFileName, FileDrop::OneFile, images), &FileDrop::dropped, this,
+            [this](const QStringList& files) { Q_EMIT darkSelected(files.first()); });
+    connect(ui_->ClearDark, &QPushButton::clicked, this, &DataBox::darkCleared);
+    connect(ui_->DarkExpTime, &QLineEdit::textChanged, this, &DataBox::darkExposureChanged);
+}
+
+void DataBox::setupSpectra()
+{
+    ui_->SelectBG->dialog()->setTitle(tr("Select BG Data"));
+    ui_->TotalI0ofI1XAFS->dialog()->setTitle(tr("Select Total I0 of I1"));
+    ui_->TotalI0ofI0XAFS->dialog()->setTitle(tr("Select Total I0 of I0"));
+    connect(ui_->ShowBG, &QPushButton::clicked, this, &DataBox::showBg);
+    using Row = XafsFileSelect;
+    connect(ui_->SelectBG, &Row::newFile, this, &DataBox::bgSelected);
+    connect(ui_->SelectBG, &Row::cleared, this, &DataBox::bgCleared);
+    connect(ui_->TotalI0ofI1XAFS, &Row::newFile, this, &DataBox::totalI0ofI1Selected);
+    connect(ui_->TotalI0ofI1XAFS, &Row::cleared, this, &DataBox::totalI0ofI1Cleared);
+    connect(ui_->TotalI0ofI0XAFS, &Row::newFile, this, &DataBox::totalI0ofI0Selected);
+    connect(ui_->TotalI0ofI0XAFS, &Row::cleared, this, &DataBox::totalI0ofI0Cleared);
+}
+
+SelectDataFiles* DataBox::i1Row() const
+{
+    return ui_->SelectI1Files;
+}
+
+SelectDataFiles* DataBox::i0Row() const
+{
+    return ui_->SelectI0Files;
+}
+
+double DataBox::darkExposure() const
+{
+    return ui_->DarkExpTime->text().toDouble();
+}
+
+void DataBox::showDark(const QString& fname, double exposureMs)
+{
+    ui_->DarkFileName->setText(fname);
+    ui_->DarkExpTime->setText(fieldText(exposureMs));
+}
+
+void DataBox::clearDarkName()
+{
+    ui_->DarkFileName->clear();
+}
+
+void DataBox::clearBg()
+{
+    ui_->SelectBG->clear();
+}
+
+void DataBox::clearTotalI0ofI1()
+{
+    ui_->TotalI0ofI1XAFS->clear();
+}
+
+void DataBox::clearTotalI0ofI0()
+{
+    ui_->TotalI0ofI0XAFS->clear();
+}

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "spectrum/SuggestElm.h"
+
+#include <QGroupBox>
+
+#include <memory>
+
+class Ui_SpectrumBox;
+
+/// What a block spectrum is formed and normalised by, as the user has set it.
+struct SpectrumSettings
+{
+    int halfX = 0; ///< of the averaging block [pixels]
+    int halfY = 0;
+    bool useI0 = false;
+    bool fluorescence = false;
+    SuggestElm elm;
+    bool suggestForRefs = false; ///< the suggestion goes for the references too
+    bool holdGap = false;
+};
+
+/// The fields that say how the spectrum of a block is formed and where its edge is looked for. The
+/// energy of the suggested edge follows element and edge, until it is overruled.
+///
+/// Numbers typed as text that can't be read count as 0. Each setter sets its control as by hand,
+/// but text that comes from a setter tells no change.
+class SpectrumBox : public QGroupBox
+{
+    Q_OBJECT
+public:
+    explicit SpectrumBox(QWidget* parent = nullptr);
+    ~SpectrumBox() override;
+
+    SpectrumSettings settings() const;
+
+    void setHalfX(int pixels);
+    void setHalfY(int pixels);
+    void setUseI0(bool f);
+    void setFluorescence(bool f);
+    void setUseSuggestion(bool f);
+    void setElement(const QString& symbol);
+    /// Edge 0..3 as in SuggestElm; false, with nothing done, for any other.
+    bool setEdge(int edge);
+    // Energies [eV], the ranges' relative to the edge.
+    void setEdgeEnergy(const QString& eV);
+    void setPreEnd(const QString& eV);
+    void setPostStart(const QString& eV);
+    void setThJump(double sigmas);
+    void setSuggestForRefs(bool f);
+    void setHoldGap(bool f);
+
+Q_SIGNALS:
+    /// The user is through with a field, or a switch or the edge is another.
+    void changed();
+    void holdGapChanged(bool f); ///< comes before changed()
+
+private:
+    SuggestElm suggestElm() const;
+    void refreshEdgeEnergy();
+    void newElmSuggested();
+    void newEdgeSuggested();
+
+    std::unique_ptr<Ui_SpectrumBox> ui_;
+};
