@@ -247,11 +247,6 @@ bool Analyzer::displaysOnTime() const
     return ui_->DispOnTime->isChecked();
 }
 
-bool Analyzer::ownWeights() const
-{
-    return walkOwnWeights_;
-}
-
 void Analyzer::setOwnWeights(bool f)
 {
     ui_->OwnWeights->setChecked(f);
@@ -321,11 +316,11 @@ void Analyzer::takeInSingleFits()
     QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
 }
 
-void Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
+LcfRequest Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
 {
     takeInSingleFits();
-    walkOwnWeights_ = ui_->OwnWeights->isChecked();
-    const LcfRequest request = lcfRequest(sElm, scan);
+    LcfRequest request = lcfRequest(sElm, scan);
+    request.ownWeights = ui_->OwnWeights->isChecked();
     markLeftOut(request);
     const LcfPlan plan(request);
     for (const LcfNote& note : plan.notes()) {
@@ -333,16 +328,12 @@ void Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
                                   .arg(note.row)
                                   .arg(refs_.at(note.row)->fileName(), note.text);
     }
+    return request;
 }
 
-void Analyzer::analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm,
-                             const ReadRange& scan)
+void Analyzer::analyzeInWalk(const AnalysisRequest& request)
 {
-    AnalysisRequest complete = request;
-    complete.lcf = walkAnalysisSelected();
-    complete.lcfConditions = lcfRequest(sElm, scan);
-    complete.lcfConditions.ownWeights = walkOwnWeights_;
-    Q_EMIT analyzeSpectrum0(complete);
+    Q_EMIT analyzeSpectrum0(request);
 }
 
 void Analyzer::analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)

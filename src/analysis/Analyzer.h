@@ -54,8 +54,6 @@ public:
     /// Maps are to be painted after each row of a walk.
     bool displaysOnTime() const;
 
-    /// In the walk begun last the residual is that of each position's own fit.
-    bool ownWeights() const;
     /// Curves whose lines come too close are continued by the step in fits.
     void setHoldGap(bool f);
     /// How far a fit reads a spectrum, in words: where its values are continued, or that it can not
@@ -71,11 +69,11 @@ public:
     void analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
     /// Before a walk over spectra of these energies: takes in every single fit under way, so that
     /// the rows' weights do not depend on which of the two threads is faster, and tells of
-    /// references that are left out or continued, a log line each.
-    void beginWalk(const SuggestElm& sElm, const ReadRange& scan);
-    /// Adds the panel's conditions to a request of a walk and sends it.
-    void analyzeInWalk(const AnalysisRequest& request, const SuggestElm& sElm,
-                       const ReadRange& scan);
+    /// references that are left out or continued, a log line each. Gives the conditions of the
+    /// walk.
+    LcfRequest beginWalk(const SuggestElm& sElm, const ReadRange& scan);
+    /// Sends a request of a walk.
+    void analyzeInWalk(const AnalysisRequest& request);
 
     /// The window of the spectrum that is analysed: with it the references in use, in the order of
     /// their rows, and behind them the fit. It is closed and deleted with the panel.
@@ -166,6 +164,5 @@ private:
     SuggestElm lastSElm_;
     EdgeHint hint_; ///< of the rows
     bool contAccess_ = false;
-    bool walkOwnWeights_ = false; ///< of the walk begun last
     bool holdGap_ = true;
 };

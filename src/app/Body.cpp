@@ -53,6 +53,9 @@ Body::Body(QWidget* parent)
     saveBox_ = ui_->SaveGroup;
     imageBox_ = ui_->ImageGroup;
     theColorBar = imageBox_->bar();
+    calibCtrl_ = new CalibCtrl;
+    reader_ = std::make_unique<SourceReader>(
+        SourceReader::Parts{data_, shiftMap_, *dataBox_, *spectrumBox_, *imageBox_, *calibCtrl_});
     i1_.data = &data_.i1;
     i1_.row = dataBox_->i1Row();
     i0_.data = &data_.i0;
@@ -311,11 +314,6 @@ void Body::startConfigBatch()
         qDebug().noquote() << line;
     qDebug() << banner;
     Q_EMIT batchCtrl_->doDispatchConfigCmds(lines.join(QLatin1Char('\n')));
-}
-
-SuggestElm Body::suggestElm() const
-{
-    return spectrumBox_->settings().elm;
 }
 
 /// References and standard are normalised anew when the suggestion is another.

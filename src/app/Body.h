@@ -3,7 +3,9 @@
 #include "analysis/AnalyzeProc.h"
 #include "batch/CmdLine.h"
 #include "calibration/CalibBlock.h"
+#include "calibration/ShiftMap.h"
 #include "calibration/ShiftMapFile.h"
+#include "conduct/SourceReader.h"
 #include "image/BlockSpectrum.h"
 #include "image/LoadTiff.h"
 #include "image/Measurement.h"
@@ -75,28 +77,13 @@ public:
     const TiffStack& i0Stack() const { return data_.i0.images; }
     Analyzer* analyzer() const { return analyzer_; }
 
-    /// Spectrum of (energy, mu) of the block round (x, y) under the form's conditions; empty
-    /// outside the image.
-    Spectrum rawXafsAt(int x, int y, int halfX, int halfY) const;
-    /// The same for the box (x1, y1)-(x2, y2), through its middle and half its sides.
-    Spectrum rawXafsOfBox(int x1, int y1, int x2, int y2) const;
-    /// (energy, sum of I1 over the block), without dark or I0.
-    Spectrum rawI1At(int x, int y, int halfX, int halfY) const;
+    const SourceReader& reader() const { return *reader_; }
 
     /// Sections of the current image of I1 (useI1, as absorption with the I0 stack) or of I0 (plain
     /// sums), with blocks of half widths hw, vw: along row y, points (x, value), and along column
     /// x, points (height - y, value). Empty without an image.
     Spectrum hCrossAt(int y, int hw, int vw, bool useI1) const;
     Spectrum vCrossAt(int x, int hw, int vw, bool useI1) const;
-
-    /// Energy shift [eV] of an image pixel by the shift map; 0 outside the map.
-    double energyShiftAt(int x, int y) const;
-
-    /// The form's conditions of a block spectrum.
-    BlockConditions blockConditions(int halfX, int halfY) const;
-
-    /// The suggested element as the form stands.
-    SuggestElm suggestElm() const;
 
     /// Most positions of a walk in one request; 1 is the plain walk, position by position.
     void setMaxPositionsPerRequest(int count) { maxPositionsPerRequest_ = count; }
@@ -129,7 +116,7 @@ public Q_SLOTS:
     /// Reads a shift map's file into `map`; empH tells what its head says. Reports the end of the
     /// batch's command with the ticket.
     void loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket);
-    bool askAnalyzeCond(AnalyzeCond& ac) const;
+    bool askAnalyzeCond(AnalyzeCond& ac) const { return reader_->askAnalyzeCond(ac); }
     void cBarUpdating();
     void cBarUpdated();
     void onMouseMovedInDispA();
@@ -218,27 +205,21 @@ private:
         int jobsDone = 0;      ///< while behind jobsSent a load is under way, and plots stay quiet
     };
 
-    /// Positions sent to the analysis worker and not yet recorded.
-    struct PendingRequest
-    {
-        WalkRun run;
-        QVector<int> activeRows; ///< reference row of each fitted weight
-    };
-
     /// The state of a walk over the map.
     struct Walk
     {
         bool running = false; ///< the flag that keeps a second walk from starting
         int number = 0;       ///< tells results of this walk from those of an earlier one
         int sent = 0;
-        WalkRuns runs; ///< the positions not yet sent
+        SharedSource source;
+        LcfRequest conditions;   ///< with copies of the rows, all as they stood at its start
+        QVector<int> activeRows; ///< reference row of each fitted weight
+        WalkRuns runs;           ///< the positions not yet sent
         int positionsPerRequest = 1;
-        double formingMs = 0.0; ///< time to form the spectra of the last request, a position [ms]
-        int ticket = 0;         ///< of the batch command that started it
-        QQueue<PendingRequest> pending;
-        ReadRange scan; ///< energies of the I1 images
-        bool ownWeights = false;
-        double zansa = 0.0; ///< residual of the last position that was fitted
+        double formingMs = 0.0;  ///< time to form the spectra of the last request, a position [ms]
+        int ticket = 0;          ///< of the batch command that started it
+        QQueue<WalkRun> pending; ///< sent to the worker and not yet recorded
+        double zansa = 0.0;      ///< residual of the last position that was fitted
         OutcomeCounts outcomes;
     };
 
@@ -247,22 +228,11 @@ private:
     {
         bool running = false;
         CalibStatistics statistics;
-        XafsSpectrum standard; ///< as it was at the start, its values continued where lines cross
+        SharedSource source; ///< the images, the standard and the conditions are those of its start
+        CalibConditions conditions;
+        XafsSpectrum standard; ///< its values continued where lines cross
+        AnalyzeCond at;        ///< the next position
         QVector<int> waiting;  ///< tickets of the batch commands that wait for its end
-    };
-
-    /// All that makes up an energy shift map; without shifts there is none.
-    struct ShiftMap
-    {
-        QVector<double> shifts; ///< [eV], row by row; nan where there is none
-        AnalyzeCond walk;
-        QPoint origin;                ///< on the detector
-        double edgeE = 0.0;           ///< at which it was read [eV]
-        bool interrupted = false;     ///< its calibration was stopped
-        double min = runningMinStart; ///< of the positions that have a shift [eV]
-        double max = runningMaxStart;
-        std::optional<CalibStatistics> statistics; ///< of its calibration, when that was completed
-        QString fileName; ///< of which it was read, or under which it was saved
     };
 
     // Body.cpp
@@ -314,22 +284,21 @@ private:
     void tellCalibrationDoubts() const;
     CalibConditions calibConditions() const;
     void stopCalibration(const QString& why = stoppedText());
+    void stopWorkOn(const Stack& stack, const QString& what);
     void leaveCalibration(const QStringList& faults);
     void waitForCalibration(int ticket);
     bool calibrationHasBegun() const;
 
     // BodyShiftMap.cpp
-    ShiftMap shiftMapInForce() const;
     void putInForce(const ShiftMap& shiftMap);
     void leaveMapInForce();
     void keepAsFormer(const ShiftMap& shiftMap);
-    void setMapInterrupted(bool f);
-    void setMapStatistics(const std::optional<CalibStatistics>& statistics);
+    void tellShiftMap();
     double edgeOfMap() const;
     ShiftMapRecord mapRecord(const Analyzed2DRes& map, double edge) const;
-    void readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
-    bool acceptsMapSize(const EMPHeader& empH);
-    void takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts);
+    std::optional<ShiftMap> readMap(const QString& fname, EMPHeader& empH, bool inForce) const;
+    QString sizeFault(const EMPHeader& empH) const;
+    void takeInForce(const ShiftMap& loaded);
 
     // BodyStacks.cpp
     void clearStack(Stack& stack);
@@ -360,9 +329,6 @@ private:
     void tellEnergyDoubts(Stack& stack);
 
     // BodyCursor.cpp
-    int halfWidthX() const;
-    int halfWidthY() const;
-    int targetBackground() const;
     const TiffData* currentImage(const Stack& stack) const;
     double darkLevel(const Stack& stack, int x, int y) const;
     SectionSource sectionSource(const TiffData& image, bool useI1) const;
@@ -386,7 +352,6 @@ private:
 
     // BodyDark.cpp
     void setDarkArea(Stack& stack);
-    double darkFactor(const Stack& stack) const;
     void fillDarkAverages(Stack& stack);
     void refillDarkAverages(Stack& stack);
     void newExposure(Stack& stack);
@@ -395,18 +360,14 @@ private:
     static bool loadTotalI0(XafsSpectrum& total, const QString& fname);
 
     // BodyAnalysis.cpp
-    QString areaFault(AnalyzeCond& ac) const;
     void startWalk(int ticket);
     QString walkFault(AnalyzeCond& cond) const;
     void stopWalk(const QString& why);
-    ReadRange scanRange() const;
     void prepareMaps(const AnalyzeCond& cond);
     void sendNextRequest();
-    QVector<XafsSpectrum> rawSpectraOf(const WalkRun& run) const;
-    void recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
-                            const LcfResult& result);
+    void recordResForAPoint(const AnalyzeCond& at, const LcfResult& result);
     void adaptRequestSize(double workerMs, int positions);
-    void recordRequest(const PendingRequest& pending, const AnalysisResult& result);
+    void recordRequest(const WalkRun& run, const AnalysisResult& result);
     double residualToRecord(const LcfResult& result);
     void finishRow(const AnalyzeCond& at);
     void endWalk();
@@ -427,12 +388,11 @@ private:
     std::unique_ptr<BatchDispatcher> dispatcher_;
 
     Measurement data_;
+    std::unique_ptr<SourceReader> reader_;
     Stack i1_;
     Stack i0_;
     SharedImage shownImage_; ///< image of a stack in the image area, or null
     Analyzed2DRes energyShiftMap_;
-    int mapX0_ = 0; ///< detector origin of the energy shift map
-    int mapY0_ = 0;
     int curX_ = 0; ///< image pixel of the last mouse position
     int curY_ = 0;
 
@@ -454,16 +414,13 @@ private:
     bool mapsInterrupted_ = false; ///< the last walk ended before its last position
     WrittenMaps writtenMaps_;
     Calibration calibration_;
-    AnalyzeCond calibIter_;    ///< walk that filled the energy shift map
-    XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
-    double mapEdgeE_ = 0.0;    ///< edge at which the map was read [eV]
-    bool mapInterrupted_ = false;
-    std::optional<CalibStatistics> mapStatistics_; ///< of the calibration that filled the map
-    ShiftMap replacedMap_;                         ///< by the running calibration
-    std::unique_ptr<ShiftMap> formerMap_;          ///< null as long as no map was replaced
-    bool keepsWindows_ = false;                    ///< places of windows are written at the end
-    bool finishesWhenIdle_ = false;                ///< an unattended run is through
-    bool closing_ = false;            ///< the window is closed: no command is run any more
-    QVector<Analyzed2DRes*> resMaps_; ///< [kind of map][reference row], not owned
+    XafsSpectrum stdSpectrum_;          ///< copy of the panel's standard
+    ShiftMap shiftMap_;                 ///< the one in force
+    ShiftMap replacedMap_;              ///< by the running calibration
+    std::optional<ShiftMap> formerMap_; ///< none as long as no map was replaced
+    bool keepsWindows_ = false;         ///< places of windows are written at the end
+    bool finishesWhenIdle_ = false;     ///< an unattended run is through
+    bool closing_ = false;              ///< the window is closed: no command is run any more
+    QVector<Analyzed2DRes*> resMaps_;   ///< [kind of map][reference row], not owned
     int maxPositionsPerRequest_ = 4096;
 };

@@ -30,31 +30,13 @@ constexpr int firstRequestPositions = 16;
 /// Share of the value range, at its top and bottom, in which the deglitch filter may act.
 constexpr double deglitchRangeRatio = 0.1;
 
+/// Energies that the source's spectra span.
+ReadRange scanOf(const WalkSource& source)
+{
+    return {source.leastEnergy(), source.greatestEnergy()};
+}
+
 } // namespace
-
-bool Body::askAnalyzeCond(AnalyzeCond& ac) const
-{
-    return areaFault(ac).isEmpty();
-}
-
-/// Fills ac with the walk over the selected area; why there is none to walk over, or an empty text.
-QString Body::areaFault(AnalyzeCond& ac) const
-{
-    if (data_.i1.images.isEmpty())
-        return QStringLiteral("no I1 images");
-    const TiffData& first = *data_.i1.images.first();
-    const QRectF area = imageBox_->area()->hasSelection() ? imageBox_->area()->selectedArea()
-                                                          : QRectF(QPointF(), data_.size);
-    ac = AnalyzeCond(first.width, first.height, halfWidthX(), halfWidthY(), area, -1, -1);
-    const AnalyzeCond selected = ac;
-    if (ac.cutToImage())
-        return {};
-    return QStringLiteral("the selected area (%1, %2)-(%3, %4) has no pixel of the image")
-        .arg(selected.x0)
-        .arg(selected.y0)
-        .arg(selected.x1)
-        .arg(selected.y1);
-}
 
 /// The button that starts a walk also stops it.
 void Body::start2DAnalysis()
@@ -76,14 +58,14 @@ void Body::startWalk(int ticket)
         endCommand(ExCmdAnalyzerExecLCF, ticket, {});
         return;
     }
-    analyzer_->beginWalk(suggestElm(), scanRange());
     const int number = walk_.number + 1;
     walk_ = Walk();
     walk_.running = true;
     walk_.number = number;
     walk_.ticket = ticket;
-    walk_.scan = scanRange();
-    walk_.ownWeights = analyzer_->ownWeights();
+    walk_.source = reader_->frozen();
+    walk_.conditions = analyzer_->beginWalk(walk_.source->elm, scanOf(*walk_.source));
+    walk_.activeRows = analyzer_->activeRows();
     walk_.positionsPerRequest = qMin(firstRequestPositions, maxPositionsPerRequest_);
     setMapsInterrupted(false);
     analyzer_->setContAccess(true);
@@ -100,25 +82,17 @@ void Body::startWalk(int ticket)
 /// text.
 QString Body::walkFault(AnalyzeCond& cond) const
 {
-    QString why = areaFault(cond);
+    QString why = reader_->areaFault(cond);
     if (!why.isEmpty())
         return why;
     if (!analyzer_->walkAnalysisSelected())
         return QStringLiteral("no analysis selected");
     // The fits are the only analysis that walks: without them there is nothing left to run.
-    if (!analyzer_->canFit(suggestElm(), scanRange()))
+    const WalkSource source = reader_->source();
+    if (!analyzer_->canFit(source.elm, scanOf(source)))
         return QStringLiteral("LCF is left out, no reference in use has a point inside the fitting "
                               "range and the scan");
     return {};
-}
-
-/// Least and greatest energy of the I1 images, which there must be. [eV]
-ReadRange Body::scanRange() const
-{
-    const auto [least, greatest] = std::minmax_element(
-        data_.i1.images.begin(), data_.i1.images.end(),
-        [](const SharedImage& a, const SharedImage& b) { return a->energy < b->energy; });
-    return {(*least)->energy, (*greatest)->energy};
 }
 
 void Body::prepareMaps(const AnalyzeCond& cond)
@@ -141,51 +115,24 @@ void Body::prepareMaps(const AnalyzeCond& cond)
     tellShowDeglitched();
 }
 
-/// Shift of an image position from the energy shift map [eV], 0 outside the map.
-double Body::energyShiftAt(int x, int y) const
-{
-    const auto onMap = [](qint64 v) { return int(qBound<qint64>(-1, v, INT_MAX)); };
-    return energyShiftMap_.valueAt(onMap(qint64(data_.origin.x()) + x - mapX0_),
-                                   onMap(qint64(data_.origin.y()) + y - mapY0_));
-}
-
-QVector<XafsSpectrum> Body::rawSpectraOf(const WalkRun& run) const
-{
-    AnalyzeCond at = run.first;
-    const BlockConditions conditions = blockConditions(at.halfX, at.halfY);
-    const SuggestElm elm = suggestElm();
-    BlockSpectra blocks({data_.i1.images, data_.i0.images}, conditions);
-    const QVector<Spectrum> raw = blocks.row(at.cx, at.stepX, run.count, at.cy);
-    const QString name = QStringLiteral("Body-AaP");
-    QVector<XafsSpectrum> spectra;
-    spectra.reserve(run.count);
-    for (const Spectrum& curve : raw) {
-        spectra.append(XafsSpectrum::unnormalized(curve, name, targetBackground(),
-                                                  energyShiftAt(at.cx, at.cy), elm));
-        at.next();
-    }
-    return spectra;
-}
-
 void Body::sendNextRequest()
 {
     if (walk_.runs.atEnd())
         return;
     QElapsedTimer timer;
     timer.start();
-    PendingRequest pending;
-    pending.run = walk_.runs.take(walk_.positionsPerRequest);
+    const WalkRun run = walk_.runs.take(walk_.positionsPerRequest);
+    walk_.pending.enqueue(run);
 
     AnalysisRequest request;
     request.walk = walk_.number;
-    request.number = walk_.sent++;
-    request.spectra = rawSpectraOf(pending.run);
+    request.spectra = walk_.source->ofRun(run);
     request.normalize = true;
-    pending.activeRows = analyzer_->activeRows();
-    walk_.pending.enqueue(pending);
-    analyzer_->analyzeInWalk(request, suggestElm(), walk_.scan);
+    request.lcf = true;
+    request.lcfConditions = walk_.conditions;
+    analyzer_->analyzeInWalk(request);
 
-    walk_.formingMs = double(timer.nsecsElapsed()) * 1e-6 / pending.run.count;
+    walk_.formingMs = double(timer.nsecsElapsed()) * 1e-6 / run.count;
 }
 
 /// Sizes the next request by the slower of the two threads.
@@ -201,39 +148,31 @@ void Body::analyzeASpectrumFinished(const AnalysisResult& result)
     // Results of a walk that was stopped, or of one before it, are not recorded.
     if (!walk_.running || result.walk != walk_.number || walk_.pending.isEmpty())
         return;
-    const PendingRequest pending = walk_.pending.dequeue();
-    recordRequest(pending, result);
-    adaptRequestSize(result.tookMs, pending.run.count);
+    const WalkRun run = walk_.pending.dequeue();
+    recordRequest(run, result);
+    adaptRequestSize(result.tookMs, run.count);
     batchCtrl_->watch().progressed();
-    if (data_.i1.images.isEmpty()) {
-        generateResImages();
-        stopWalk(stoppedText() + QLatin1String(", the I1 images are gone"));
-        return;
-    }
     sendNextRequest();
     if (walk_.pending.isEmpty())
         endWalk();
 }
 
-void Body::recordRequest(const PendingRequest& pending, const AnalysisResult& result)
+void Body::recordRequest(const WalkRun& run, const AnalysisResult& result)
 {
-    AnalyzeCond at = pending.run.first;
-    for (int k = 0; k < pending.run.count; ++k) {
-        recordResForAPoint(at, pending.activeRows, result.lcf.value(k));
+    AnalyzeCond at = run.first;
+    for (int k = 0; k < run.count; ++k) {
+        recordResForAPoint(at, result.lcf.value(k));
         if (at.next() && at.newLine)
             finishRow(at);
     }
 }
 
-void Body::recordResForAPoint(const AnalyzeCond& at, const QVector<int>& activeRows,
-                              const LcfResult& result)
+void Body::recordResForAPoint(const AnalyzeCond& at, const LcfResult& result)
 {
     const int refCount = resMaps_.size() / LCFReference::mapKinds;
-    const QVector<int>& rows = result.fitted() ? result.activeRows : activeRows;
+    const QVector<int>& rows = result.fitted() ? result.activeRows : walk_.activeRows;
     for (int k = 0; k < rows.size(); ++k) {
         const int row = rows[k];
-        if (row >= refCount)
-            continue; // a row added since the walk began has no map in it
         resMaps_[row]->setData(at.cx, at.cy, at.halfX, at.halfY, result.dMuts.value(k, 0.0));
         resMaps_[row + refCount]->setData(at.cx, at.cy, at.halfX, at.halfY,
                                           result.ratios.value(k, 0.0));
@@ -248,7 +187,7 @@ double Body::residualToRecord(const LcfResult& result)
 {
     if (result.fitted())
         walk_.zansa = result.zansa;
-    else if (walk_.ownWeights && result.outcome != Outcome::GapUnsound)
+    else if (walk_.conditions.ownWeights && result.outcome != Outcome::GapUnsound)
         walk_.zansa = 0.0;
     return walk_.zansa;
 }

@@ -15,7 +15,6 @@
 
 void Body::setupCalibration()
 {
-    calibCtrl_ = new CalibCtrl;
     windows_.append(calibCtrl_);
     connect(calibCtrl_, &CalibCtrl::newStdFileLoaded, this, &Body::newStdFile);
     connect(calibCtrl_, &CalibCtrl::standardChanged, this, &Body::newStdFile);
@@ -62,20 +61,18 @@ void Body::startCalibration()
     tellCalibrationDoubts();
     calibration_.running = true;
     calibration_.statistics = CalibStatistics();
-    calibration_.standard = comparedStandard(stdSpectrum_, calibConditions());
-    replacedMap_ = shiftMapInForce();
-    calibCtrl_->showMapFile(QString());
-    calibIter_ = walk;
+    calibration_.source = reader_->frozenForCalibration();
+    calibration_.conditions = calibConditions();
+    calibration_.standard = comparedStandard(stdSpectrum_, calibration_.conditions);
+    calibration_.at = walk;
     calibCtrl_->setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
-    energyShiftMap_.prepare(calibIter_);
-    mapEdgeE_ = 0.0;
-    setMapInterrupted(false);
-    setMapStatistics({});
+    replacedMap_ = std::exchange(shiftMap_, ShiftMap());
+    shiftMap_.prepare(walk);
     const TiffData& first = *data_.i1.images.first();
-    mapX0_ = first.x0;
-    mapY0_ = first.y0;
-    calibCtrl_->showImageGeometry({first.width, first.height}, {first.x0, first.y0});
+    shiftMap_.origin = {first.x0, first.y0};
+    energyShiftMap_.prepare(walk);
+    tellShiftMap();
     Q_EMIT doCalibNextPoint();
 }
 
@@ -83,7 +80,7 @@ void Body::startCalibration()
 /// text.
 QString Body::calibrationFault(AnalyzeCond& walk) const
 {
-    QString why = areaFault(walk);
+    QString why = reader_->areaFault(walk);
     if (why.isEmpty() && stdSpectrum_.isEmpty())
         return QStringLiteral("no standard is loaded");
     return why;
@@ -101,7 +98,7 @@ void Body::tellCalibrationDoubts() const
 
 CalibConditions Body::calibConditions() const
 {
-    CalibConditions c = calibCtrl_->conditions(suggestElm());
+    CalibConditions c = calibCtrl_->conditions(reader_->suggestElm());
     c.holdGap = spectrumBox_->settings().holdGap;
     return c;
 }
@@ -116,7 +113,8 @@ void Body::stopCalibration(const QString& why)
         << QStringLiteral("Calibration %1: %2").arg(why, calibration_.statistics.outcomes.text());
     if (calibrationHasBegun()) {
         energyShiftMap_.genImg();
-        setMapInterrupted(true);
+        shiftMap_.interrupted = true;
+        tellShiftMap();
     } else {
         putInForce(replacedMap_);
         replacedMap_ = ShiftMap();
@@ -124,12 +122,26 @@ void Body::stopCalibration(const QString& why)
     leaveCalibration({why});
 }
 
+/// A stack is about to be another than the one that a walk reads: the walk's own images stay, but
+/// its map would no longer belong to what is shown.
+void Body::stopWorkOn(const Stack& stack, const QString& what)
+{
+    const auto holds = [&](const SharedSource& source) {
+        return &stack == &i1_ || source->block.useI0;
+    };
+    const QString why = stoppedText() + QLatin1String(", ") + what;
+    if (walk_.running && holds(walk_.source))
+        stopWalk(why);
+    if (calibration_.running && holds(calibration_.source))
+        stopCalibration(why);
+}
+
 /// Whether a position of the walk is done.
 bool Body::calibrationHasBegun() const
 {
-    AnalyzeCond first = calibIter_;
+    AnalyzeCond first = calibration_.at;
     first.start();
-    return first.cx != calibIter_.cx || first.cy != calibIter_.cy;
+    return first.cx != calibration_.at.cx || first.cy != calibration_.at.cy;
 }
 
 /// `faults` are for the batch commands that wait for the end.
@@ -160,22 +172,20 @@ void Body::calibNextPoint()
 {
     if (!calibration_.running)
         return;
-    if (data_.i1.images.isEmpty()) {
-        stopCalibration(stoppedText() + QLatin1String(", the I1 images are gone"));
-        return;
-    }
     batchCtrl_->watch().progressed();
-    if (calibIter_.newLine)
-        Q_EMIT calibProgress(calibIter_.progress());
-    const int x = calibIter_.cx;
-    const int y = calibIter_.cy;
-    const BlockShift found = blockShift(rawXafsAt(x, y, calibIter_.halfX, calibIter_.halfY),
-                                        calibration_.standard, calibConditions());
-    if (calibration_.statistics.take({x, y}, found))
-        energyShiftMap_.setData(x, y, calibIter_.halfX, calibIter_.halfY, found.shift);
-    else
-        energyShiftMap_.leaveOut(x, y, calibIter_.halfX, calibIter_.halfY);
-    if (calibIter_.next())
+    AnalyzeCond& at = calibration_.at;
+    if (at.newLine)
+        Q_EMIT calibProgress(at.progress());
+    const BlockShift found = blockShift(calibration_.source->mu(at.cx, at.cy),
+                                        calibration_.standard, calibration_.conditions);
+    if (calibration_.statistics.take({at.cx, at.cy}, found)) {
+        shiftMap_.set(at, found.shift);
+        energyShiftMap_.setData(at.cx, at.cy, at.halfX, at.halfY, found.shift);
+    } else {
+        shiftMap_.leaveOut(at);
+        energyShiftMap_.leaveOut(at.cx, at.cy, at.halfX, at.halfY);
+    }
+    if (at.next())
         Q_EMIT doCalibNextPoint();
     else
         Q_EMIT doFinishCalib();
@@ -184,8 +194,9 @@ void Body::calibNextPoint()
 void Body::finishCalib()
 {
     Q_EMIT calibProgress(100.0);
-    calibration_.statistics.close(calibIter_, energyShiftMap_);
-    setMapStatistics(calibration_.statistics);
+    calibration_.statistics.close(shiftMap_.walk, energyShiftMap_);
+    shiftMap_.statistics = calibration_.statistics;
+    tellShiftMap();
     energyShiftMap_.genImg();
     logTime(QStringLiteral("End Calibration   "));
     qDebug().noquote() << "Calibration:" << calibration_.statistics.outcomes.text();

@@ -32,16 +32,6 @@ QString valueText(const TiffData& image, int x, int y)
 
 } // namespace
 
-int Body::halfWidthX() const
-{
-    return spectrumBox_->settings().halfX;
-}
-
-int Body::halfWidthY() const
-{
-    return spectrumBox_->settings().halfY;
-}
-
 const TiffData* Body::currentImage(const Stack& stack) const
 {
     return stack.data->images.value(stack.row->currentIndex()).get();
@@ -53,13 +43,8 @@ double Body::darkLevel(const Stack& stack, int x, int y) const
     double level =
         stack.data->darkAreaOn ? stack.data->darkAvg.value(stack.row->currentIndex(), 0.0) : 0.0;
     if (data_.dark)
-        level += data_.dark->pixel(x, y) * darkFactor(stack);
+        level += data_.dark->pixel(x, y) * reader_->darkFactor(*stack.data);
     return level;
-}
-
-int Body::targetBackground() const
-{
-    return calibCtrl_->targetBackgroundMode();
 }
 
 void Body::showXafsSpectrum(double x, double y)
@@ -73,20 +58,16 @@ void Body::showXafsSpectrum()
 {
     const TiffData* image = currentImage(shownStack());
     xafsView_->setMarkerEnergy(image ? image->energy : -1.0);
-    const double shift = energyShiftAt(curX_, curY_);
-    const SuggestElm elm = suggestElm();
-    const BlockConditions conditions = blockConditions(halfWidthX(), halfWidthY());
-    const XafsSpectrum spectrum(
-        rawXafs({data_.i1.images, data_.i0.images}, conditions, curX_, curY_),
-        QStringLiteral("body-show"), targetBackground(), shift, elm);
+    const WalkSource source = reader_->source();
+    const XafsSpectrum spectrum = source.spectrum(curX_, curY_, Stage::Curve);
     const bool outside = spectrum.isEmpty() && !data_.i1.images.isEmpty();
     const QString note = outside ? outcomeWords(spectrum.outcome) : analyzer_->gapNote(spectrum);
     const double dE = xafsView_->setSpectrum(spectrum, note);
     if (!walk_.running)
-        analyzer_->analyzeAndShowSpectrum(spectrum, elm);
+        analyzer_->analyzeAndShowSpectrum(spectrum, source.elm);
     imageBox_->showPosition(curX_, curY_);
-    imageBox_->showShifts(shift, dE);
-    xafsView_->setRawSpectrum(rawI1(data_.i1.images, conditions, curX_, curY_));
+    imageBox_->showShifts(source.shifts.at(curX_, curY_), dE);
+    xafsView_->setRawSpectrum(source.spectrum(curX_, curY_, Stage::Counts));
 }
 
 /// The cursor to a pixel by its numbers, whatever the view shows of it.
@@ -132,14 +113,14 @@ void Body::showSections(int x, int y)
 
 void Body::showImageSections(int x, int y)
 {
+    const SpectrumSettings settings = spectrumBox_->settings();
     const bool useI1 = imageBox_->choice() == ShowDataId;
     QString axis = QStringLiteral("I0");
     if (useI1)
-        axis = spectrumBox_->settings().fluorescence ? QStringLiteral("I1 / I0")
-                                                     : QStringLiteral("ln(I0 / I1)");
+        axis = settings.fluorescence ? QStringLiteral("I1 / I0") : QStringLiteral("ln(I0 / I1)");
     // The width field goes to the half width in y of the upright section, on purpose.
-    imageBox_->setSections(hCrossAt(y, sectionHalfWidth, halfWidthY(), useI1).points,
-                           vCrossAt(x, sectionHalfWidth, halfWidthX(), useI1).points, axis);
+    imageBox_->setSections(hCrossAt(y, sectionHalfWidth, settings.halfY, useI1).points,
+                           vCrossAt(x, sectionHalfWidth, settings.halfX, useI1).points, axis);
 }
 
 /// The map's values themselves: they are those of blocks already.
@@ -216,11 +197,12 @@ void Body::draw(QPainter* p)
     imageBox_->showBoxSize(selected);
     if (!area.currentImage())
         return;
+    const SpectrumSettings settings = spectrumBox_->settings();
     ImageOverlay overlay;
     overlay.x = curX_;
     overlay.y = curY_;
-    overlay.bandWidth = halfWidthX();
-    overlay.bandHeight = halfWidthY();
+    overlay.bandWidth = settings.halfX;
+    overlay.bandHeight = settings.halfY;
     overlay.imageWidth = shownSize().width();
     overlay.imageHeight = shownSize().height();
     if (selected)

@@ -14,45 +14,6 @@
 
 #include <QDebug>
 
-BlockConditions Body::blockConditions(int halfX, int halfY) const
-{
-    const SpectrumSettings settings = spectrumBox_->settings();
-    BlockConditions conditions;
-    conditions.halfX = halfX;
-    conditions.halfY = halfY;
-    conditions.imageWidth = data_.size.width();
-    conditions.imageHeight = data_.size.height();
-    conditions.useI0 = settings.useI0;
-    conditions.fluorescence = settings.fluorescence;
-    conditions.dark = data_.dark;
-    // The texts of the line edits, so that the user can overrule the files' exposure.
-    conditions.darkExposure = dataBox_->darkExposure();
-    conditions.i1Exposure = i1_.row->exposureText().toDouble();
-    conditions.i0Exposure = i0_.row->exposureText().toDouble();
-    conditions.i1DarkAreaOn = i1_.data->darkAreaOn;
-    conditions.i0DarkAreaOn = i0_.data->darkAreaOn;
-    conditions.i1DarkAvg = i1_.data->darkAvg;
-    conditions.i0DarkAvg = i0_.data->darkAvg;
-    conditions.totalI0Loaded = !data_.totalI0ofI1.isEmpty();
-    conditions.totalI0 = data_.totalI0ofI1.i0Spectrum;
-    return conditions;
-}
-
-Spectrum Body::rawXafsAt(int x, int y, int halfX, int halfY) const
-{
-    return rawXafs({data_.i1.images, data_.i0.images}, blockConditions(halfX, halfY), x, y);
-}
-
-Spectrum Body::rawXafsOfBox(int x1, int y1, int x2, int y2) const
-{
-    return rawXafsAt((x1 + x2) / 2, (y1 + y2) / 2, (x2 - x1) / 2, (y2 - y1) / 2);
-}
-
-Spectrum Body::rawI1At(int x, int y, int halfX, int halfY) const
-{
-    return rawI1(data_.i1.images, blockConditions(halfX, halfY), x, y);
-}
-
 void Body::selectedDark(const QString& fname)
 {
     clearDark();
@@ -91,21 +52,14 @@ void Body::setDarkArea(Stack& stack)
     refreshCursor();
 }
 
-/// What the counts of the dark image are multiplied by to be those of the stack's exposure. From
-/// the texts of the line edits, so that the user can overrule the files.
-double Body::darkFactor(const Stack& stack) const
-{
-    return stack.row->exposureText().toDouble() / dataBox_->darkExposure();
-}
-
 void Body::fillDarkAverages(Stack& stack)
 {
-    stack.data->fillDarkAverages(data_.dark.get(), darkFactor(stack));
+    stack.data->fillDarkAverages(data_.dark.get(), reader_->darkFactor(*stack.data));
 }
 
 void Body::refillDarkAverages(Stack& stack)
 {
-    stack.data->refillDarkAverages(data_.dark.get(), darkFactor(stack));
+    stack.data->refillDarkAverages(data_.dark.get(), reader_->darkFactor(*stack.data));
 }
 
 /// An exposure has another text: dark counts are scaled anew.

@@ -159,7 +159,7 @@ bool Body::saveMap(const LabelledMap& map, const QString& file, MapForm form)
 void Body::tellSaved(const Analyzed2DRes& map, const QString& label, const QString& file)
 {
     writtenMaps_.add(file, label);
-    const bool complete = &map == &energyShiftMap_ ? !mapInterrupted_ && !calibration_.running
+    const bool complete = &map == &energyShiftMap_ ? !shiftMap_.interrupted && !calibration_.running
                                                    : !mapsInterrupted_ && !walk_.running;
     if (!complete)
         qDebug().noquote() << QStringLiteral("Map %1 saved as %2 is not complete: not all of its "

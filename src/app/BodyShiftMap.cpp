@@ -16,21 +16,6 @@ namespace {
 /// A map value this many eV off the common level is an outlier; fixed.
 constexpr double outlierLimit = 40.0;
 
-void fillMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts)
-{
-    map.prepare(walk);
-    int i = 0;
-    for (int y = 0; y < walk.height; ++y) {
-        for (int x = 0; x < walk.width; ++x, ++i) {
-            if (std::isnan(shifts[i]))
-                map.leaveOut(x, y, 0, 0);
-            else
-                map.setData(x, y, 0, 0, shifts[i]);
-        }
-    }
-    map.genImg();
-}
-
 } // namespace
 
 void Body::normalizeEShift()
@@ -39,6 +24,7 @@ void Body::normalizeEShift()
     energyShiftMap_.deglitch2(outlierLimit);
     energyShiftMap_.copyProc2Data();
     energyShiftMap_.genImg();
+    shiftMap_.takeFrom(energyShiftMap_);
     refreshCursor();
     logTime(QStringLiteral("End Normalize E Shift  "));
 }
@@ -58,50 +44,25 @@ void Body::leaveMapInForce()
         calibration_.running && calibrationHasBegun() && !replacedMap_.shifts.isEmpty();
     stopCalibration();
     if (!isFragment)
-        keepAsFormer(shiftMapInForce());
-}
-
-Body::ShiftMap Body::shiftMapInForce() const
-{
-    const double* shifts = energyShiftMap_.data();
-    const AnalyzeCond& size = energyShiftMap_.stepper;
-    ShiftMap map{{},
-                 calibIter_,
-                 {mapX0_, mapY0_},
-                 mapEdgeE_,
-                 mapInterrupted_,
-                 energyShiftMap_.min,
-                 energyShiftMap_.max,
-                 mapStatistics_,
-                 calibCtrl_->mapFile()};
-    if (shifts == nullptr)
-        return map;
-    map.shifts.reserve(size.width * size.height);
-    for (int y = 0; y < size.height; ++y) {
-        for (int x = 0; x < size.width; ++x, ++shifts)
-            map.shifts.append(energyShiftMap_.isLeftOut(x, y) ? qQNaN() : *shifts);
-    }
-    return map;
+        keepAsFormer(shiftMap_);
 }
 
 void Body::putInForce(const ShiftMap& shiftMap)
 {
-    mapX0_ = shiftMap.origin.x();
-    mapY0_ = shiftMap.origin.y();
-    mapEdgeE_ = shiftMap.edgeE;
-    setMapInterrupted(shiftMap.interrupted);
-    setMapStatistics(shiftMap.statistics);
-    calibCtrl_->showMapFile(shiftMap.fileName);
-    calibIter_ = shiftMap.walk;
-    if (shiftMap.shifts.isEmpty()) {
-        energyShiftMap_.clear();
-        return;
-    }
-    calibCtrl_->showImageGeometry({shiftMap.walk.width, shiftMap.walk.height}, shiftMap.origin);
-    fillMap(energyShiftMap_, shiftMap.walk, shiftMap.shifts);
-    energyShiftMap_.min = shiftMap.min;
-    energyShiftMap_.max = shiftMap.max;
-    energyShiftMap_.genImg();
+    shiftMap_ = shiftMap;
+    shiftMap_.showIn(energyShiftMap_);
+    tellShiftMap();
+}
+
+/// The panel shows what belongs to the map in force.
+void Body::tellShiftMap()
+{
+    calibCtrl_->setMapInterrupted(shiftMap_.interrupted);
+    calibCtrl_->showStatistics(shiftMap_.statistics);
+    calibCtrl_->showMapFile(shiftMap_.fileName);
+    if (!shiftMap_.isEmpty())
+        calibCtrl_->showImageGeometry({shiftMap_.walk.width, shiftMap_.walk.height},
+                                      shiftMap_.origin);
 }
 
 /// Nothing is no former map: the one that was kept before stays.
@@ -109,7 +70,7 @@ void Body::keepAsFormer(const ShiftMap& shiftMap)
 {
     if (shiftMap.shifts.isEmpty())
         return;
-    formerMap_ = std::make_unique<ShiftMap>(shiftMap);
+    formerMap_ = shiftMap;
     calibCtrl_->setFormerMap(true);
 }
 
@@ -123,30 +84,18 @@ void Body::swapFormerMap()
     stopCalibration();
     if (!formerMap_)
         return; // stopped before its first position: nothing was replaced
-    const ShiftMap current = shiftMapInForce();
+    const ShiftMap current = shiftMap_;
     putInForce(*formerMap_);
-    *formerMap_ = current;
+    formerMap_ = current;
     refreshCursor();
-}
-
-void Body::setMapInterrupted(bool f)
-{
-    mapInterrupted_ = f;
-    calibCtrl_->setMapInterrupted(f);
-}
-
-void Body::setMapStatistics(const std::optional<CalibStatistics>& statistics)
-{
-    mapStatistics_ = statistics;
-    calibCtrl_->showStatistics(statistics);
 }
 
 /// Edge [eV] at which the map's shifts become angles: the standard's, that of the field, or that at
 /// which the map was read; 0 for none.
 double Body::edgeOfMap() const
 {
-    for (const double edge :
-         {stdSpectrum_.isEmpty() ? 0.0 : stdSpectrum_.midx, calibCtrl_->edgeEV(), mapEdgeE_}) {
+    for (const double edge : {stdSpectrum_.isEmpty() ? 0.0 : stdSpectrum_.midx,
+                              calibCtrl_->edgeEV(), shiftMap_.edgeE}) {
         if (edge > 0.0 && std::isfinite(edge))
             return edge;
     }
@@ -171,23 +120,25 @@ void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
                   .arg(quoted(fname)));
         return;
     }
-    if (mapInterrupted_ || calibration_.running)
+    if (shiftMap_.interrupted || calibration_.running)
         qDebug() << "Energy shift map to save as" << fname << ": its calibration is not complete";
     const QString written = saveShiftMap(fname, mapRecord(map, edge),
                                          [&map](int x, int y) { return map.valueAt(x, y); });
-    if (!written.isEmpty())
-        calibCtrl_->showMapFile(written);
+    if (written.isEmpty() || &map != &energyShiftMap_)
+        return;
+    shiftMap_.fileName = written;
+    tellShiftMap();
 }
 
 ShiftMapRecord Body::mapRecord(const Analyzed2DRes& map, double edge) const
 {
-    const AnalyzeCond& at = calibIter_;
+    const AnalyzeCond& at = shiftMap_.walk;
     ShiftMapRecord record;
     record.recorded = recordDate();
     record.header.stdEdgeE = edge;
     record.header.spacing = calibCtrl_->crystalSpacing();
-    record.header.xOffset = mapX0_;
-    record.header.yOffset = mapY0_;
+    record.header.xOffset = shiftMap_.origin.x();
+    record.header.yOffset = shiftMap_.origin.y();
     record.header.width = at.width;
     record.header.height = at.height;
     record.header.halfX = at.halfX;
@@ -216,63 +167,69 @@ void Body::loadEMap(const QString& fname)
 /// Whatever comes of it, the end is reported.
 void Body::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket)
 {
-    readMap(fname, map, empH);
+    const bool inForce = &map == &energyShiftMap_;
+    const std::optional<ShiftMap> loaded = readMap(fname, empH, inForce);
+    if (loaded && inForce)
+        takeInForce(*loaded);
+    else if (loaded)
+        loaded->showIn(map);
     endCommand(ExCmdCalibLoadMap, ticket, {});
 }
 
-void Body::readMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
+/// The map of a file; none, with one fault line, for a file of none or of one that does not fit the
+/// images. empH tells what its head says. What is in force stays as it is, but for the panel's
+/// fields of one that is to come into force: they tell also of a map that is refused, on purpose.
+std::optional<ShiftMap> Body::readMap(const QString& fname, EMPHeader& empH, bool inForce) const
 {
     empH = EMPHeader();
     QFile file(fname);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
         fault(QStringLiteral("Can not open ") + quoted(fname));
-        return;
+        return {};
     }
     QTextStream in(&file);
     empH = readMapHeader(in);
     if (!empH.isValid) {
         fault(QStringLiteral("Invalid Energy Map Data File :  ") + quoted(fname));
-        return;
+        return {};
     }
-    calibCtrl_->showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
-    if (!acceptsMapSize(empH)) {
+    if (inForce)
+        calibCtrl_->showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
+    const QString why = sizeFault(empH);
+    if (!why.isEmpty()) {
+        fault(why);
         empH.isValid = false;
-        return;
+        return {};
     }
-    leaveMapInForce();
-    setMapInterrupted(false);
-    setMapStatistics({});
     const double typed = calibCtrl_->edgeEV();
-    mapEdgeE_ = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
-    mapX0_ = empH.xOffset;
-    mapY0_ = empH.yOffset;
+    const double edge = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
     qDebug() << "Start Reading EMP file ";
-    takeMap(map, mapWalk(empH), readMapShifts(in, empH, mapEdgeE_));
+    ShiftMap loaded = readShiftMap(in, empH, edge);
     qDebug() << "End Reading EMP file   ";
-    calibCtrl_->showMapFile(fname);
+    loaded.fileName = fname;
+    return loaded;
 }
 
-/// A map must fit the images, unless the check is off. With no images its size becomes theirs.
-bool Body::acceptsMapSize(const EMPHeader& empH)
+/// Why a map does not fit the images; empty when it does, without images, and with the check off.
+QString Body::sizeFault(const EMPHeader& empH) const
 {
-    if (!calibCtrl_->checksSize() || data_.size == QSize(empH.width, empH.height))
-        return true;
-    if (data_.i1.images.isEmpty()) {
-        data_.size = {empH.width, empH.height};
-        return true;
-    }
-    fault(QStringLiteral("Loading Energy Map size : %1 x %2 : is not matched to the "
-                         "current image size : %3 x %4")
-              .arg(empH.width)
-              .arg(empH.height)
-              .arg(data_.size.width())
-              .arg(data_.size.height()));
-    return false;
+    const QSize size(empH.width, empH.height);
+    if (!calibCtrl_->checksSize() || data_.i1.images.isEmpty() || data_.size == size)
+        return {};
+    return QStringLiteral("Loading Energy Map size : %1 x %2 : is not matched to the "
+                          "current image size : %3 x %4")
+        .arg(empH.width)
+        .arg(empH.height)
+        .arg(data_.size.width())
+        .arg(data_.size.height());
 }
 
-void Body::takeMap(Analyzed2DRes& map, const AnalyzeCond& walk, const QVector<double>& shifts)
+/// A map that was read comes into force. With no images its size becomes theirs.
+void Body::takeInForce(const ShiftMap& loaded)
 {
-    calibIter_ = walk;
-    fillMap(map, walk, shifts);
+    if (calibCtrl_->checksSize() && data_.i1.images.isEmpty())
+        data_.size = {loaded.walk.width, loaded.walk.height};
+    leaveMapInForce();
+    putInForce(loaded);
     refreshCursor();
 }

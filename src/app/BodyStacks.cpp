@@ -41,6 +41,8 @@ void Body::clearI0Files()
 
 void Body::clearStack(Stack& stack)
 {
+    if (!stack.data->images.isEmpty())
+        stopWorkOn(stack, QStringLiteral("the %1 images are gone").arg(stackName(stack)));
     // Whatever button is on, an image of the stack may still lie in the image area.
     if (stack.data->images.contains(shownImage_))
         showImage(nullptr);
@@ -118,6 +120,7 @@ bool Body::takeLoaded(Stack& stack, TiffData* image, int fNo)
         delete image;
         return false;
     }
+    stopWorkOn(stack, QStringLiteral("%1 images are added").arg(stackName(stack)));
     image->energy = stack.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
     refreshPicture(*image, *imageBox_->bar());

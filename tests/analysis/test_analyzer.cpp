@@ -205,7 +205,9 @@ private Q_SLOTS:
         AnalysisRequest request;
         request.walk = 3;
         request.spectra = QVector<XafsSpectrum>(4, sample(9.0));
-        panel.analyzeInWalk(request, {}, {});
+        request.lcf = true;
+        request.lcfConditions = panel.lcfRequest({}, {});
+        panel.analyzeInWalk(request);
         QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 2, 60000);
         const auto result = finished.last().first().value<AnalysisResult>();
         QCOMPARE(QPoint(result.walk, result.lcf.size()), QPoint(3, 4));

@@ -91,6 +91,18 @@ public:
         return std::all_of(lines.begin(), lines.end(), [this](const QString& l) { return run(l); });
     }
 
+    // What a test asks for most, without the name of who answers.
+    Spectrum rawXafsAt(int x, int y, int halfX, int halfY) const
+    {
+        return reader().rawXafsAt(x, y, halfX, halfY);
+    }
+    BlockConditions blockConditions(int halfX, int halfY) const
+    {
+        return reader().blockConditions(halfX, halfY);
+    }
+    double energyShiftAt(int x, int y) const { return reader().energyShiftAt(x, y); }
+    SuggestElm suggestElm() const { return reader().suggestElm(); }
+
     /// Energies, stacks and references of the experiment.
     bool load(const SmallExperiment& e)
     {

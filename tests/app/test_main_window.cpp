@@ -569,18 +569,18 @@ private:
         std::copy(map->data(), map->data() + n, v.begin());
         return v;
     }
-    static Analyzed2DRes* ratioMap(const Body& body, int row)
+    static Analyzed2DRes* ratioMap(const DrivenBody& body, int row)
     {
         return body.analyzer()->refs()[row]->map(1);
     }
 
-    static LcfResult singleFit(const Body& body, int x, int y)
+    static LcfResult singleFit(const DrivenBody& body, int x, int y)
     {
         const SuggestElm elm = body.suggestElm();
         const XafsSpectrum s(body.rawXafsAt(x, y, 0, 0), "single", VictLine::Straight, 0.0, elm);
         return fitLcf(s, body.analyzer()->lcfRequest(elm, {}));
     }
-    static double residual(const Body& body, int x, int y)
+    static double residual(const DrivenBody& body, int x, int y)
     {
         return body.analyzer()->zansaMap()->valueAt(x, y);
     }

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "image/BlockSpectrum.h"
+#include "maps/WalkRuns.h"
+#include "spectrum/XafsSpectrum.h"
+#include "walk/ShiftField.h"
+
+#include <memory>
+
+/// How far a position is worked out; each stage needs those before it.
+enum class Stage
+{
+    Counts, ///< sums of I1, without dark or I0
+    Mu,     ///< absorption
+    Lines,  ///< pre-edge and post-edge line, the edge, and the curve that fits compare
+    Curve,  ///< all normalised curves
+};
+
+/// All that spectra are formed and normalised by, frozen by cheap copies: the images are shared and
+/// const, the rest are values. Immutable once it is handed on: any thread reads it, and nothing
+/// that a user changes later reaches what works on it.
+struct WalkSource
+{
+    TiffStack i1; ///< with energies and shifts as they stood
+    TiffStack i0;
+    BlockConditions block; ///< half widths, dark terms, I0, fluorescence, total I0
+    ShiftField shifts;     ///< empty for a calibration
+    SuggestElm elm;
+    int background = VictLine::Straight; ///< of the positions' spectra
+
+    /// The plain form of every spectrum, of the block round (x, y): cursor, walk, calibration and
+    /// export alike. Points are (energy [eV], counts or mu); empty outside the image.
+    XafsSpectrum spectrum(int x, int y, Stage stage) const;
+
+    /// The curve of a block as spectrum(x, y, Stage::Mu) gives it.
+    Spectrum mu(int x, int y) const;
+
+    /// The spectra of consecutive positions up to Stage::Mu, with all that normalising them later
+    /// needs.
+    QVector<XafsSpectrum> ofRun(const WalkRun& run) const;
+
+    /// Least and greatest energy of the I1 images, which there must be. [eV]
+    double leastEnergy() const;
+    double greatestEnergy() const;
+
+private:
+    XafsSpectrum unnormalized(const Spectrum& curve, int x, int y) const;
+};
+
+using SharedSource = std::shared_ptr<const WalkSource>;
