@@ -231,8 +231,7 @@ private:
     {
         bool running = false; ///< the flag that keeps a second walk from starting
         int number = 0;       ///< tells results of this walk from those of an earlier one
-        int sent = 0;
-        WalkRuns runs; ///< the positions not yet sent
+        WalkRuns runs;        ///< the positions not yet sent
         int positionsPerRequest = 1;
         double formingMs = 0.0; ///< time to form the spectra of the last request, a position [ms]
         int ticket = 0;         ///< of the batch command that started it

@@ -178,7 +178,6 @@ void Body::sendNextRequest()
 
     AnalysisRequest request;
     request.walk = walk_.number;
-    request.number = walk_.sent++;
     request.spectra = rawSpectraOf(pending.run);
     request.normalize = true;
     pending.activeRows = analyzer_->activeRows();
