@@ -1,16 +1,26 @@
 #!/usr/bin/env python3
-"""Holds the includes of src/ against the order of its folders.
+"""Holds the includes of src/ against the order of its folders and of its conductors.
 
 A folder includes only itself and what stands above it, and the files of the core library include
-no header of Qt Widgets. Prints each breach as file:line and ends with code 1 when there is one.
+no header of Qt Widgets. The header made from a form belongs to one source file. In conduct/ a
+class includes only conductors that stand above it. Every source belongs to a target. Prints each
+breach as file:line and ends with code 1 when there is one.
 """
 import pathlib
 import re
 import sys
 
 # In the order of dependence.
-FOLDERS = ["common", "spectrum", "image", "maps", "display", "selection", "calibration",
-           "analysis", "registration", "output", "batch", "app"]
+FOLDERS = ["common", "spectrum", "image", "maps", "walk", "display", "batch", "selection",
+           "calibration", "analysis", "registration", "output", "conduct", "app"]
+
+# The classes of conduct/, in the order of dependence: each calls only those above it.
+CONDUCTORS = ["SourceReader", "StackConductor", "DarkConductor", "ViewConductor",
+              "CursorConductor", "WalkConductor", "CalibConductor", "AnalysisConductor",
+              "SaveConductor", "ExportConductor", "RegistrationConductor", "BatchConductor"]
+
+# Forms whose header several sources include: the main window's, until it is cut up.
+SHARED_FORMS = set()
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 TARGET_SOURCES = re.compile(r"target_sources\s*\(\s*(\w+)\s+([^)]*)\)")
@@ -44,6 +54,11 @@ def includes(path):
             yield number, match[1], match[2]
 
 
+def sources(folder):
+    """The C++ files below a folder."""
+    return sorted([*folder.rglob("*.h"), *folder.rglob("*.cpp")])
+
+
 def targets(src):
     """The files of each target, as the lists of the folders' CMake files tell."""
     files = {}
@@ -59,7 +74,7 @@ def targets(src):
 
 def order_breaches(src):
     """Includes of a folder that stands below the including file's own."""
-    for path in sorted(list(src.rglob("*.h")) + list(src.rglob("*.cpp"))):
+    for path in sources(src):
         own = path.relative_to(src).parts[0]
         if own not in FOLDERS:
             yield f"{path}:1: the folder {own} has no place in the order of folders"
@@ -71,6 +86,41 @@ def order_breaches(src):
             if folder not in FOLDERS:
                 yield f"{path}:{number}: {name} is not written from src/"
             elif FOLDERS.index(folder) > FOLDERS.index(own):
+                yield f"{path}:{number}: {own} includes {name}, which stands below it"
+
+
+def form_breaches(src):
+    """Headers made from a form that a header includes, or more than one source."""
+    places = {}
+    for path in sources(src):
+        for number, _, name in includes(path):
+            form = name.split("/")[-1]
+            if form.startswith("ui_"):
+                places.setdefault(form, []).append((path, number))
+    for form, users in places.items():
+        for path, number in users:
+            if path.suffix == ".h":
+                yield f"{path}:{number}: a header includes {form}"
+            elif len(users) > 1 and form not in SHARED_FORMS:
+                yield f"{path}:{number}: {form} is included by {len(users)} files"
+
+
+def conductor(name):
+    """The class that a file of conduct/ belongs to, or None for a helper."""
+    return max((c for c in CONDUCTORS if name.startswith(c)), key=len, default=None)
+
+
+def conductor_breaches(src):
+    """Includes of a conductor that stands below the file's own, and all those by a helper."""
+    for path in sources(src / "conduct"):
+        own = conductor(path.name)
+        for number, _, name in includes(path):
+            other = conductor(name.split("/")[-1])
+            if other is None:
+                continue
+            if own is None:
+                yield f"{path}:{number}: a helper of the conductors includes {name}"
+            elif CONDUCTORS.index(other) > CONDUCTORS.index(own):
                 yield f"{path}:{number}: {own} includes {name}, which stands below it"
 
 
@@ -105,7 +155,8 @@ def main():
         print(f"check_layers.py: no folder {src}", file=sys.stderr)
         return 2
     files = targets(src)
-    breaches = [*order_breaches(src), *core_breaches(src, files), *unlisted(src, files)]
+    breaches = [*order_breaches(src), *form_breaches(src), *conductor_breaches(src),
+                *core_breaches(src, files), *unlisted(src, files)]
     for breach in breaches:
         print(breach)
     return 1 if breaches else 0

@@ -19,7 +19,6 @@ AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& 
 {
     AnalysisResult result;
     result.walk = request.walk;
-    result.number = request.number;
     if (!request.lcf)
         return result;
     LcfPlan plan(request.lcfConditions);

@@ -10,8 +10,7 @@
 /// position, consecutive positions of a row in a walk.
 struct AnalysisRequest
 {
-    int walk = 0;   ///< number of the walk that asks, 0 for a single spectrum
-    int number = 0; ///< place of the request in its walk
+    int walk = 0; ///< number of the walk that asks, 0 for a single spectrum
     QVector<XafsSpectrum> spectra;
     /// The spectra are raw curves that the worker normalises first, each in its mode: in a walk
     /// that leaves the GUI thread free to form the next ones.
@@ -24,7 +23,6 @@ struct AnalysisRequest
 struct AnalysisResult
 {
     int walk = 0;
-    int number = 0;
     QVector<LcfResult> lcf; ///< empty unless asked for
     double tookMs = 0.0;    ///< time that the worker spent on it [ms]
 };

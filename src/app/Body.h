@@ -210,7 +210,6 @@ private:
     {
         bool running = false; ///< the flag that keeps a second walk from starting
         int number = 0;       ///< tells results of this walk from those of an earlier one
-        int sent = 0;
         SharedSource source;
         LcfRequest conditions;   ///< with copies of the rows, all as they stood at its start
         QVector<int> activeRows; ///< reference row of each fitted weight

@@ -9,8 +9,14 @@ inline QString fieldText(double v)
     return QString::number(v, 'g', 6);
 }
 
-/// An energy [eV] as fields and files hold it: the shortest text that reads back the same number.
+/// The shortest text that reads back the same number, for what is kept in files.
+inline QString shortestText(double v)
+{
+    return QString::number(v, 'g', QLocale::FloatingPointShortest);
+}
+
+/// An energy [eV] as fields and files hold it.
 inline QString energyText(double eV)
 {
-    return QString::number(eV, 'g', QLocale::FloatingPointShortest);
+    return shortestText(eV);
 }

@@ -1,8 +1,8 @@
 #include "maps/Analyzed2DRes.h"
 
+#include "common/FieldText.h"
 #include "common/SafeFile.h"
 
-#include <QLocale>
 #include <QTextStream>
 
 #include <algorithm>
@@ -55,11 +55,6 @@ float toFloat(double v)
     if (std::fabs(v) > double(std::numeric_limits<float>::max()) && std::isfinite(v))
         return std::copysign(std::numeric_limits<float>::infinity(), v > 0.0 ? 1.0F : -1.0F);
     return static_cast<float>(v);
-}
-
-QString shortest(double v)
-{
-    return QString::number(v, 'g', QLocale::FloatingPointShortest);
 }
 
 } // namespace
@@ -144,8 +139,8 @@ void Analyzed2DRes::writePoints(QTextStream& out, QChar separator) const
     AnalyzeCond walk = stepper;
     walk.start();
     do {
-        out << walk.cx << separator << walk.cy << separator << shortest(valueAt(walk.cx, walk.cy))
-            << '\n';
+        out << walk.cx << separator << walk.cy << separator
+            << shortestText(valueAt(walk.cx, walk.cy)) << '\n';
     } while (walk.next());
 }
 
@@ -157,7 +152,7 @@ void Analyzed2DRes::writeRows(QTextStream& out, QChar separator) const
         // Each row opens with its line end, the first one too, so the file begins with an empty
         // line. Deliberate.
         out << (walk.newLine ? QLatin1Char('\n') : separator)
-            << shortest(valueAt(walk.cx, walk.cy));
+            << shortestText(valueAt(walk.cx, walk.cy));
     } while (walk.next());
     out << '\n';
 }

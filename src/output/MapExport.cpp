@@ -1,6 +1,7 @@
 #include "output/MapExport.h"
 
 #include "common/Fault.h"
+#include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "common/TextItems.h"
 #include "maps/Analyzed2DRes.h"
@@ -8,7 +9,6 @@
 
 #include <QDebug>
 #include <QFileInfo>
-#include <QLocale>
 
 #include <memory>
 #include <vector>
@@ -19,11 +19,6 @@ QSize savedSize(const Analyzed2DRes& map, bool asAnalyzed)
 {
     const AnalyzeCond& walk = map.stepper;
     return asAnalyzed ? QSize(walk.columns(), walk.rows()) : QSize(walk.width, walk.height);
-}
-
-QString number(double v)
-{
-    return QString::number(v, 'g', QLocale::FloatingPointShortest);
 }
 
 bool hasNothing(const Analyzed2DRes& map, const QString& fileName, bool asAnalyzed)
@@ -40,7 +35,7 @@ QString scaleText(const Analyzed2DRes& map, const Analyzed2DRes::Scale& scale)
 {
     return QStringLiteral("Morvenkite map %1\nmin = %2\nmax = %3\n"
                           "value = min + pixel / 65535 * (max - min)\n")
-        .arg(map.name, number(scale.min), number(scale.max));
+        .arg(map.name, shortestText(scale.min), shortestText(scale.max));
 }
 
 } // namespace
@@ -70,7 +65,8 @@ bool saveMapAsTiff(Analyzed2DRes& map, const QString& fileName, const TiffSaveOp
                                              "wrapped in %5")
                                   .arg(map.wrappedSamples)
                                   .arg(map.savedSamples)
-                                  .arg(number(scale.min), number(scale.max), quoted(fileName));
+                                  .arg(shortestText(scale.min), shortestText(scale.max),
+                                       quoted(fileName));
     }
     return written;
 }

@@ -9,9 +9,6 @@
 
 namespace {
 
-/// Half width of the smoothing behind the search for the edge [points].
-constexpr int edgeSmoothing = 2;
-
 constexpr double apartLimit = 5.0;       ///< between both steepest rises [eV]
 constexpr double suggestionLimit = 20.0; ///< between the steepest slope and the suggested edge [eV]
 
@@ -56,7 +53,7 @@ SteepestRises steepestRises(const XafsSpectrum& s)
     Spectrum energies;
     for (const QPointF& p : s.points)
         energies.append(p.x(), p.x());
-    energies.genSmoothed(edgeSmoothing);
+    energies.genSmoothed(XafsSpectrum::edgeSmoothing);
     const double nan = std::numeric_limits<double>::quiet_NaN();
     SteepestRises at{nan, nan};
     double bestRise = 0.0;

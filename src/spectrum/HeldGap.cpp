@@ -2,6 +2,24 @@
 
 #include <QCoreApplication>
 
+namespace {
+
+enum Sentence
+{
+    UnsoundGap,
+    HeldAbove,
+    HeldBelow,
+    HeldOnBothSides
+};
+
+constexpr const char* sentences[] = {
+    QT_TRANSLATE_NOOP("HeldGap", "Gap unsound"),
+    QT_TRANSLATE_NOOP("HeldGap", "Gap held above %1 eV"),
+    QT_TRANSLATE_NOOP("HeldGap", "Gap held below %1 eV"),
+    QT_TRANSLATE_NOOP("HeldGap", "Gap held above %1 eV and below %2 eV")};
+
+} // namespace
+
 HeldGap::HeldGap(const XafsSpectrum& s, const ReadRange& read)
     : s_(s)
 {
@@ -87,31 +105,38 @@ Spectrum HeldGap::curve() const
     return curve;
 }
 
-QString HeldGap::text(const QString& unsound, const QString& above, const QString& below,
-                      const QString& both) const
+const char* HeldGap::sentence() const
 {
-    if (state_ == Sound)
-        return {};
     if (state_ == Unsound)
-        return unsound;
-    const auto energy = [this](int i) { return QString::number(energies_[i], 'f', 1); };
-    const bool hasAbove = firstAbove_ < energies_.size();
-    if (hasAbove && lastBelow_ >= 0)
-        return both.arg(energy(firstAbove_), energy(lastBelow_));
-    return hasAbove ? above.arg(energy(firstAbove_)) : below.arg(energy(qMax(lastBelow_, 0)));
+        return sentences[UnsoundGap];
+    if (!isHeldAbove())
+        return sentences[HeldBelow];
+    return sentences[isHeldBelow() ? HeldOnBothSides : HeldAbove];
+}
+
+QString HeldGap::withEnergies(QString text) const
+{
+    if (state_ != Held)
+        return text;
+    if (isHeldAbove())
+        text = text.arg(energies_[firstAbove_], 0, 'f', 1);
+    if (isHeldBelow())
+        text = text.arg(energies_[lastBelow_], 0, 'f', 1);
+    return text;
 }
 
 QString HeldGap::words() const
 {
-    return text(QCoreApplication::translate("HeldGap", "Gap unsound"),
-                QCoreApplication::translate("HeldGap", "Gap held above %1 eV"),
-                QCoreApplication::translate("HeldGap", "Gap held below %1 eV"),
-                QCoreApplication::translate("HeldGap", "Gap held above %1 eV and below %2 eV"));
+    if (state_ == Sound)
+        return {};
+    return withEnergies(QCoreApplication::translate("HeldGap", sentence()));
 }
 
 QString HeldGap::logText() const
 {
-    return text(QStringLiteral("gap unsound"), QStringLiteral("gap held above %1 eV"),
-                QStringLiteral("gap held below %1 eV"),
-                QStringLiteral("gap held above %1 eV and below %2 eV"));
+    if (state_ == Sound)
+        return {};
+    QString text = QLatin1String(sentence());
+    text[0] = text[0].toLower();
+    return withEnergies(text);
 }

@@ -48,7 +48,7 @@ public:
 
     /// "Gap held above 9093.0 eV", "Gap unsound", or nothing: for people, translated.
     QString words() const;
-    /// The same in English, for the log.
+    /// The same in English and without the capital, for the log.
     QString logText() const;
 
 private:
@@ -56,8 +56,10 @@ private:
     bool isInside(int i) const;
     State judge(const ReadRange& read) const;
     void findEnds();
-    QString text(const QString& unsound, const QString& above, const QString& below,
-                 const QString& both) const;
+    bool isHeldAbove() const { return firstAbove_ < energies_.size(); }
+    bool isHeldBelow() const { return lastBelow_ >= 0; }
+    const char* sentence() const;
+    QString withEnergies(QString text) const;
 
     const XafsSpectrum& s_; ///< outlives this object
     State state_ = Sound;

@@ -88,7 +88,7 @@ void XafsSpectrum::normalizeIfData(int backgroundMode, Curves curves)
 
 void XafsSpectrum::normalize(int backgroundMode, Curves curves)
 {
-    genSmoothed(2);
+    genSmoothed(edgeSmoothing);
     edgeIndex = steepestIndex();
     midx = x(edgeIndex);
     const Wavelengths lambdas =

@@ -24,6 +24,10 @@ public:
         FittedCurve
     };
 
+    /// Half width of the smoothing behind the search for the edge [points]. Energies that are set
+    /// against the smoothed curve are smoothed alike.
+    static constexpr int edgeSmoothing = 2;
+
     qint64 isMute = 1; ///< 0 after load() of a "9809" file, else 1
     QString name = QStringLiteral("No Name");
     SuggestElm sElm;

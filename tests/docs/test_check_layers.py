@@ -9,7 +9,7 @@ CHECK = sys.argv.pop(1)
 
 
 class CheckLayers(unittest.TestCase):
-    """One source tree with a core and a widget file, and one breach at a time."""
+    """One source tree with core, widget and conductor files, and one breach at a time."""
 
     def setUp(self):
         self.folder = tempfile.TemporaryDirectory()
@@ -20,7 +20,14 @@ class CheckLayers(unittest.TestCase):
         self.write("image/A.h", "#include <QImage>\n")
         self.write("image/A.cpp", '#include "image/A.h"\n')
         self.write("display/B.h", "#include <QWidget>\n")
-        self.write("display/B.cpp", '#include "display/B.h"\n#include "image/A.h"\n')
+        self.write("display/B.cpp",
+                   '#include "display/B.h"\n#include "image/A.h"\n#include "ui_B.h"\n')
+        self.write("conduct/CMakeLists.txt",
+                   "target_sources(morvenkite_widgets PRIVATE WalkConductorRun.cpp)")
+        self.write("conduct/Record.h", '#include "image/A.h"\n')
+        self.write("conduct/StackConductor.h", '#include "conduct/Record.h"\n')
+        self.write("conduct/WalkConductor.h", '#include "conduct/StackConductor.h"\n')
+        self.write("conduct/WalkConductorRun.cpp", '#include "conduct/WalkConductor.h"\n')
 
     def tearDown(self):
         self.folder.cleanup()
@@ -47,15 +54,21 @@ class CheckLayers(unittest.TestCase):
             "not from src": ("display/B.cpp", '\n\n#include "../image/A.h"\n', 3),
             "unlisted": ("display/C.cpp", "", 1),
             "no place": ("extra/D.h", "", 1),
+            "form of a header": ("display/B.h", '#include "ui_Body.h"\n', 1),
+            "form of two": ("display/C.cpp", '\n#include "ui_B.h"\n', 2, "display/B.cpp:3:"),
+            "call downwards": ("conduct/StackConductorFiles.cpp",
+                               '\n#include "conduct/WalkConductor.h"\n', 2),
+            "helper that calls": ("conduct/Record.h", '#include "conduct/StackConductor.h"\n', 1),
         }
-        for case, (name, text, line) in cases.items():
+        for case, (name, text, line, *others) in cases.items():
             with self.subTest(case):
                 self.tearDown()
                 self.setUp()
                 self.write(name, text)
                 result = self.run_check()
                 self.assertEqual(result.returncode, 1)
-                self.assertIn(f"{self.src / name}:{line}:", result.stdout)
+                for place in [f"{name}:{line}:", *others]:
+                    self.assertIn(str(self.src / place), result.stdout)
 
 
 if __name__ == "__main__":
