@@ -1,0 +1,88 @@
+#include "batch/CommandBook.h"
+
+#include "batch/CommandArgs.h"
+#include "common/Fault.h"
+#include "common/FieldText.h"
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+
+#include <utility>
+
+namespace {
+
+void enter(QLineEdit* field, const QString& text)
+{
+    field->setText(text);
+    Q_EMIT field->editingFinished();
+}
+
+void select(QComboBox* box, const QString& what, const CmdLine& cmd)
+{
+    const int index = intArg(cmd, 0);
+    if (index >= 0 && index < box->count())
+        box->setCurrentIndex(index);
+    else
+        fault(QStringLiteral("No %1 has the number %2: %3")
+                  .arg(what, QString::number(index), cmd.simplified));
+}
+
+} // namespace
+
+void CommandBook::whole(EX_CMD_ID id, QLineEdit* field)
+{
+    action(id, [field](const CmdLine& cmd) { enter(field, QString::number(intArg(cmd, 0))); });
+}
+
+void CommandBook::number(EX_CMD_ID id, QLineEdit* field)
+{
+    action(id, [field](const CmdLine& cmd) { enter(field, fieldText(doubleArg(cmd, 0))); });
+}
+
+void CommandBook::text(EX_CMD_ID id, QLineEdit* field)
+{
+    action(id, [field](const CmdLine& cmd) { enter(field, cmd.arg(0)); });
+}
+
+void CommandBook::onOff(EX_CMD_ID id, QAbstractButton* button)
+{
+    action(id, [button](const CmdLine& cmd) { button->setChecked(onArg(cmd, 0)); });
+}
+
+void CommandBook::choose(EX_CMD_ID id, QComboBox* box, const QString& what)
+{
+    action(id, [box, what](const CmdLine& cmd) { select(box, what, cmd); });
+}
+
+void CommandBook::action(EX_CMD_ID id, Action act)
+{
+    bind(id, [act = std::move(act)](const CmdLine& cmd, CommandEnd end) {
+        act(cmd);
+        return end;
+    });
+}
+
+void CommandBook::later(EX_CMD_ID id, Start start)
+{
+    bind(id, [start = std::move(start)](const CmdLine& cmd, CommandEnd end) {
+        start(cmd, std::move(end));
+        return CommandEnd();
+    });
+}
+
+void CommandBook::bind(EX_CMD_ID id, Row row)
+{
+    Q_ASSERT_X(!has(id), "CommandBook", "a command is bound twice");
+    bound_.append(id);
+    rows_.emplace(id, std::move(row));
+}
+
+CommandEnd CommandBook::run(EX_CMD_ID id, const CmdLine& cmd, CommandEnd end) const
+{
+    const auto row = rows_.find(id);
+    if (row != rows_.end())
+        return row->second(cmd, std::move(end));
+    fault(QStringLiteral("Command not available in this version: ") + cmd.word);
+    return end;
+}
