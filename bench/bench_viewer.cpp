@@ -2,6 +2,7 @@
 // of I0): a mouse move, another image, new pictures of all images. Each is timed until its windows
 // are painted.
 
+#include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
 #include "display/ColorBar.h"
@@ -70,6 +71,7 @@ void mouseMove(benchmark::State& state)
 {
     Viewer viewer;
     int step = 0;
+    const ProcessorWaits waits(state);
     for (auto _ : state) {
         // Far from the last position each time: nothing of it is in the cache.
         step = (step + 397) % (viewer.area.width() * viewer.area.height());
@@ -84,6 +86,7 @@ void showImage(benchmark::State& state)
 {
     Viewer viewer;
     int number = 0;
+    const ProcessorWaits waits(state);
     for (auto _ : state) {
         number = (number + 67) % images;
         viewer.body.seekImage(number);
@@ -95,6 +98,7 @@ void rebuildAll(benchmark::State& state)
 {
     Viewer viewer;
     auto& bar = *viewer.body.findChild<ColorBar*>(QStringLiteral("CBar"));
+    const ProcessorWaits waits(state);
     for (auto _ : state) {
         bar.lowHandle = 0.25 - bar.lowHandle;
         viewer.body.cBarUpdated();

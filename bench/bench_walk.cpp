@@ -1,5 +1,6 @@
 // Walks over maps through the main window's real signals. items are positions.
 
+#include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
 
@@ -60,6 +61,7 @@ void walkLcf(benchmark::State& state)
         if (id == ExCmdAnalyzerExecLCF)
             loop.quit();
     });
+    const ProcessorWaits waits(state);
     for (auto _ : state) {
         command(body, QStringLiteral("analyzer_exec_LCF"), 1);
         loop.exec();
@@ -85,6 +87,7 @@ void calibrateChain(benchmark::State& state)
         if (id == ExCmdCalibWait)
             loop.quit();
     });
+    const ProcessorWaits waits(state);
     for (auto _ : state) {
         command(body, QStringLiteral("calib_exec"));
         command(body, QStringLiteral("calib_wait"), 1);
