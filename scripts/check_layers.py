@@ -19,9 +19,6 @@ CONDUCTORS = ["SourceReader", "StackConductor", "DarkConductor", "ViewConductor"
               "CursorConductor", "WalkConductor", "CalibConductor", "AnalysisConductor",
               "SaveConductor", "ExportConductor", "RegistrationConductor", "BatchConductor"]
 
-# Forms whose header several sources include: the main window's, until it is cut up.
-SHARED_FORMS = set()
-
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 TARGET_SOURCES = re.compile(r"target_sources\s*\(\s*(\w+)\s+([^)]*)\)")
 COMMENT = re.compile(r"#[^\n]*")
@@ -101,7 +98,7 @@ def form_breaches(src):
         for path, number in users:
             if path.suffix == ".h":
                 yield f"{path}:{number}: a header includes {form}"
-            elif len(users) > 1 and form not in SHARED_FORMS:
+            elif len(users) > 1:
                 yield f"{path}:{number}: {form} is included by {len(users)} files"
 
 
