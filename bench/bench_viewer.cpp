@@ -5,6 +5,9 @@
 #include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
+#include "conduct/BatchConductor.h"
+#include "conduct/StackConductor.h"
+#include "conduct/ViewConductor.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
@@ -50,10 +53,10 @@ public:
              {"set_band_w 10", "set_band_h 10", "Use_I0 1", "eng_calc_base_i1 8880",
               "eng_calc_delta_i1 1.25", "eng_calc_base_i0 8880", "eng_calc_delta_i0 1.25",
               "eng_calc_even_in_eng_i1 1", "eng_calc_even_in_eng_i0 1"})
-            body.execCmdSlot(CmdLine(QLatin1String(line)), false);
+            body.batch().execCmdSlot(CmdLine(QLatin1String(line)), false);
         for (int i = 0; i < images; ++i) {
-            body.loadedI1(viewerImage(i, true).release(), i);
-            body.loadedI0(viewerImage(i, false).release(), i);
+            body.stacks().loadedI1(viewerImage(i, true).release(), i);
+            body.stacks().loadedI0(viewerImage(i, false).release(), i);
         }
         body.show();
         for (QWidget* window : QApplication::topLevelWidgets()) {
@@ -89,7 +92,7 @@ void showImage(benchmark::State& state)
     const ProcessorWaits waits(state);
     for (auto _ : state) {
         number = (number + 67) % images;
-        viewer.body.seekImage(number);
+        viewer.body.view().seekImage(number);
         QCoreApplication::processEvents();
     }
 }
@@ -101,7 +104,7 @@ void rebuildAll(benchmark::State& state)
     const ProcessorWaits waits(state);
     for (auto _ : state) {
         bar.lowHandle = 0.25 - bar.lowHandle;
-        viewer.body.cBarUpdated();
+        viewer.body.view().cBarUpdated();
         QCoreApplication::processEvents();
     }
 }

@@ -3,6 +3,9 @@
 #include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
+#include "conduct/BatchConductor.h"
+#include "conduct/SourceReader.h"
+#include "conduct/StackConductor.h"
 
 #include <QCoreApplication>
 #include <QEventLoop>
@@ -18,7 +21,7 @@ void command(Body& body, const QString& text, int ticket = 0)
 {
     CmdLine line(text);
     line.ticket = ticket;
-    body.execCmdSlot(line, false);
+    body.batch().execCmdSlot(line, false);
 }
 
 /// A main window with both stacks and three references, made once.
@@ -39,8 +42,8 @@ Body& preparedBody()
         command(*body, QStringLiteral("eng_calc_even_in_eng_%1 1").arg(stack));
     }
     for (int i = 0; i < synthetic::energies; ++i) {
-        body->loadedI1(synthetic::i1Image(i).release(), i);
-        body->loadedI0(synthetic::i0Image(i).release(), i);
+        body->stacks().loadedI1(synthetic::i1Image(i).release(), i);
+        body->stacks().loadedI0(synthetic::i0Image(i).release(), i);
     }
     command(*body, QStringLiteral("Use_I0 1"));
     for (int r = 0; r < synthetic::references; ++r) {
@@ -57,7 +60,7 @@ void walkLcf(benchmark::State& state)
     command(body, QStringLiteral("set_band_w %1").arg(state.range(0)));
     command(body, QStringLiteral("set_band_h %1").arg(state.range(0)));
     QEventLoop loop;
-    QObject::connect(&body, &Body::finishBatchExec, &loop, [&loop](int id, int) {
+    QObject::connect(&body.batch(), &BatchConductor::finishBatchExec, &loop, [&loop](int id, int) {
         if (id == ExCmdAnalyzerExecLCF)
             loop.quit();
     });
@@ -67,7 +70,7 @@ void walkLcf(benchmark::State& state)
         loop.exec();
     }
     AnalyzeCond walk;
-    body.askAnalyzeCond(walk);
+    body.reader().askAnalyzeCond(walk);
     state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
 }
 
@@ -83,7 +86,7 @@ void calibrateChain(benchmark::State& state)
           QStringLiteral("calib_load_std ") + synthetic::writeReference(folder.path(), 0)})
         command(body, line);
     QEventLoop loop;
-    QObject::connect(&body, &Body::finishBatchExec, &loop, [&loop](int id, int) {
+    QObject::connect(&body.batch(), &BatchConductor::finishBatchExec, &loop, [&loop](int id, int) {
         if (id == ExCmdCalibWait)
             loop.quit();
     });
@@ -94,7 +97,7 @@ void calibrateChain(benchmark::State& state)
         loop.exec();
     }
     AnalyzeCond walk;
-    body.askAnalyzeCond(walk);
+    body.reader().askAnalyzeCond(walk);
     state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
     command(body, QStringLiteral("calib_clear_map"));
     command(body, QStringLiteral("select_region 0 0 %1 %1").arg(synthetic::side));

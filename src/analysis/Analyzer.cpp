@@ -20,14 +20,6 @@ constexpr int maxRows = 100;
 /// Places of the fixed buttons in the image group, counted behind the rows that exist at start.
 constexpr int showZId = rowsAtStart + 3;
 
-/// Row maps and fixed maps share the two pairs of scale fields: jumps the one, and weights and
-/// relative residuals the other.
-enum MapKind
-{
-    DMutKind = 0,
-    RatioKind = 1
-};
-
 constexpr QRgb fitColour = qRgb(255, 0, 255);
 
 double value(const QLineEdit* field)
@@ -52,10 +44,7 @@ Analyzer::Analyzer(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_Analyzer>())
     , view_(std::make_unique<XafsView>())
-    , zansaMap_(QStringLiteral("a2d Zansa"))
-    , dEdgeMap_(QStringLiteral("a2d dEdge"))
     , refGroup_(new QButtonGroup(this))
-    , proc_(std::make_unique<AnalyzeProc>())
 {
     ui_->setupUi(this);
     view_->setObjectName(QStringLiteral("AnalyzerView"));
@@ -72,15 +61,9 @@ Analyzer::Analyzer(QWidget* parent)
     kindGroup->addButton(ui_->SelDMut);
     kindGroup->addButton(ui_->SelRatio);
     connectForm();
-    startWorker();
 }
 
-Analyzer::~Analyzer()
-{
-    proc_->requestStop();
-    thread_.quit();
-    thread_.wait();
-}
+Analyzer::~Analyzer() = default;
 
 void Analyzer::show()
 {
@@ -110,16 +93,6 @@ void Analyzer::connectForm()
         connect(field, &QLineEdit::editingFinished, this, &Analyzer::scaleChanged);
 }
 
-void Analyzer::startWorker()
-{
-    proc_->moveToThread(&thread_);
-    connect(this, &Analyzer::analyzeSpectrum0, proc_.get(), &AnalyzeProc::analyzeSpectrum0);
-    connect(this, &Analyzer::contAccessChanged, proc_.get(), &AnalyzeProc::setContAccess);
-    connect(proc_.get(), &AnalyzeProc::finished, this, &Analyzer::analyzeSpectrumFinished);
-    connect(proc_.get(), &AnalyzeProc::newZ, this, &Analyzer::noticedNewZ);
-    thread_.start();
-}
-
 void Analyzer::addNewRef()
 {
     auto* const row = new LCFReference(ui_->RefBase);
@@ -128,14 +101,6 @@ void Analyzer::addNewRef()
     refs_.append(row);
     refGroup_->addButton(row->showButton(), refs_.size() - 1);
     addReferenceCurve();
-    // Straight into the records: an empty map needs no picture.
-    for (int kind = 0; kind < LCFReference::mapKinds; ++kind) {
-        Analyzed2DRes* const map = row->map(kind);
-        const Analyzed2DRes::Scale scale = scaleOfKind(kind);
-        map->fixedScale = ui_->FixedScale->isChecked();
-        map->fixedMin = scale.min;
-        map->fixedMax = scale.max;
-    }
     Q_EMIT rowAdded();
     connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
     connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
@@ -192,7 +157,7 @@ int Analyzer::firstUsedRow() const
 
 int Analyzer::mapKindIndex() const
 {
-    return ui_->SelRatio->isChecked() ? RatioKind : DMutKind;
+    return ui_->SelRatio->isChecked() ? 1 : 0;
 }
 
 void Analyzer::setMapKind(int k)
@@ -205,13 +170,14 @@ void Analyzer::setMapKind(int k)
         fault(QStringLiteral("No kind of map has the number %1").arg(k));
 }
 
-Analyzed2DRes* Analyzer::selectedMap()
+MapChoice Analyzer::mapChoice() const
 {
-    if (ui_->ShowZ->isChecked())
-        return &zansaMap_;
-    // Ids of rows added later are those of fixed buttons too, which were numbered first.
-    const int id = refGroup_->checkedId();
-    return id >= 0 && id < refs_.size() ? refs_.at(id)->map(mapKindIndex()) : nullptr;
+    MapChoice choice;
+    choice.imageId = refGroup_->checkedId();
+    choice.rows = refs_.size();
+    choice.zansa = ui_->ShowZ->isChecked();
+    choice.kindIndex = mapKindIndex();
+    return choice;
 }
 
 void Analyzer::setMode(int m)
@@ -307,18 +273,8 @@ void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
     Q_EMIT analyzeSpectrum0(request);
 }
 
-void Analyzer::takeInSingleFits()
-{
-    // The worker has answered all that was asked before this call is its turn; the answers wait in
-    // this thread's queue then.
-    QMetaObject::invokeMethod(
-        proc_.get(), [] {}, Qt::BlockingQueuedConnection);
-    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
-}
-
 LcfRequest Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
 {
-    takeInSingleFits();
     LcfRequest request = lcfRequest(sElm, scan);
     request.ownWeights = ui_->OwnWeights->isChecked();
     markLeftOut(request);
@@ -329,11 +285,6 @@ LcfRequest Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
                                   .arg(refs_.at(note.row)->fileName(), note.text);
     }
     return request;
-}
-
-void Analyzer::analyzeInWalk(const AnalysisRequest& request)
-{
-    Q_EMIT analyzeSpectrum0(request);
 }
 
 void Analyzer::analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
@@ -418,7 +369,7 @@ void Analyzer::setLCFStd(int no, bool use, double dE, const QString& fname, cons
 void Analyzer::selectedNewRef(int /*i*/)
 {
     Q_EMIT changedSelection();
-    tellScaleOfSelected();
+    Q_EMIT scaleAsked();
 }
 
 void Analyzer::selectedImgChanged(bool f)
@@ -439,44 +390,21 @@ void Analyzer::selectImageById(int id)
     Q_EMIT changedSelection();
 }
 
-template<typename Action>
-void Analyzer::forEachMap(Action action)
+void Analyzer::scalePolicyChanged(bool /*f*/)
 {
-    for (const LCFReference* row : qAsConst(refs_)) {
-        action(row->map(0), DMutKind);
-        action(row->map(1), RatioKind);
-    }
-    action(&zansaMap_, RatioKind);
-    action(&dEdgeMap_, RatioKind);
-}
-
-void Analyzer::tellScaleOfSelected()
-{
-    if (const Analyzed2DRes* map = selectedMap())
-        Q_EMIT scaleShown(map->scale().min, map->scale().max);
-}
-
-void Analyzer::scalePolicyChanged(bool f)
-{
-    forEachMap([f](Analyzed2DRes* map, MapKind) { map->fixedScale = f; });
     scaleChanged();
 }
 
-Analyzed2DRes::Scale Analyzer::scaleOfKind(int kind) const
+MapScales Analyzer::scales() const
 {
-    if (kind == DMutKind)
-        return {value(ui_->DMutScaleMin), value(ui_->DMutScaleMax)};
-    return {value(ui_->RatioScaleMin), value(ui_->RatioScaleMax)};
+    return {ui_->FixedScale->isChecked(),
+            {value(ui_->DMutScaleMin), value(ui_->DMutScaleMax)},
+            {value(ui_->RatioScaleMin), value(ui_->RatioScaleMax)}};
 }
 
 void Analyzer::scaleChanged()
 {
-    const Analyzed2DRes::Scale scales[] = {scaleOfKind(DMutKind), scaleOfKind(RatioKind)};
-    forEachMap([&](Analyzed2DRes* map, MapKind kind) {
-        map->setScale(scales[kind].min, scales[kind].max);
-    });
-    tellScaleOfSelected();
-    Q_EMIT changedSelection();
+    Q_EMIT scalesChanged();
 }
 
 void Analyzer::setFixedScale(bool f)

@@ -1,31 +1,28 @@
 #pragma once
 
 #include "analysis/AnalyzeProc.h"
-#include "maps/Analyzed2DRes.h"
+#include "maps/MapBook.h"
+#include "maps/MapChoice.h"
 #include "spectrum/EdgeDoubt.h"
 
 #include <QFrame>
-#include <QThread>
 
 #include <memory>
 
+class CommandBook;
 class LCFReference;
 class QButtonGroup;
 class Ui_Analyzer;
 class XafsView;
 
-/// The analysis panel: the reference rows, the conditions of the analyses, the choice of the map
-/// that the image view shows, and the analysis worker with its thread.
-///
-/// A single spectrum is sent with analyzeSpectrum() and its results come into the rows; a walk is
-/// the main window's, which sends its spectra with analyzeInWalk() and records what finished()
-/// brings.
+/// The analysis panel: the reference rows, the conditions of the analyses and the choice of the map
+/// that the image view shows. It calculates nothing and holds no map: it asks for the analysis of a
+/// spectrum, and shows here what came of it.
 class Analyzer : public QFrame
 {
     Q_OBJECT
 public:
     explicit Analyzer(QWidget* parent = nullptr);
-    /// Stops the worker within a position and waits for its thread.
     ~Analyzer() override;
 
     const QVector<LCFReference*>& refs() const { return refs_; }
@@ -40,10 +37,10 @@ public:
     /// Deliberate: it is how the batch command counts.
     void setMapKind(int k);
 
-    Analyzed2DRes* zansaMap() { return &zansaMap_; }
-    Analyzed2DRes* dEdgeMap() { return &dEdgeMap_; }
-    /// The map that the image view is to show; null when none is chosen.
-    Analyzed2DRes* selectedMap();
+    /// What the buttons say about the map that the image view is to show.
+    MapChoice mapChoice() const;
+    /// The scales of the result maps as the fields stand.
+    MapScales scales() const;
 
     /// Switches the analysis of number m on and all others off; another number changes nothing.
     void setMode(int m);
@@ -67,19 +64,18 @@ public:
     bool canFit(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Sends a single spectrum for analysis; does nothing during a walk or with no analysis on.
     void analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
-    /// Before a walk over spectra of these energies: takes in every single fit under way, so that
-    /// the rows' weights do not depend on which of the two threads is faster, and tells of
-    /// references that are left out or continued, a log line each. Gives the conditions of the
-    /// walk.
+    /// Before a walk over spectra of these energies: tells of references that are left out or
+    /// continued, a log line each. Gives the conditions of the walk.
     LcfRequest beginWalk(const SuggestElm& sElm, const ReadRange& scan);
-    /// Sends a request of a walk.
-    void analyzeInWalk(const AnalysisRequest& request);
 
     /// The window of the spectrum that is analysed: with it the references in use, in the order of
     /// their rows, and behind them the fit. It is closed and deleted with the panel.
     XafsView* view() const { return view_.get(); }
     /// Curve of the last single fit.
     const XafsSpectrum& fitResult() const { return fitResult_; }
+
+    /// The commands that set its fields and rows or show it.
+    void bindCommands(CommandBook& book);
 
     /// Hands the suggested edge to all rows; see LCFReference::setHint().
     void setHint(const EdgeHint& hint);
@@ -92,9 +88,9 @@ public Q_SLOTS:
     void setEnergyCorrection(bool f);
     void addNewRef();
     void selectedNewRef(int i);
-    /// Paints all maps by the fixed scales (f) or by the range of their values.
+    /// All maps are to be painted by the fixed scales, or by the range of their values.
     void scalePolicyChanged(bool f);
-    /// Gives all maps the scales of the fields and paints them.
+    /// The scales of the fields are others.
     void scaleChanged();
     void selectedImgChanged(bool f);
     void noticedNewZ(double z);
@@ -103,6 +99,8 @@ public Q_SLOTS:
     void setContAccess(bool f);
     /// Keeps the spectrum and analyses it.
     void analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);
+    /// Takes the worker's answer: that of a single spectrum fills the rows.
+    void analyzeSpectrumFinished(const AnalysisResult& result);
     /// Analyses the kept spectrum again, for changed references.
     void reAnalyzeSpectrum();
     void setProgress(double perCent);
@@ -120,6 +118,7 @@ Q_SIGNALS:
     void askAnalyze();
     /// A reference row was added, the last one.
     void rowAdded();
+    /// A single spectrum is to be analysed.
     void analyzeSpectrum0(const AnalysisRequest& request);
     void contAccessChanged(bool f);
     void progressChanged(double perCent);
@@ -127,8 +126,10 @@ Q_SIGNALS:
     void finished(const AnalysisResult& result);
     /// Another map is to be shown, or the shown one looks different.
     void changedSelection();
-    /// Scale of the shown map, for the colour bar.
-    void scaleShown(double min, double max);
+    /// The scales of the result maps are others.
+    void scalesChanged();
+    /// The colour bar is to tell the scale of the chosen map.
+    void scaleAsked();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -137,28 +138,17 @@ private:
     Q_DISABLE_COPY(Analyzer)
 
     void connectForm();
-    void startWorker();
-    void analyzeSpectrumFinished(const AnalysisResult& result);
+    void bindScaleCommands(CommandBook& book);
     void showFit(const LcfResult& result);
     void showFitCurve(bool f);
     void showReference(int row);
     void markLeftOut(const LcfRequest& request);
-    void takeInSingleFits();
     void addReferenceCurve();
-    void tellScaleOfSelected();
-    /// The scale that the fields give to maps of a kind.
-    Analyzed2DRes::Scale scaleOfKind(int kind) const;
-    template<typename Action>
-    void forEachMap(Action action);
 
     const std::unique_ptr<Ui_Analyzer> ui_;
     const std::unique_ptr<XafsView> view_; ///< a window of its own
-    Analyzed2DRes zansaMap_;
-    Analyzed2DRes dEdgeMap_;
-    QVector<LCFReference*> refs_; ///< children of the form
-    QButtonGroup* refGroup_;      ///< choice of the shown map
-    QThread thread_;
-    std::unique_ptr<AnalyzeProc> proc_; ///< lives in thread_
+    QVector<LCFReference*> refs_;          ///< children of the form
+    QButtonGroup* refGroup_;               ///< choice of the shown map
     XafsSpectrum spectrum_;
     XafsSpectrum fitResult_;
     SuggestElm lastSElm_;

@@ -7,8 +7,6 @@
 LCFReference::LCFReference(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_LCFReference>())
-    , maps_{new Analyzed2DRes(QStringLiteral("LCF Ref 1"), this),
-            new Analyzed2DRes(QStringLiteral("LCF Ref 2"), this)}
 {
     ui_->setupUi(this);
     forgetSpectrum();
@@ -39,11 +37,6 @@ bool LCFReference::isUsed() const
 bool LCFReference::isActive() const
 {
     return isUsed() && ui_->XFS->isFileValid();
-}
-
-Analyzed2DRes* LCFReference::map(int kind) const
-{
-    return maps_.value(kind, maps_.first());
 }
 
 QAbstractButton* LCFReference::showButton() const

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "analysis/LcfFit.h"
-#include "maps/Analyzed2DRes.h"
 #include "spectrum/ReferenceSpectrum.h"
 
 #include <QFrame>
@@ -12,7 +11,7 @@ class QAbstractButton;
 class Ui_LCFReference;
 
 /// A row of the analysis panel: one reference spectrum with its conditions, the weight that a fit
-/// gave it, and its two result maps.
+/// gave it.
 class LCFReference : public QFrame
 {
     Q_OBJECT
@@ -31,11 +30,6 @@ public:
     bool isActive() const;
     double weight() const { return weight_; }
 
-    /// Kinds of map that each row has: 0 the jump that the reference carries, 1 its weight.
-    static constexpr int mapKinds = 2;
-    /// Map of the jump that this reference carries (kind 0) or of its weight (1); that of kind 0
-    /// for any other kind.
-    Analyzed2DRes* map(int kind) const;
     /// The button that shows this row's map; belongs to the panel's group.
     QAbstractButton* showButton() const;
 
@@ -76,7 +70,6 @@ private:
 
     const std::unique_ptr<Ui_LCFReference> ui_;
     ReferenceSpectrum reference_;
-    QString leftOut_;              ///< why the fit leaves the row out, in the interface's language
-    QVector<Analyzed2DRes*> maps_; ///< children of this row
+    QString leftOut_; ///< why the fit leaves the row out, in the interface's language
     double weight_ = 0.0;
 };

@@ -8,6 +8,7 @@
 #include "common/LogRelay.h"
 #include "common/Memory.h"
 #include "common/Settings.h"
+#include "conduct/BatchConductor.h"
 
 #include <QApplication>
 #include <QDebug>
@@ -90,7 +91,8 @@ int runWindow(const Start& start, FailureCount& failures)
     QObject::connect(&signalsToEnd, &TermSignals::received,
                      [&](int number) { endWith(endedBySignal + number); });
     Body body;
-    QObject::connect(&body, &Body::finishing, qApp, &QApplication::closeAllWindows);
+    QObject::connect(&body.batch(), &BatchConductor::finishing, qApp,
+                     &QApplication::closeAllWindows);
     BatchCtrl& batch = *body.batchCtrl();
     QObject::connect(&batch, &BatchCtrl::gaveUp, &body, [&] { endWith(timedOut); });
     // A run on its own neither follows nor changes where the user had the windows.

@@ -1,5 +1,7 @@
 #include "calibration/CalibCtrl.h"
 
+#include "batch/CommandArgs.h"
+#include "batch/CommandBook.h"
 #include "common/Crystals.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
@@ -295,4 +297,22 @@ void CalibCtrl::loadEShiftMap(const QString& fname)
 void CalibCtrl::progress(double p)
 {
     ui_->Progress->setText(QStringLiteral("%1").arg(p, 5, 'f', 1));
+}
+
+void CalibCtrl::bindCommands(CommandBook& book)
+{
+    using Cmd = CmdLine;
+    book.action(ExCmdCalibShowWindow, [this](const Cmd&) { show(); });
+    book.action(ExCmdCalibLoadStd, [this](const Cmd& c) { loadStd(c.arg(0)); });
+    book.text(ExCmdCalibSetEdgeEV, ui_->EdgeEeV);
+    book.action(ExCmdCalibType, [this](const Cmd& c) { setType(intArg(c, 0)); });
+    book.action(ExCmdCalibTargetBackground,
+                [this](const Cmd& c) { setTargetBackground(intArg(c, 0)); });
+    book.action(ExCmdCalibStdBackground, [this](const Cmd& c) { setStdBackground(intArg(c, 0)); });
+    book.action(ExCmdCalibInnerRange, [this](const Cmd& c) {
+        setInnerRange(doubleArg(c, 0), doubleArg(c, 1), doubleArg(c, 2));
+    });
+    book.action(ExCmdCalibCrystal, [this](const Cmd& c) { setCrystal(intArg(c, 0)); });
+    book.onOff(ExCmdCalibStdHint, ui_->StdUseHint);
+    book.onOff(ExCmdCalibCheckSize, ui_->CheckSize);
 }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+class CommandBook;
 class LateDialog;
 class Ui_CalibCtrl;
 
@@ -49,6 +50,9 @@ public:
     void setUseHint(bool f);
     /// Takes the suggested edge of the main window. One that tells nothing new costs nothing.
     void setSuggestion(const SuggestElm& elm);
+
+    /// The commands that set its fields, read the standard or show it.
+    void bindCommands(CommandBook& book);
 
     /// Statistics of the map in force; none empties their fields.
     void showStatistics(const std::optional<CalibStatistics>& statistics);

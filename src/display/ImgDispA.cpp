@@ -124,14 +124,19 @@ const Analyzed2DRes* ImgDispA::shownMap() const
 QImage ImgDispA::viewImage() const
 {
     const QImage* shown = currentImage();
-    if (!shown || shown->isNull())
+    return shown ? viewOf(*shown) : QImage();
+}
+
+QImage ImgDispA::viewOf(const QImage& picture) const
+{
+    if (picture.isNull())
         return {};
     const QRectF view = viewWindow_.normalized();
-    const auto [left, right] = pixelsBetween(view.left(), view.right(), shown->width());
-    const auto [top, bottom] = pixelsBetween(view.top(), view.bottom(), shown->height());
+    const auto [left, right] = pixelsBetween(view.left(), view.right(), picture.width());
+    const auto [top, bottom] = pixelsBetween(view.top(), view.bottom(), picture.height());
     if (right < left || bottom < top)
         return {};
-    return shown->copy(QRect(QPoint(left, top), QPoint(right, bottom)));
+    return picture.copy(QRect(QPoint(left, top), QPoint(right, bottom)));
 }
 
 bool ImgDispA::isInSelectedArea(int x, int y) const

@@ -48,6 +48,8 @@ public:
     /// Copy of exactly the pixels in view, whole or in part; a null image without a picture or
     /// where none of it is in view.
     QImage viewImage() const;
+    /// The same of another picture of the size of what is on show.
+    QImage viewOf(const QImage& picture) const;
 
     /// The map on show; null while the image is.
     const Analyzed2DRes* shownMap() const;

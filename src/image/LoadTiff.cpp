@@ -9,6 +9,8 @@
 LoadTiff::LoadTiff(QObject* parent)
     : QObject(parent)
 {
+    qRegisterMetaType<LoadJob>();
+    qRegisterMetaType<EX_CMD_ID>("EX_CMD_ID");
     // Queued even within the thread: a direct call would nest one level per file.
     connect(this, &LoadTiff::loadNext, this, &LoadTiff::treatQues, Qt::QueuedConnection);
 }

@@ -14,7 +14,13 @@
 /// One of the two stacks with its dark area.
 struct ImageStack
 {
-    TiffStack images; ///< in loading order
+    explicit ImageStack(const QString& stackName)
+        : name(stackName)
+    {
+    }
+
+    const QString name; ///< in log lines: "I1", "I0"
+    TiffStack images;   ///< in loading order
     bool darkAreaOn = false;
     QRectF darkArea;         ///< [image pixels]
     QVector<double> darkAvg; ///< mean over the area per image, the dark image's taken off
@@ -36,9 +42,9 @@ struct ImageStack
 /// All data of the measurement.
 struct Measurement
 {
-    ImageStack i1;            ///< through the sample
-    ImageStack i0;            ///< without it
-    QSize size = {-1, 0};     ///< of the images [pixels], and
+    ImageStack i1{QStringLiteral("I1")}; ///< through the sample
+    ImageStack i0{QStringLiteral("I0")}; ///< without it
+    QSize size = {-1, 0};                ///< of the images [pixels], and
     QPoint origin;            ///< their place on the detector, both from the first I1 image
     SharedImage dark;         ///< null for none
     XafsSpectrum totalI0ofI1; ///< replaces I0; empty for none

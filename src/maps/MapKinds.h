@@ -51,6 +51,9 @@ struct MapKey
     int row = 0; ///< reference row; 0 for a kind that rows do not have
 };
 
+/// The energy shift map in force.
+constexpr MapKey shiftMapKey{MapKind::ShiftMap, 0};
+
 bool operator==(const MapKey& a, const MapKey& b);
 /// The order of saving: row by row, in each row by kind, then the maps that are no row's.
 bool operator<(const MapKey& a, const MapKey& b);

@@ -1,7 +1,11 @@
 #include "output/SaveDataCfg.h"
 
+#include "batch/CommandArgs.h"
+#include "batch/CommandBook.h"
 #include "common/FieldText.h"
 #include "ui_SaveDataCfg.h"
+
+#include <QDebug>
 
 SaveDataCfg::SaveDataCfg(QWidget* parent)
     : QFrame(parent)
@@ -101,4 +105,28 @@ void SaveDataCfg::setSaveTextAsXYVal()
 void SaveDataCfg::setSaveTextAsValValVal()
 {
     ui_->DataValValVal->setChecked(true);
+}
+
+void SaveDataCfg::bindCommands(CommandBook& book)
+{
+    using Cmd = CmdLine;
+    book.action(ExCmdSaveDataCfgShowWindow, [this](const Cmd&) { show(); });
+    book.action(ExCmdSaveDataCfgSaveAsTiff, [this](const Cmd&) {
+        qDebug() << "setting save as tiff";
+        setSaveAsTiff();
+    });
+    book.action(ExCmdSaveDataCfgSaveAsText, [this](const Cmd&) {
+        qDebug() << "setting save as text";
+        setSaveAsText();
+    });
+    book.action(ExCmdSaveDataCfgSaveAsFloatTiff, [this](const Cmd&) { setSaveAsFloatTiff(); });
+    book.onOff(ExCmdSaveDataCfgTiffFixScale, ui_->TiffFixedScale);
+    book.number(ExCmdSaveDataCfgTiffScaleMin, ui_->TiffScaleMin);
+    book.number(ExCmdSaveDataCfgTiffScaleMax, ui_->TiffScaleMax);
+    book.onOff(ExCmdSaveDataCfgTiffAsAnalyzed, ui_->TiffAsAnalyzed);
+    book.onOff(ExCmdSaveDataCfgTiffClamp, ui_->TiffClamp);
+    book.action(ExCmdSaveDataCfgTextAsCsv, [this](const Cmd&) { setSaveTextAsCSV(); });
+    book.action(ExCmdSaveDataCfgTextAsSsv, [this](const Cmd&) { setSaveTextAsSSV(); });
+    book.action(ExCmdSaveDataCfgTextAsXyz, [this](const Cmd&) { setSaveTextAsXYVal(); });
+    book.action(ExCmdSaveDataCfgTextAsVals, [this](const Cmd&) { setSaveTextAsValValVal(); });
 }

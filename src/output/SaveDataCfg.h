@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class CommandBook;
 class Ui_SaveDataCfg;
 
 /// The panel that says how the numbers of a map are saved.
@@ -19,6 +20,9 @@ public:
     MapForm form() const;
     TiffSaveOptions tiffOptions() const;
     TextSaveOptions textOptions() const;
+
+    /// The commands that set its fields or show it.
+    void bindCommands(CommandBook& book);
 
 public Q_SLOTS:
     /// Enables the settings of TIFF (f) or of text; those of the scale for 16 bits alone.

@@ -262,18 +262,6 @@
         <translation>スペクトル</translation>
     </message>
     <message>
-        <source>Save Image</source>
-        <translation>画像を保存</translation>
-    </message>
-    <message>
-        <source>Save All Images</source>
-        <translation>全画像を保存</translation>
-    </message>
-    <message>
-        <source>Save Data</source>
-        <translation>データを保存</translation>
-    </message>
-    <message>
         <source>Windows</source>
         <translation>ウィンドウ</translation>
     </message>
@@ -320,214 +308,6 @@
     <message>
         <source>Batch Ctrl.</source>
         <translation>バッチ</translation>
-    </message>
-    <message>
-        <source>Any Files (* *.*)</source>
-        <translation>すべてのファイル (* *.*)</translation>
-    </message>
-    <message>
-        <source>Tiff File (*.tif)</source>
-        <translation>TIFF ファイル (*.tif)</translation>
-    </message>
-    <message>
-        <source>Data File (*.dat)</source>
-        <translation>データファイル (*.dat)</translation>
-    </message>
-    <message>
-        <source>Spectrum at the position</source>
-        <translation>カーソル位置のスペクトル</translation>
-    </message>
-    <message>
-        <source>BG Specturm</source>
-        <translation>BG スペクトル</translation>
-    </message>
-    <message>
-        <source>Image File (*.png)</source>
-        <translation>画像ファイル (*.png)</translation>
-    </message>
-    <message>
-        <source>&amp;File</source>
-        <translation>ファイル(&amp;F)</translation>
-    </message>
-    <message>
-        <source>Open I&amp;1 Images...</source>
-        <translation>I1 画像を開く(&amp;1)...</translation>
-    </message>
-    <message>
-        <source>Open I&amp;0 Images...</source>
-        <translation>I0 画像を開く(&amp;0)...</translation>
-    </message>
-    <message>
-        <source>Open &amp;Dark Image...</source>
-        <translation>ダーク画像を開く(&amp;D)...</translation>
-    </message>
-    <message>
-        <source>Save &amp;Image...</source>
-        <translation>画像を保存(&amp;I)...</translation>
-    </message>
-    <message>
-        <source>&amp;Save Data...</source>
-        <translation>データを保存(&amp;S)...</translation>
-    </message>
-    <message>
-        <source>&amp;Quit</source>
-        <translation>終了(&amp;Q)</translation>
-    </message>
-    <message>
-        <source>&amp;View</source>
-        <translation>表示(&amp;V)</translation>
-    </message>
-    <message>
-        <source>&amp;Previous Image</source>
-        <translation>前の画像(&amp;P)</translation>
-    </message>
-    <message>
-        <source>&amp;Next Image</source>
-        <translation>次の画像(&amp;N)</translation>
-    </message>
-    <message>
-        <source>Zoom &amp;In</source>
-        <translation>拡大(&amp;I)</translation>
-    </message>
-    <message>
-        <source>Zoom &amp;Out</source>
-        <translation>縮小(&amp;O)</translation>
-    </message>
-    <message>
-        <source>&amp;Whole Image</source>
-        <translation>全体表示(&amp;W)</translation>
-    </message>
-    <message>
-        <source>&amp;Zoom to Selection</source>
-        <translation>選択範囲を拡大(&amp;Z)</translation>
-    </message>
-    <message>
-        <source>&amp;Clear Selection</source>
-        <translation>選択を解除(&amp;C)</translation>
-    </message>
-    <message>
-        <source>Set &amp;All</source>
-        <translation>全画像に適用(&amp;A)</translation>
-    </message>
-    <message>
-        <source>&amp;Windows</source>
-        <translation>ウィンドウ(&amp;W)</translation>
-    </message>
-    <message>
-        <source>&amp;Spectrum</source>
-        <translation>スペクトル(&amp;S)</translation>
-    </message>
-    <message>
-        <source>&amp;Calibration</source>
-        <translation>較正(&amp;C)</translation>
-    </message>
-    <message>
-        <source>&amp;Analyzer</source>
-        <translation>解析(&amp;A)</translation>
-    </message>
-    <message>
-        <source>Analyzer&amp;2</source>
-        <translation>解析 2(&amp;2)</translation>
-    </message>
-    <message>
-        <source>&amp;Image Processor</source>
-        <translation>画像処理(&amp;I)</translation>
-    </message>
-    <message>
-        <source>Back&amp;ground</source>
-        <translation>バックグラウンド(&amp;g)</translation>
-    </message>
-    <message>
-        <source>&amp;Batch</source>
-        <translation>バッチ(&amp;B)</translation>
-    </message>
-    <message>
-        <source>&amp;Messages</source>
-        <translation>メッセージ(&amp;M)</translation>
-    </message>
-    <message>
-        <source>Save C&amp;onfiguration</source>
-        <translation>保存設定(&amp;o)</translation>
-    </message>
-    <message>
-        <source>&amp;Batch Window</source>
-        <translation>バッチウィンドウ(&amp;B)</translation>
-    </message>
-    <message>
-        <source>&amp;Open Batch File...</source>
-        <translation>バッチファイルを開く(&amp;O)...</translation>
-    </message>
-    <message>
-        <source>&amp;Execute</source>
-        <translation>実行(&amp;E)</translation>
-    </message>
-    <message>
-        <source>&amp;Stop</source>
-        <translation>停止(&amp;S)</translation>
-    </message>
-    <message>
-        <source>&amp;Help</source>
-        <translation>ヘルプ(&amp;H)</translation>
-    </message>
-    <message>
-        <source>&amp;Gestures and Keys</source>
-        <translation>マウス操作とキー(&amp;G)</translation>
-    </message>
-    <message>
-        <source>&amp;About Morvenkite</source>
-        <translation>Morvenkite について(&amp;A)</translation>
-    </message>
-    <message>
-        <source>About Morvenkite</source>
-        <translation>Morvenkite について</translation>
-    </message>
-    <message>
-        <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
-        <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
-    </message>
-    <message>
-        <source>Energies do not rise: %1 eV (%2), then %3 eV (%4)</source>
-        <translation>エネルギーが増加していない: %1 eV (%2) の次が %3 eV (%4)</translation>
-    </message>
-    <message>
-        <source>Two images of one energy: %1 eV (%2) and %3 eV (%4)</source>
-        <translation>同じエネルギーの画像が 2 枚ある: %1 eV (%2) と %3 eV (%4)</translation>
-    </message>
-    <message>
-        <source>Save &amp;All...</source>
-        <translation>すべて保存(&amp;A)...</translation>
-    </message>
-    <message>
-        <source>Map: shift [eV]</source>
-        <translation>マップ: シフト [eV]</translation>
-    </message>
-    <message>
-        <source>Map value</source>
-        <translation>マップの値</translation>
-    </message>
-    <message>
-        <source>Select Reference %1</source>
-        <translation>参照スペクトル %1 を選択</translation>
-    </message>
-    <message>
-        <source>No energy shift map</source>
-        <translation>エネルギーシフトマップがありません</translation>
-    </message>
-    <message>
-        <source>No result map</source>
-        <translation>結果のマップがありません</translation>
-    </message>
-    <message>
-        <source>No I0 images</source>
-        <translation>I0 の画像がありません</translation>
-    </message>
-    <message>
-        <source>No I1 images</source>
-        <translation>I1 の画像がありません</translation>
-    </message>
-    <message>
-        <source>Save All</source>
-        <translation>すべて保存</translation>
     </message>
 </context>
 <context>
@@ -815,6 +595,17 @@
     <message>
         <source>Median absolute deviation: half of the shifts lie nearer to their median [eV]</source>
         <translation>中央絶対偏差: 半数のシフトは中央値からこの値以内にある [eV]</translation>
+    </message>
+</context>
+<context>
+    <name>CursorConductor</name>
+    <message>
+        <source>Map: shift [eV]</source>
+        <translation>マップ: シフト [eV]</translation>
+    </message>
+    <message>
+        <source>Map value</source>
+        <translation>マップの値</translation>
     </message>
 </context>
 <context>
@@ -1435,6 +1226,153 @@
     </message>
 </context>
 <context>
+    <name>MenuBar</name>
+    <message>
+        <source>&amp;File</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Open I&amp;1 Images...</source>
+        <translation>I1 画像を開く(&amp;1)...</translation>
+    </message>
+    <message>
+        <source>Open I&amp;0 Images...</source>
+        <translation>I0 画像を開く(&amp;0)...</translation>
+    </message>
+    <message>
+        <source>Open &amp;Dark Image...</source>
+        <translation>ダーク画像を開く(&amp;D)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;Image...</source>
+        <translation>画像を保存(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>&amp;Save Data...</source>
+        <translation>データを保存(&amp;S)...</translation>
+    </message>
+    <message>
+        <source>Save &amp;All...</source>
+        <translation>すべて保存(&amp;A)...</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>表示(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Previous Image</source>
+        <translation>前の画像(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Image</source>
+        <translation>次の画像(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>拡大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Whole Image</source>
+        <translation>全体表示(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom to Selection</source>
+        <translation>選択範囲を拡大(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>&amp;Clear Selection</source>
+        <translation>選択を解除(&amp;C)</translation>
+    </message>
+    <message>
+        <source>Set &amp;All</source>
+        <translation>全画像に適用(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;Windows</source>
+        <translation>ウィンドウ(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Spectrum</source>
+        <translation>スペクトル(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Calibration</source>
+        <translation>較正(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Analyzer</source>
+        <translation>解析(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Analyzer&amp;2</source>
+        <translation>解析 2(&amp;2)</translation>
+    </message>
+    <message>
+        <source>&amp;Image Processor</source>
+        <translation>画像処理(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Back&amp;ground</source>
+        <translation>バックグラウンド(&amp;g)</translation>
+    </message>
+    <message>
+        <source>&amp;Batch</source>
+        <translation>バッチ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Messages</source>
+        <translation>メッセージ(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Save C&amp;onfiguration</source>
+        <translation>保存設定(&amp;o)</translation>
+    </message>
+    <message>
+        <source>&amp;Batch Window</source>
+        <translation>バッチウィンドウ(&amp;B)</translation>
+    </message>
+    <message>
+        <source>&amp;Open Batch File...</source>
+        <translation>バッチファイルを開く(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>&amp;Execute</source>
+        <translation>実行(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Stop</source>
+        <translation>停止(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>ヘルプ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;Gestures and Keys</source>
+        <translation>マウス操作とキー(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;About Morvenkite</source>
+        <translation>Morvenkite について(&amp;A)</translation>
+    </message>
+    <message>
+        <source>About Morvenkite</source>
+        <translation>Morvenkite について</translation>
+    </message>
+    <message>
+        <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
+        <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
+    </message>
+</context>
+<context>
     <name>Messages</name>
     <message>
         <source>Save Messages</source>
@@ -1672,6 +1610,41 @@
     <message>
         <source>Chk Vals</source>
         <translation>値を確認</translation>
+    </message>
+</context>
+<context>
+    <name>SaveConductor</name>
+    <message>
+        <source>Save Data</source>
+        <translation>データを保存</translation>
+    </message>
+    <message>
+        <source>Save All</source>
+        <translation>すべて保存</translation>
+    </message>
+    <message>
+        <source>Image File (*.png)</source>
+        <translation>画像ファイル (*.png)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Save Image</source>
+        <translation>画像を保存</translation>
+    </message>
+    <message>
+        <source>Save All Images</source>
+        <translation>全画像を保存</translation>
+    </message>
+    <message>
+        <source>Data File (*.dat)</source>
+        <translation>データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Tiff File (*.tif)</source>
+        <translation>TIFF ファイル (*.tif)</translation>
     </message>
 </context>
 <context>
@@ -1999,6 +1972,13 @@
     </message>
 </context>
 <context>
+    <name>Shell</name>
+    <message>
+        <source>Select Reference %1</source>
+        <translation>参照スペクトル %1 を選択</translation>
+    </message>
+</context>
+<context>
     <name>SpectrumBox</name>
     <message>
         <source>Spectrum</source>
@@ -2111,6 +2091,47 @@
     <message>
         <source>Fluo. Type</source>
         <translation>蛍光法</translation>
+    </message>
+</context>
+<context>
+    <name>StackConductor</name>
+    <message>
+        <source>Energies do not rise: %1 eV (%2), then %3 eV (%4)</source>
+        <translation>エネルギーが増加していない: %1 eV (%2) の次が %3 eV (%4)</translation>
+    </message>
+    <message>
+        <source>Two images of one energy: %1 eV (%2) and %3 eV (%4)</source>
+        <translation>同じエネルギーの画像が 2 枚ある: %1 eV (%2) と %3 eV (%4)</translation>
+    </message>
+</context>
+<context>
+    <name>ViewConductor</name>
+    <message>
+        <source>No energy shift map</source>
+        <translation>エネルギーシフトマップがありません</translation>
+    </message>
+    <message>
+        <source>No result map</source>
+        <translation>結果のマップがありません</translation>
+    </message>
+    <message>
+        <source>No I0 images</source>
+        <translation>I0 の画像がありません</translation>
+    </message>
+    <message>
+        <source>No I1 images</source>
+        <translation>I1 の画像がありません</translation>
+    </message>
+</context>
+<context>
+    <name>Windows</name>
+    <message>
+        <source>Spectrum at the position</source>
+        <translation>カーソル位置のスペクトル</translation>
+    </message>
+    <message>
+        <source>BG Specturm</source>
+        <translation>BG スペクトル</translation>
     </message>
 </context>
 <context>

@@ -1,5 +1,7 @@
 #include "selection/SpectrumBox.h"
 
+#include "batch/CommandArgs.h"
+#include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/TextItems.h"
@@ -79,74 +81,40 @@ void SpectrumBox::newEdgeSuggested()
     refreshEdgeEnergy();
 }
 
-void SpectrumBox::setHalfX(int pixels)
-{
-    ui_->HWidth->setText(QString::number(pixels));
-}
-
-void SpectrumBox::setHalfY(int pixels)
-{
-    ui_->VWidth->setText(QString::number(pixels));
-}
-
-void SpectrumBox::setUseI0(bool f)
-{
-    ui_->UseI0->setChecked(f);
-}
-
-void SpectrumBox::setFluorescence(bool f)
-{
-    ui_->FluoType->setChecked(f);
-}
-
-void SpectrumBox::setUseSuggestion(bool f)
+// The energy of a suggestion comes back with each command that gives a part of it, however it was
+// overruled before.
+void SpectrumBox::useSuggestion(bool f)
 {
     ui_->UseSuggestElm->setChecked(f);
     refreshEdgeEnergy();
+    Q_EMIT changed();
 }
 
-void SpectrumBox::setElement(const QString& symbol)
+void SpectrumBox::suggestEdge(const CmdLine& cmd)
 {
-    ui_->SuggestingElm->setText(symbol);
-    newElmSuggested();
-}
-
-bool SpectrumBox::setEdge(int edge)
-{
-    if (edge < 0 || edge >= ui_->SuggestingEdge->count())
-        return false;
+    const int edge = intArg(cmd, 0);
+    if (edge < 0 || edge >= ui_->SuggestingEdge->count()) {
+        fault(QStringLiteral("No edge has the number %1: %2").arg(edge).arg(cmd.simplified));
+        return;
+    }
     ui_->SuggestingEdge->setCurrentIndex(edge);
-    // The energy may have been overruled while the edge was the same.
     refreshEdgeEnergy();
-    return true;
+    Q_EMIT changed();
 }
 
-void SpectrumBox::setEdgeEnergy(const QString& eV)
+void SpectrumBox::bindCommands(CommandBook& book)
 {
-    ui_->SuggestingEeV->setText(eV);
-}
-
-void SpectrumBox::setPreEnd(const QString& eV)
-{
-    ui_->DPreE->setText(eV);
-}
-
-void SpectrumBox::setPostStart(const QString& eV)
-{
-    ui_->DPostS->setText(eV);
-}
-
-void SpectrumBox::setThJump(double sigmas)
-{
-    ui_->ThJumpSigma->setText(fieldText(sigmas));
-}
-
-void SpectrumBox::setSuggestForRefs(bool f)
-{
-    ui_->SuggestForRefs->setChecked(f);
-}
-
-void SpectrumBox::setHoldGap(bool f)
-{
-    ui_->HoldGap->setChecked(f);
+    book.onOff(ExCmdSetFluoType, ui_->FluoType);
+    book.whole(ExCmdSetBandW, ui_->HWidth);
+    book.whole(ExCmdSetBandH, ui_->VWidth);
+    book.onOff(ExCmdUseI0, ui_->UseI0);
+    book.action(ExCmdSuggestElm, [this](const CmdLine& c) { useSuggestion(onArg(c, 0)); });
+    book.text(ExCmdSuggestingElm, ui_->SuggestingElm);
+    book.action(ExCmdSuggestingEdge, [this](const CmdLine& c) { suggestEdge(c); });
+    book.text(ExCmdSuggestingEdgeEV, ui_->SuggestingEeV);
+    book.text(ExCmdSuggestingPreEndEV, ui_->DPreE);
+    book.text(ExCmdSuggestingPostStartEV, ui_->DPostS);
+    book.number(ExCmdSuggestingThJump, ui_->ThJumpSigma);
+    book.onOff(ExCmdHoldGap, ui_->HoldGap);
+    book.onOff(ExCmdSuggestForRefs, ui_->SuggestForRefs);
 }

@@ -6,6 +6,8 @@
 
 #include <memory>
 
+class CmdLine;
+class CommandBook;
 class Ui_SpectrumBox;
 
 /// What a block spectrum is formed and normalised by, as the user has set it.
@@ -23,8 +25,7 @@ struct SpectrumSettings
 /// The fields that say how the spectrum of a block is formed and where its edge is looked for. The
 /// energy of the suggested edge follows element and edge, until it is overruled.
 ///
-/// Numbers typed as text that can't be read count as 0. Each setter sets its control as by hand,
-/// but text that comes from a setter tells no change.
+/// Numbers typed as text that can't be read count as 0.
 class SpectrumBox : public QGroupBox
 {
     Q_OBJECT
@@ -34,21 +35,8 @@ public:
 
     SpectrumSettings settings() const;
 
-    void setHalfX(int pixels);
-    void setHalfY(int pixels);
-    void setUseI0(bool f);
-    void setFluorescence(bool f);
-    void setUseSuggestion(bool f);
-    void setElement(const QString& symbol);
-    /// Edge 0..3 as in SuggestElm; false, with nothing done, for any other.
-    bool setEdge(int edge);
-    // Energies [eV], the ranges' relative to the edge.
-    void setEdgeEnergy(const QString& eV);
-    void setPreEnd(const QString& eV);
-    void setPostStart(const QString& eV);
-    void setThJump(double sigmas);
-    void setSuggestForRefs(bool f);
-    void setHoldGap(bool f);
+    /// The commands that set its fields. Each acts as an edit by hand.
+    void bindCommands(CommandBook& book);
 
 Q_SIGNALS:
     /// The user is through with a field, or a switch or the edge is another.
@@ -60,6 +48,8 @@ private:
     void refreshEdgeEnergy();
     void newElmSuggested();
     void newEdgeSuggested();
+    void useSuggestion(bool f);
+    void suggestEdge(const CmdLine& cmd);
 
     std::unique_ptr<Ui_SpectrumBox> ui_;
 };

@@ -17,49 +17,32 @@ class TestAnalyzer : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void choosesTheShownMap()
+    void tellsWhichMapIsChosen()
     {
         Analyzer panel;
         const QSignalSpy changed(&panel, &Analyzer::changedSelection);
+        const auto choice = [&] {
+            const MapChoice c = panel.mapChoice();
+            return c.zansa ? QPoint(-1, c.rows) : QPoint(c.imageId, c.kindIndex);
+        };
         const auto click = [&](const char* name) {
             panel.findChild<QAbstractButton*>(name)->click();
-            return panel.selectedMap();
+            return choice();
         };
         panel.refs().at(1)->showButton()->click();
-        QCOMPARE(panel.selectedMap(), panel.refs().at(1)->map(0));
-        QCOMPARE(click("SelRatio"), panel.refs().at(1)->map(1));
-        QCOMPARE(click("ShowZ"), panel.zansaMap());
+        QCOMPARE(choice(), QPoint(1, 0));
+        QCOMPARE(click("SelRatio"), QPoint(1, 1));
+        QCOMPARE(click("ShowZ"), QPoint(-1, 4));
         panel.selectImageById(3);
-        QCOMPARE(panel.selectedMap(), panel.refs().at(3)->map(1));
+        QCOMPARE(choice(), QPoint(3, 1));
         panel.selectImageById(7); // behind the four rows: the residual
-        QCOMPARE(panel.selectedMap(), panel.zansaMap());
+        QCOMPARE(choice(), QPoint(-1, 4));
         QCOMPARE(changed.count(), 5);
         for (int i = 0; i < 4; ++i)
             click("AddRef");
         panel.refs().at(7)->showButton()->click(); // shares its id with the residual's button
-        QCOMPARE(panel.selectedMap(), panel.refs().at(7)->map(1));
-        QCOMPARE(click("ShowZ"), panel.zansaMap());
-    }
-
-    /// Each answer fills the rows in its turn: an older one that can be fitted must not be lost to
-    /// a newer one that can't, whenever it comes.
-    void answersFillTheRowsInTheirOrder()
-    {
-        Analyzer panel;
-        load(panel);
-        QVector<double> seen;
-        connect(&panel, &Analyzer::finished, this,
-                [&] { seen.append(panel.refs().at(0)->weight()); });
-        panel.analyzeSpectrum(sample(15.0), {});
-        panel.analyzeSpectrum(sample(11.0), {});
-        panel.analyzeSpectrum(XafsSpectrum(), {});
-        QTRY_COMPARE_WITH_TIMEOUT(seen.size(), 3, 60000);
-        const LcfResult first = fitLcf(sample(15.0), panel.lcfRequest({}, {}));
-        const LcfResult second = fitLcf(sample(11.0), panel.lcfRequest({}, {}));
-        const double last = second.ratios.at(0);
-        QCOMPARE(seen, (QVector<double>{first.ratios.at(0), last, last}));
-        QCOMPARE(panel.refs().at(2)->weight(), second.ratios.at(1));
-        QCOMPARE(panel.fitResult().points, second.fit->points);
+        QCOMPARE(choice(), QPoint(7, 1));
+        QCOMPARE(click("ShowZ"), QPoint(-1, 8));
     }
 
     void theViewTellsHeldGaps()
@@ -161,12 +144,13 @@ private Q_SLOTS:
         QVERIFY(curves.at(2).spectrum.isEmpty());
         load(panel);
 
-        QSignalSpy finished(&panel, &Analyzer::finished);
+        AnalyzeProc worker;
+        connect(&panel, &Analyzer::analyzeSpectrum0, &worker, &AnalyzeProc::analyzeSpectrum0);
+        connect(&worker, &AnalyzeProc::finished, &panel, &Analyzer::analyzeSpectrumFinished);
         const XafsSpectrum noEdge({}, "x", VictLine::Straight, 0.0, {});
         for (const XafsSpectrum& s : {sample(11.0), noEdge, sample(11.0)}) {
             panel.analyzeAndShowSpectrum(s, {});
             QCOMPARE(panel.view()->spectrum().points, s.points);
-            QVERIFY(finished.wait(60000));
             QCOMPARE(curves.at(5).show, !s.isEmpty());
         }
         QCOMPARE(curves.at(5).spectrum.points, panel.fitResult().points);
@@ -190,29 +174,6 @@ private Q_SLOTS:
         panel.setEnergyCorrection(true);
         for (const char* box : {"Normalized", "ECorrect"})
             QVERIFY(view->findChild<QAbstractButton*>(box)->isChecked());
-    }
-
-    void aWalkLeavesTheRowsAlone()
-    {
-        Analyzer panel;
-        load(panel);
-        QSignalSpy finished(&panel, &Analyzer::finished);
-        panel.analyzeSpectrum(sample(15.0), {});
-        QVERIFY(finished.wait(60000));
-        const double weight = panel.refs().at(0)->weight();
-        panel.setContAccess(true);
-        panel.analyzeSpectrum(sample(9.0), {}); // not during a walk
-        AnalysisRequest request;
-        request.walk = 3;
-        request.spectra = QVector<XafsSpectrum>(4, sample(9.0));
-        request.lcf = true;
-        request.lcfConditions = panel.lcfRequest({}, {});
-        panel.analyzeInWalk(request);
-        QTRY_COMPARE_WITH_TIMEOUT(finished.count(), 2, 60000);
-        const auto result = finished.last().first().value<AnalysisResult>();
-        QCOMPARE(QPoint(result.walk, result.lcf.size()), QPoint(3, 4));
-        QCOMPARE(panel.refs().at(0)->weight(), weight);
-        QCOMPARE(result.lcf.at(3).zansa, fitLcf(sample(9.0), panel.lcfRequest({}, {})).zansa);
     }
 
     void batchAddsRowsUpToALimit()

@@ -3,74 +3,20 @@
 #include "analysis/Analyzer.h"
 #include "app/Body.h"
 #include "batch/BatchCtrl.h"
-#include "support/ImageFiles.h"
+#include "conduct/AnalysisConductor.h"
+#include "conduct/BatchConductor.h"
+#include "conduct/CalibConductor.h"
+#include "conduct/CursorConductor.h"
+#include "conduct/DarkConductor.h"
+#include "conduct/SourceReader.h"
+#include "conduct/StackConductor.h"
+#include "conduct/ViewConductor.h"
+#include "image/Measurement.h"
+#include "maps/MapChoice.h"
+#include "support/SmallExperiment.h"
 
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
-
-#include <cmath>
-
-/// A small measurement with planted fractions, as files: two references of equal edge estimate and
-/// line gap, stacks of I1 and I0, all noiseless but for the rounding to 16 bits.
-class SmallExperiment
-{
-public:
-    static constexpr int width = 12;
-    static constexpr int height = 7;
-    static constexpr int energies = 61;
-    static constexpr double firstEnergy = 8920.0;
-    static constexpr double energyStep = 2.0;
-
-    SmallExperiment()
-    {
-        QByteArray table[2];
-        for (int i = 0; i < energies; ++i) {
-            const double E = firstEnergy + energyStep * i;
-            const QString name = QString::number(1000 + i) + ".img";
-            i1 << write("i1_" + name, image([E](int x, int y) {
-                            const double f = fraction(x, y);
-                            return 4e9 * std::exp(-f * mu0(E) - (1 - f) * mu1(E));
-                        }));
-            i0 << write("i0_" + name, image([](int, int) { return 4e9; }));
-            for (const int r : {0, 1})
-                table[r] += QByteArray::number(E) + ' ' +
-                            QByteArray::number(r == 0 ? mu0(E) : mu1(E), 'g', 17) + '\n';
-        }
-        references << write("a.dat", table[0]) << write("b.dat", table[1]);
-    }
-
-    /// Planted share of reference 0.
-    static double fraction(int x, int y) { return 0.1 + 0.06 * x + 0.02 * y; }
-
-    /// Edges that differ by a bump just above the edge alone, so that both lines of any mixture are
-    /// the same and the planted shares come back but for the rounding of the pixels.
-    static double mu0(double E) { return 0.2 + edge(E); }
-    static double mu1(double E)
-    {
-        const double t = E - 8982.0;
-        return 0.2 + edge(E) + 0.3 * std::exp(-t * t / 0.32);
-    }
-
-    /// Path of a file of the folder, written anew.
-    QString write(const QString& name, const QByteArray& bytes) const
-    {
-        return writeBytes(dir.filePath(name), bytes) ? dir.filePath(name) : QString();
-    }
-
-    QTemporaryDir dir;
-    QStringList i1;
-    QStringList i0;
-    QStringList references;
-
-private:
-    static double edge(double E) { return 0.5 * (1.0 + std::tanh((E - 8980.0) / 0.5)); }
-
-    static QByteArray image(const PixelFunction& f)
-    {
-        return imgBytes(width, height, "BytesPerPixel=4,ExposureTime=20 ms,", 4, f);
-    }
-};
 
 /// A main window driven as a batch does: commands by text, each waited for by its ticket.
 class DrivenBody : public Body
@@ -92,6 +38,8 @@ public:
     }
 
     // What a test asks for most, without the name of who answers.
+    const TiffStack& i1Stack() const { return data().i1.images; }
+    const TiffStack& i0Stack() const { return data().i0.images; }
     Spectrum rawXafsAt(int x, int y, int halfX, int halfY) const
     {
         return reader().rawXafsAt(x, y, halfX, halfY);
@@ -102,6 +50,35 @@ public:
     }
     double energyShiftAt(int x, int y) const { return reader().energyShiftAt(x, y); }
     SuggestElm suggestElm() const { return reader().suggestElm(); }
+    Spectrum hCrossAt(int y, int hw, int vw, bool useI1)
+    {
+        return cursor().hCrossAt(y, hw, vw, useI1);
+    }
+    Spectrum vCrossAt(int x, int hw, int vw, bool useI1)
+    {
+        return cursor().vCrossAt(x, hw, vw, useI1);
+    }
+    Analyzed2DRes* map(MapKind kind, int row = 0) { return maps().find({kind, row}); }
+    Analyzed2DRes* selectedMap()
+    {
+        const auto key = view().chosenResult();
+        return key ? maps().find(*key) : nullptr;
+    }
+    void execCmdSlot(const CmdLine& cmd, bool inRem) { batch().execCmdSlot(cmd, inRem); }
+    void readI1Files(const QStringList& files, bool fresh) { stacks().readI1Files(files, fresh); }
+    void clearI1Files() { stacks().clearI1Files(); }
+    void loadedI1(TiffData* image, int fNo) { stacks().loadedI1(image, fNo); }
+    void selectedDark(const QString& fname) { dark().selectedDark(fname); }
+    void clearDark() { dark().clearDark(); }
+    void selectedBG(const QString& fname) { dark().selectedBG(fname); }
+    void newTotalI0ofI1File(const QString& fname) { dark().newTotalI0ofI1File(fname); }
+    void cBarUpdating() { view().cBarUpdating(); }
+    void cBarUpdated() { view().cBarUpdated(); }
+    void showXafsSpectrum(double x, double y) { cursor().showXafsSpectrum(x, y); }
+    void execCalibration() { calibration().execCalibration(); }
+    void start2DAnalysis() { analysis().start2DAnalysis(); }
+    void stop2DAnalysis() { analysis().stop2DAnalysis(); }
+    void setMaxPositionsPerRequest(int count) { analysis().setMaxPositionsPerRequest(count); }
 
     /// Energies, stacks and references of the experiment.
     bool load(const SmallExperiment& e)
@@ -119,6 +96,6 @@ public:
     }
 
 private:
-    QSignalSpy ends_{this, &Body::finishBatchExec};
+    QSignalSpy ends_{&batch(), &BatchConductor::finishBatchExec};
     int ticket_ = 0;
 };

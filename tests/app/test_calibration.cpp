@@ -154,7 +154,7 @@ private Q_SLOTS:
     void stoppedAndRefusedCalibrationsAreFailures()
     {
         const FailureCount& failures = body_->batchCtrl()->failures();
-        const QSignalSpy ends(body_.get(), &Body::finishBatchExec);
+        const QSignalSpy ends(&body_->batch(), &BatchConductor::finishBatchExec);
         CmdLine wait("calib_wait");
         wait.ticket = 900;
         wait.lineNo = 7;

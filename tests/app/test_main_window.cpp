@@ -230,8 +230,8 @@ private Q_SLOTS:
 
     void commandsInARemStretchDoNothing()
     {
-        Body body;
-        const QSignalSpy ends(&body, &Body::finishBatchExec);
+        DrivenBody body;
+        const QSignalSpy ends(&body.batch(), &BatchConductor::finishBatchExec);
         CmdLine line("set_band_w 77");
         line.ticket = 3;
         body.execCmdSlot(line, true);
@@ -390,8 +390,8 @@ private Q_SLOTS:
             body.setMaxPositionsPerRequest(positions);
             QVERIFY(body.load(experiment_));
             QVERIFY(body.run("analyzer_exec_LCF"));
-            maps.append(values(ratioMap(body, 0)) + values(body.analyzer()->refs()[1]->map(0)) +
-                        values(body.analyzer()->zansaMap()));
+            maps.append(values(ratioMap(body, 0)) + values(body.map(MapKind::LcfJump, 1)) +
+                        values(body.map(MapKind::Zansa)));
         }
         QCOMPARE(maps[0], maps[1]);
         QCOMPARE(maps[0], maps[2]);
@@ -439,7 +439,7 @@ private Q_SLOTS:
         DrivenBody body;
         QVERIFY(body.load(experiment_));
         const FailureCount& failures = body.batchCtrl()->failures();
-        const QSignalSpy ends(&body, &Body::finishBatchExec);
+        const QSignalSpy ends(&body.batch(), &BatchConductor::finishBatchExec);
         CmdLine walk("analyzer_exec_LCF");
         const LogCapture log;
         for (walk.ticket = 901; walk.ticket <= 903; ++walk.ticket) {
@@ -508,9 +508,9 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("No deglitched values"), 1);
         body.findChild<QPushButton*>("DeGlitch")->click();
         box->click();
-        QVERIFY(box->isChecked() && body.analyzer()->selectedMap()->useProc());
+        QVERIFY(box->isChecked() && body.selectedMap()->useProc());
         QVERIFY(body.run("analyzer_exec_LCF"));
-        QVERIFY(!box->isChecked() && !body.analyzer()->selectedMap()->useProc());
+        QVERIFY(!box->isChecked() && !body.selectedMap()->useProc());
         QCOMPARE(log.linesWith("No deglitched values"), 1);
     }
 
@@ -530,7 +530,7 @@ private Q_SLOTS:
         body.setMaxPositionsPerRequest(1);
         QVERIFY(body.load(experiment_));
         const LogCapture log;
-        QTimer::singleShot(0, &body, &Body::clearI1Files);
+        QTimer::singleShot(0, &body, [&] { body.clearI1Files(); });
         QVERIFY(body.run("analyzer_exec_LCF"));
         QCOMPARE(log.linesWith("the I1 images are gone"), 1);
     }
@@ -569,9 +569,9 @@ private:
         std::copy(map->data(), map->data() + n, v.begin());
         return v;
     }
-    static Analyzed2DRes* ratioMap(const DrivenBody& body, int row)
+    static Analyzed2DRes* ratioMap(DrivenBody& body, int row)
     {
-        return body.analyzer()->refs()[row]->map(1);
+        return body.map(MapKind::LcfWeight, row);
     }
 
     static LcfResult singleFit(const DrivenBody& body, int x, int y)
@@ -580,9 +580,9 @@ private:
         const XafsSpectrum s(body.rawXafsAt(x, y, 0, 0), "single", VictLine::Straight, 0.0, elm);
         return fitLcf(s, body.analyzer()->lcfRequest(elm, {}));
     }
-    static double residual(const DrivenBody& body, int x, int y)
+    static double residual(DrivenBody& body, int x, int y)
     {
-        return body.analyzer()->zansaMap()->valueAt(x, y);
+        return body.map(MapKind::Zansa)->valueAt(x, y);
     }
 
     SmallExperiment experiment_;

@@ -98,7 +98,7 @@ private Q_SLOTS:
         bar->highHandle = 0.5;
         QVERIFY(body_->runAll({"analyzer_select_image 0", "save_all_images " + in("m")}));
         for (const int kind : {0, 1}) {
-            Analyzed2DRes* map = body_->analyzer()->refs().first()->map(kind);
+            Analyzed2DRes* map = body_->map(*rowMapKind(kind));
             map->genImg();
             QCOMPARE(QImage(in(QString("m-0-%1.png").arg(kind)))
                          .convertToFormat(QImage::Format_Grayscale8),

@@ -285,8 +285,9 @@ private Q_SLOTS:
             first.batchCtrl()->setGeometry(place);
             first.batchCtrl()->show();
             // As a batch ends the program: the windows are closed in any order.
-            connect(&first, &Body::finishing, qApp, &QApplication::closeAllWindows);
-            Q_EMIT first.finishing();
+            connect(&first.batch(), &BatchConductor::finishing, qApp,
+                    &QApplication::closeAllWindows);
+            Q_EMIT first.batch().finishing();
         }
         {
             Body unattended;

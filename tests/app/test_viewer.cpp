@@ -175,9 +175,9 @@ private Q_SLOTS:
         QVERIFY(body_->runAll({"analyzer_select_analysis_mode 0", "analyzer_exec_LCF",
                                "analyzer_select_image 0", "select_disp_image 3"}));
         const Analyzed2DRes* map = area_->shownMap();
-        QVERIFY(map && map == body_->analyzer()->selectedMap());
+        QVERIFY(map && map == body_->selectedMap());
         const double firstEnergy = view_->markerEnergy();
-        body_->analyzer()->selectedMap()->setData(11, 0, 0, 0, 1e6);
+        body_->selectedMap()->setData(11, 0, 0, 0, 1e6);
         QVERIFY(body_->run("move_position 4 5"));
         QCOMPARE(text("Value"), QString::number(map->valueAt(4, 5), 'g', 6));
         QCOMPARE(view_->markerEnergy(), firstEnergy); // of I1
@@ -311,7 +311,7 @@ private Q_SLOTS:
             QVERIFY(QFile::exists(in(name)));
         QVERIFY(!QFile::exists(in("m-0-0.png")));
         QVERIFY(body_->run("select_disp_image 3"));
-        body_->analyzer()->selectedMap()->setData(3, 2, 0, 0, 0.12345678);
+        body_->selectedMap()->setData(3, 2, 0, 0, 0.12345678);
         QVERIFY(body_->run("move_position 3 2"));
         QCOMPARE(text("Value"), QString("0.123457"));
 

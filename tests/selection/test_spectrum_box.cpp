@@ -1,3 +1,6 @@
+#include "batch/CmdLine.h"
+#include "batch/CommandBook.h"
+#include "batch/CommandTable.h"
 #include "common/Fault.h"
 #include "selection/SpectrumBox.h"
 #include "spectrum/ElementTable.h"
@@ -37,17 +40,24 @@ private Q_SLOTS:
     void anOverruledEnergyStaysUntilElementOrEdgeIsSet()
     {
         SpectrumBox box;
-        box.setEdgeEnergy("9000.5");
+        CommandBook book;
+        box.bindCommands(book);
+        const auto run = [&](const QString& line) {
+            const CmdLine cmd(line);
+            book.run(exCmdId(cmd), cmd, {}).done();
+            return box.settings().elm.edgeE;
+        };
+        QCOMPARE(run("Suggesting_Edge_eV 9000.5"), 9000.5);
         const FaultCollector faults;
-        box.setElement("Xx");
-        QCOMPARE(faults.faults(), QStringList("Unknown element \"Xx\""));
-        QVERIFY(!box.setEdge(-1) && !box.setEdge(4));
-        QCOMPARE(box.settings().elm.edgeE, 9000.5);
-        box.setElement("Cu");
-        QCOMPARE(box.settings().elm.edgeE, edgeEnergy(29, 0));
-        box.setEdgeEnergy("9000.5");
-        QVERIFY(box.setEdge(0)); // the edge that it is already
-        QCOMPARE(box.settings().elm.edgeE, edgeEnergy(29, 0));
+        for (const char* line : {"Suggesting_Elm Xx", "Suggesting_Edge -1", "Suggesting_Edge 4"})
+            QCOMPARE(run(line), 9000.5);
+        QCOMPARE(faults.faults(), (QStringList{"Unknown element \"Xx\"",
+                                               "No edge has the number -1: Suggesting_Edge -1",
+                                               "No edge has the number 4: Suggesting_Edge 4"}));
+        for (const char* line : {"Suggesting_Elm Cu", "Suggesting_Edge 0", "Suggest_Elm 0"}) {
+            run("Suggesting_Edge_eV 9000.5");
+            QCOMPARE(run(line), edgeEnergy(29, 0)); // also of what it is already
+        }
     }
 };
 

@@ -1,21 +1,28 @@
-#include "app/Body.h"
+#include "app/Shell.h"
 
 #include "analysis/Analyzer.h"
 #include "analysis/LCFReference.h"
 #include "app/Messages.h"
 #include "app/ProgressSum.h"
+#include "app/Screenshot.h"
+#include "app/Windows.h"
 #include "batch/BatchCtrl.h"
+#include "batch/CmdLine.h"
+#include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
 #include "common/SafeInt.h"
 #include "common/Settings.h"
 #include "common/WindowState.h"
+#include "conduct/AnalysisConductor.h"
+#include "conduct/StackConductor.h"
 #include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
+#include "image/Measurement.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
 
-#include <QMap>
+#include <QMainWindow>
 #include <QStatusBar>
 
 namespace {
@@ -34,24 +41,29 @@ constexpr int progressBarWidth = 220; ///< [pixels]
 
 } // namespace
 
-void Body::setupShell()
+Shell::Shell(QMainWindow& window, Windows& windows, const StackConductor& stacks,
+             const AnalysisConductor& analysis)
+    : window_(window)
+    , windows_(windows)
 {
-    setupMessages();
-    setupStatusBar();
-    setupMenuBar();
+    setupStatusBar(stacks, analysis);
     nameReferenceDialogs();
     groupDialogs();
-    connect(analyzer_, &Analyzer::rowAdded, this, &Body::takeReferenceRow);
-    connect(this, &Body::finishing, this, &Body::saveWindows);
+    connect(windows_.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
+}
+
+void Shell::bindCommands(CommandBook& book)
+{
+    book.action(ExCmdScreenshot, [](const CmdLine& c) { saveScreenshot(c.arg(0), c.arg(1)); });
 }
 
 /// The windows whose place is kept, by the names of their groups in the store; the main one first,
 /// so that it does not come up over the others.
-QVector<std::pair<QString, QWidget*>> Body::keptWindows()
+QVector<std::pair<QString, QWidget*>> Shell::keptWindows() const
 {
-    QVector<std::pair<QString, QWidget*>> kept{{QStringLiteral("Body"), this}};
+    QVector<std::pair<QString, QWidget*>> kept{{QStringLiteral("Body"), &window_}};
     QMap<QString, int> numbers;
-    const QVector<QWidget*> others = windows_ + QVector<QWidget*>{analyzer_->view()};
+    const QVector<QWidget*> others = windows_.all() + QVector<QWidget*>{windows_.analyzer->view()};
     for (QWidget* window : others) {
         // Two windows of one class differ by their order in the list, which is always the same.
         const QString name = window->objectName();
@@ -61,7 +73,7 @@ QVector<std::pair<QString, QWidget*>> Body::keptWindows()
     return kept;
 }
 
-void Body::restoreWindows()
+void Shell::restoreWindows()
 {
     keepsWindows_ = true;
     for (const auto& [group, window] : keptWindows()) {
@@ -71,7 +83,7 @@ void Body::restoreWindows()
     }
 }
 
-void Body::saveWindows()
+void Shell::saveWindows()
 {
     // Once: the windows are closed one after the other, and count as hidden then.
     if (!keepsWindows_)
@@ -84,10 +96,10 @@ void Body::saveWindows()
     }
 }
 
-void Body::nameReferenceDialogs()
+void Shell::nameReferenceDialogs()
 {
     int no = 0;
-    for (LCFReference* row : analyzer_->refs()) {
+    for (LCFReference* row : windows_.analyzer->refs()) {
         for (XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
             file->dialog()->setTitle(tr("Select Reference %1").arg(++no));
     }
@@ -95,29 +107,31 @@ void Body::nameReferenceDialogs()
 
 /// The kind of file that a dialog is for, by the name under which its folder is kept. Pictures and
 /// tables are made of maps, and saved spectra become references.
-QString Body::fileKind(const LateDialog& dialog) const
+QString Shell::fileKind(const LateDialog& dialog) const
 {
     const QObject* const owner = dialog.parent();
     if (qobject_cast<const XafsFileSelect*>(owner) || qobject_cast<const XafsView*>(owner))
         return QStringLiteral("references");
     if (qobject_cast<const SelectDataFilesAdditionalSetup*>(owner))
         return QStringLiteral("badPixels");
-    if (owner == batchCtrl_)
+    if (owner == windows_.batchCtrl.get())
         return batchKind;
-    return owner == calibCtrl_ || owner == this ? QStringLiteral("maps") : QStringLiteral("data");
+    const bool ofMaps = owner == windows_.calibCtrl.get() || owner == &window_;
+    return ofMaps ? QStringLiteral("maps") : QStringLiteral("data");
 }
 
 /// Every dialog of files follows the folder of its kind of file.
-void Body::groupDialogs()
+void Shell::groupDialogs()
 {
-    const QVector<QWidget*> windows = windows_ + QVector<QWidget*>{this, analyzer_->view()};
-    for (const QWidget* window : windows) {
+    const QVector<QWidget*> all =
+        windows_.all() + QVector<QWidget*>{&window_, windows_.analyzer->view()};
+    for (const QWidget* window : all) {
         for (LateDialog* dialog : window->findChildren<LateDialog*>())
             groupDialog(dialog);
     }
 }
 
-void Body::groupDialog(LateDialog* dialog)
+void Shell::groupDialog(LateDialog* dialog)
 {
     const QString kind = fileKind(*dialog);
     FDGroup*& group = dialogGroups_[kind];
@@ -127,45 +141,44 @@ void Body::groupDialog(LateDialog* dialog)
 }
 
 /// The dialog of the row that was added last is named and placed like those of the others.
-void Body::takeReferenceRow()
+void Shell::takeReferenceRow()
 {
     nameReferenceDialogs();
-    for (const XafsFileSelect* file : analyzer_->refs().last()->findChildren<XafsFileSelect*>())
+    const LCFReference* const row = windows_.analyzer->refs().last();
+    for (const XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
         groupDialog(file->dialog());
 }
 
-void Body::setupMessages()
+void Shell::setupStatusBar(const StackConductor& stacks, const AnalysisConductor& analysis)
 {
-    messages_ = new Messages;
-    windows_.append(messages_);
-}
-
-void Body::setupStatusBar()
-{
+    QStatusBar* const statusBar = window_.statusBar();
     auto* latest = new ElidedLabel;
     latest->setObjectName(QStringLiteral("LatestMessage"));
     latest->setContentsMargins(6, 0, 6, 0);
-    statusBar()->addWidget(latest, 1);
-    connect(messages_, &Messages::latest, latest, &ElidedLabel::setLine);
+    statusBar->addWidget(latest, 1);
+    connect(windows_.messages.get(), &Messages::latest, latest, &ElidedLabel::setLine);
 
     auto* bar = new ProgressSum;
     bar->setObjectName(QStringLiteral("Progress"));
     bar->setFixedWidth(progressBarWidth);
-    statusBar()->addPermanentWidget(bar);
-    showProgressOf(bar);
+    statusBar->addPermanentWidget(bar);
+    showProgressOf(bar, stacks, analysis);
 }
 
-void Body::showProgressOf(ProgressSum* bar)
+void Shell::showProgressOf(ProgressSum* bar, const StackConductor& stacks,
+                           const AnalysisConductor& analysis)
 {
-    connect(i1Loader_.get(), &LoadTiff::progressed, bar,
-            [bar](int done, int total) { bar->setPart(LoadingI1, done, total); });
-    connect(i0Loader_.get(), &LoadTiff::progressed, bar,
-            [bar](int done, int total) { bar->setPart(LoadingI0, done, total); });
-    connect(analyzer_, &Analyzer::progressChanged, bar, [this, bar](double perCent) {
-        if (walk_.running)
+    connect(&stacks, &StackConductor::progressed, bar,
+            [bar](const ImageStack* stack, int done, int total) {
+                bar->setPart(stack->name == QLatin1String("I1") ? LoadingI1 : LoadingI0, done,
+                             total);
+            });
+    const Analyzer* const panel = windows_.analyzer.get();
+    connect(panel, &Analyzer::progressChanged, bar, [&analysis, bar](double perCent) {
+        if (analysis.isWalking())
             bar->setPart(Walking, truncatedInt(perCent), 100);
     });
-    connect(analyzer_, &Analyzer::contAccessChanged, bar, [bar](bool on) {
+    connect(panel, &Analyzer::contAccessChanged, bar, [bar](bool on) {
         if (!on)
             bar->setPart(Walking, 0, 0);
     });

@@ -1,15 +1,19 @@
-#include "app/Body.h"
+#include "conduct/CalibConductor.h"
 
 #include "calibration/CalibCtrl.h"
+#include "calibration/ShiftMapFile.h"
 #include "common/Fault.h"
 #include "common/Log.h"
 #include "common/TextItems.h"
+#include "image/Measurement.h"
+#include "maps/MapBook.h"
 
 #include <QDebug>
 #include <QFile>
 #include <QTextStream>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -18,96 +22,103 @@ constexpr double outlierLimit = 40.0;
 
 } // namespace
 
-void Body::normalizeEShift()
+void CalibConductor::normalizeEShift()
 {
     logTime(QStringLiteral("Start Normalize E Shift"));
-    energyShiftMap_.deglitch2(outlierLimit);
-    energyShiftMap_.copyProc2Data();
-    energyShiftMap_.genImg();
-    shiftMap_.takeFrom(energyShiftMap_);
-    refreshCursor();
+    picture().deglitch2(outlierLimit);
+    picture().copyProc2Data();
+    picture().genImg();
+    parts_.shiftMap.takeFrom(picture());
+    Q_EMIT shiftMapChanged();
     logTime(QStringLiteral("End Normalize E Shift  "));
 }
 
-void Body::clearShiftMap()
+void CalibConductor::clearShiftMap()
 {
     leaveMapInForce();
     putInForce(ShiftMap());
-    refreshCursor();
+    Q_EMIT shiftMapChanged();
 }
 
 /// Before another map takes its place: ends a calibration and keeps the map as the former one; but
 /// not what a stopped calibration has filled when it replaced a whole map.
-void Body::leaveMapInForce()
+void CalibConductor::leaveMapInForce()
 {
-    const bool isFragment =
-        calibration_.running && calibrationHasBegun() && !replacedMap_.shifts.isEmpty();
-    stopCalibration();
+    const bool isFragment = run_.running && hasBegun() && !replacedMap_.shifts.isEmpty();
+    stop();
     if (!isFragment)
-        keepAsFormer(shiftMap_);
+        keepAsFormer(parts_.shiftMap);
 }
 
-void Body::putInForce(const ShiftMap& shiftMap)
+Analyzed2DRes& CalibConductor::picture() const
 {
-    shiftMap_ = shiftMap;
-    shiftMap_.showIn(energyShiftMap_);
+    return parts_.book.at(shiftMapKey);
+}
+
+void CalibConductor::putInForce(const ShiftMap& shiftMap)
+{
+    parts_.shiftMap = shiftMap;
+    // The book knows from this whether the map is complete.
+    parts_.book.begin(shiftMapKey, shiftMap.walk, {});
+    shiftMap.showIn(picture());
+    parts_.book.end(shiftMapKey, !shiftMap.interrupted, {});
     tellShiftMap();
 }
 
 /// The panel shows what belongs to the map in force.
-void Body::tellShiftMap()
+void CalibConductor::tellShiftMap()
 {
-    calibCtrl_->setMapInterrupted(shiftMap_.interrupted);
-    calibCtrl_->showStatistics(shiftMap_.statistics);
-    calibCtrl_->showMapFile(shiftMap_.fileName);
-    if (!shiftMap_.isEmpty())
-        calibCtrl_->showImageGeometry({shiftMap_.walk.width, shiftMap_.walk.height},
-                                      shiftMap_.origin);
+    parts_.panel.setMapInterrupted(parts_.shiftMap.interrupted);
+    parts_.panel.showStatistics(parts_.shiftMap.statistics);
+    parts_.panel.showMapFile(parts_.shiftMap.fileName);
+    if (!parts_.shiftMap.isEmpty())
+        parts_.panel.showImageGeometry({parts_.shiftMap.walk.width, parts_.shiftMap.walk.height},
+                                       parts_.shiftMap.origin);
 }
 
 /// Nothing is no former map: the one that was kept before stays.
-void Body::keepAsFormer(const ShiftMap& shiftMap)
+void CalibConductor::keepAsFormer(const ShiftMap& shiftMap)
 {
     if (shiftMap.shifts.isEmpty())
         return;
     formerMap_ = shiftMap;
-    calibCtrl_->setFormerMap(true);
+    parts_.panel.setFormerMap(true);
 }
 
-void Body::swapFormerMap()
+void CalibConductor::swapFormerMap()
 {
     // Stopping a calibration makes the map that it replaced the former one.
     if (!formerMap_ && replacedMap_.shifts.isEmpty()) {
         fault(QStringLiteral("No former energy shift map"));
         return;
     }
-    stopCalibration();
+    stop();
     if (!formerMap_)
         return; // stopped before its first position: nothing was replaced
-    const ShiftMap current = shiftMap_;
+    const ShiftMap current = parts_.shiftMap;
     putInForce(*formerMap_);
     formerMap_ = current;
-    refreshCursor();
+    Q_EMIT shiftMapChanged();
 }
 
 /// Edge [eV] at which the map's shifts become angles: the standard's, that of the field, or that at
 /// which the map was read; 0 for none.
-double Body::edgeOfMap() const
+double CalibConductor::edgeOfMap() const
 {
     for (const double edge : {stdSpectrum_.isEmpty() ? 0.0 : stdSpectrum_.midx,
-                              calibCtrl_->edgeEV(), shiftMap_.edgeE}) {
+                              parts_.panel.edgeEV(), parts_.shiftMap.edgeE}) {
         if (edge > 0.0 && std::isfinite(edge))
             return edge;
     }
     return 0.0;
 }
 
-void Body::saveEMap(const QString& fname)
+void CalibConductor::saveEMap(const QString& fname)
 {
-    saveEMap(fname, energyShiftMap_);
+    saveEMap(fname, picture());
 }
 
-void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
+void CalibConductor::saveEMap(const QString& fname, const Analyzed2DRes& map)
 {
     if (!map.data()) {
         fault(QStringLiteral("No energy shift map to save as %1").arg(quoted(fname)));
@@ -120,25 +131,25 @@ void Body::saveEMap(const QString& fname, const Analyzed2DRes& map)
                   .arg(quoted(fname)));
         return;
     }
-    if (shiftMap_.interrupted || calibration_.running)
+    if (parts_.shiftMap.interrupted || run_.running)
         qDebug() << "Energy shift map to save as" << fname << ": its calibration is not complete";
     const QString written = saveShiftMap(fname, mapRecord(map, edge),
                                          [&map](int x, int y) { return map.valueAt(x, y); });
-    if (written.isEmpty() || &map != &energyShiftMap_)
+    if (written.isEmpty() || &map != &picture())
         return;
-    shiftMap_.fileName = written;
+    parts_.shiftMap.fileName = written;
     tellShiftMap();
 }
 
-ShiftMapRecord Body::mapRecord(const Analyzed2DRes& map, double edge) const
+ShiftMapRecord CalibConductor::mapRecord(const Analyzed2DRes& map, double edge) const
 {
-    const AnalyzeCond& at = shiftMap_.walk;
+    const AnalyzeCond& at = parts_.shiftMap.walk;
     ShiftMapRecord record;
     record.recorded = recordDate();
     record.header.stdEdgeE = edge;
-    record.header.spacing = calibCtrl_->crystalSpacing();
-    record.header.xOffset = shiftMap_.origin.x();
-    record.header.yOffset = shiftMap_.origin.y();
+    record.header.spacing = parts_.panel.crystalSpacing();
+    record.header.xOffset = parts_.shiftMap.origin.x();
+    record.header.yOffset = parts_.shiftMap.origin.y();
     record.header.width = at.width;
     record.header.height = at.height;
     record.header.halfX = at.halfX;
@@ -147,7 +158,7 @@ ShiftMapRecord Body::mapRecord(const Analyzed2DRes& map, double edge) const
     record.header.areaX1 = at.x1;
     record.header.areaY0 = at.y0;
     record.header.areaY1 = at.y1;
-    record.stdFileName = calibCtrl_->stdFileName();
+    record.stdFileName = parts_.panel.stdFileName();
     record.mapWidth = map.stepper.width;
     record.mapHeight = map.stepper.height;
     // Other images may have been loaded since: the values go with the head's size, or nobody could
@@ -157,29 +168,28 @@ ShiftMapRecord Body::mapRecord(const Analyzed2DRes& map, double edge) const
     return record;
 }
 
-void Body::loadEMap(const QString& fname)
+void CalibConductor::loadEMap(const QString& fname)
 {
     qDebug() << "loading emap" << fname;
     EMPHeader header;
-    loadMap(fname, energyShiftMap_, header, 0);
+    loadMap(fname, picture(), header);
 }
 
-/// Whatever comes of it, the end is reported.
-void Body::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH, int ticket)
+void CalibConductor::loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH)
 {
-    const bool inForce = &map == &energyShiftMap_;
+    const bool inForce = &map == &picture();
     const std::optional<ShiftMap> loaded = readMap(fname, empH, inForce);
     if (loaded && inForce)
         takeInForce(*loaded);
     else if (loaded)
         loaded->showIn(map);
-    endCommand(ExCmdCalibLoadMap, ticket, {});
 }
 
 /// The map of a file; none, with one fault line, for a file of none or of one that does not fit the
 /// images. empH tells what its head says. What is in force stays as it is, but for the panel's
 /// fields of one that is to come into force: they tell also of a map that is refused, on purpose.
-std::optional<ShiftMap> Body::readMap(const QString& fname, EMPHeader& empH, bool inForce) const
+std::optional<ShiftMap> CalibConductor::readMap(const QString& fname, EMPHeader& empH,
+                                                bool inForce) const
 {
     empH = EMPHeader();
     QFile file(fname);
@@ -194,14 +204,14 @@ std::optional<ShiftMap> Body::readMap(const QString& fname, EMPHeader& empH, boo
         return {};
     }
     if (inForce)
-        calibCtrl_->showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
+        parts_.panel.showImageGeometry({empH.width, empH.height}, {empH.xOffset, empH.yOffset});
     const QString why = sizeFault(empH);
     if (!why.isEmpty()) {
         fault(why);
         empH.isValid = false;
         return {};
     }
-    const double typed = calibCtrl_->edgeEV();
+    const double typed = parts_.panel.edgeEV();
     const double edge = typed > 0.0 && std::isfinite(typed) ? typed : empH.stdEdgeE;
     qDebug() << "Start Reading EMP file ";
     ShiftMap loaded = readShiftMap(in, empH, edge);
@@ -211,25 +221,25 @@ std::optional<ShiftMap> Body::readMap(const QString& fname, EMPHeader& empH, boo
 }
 
 /// Why a map does not fit the images; empty when it does, without images, and with the check off.
-QString Body::sizeFault(const EMPHeader& empH) const
+QString CalibConductor::sizeFault(const EMPHeader& empH) const
 {
     const QSize size(empH.width, empH.height);
-    if (!calibCtrl_->checksSize() || data_.i1.images.isEmpty() || data_.size == size)
+    if (!parts_.panel.checksSize() || parts_.data.i1.images.isEmpty() || parts_.data.size == size)
         return {};
     return QStringLiteral("Loading Energy Map size : %1 x %2 : is not matched to the "
                           "current image size : %3 x %4")
         .arg(empH.width)
         .arg(empH.height)
-        .arg(data_.size.width())
-        .arg(data_.size.height());
+        .arg(parts_.data.size.width())
+        .arg(parts_.data.size.height());
 }
 
 /// A map that was read comes into force. With no images its size becomes theirs.
-void Body::takeInForce(const ShiftMap& loaded)
+void CalibConductor::takeInForce(const ShiftMap& loaded)
 {
-    if (calibCtrl_->checksSize() && data_.i1.images.isEmpty())
-        data_.size = {loaded.walk.width, loaded.walk.height};
+    if (parts_.panel.checksSize() && parts_.data.i1.images.isEmpty())
+        parts_.data.size = {loaded.walk.width, loaded.walk.height};
     leaveMapInForce();
     putInForce(loaded);
-    refreshCursor();
+    Q_EMIT shiftMapChanged();
 }

@@ -1,0 +1,129 @@
+#pragma once
+
+#include "batch/CommandEnd.h"
+#include "calibration/ShiftMap.h"
+#include "walk/WalkSource.h"
+
+#include <QObject>
+
+#include <optional>
+#include <vector>
+
+class Analyzed2DRes;
+class CalibCtrl;
+class CommandBook;
+class CursorConductor;
+class MapBook;
+class SourceReader;
+class SpectrumBox;
+class StackConductor;
+struct EMPHeader;
+struct ImageStack;
+struct Measurement;
+struct ShiftMapRecord;
+
+/// Runs the calibration, position by position through the event loop, and looks after the shift
+/// map in force: its file, the one that it replaced, and its outliers.
+class CalibConductor : public QObject
+{
+    Q_OBJECT
+public:
+    /// What it works on outlives it.
+    struct Parts
+    {
+        Measurement& data;
+        ShiftMap& shiftMap; ///< the one in force, whose picture is the book's
+        MapBook& book;
+        const SourceReader& reader;
+        const SpectrumBox& spectrumBox;
+        CalibCtrl& panel;
+    };
+    CalibConductor(const Parts& parts, StackConductor& stacks, CursorConductor& cursor,
+                   QObject* parent = nullptr);
+
+    void bindCommands(CommandBook& book);
+
+    bool isRunning() const { return run_.running; }
+    /// Stops the calibration that runs, if any. The map stays as far as it is filled, without
+    /// statistics; before the first position that is no map, and the one before stays.
+    void stop() { stopCalibration(stoppedText()); }
+
+public Q_SLOTS:
+    void newStdFile();
+    /// The button: starts a calibration of the selected area against the standard, or stops the one
+    /// that runs.
+    void execCalibration();
+    void calibNextPoint();
+    void finishCalib();
+    void saveEMap(const QString& fname);
+    void saveEMap(const QString& fname, const Analyzed2DRes& map);
+    void loadEMap(const QString& fname);
+    /// Reads a shift map's file into `map`, which comes into force when it is the picture of the
+    /// one that is; empH tells what its head says.
+    void loadMap(const QString& fname, Analyzed2DRes& map, EMPHeader& empH);
+    void clearShiftMap();
+    /// Exchanges the shift map for the one that it replaced; without one costs one log line.
+    void swapFormerMap();
+    /// Takes single outliers out of the shift map.
+    void normalizeEShift();
+    /// A run is through: a calibration that was stopped by other images, and that no command waited
+    /// for, is a fault.
+    void tellUnheardStop();
+
+Q_SIGNALS:
+    void doCalibNextPoint();
+    void doFinishCalib();
+    void calibProgress(double p); ///< [%]
+    void progressed();            ///< a position is done
+    void runningChanged(bool running);
+    /// Another map is in force: every spectrum has another shift.
+    void shiftMapChanged();
+
+private:
+    /// What waiting commands are told of a calibration that was stopped.
+    static QString stoppedText() { return QStringLiteral("stopped"); }
+
+    /// The calibration that runs, or ran last. Nothing that changes after its start reaches it.
+    struct Run
+    {
+        bool running = false;
+        SharedSource source;
+        CalibConditions conditions;
+        XafsSpectrum standard; ///< its values continued where its lines cross
+        AnalyzeCond at;        ///< the next position
+        CalibStatistics statistics;
+        std::vector<CommandEnd> waiting; ///< of the batch commands that wait for its end
+    };
+
+    // CalibConductor.cpp
+    void connectPanel();
+    void startCalibration();
+    QString calibrationFault(AnalyzeCond& walk) const;
+    void tellCalibrationDoubts() const;
+    CalibConditions conditions() const;
+    bool hasBegun() const;
+    void stackChanges(const ImageStack& stack, const QString& what);
+    void stopCalibration(const QString& why);
+    void leaveCalibration(const QString& why);
+    void waitForEnd(CommandEnd end);
+
+    // CalibConductorMap.cpp
+    Analyzed2DRes& picture() const;
+    void putInForce(const ShiftMap& shiftMap);
+    void tellShiftMap();
+    void leaveMapInForce();
+    void keepAsFormer(const ShiftMap& shiftMap);
+    double edgeOfMap() const;
+    ShiftMapRecord mapRecord(const Analyzed2DRes& map, double edge) const;
+    std::optional<ShiftMap> readMap(const QString& fname, EMPHeader& empH, bool inForce) const;
+    QString sizeFault(const EMPHeader& empH) const;
+    void takeInForce(const ShiftMap& loaded);
+
+    const Parts parts_;
+    CursorConductor& cursor_;
+    XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
+    Run run_;
+    ShiftMap replacedMap_;              ///< by the calibration that runs
+    std::optional<ShiftMap> formerMap_; ///< none as long as no map was replaced
+    QString unheardStop_; ///< why one was stopped by other images, until somebody is told
+};

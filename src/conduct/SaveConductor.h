@@ -1,0 +1,87 @@
+#pragma once
+
+#include "maps/MapKinds.h"
+#include "output/MapExport.h"
+#include "output/WrittenMaps.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <optional>
+
+class Analyzer;
+class CommandBook;
+class ImageBox;
+class LateDialog;
+class MapBook;
+class QImage;
+class QWidget;
+class SaveBox;
+class SaveDataCfg;
+class ViewConductor;
+struct Measurement;
+
+/// Saves pictures and maps. Maps are asked for by their keys, and none is shown to be saved.
+class SaveConductor : public QObject
+{
+    Q_OBJECT
+public:
+    /// What it works on outlives it.
+    struct Parts
+    {
+        const Measurement& data;
+        MapBook& book;
+        const ImageBox& imageBox;
+        SaveBox& saveBox;
+        SaveDataCfg& config;
+        const Analyzer& panel;
+    };
+    /// The dialogs belong to the window.
+    SaveConductor(const Parts& parts, ViewConductor& view, QWidget& window);
+
+    void bindCommands(CommandBook& book);
+
+public Q_SLOTS:
+    /// Saves the part of the image or map in view, and the colour bar beside it.
+    void saveImage(const QString& fname);
+    /// saveImage() under the name with "-" and num in front of its extension.
+    void saveImageWNum(const QString& fname, const QString& num);
+    /// Saves each kind of map of the row that is chosen, under "name-row-kind".
+    void saveAllImages(const QString& fname);
+    void showSaveDataDialog();
+    void showSaveAllDataDialog();
+    /// Saves the numbers of the chosen result map in the chosen form, under "name-label" (see
+    /// mapLabel()), and the colour bar beside a TIFF file. A map that holds nothing, or none,
+    /// costs one fault line.
+    void saveData(const QString& fname);
+    /// The same of every finished result map, under "name-full label".
+    void saveAllData(const QString& fname);
+    /// The numbers of the chosen result map alone, under "name-ext".
+    void saveDataAsTiff(const QString& fname, int ext);
+    void saveDataAsText(const QString& fname, int ext);
+    /// Writes flat.dat (ones) and dark.dat (zeros) of the image size to the working directory.
+    void saveFlatDark();
+
+private:
+    using Save = void (SaveConductor::*)(const QString& fname);
+
+    LateDialog* newDialog(const QString& title, const QStringList& filters, const QString& suffix,
+                          Save save);
+    void connectBox(LateDialog* image, LateDialog* allImages);
+    void showDialogOfForm(LateDialog& dialog);
+    bool savePictureOf(const QImage& picture, const QImage& bar, const QString& file,
+                       const std::optional<MapKey>& key);
+    std::optional<MapKey> chosenToSave(const QString& fname) const;
+    void saveChosen(const QString& fname, const QString& label, MapForm form);
+    bool writeMap(Analyzed2DRes& map, const QString& file, MapForm form) const;
+    bool saveMap(const MapKey& key, const QString& file, MapForm form);
+    void saveMapWithBar(const MapKey& key, const QString& file, MapForm form);
+    void tellSaved(const MapKey& key, const QString& file);
+
+    const Parts parts_;
+    ViewConductor& view_;
+    QWidget& window_;
+    LateDialog* saveDataDialog_;
+    LateDialog* saveAllDataDialog_;
+    WrittenMaps writtenMaps_;
+};

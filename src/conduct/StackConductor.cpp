@@ -1,0 +1,335 @@
+#include "conduct/StackConductor.h"
+
+#include "batch/BatchCtrl.h"
+#include "batch/CommandBook.h"
+#include "batch/CommandFailure.h"
+#include "common/Fault.h"
+#include "common/FieldText.h"
+#include "common/FileNames.h"
+#include "image/EnergyOrder.h"
+#include "image/Measurement.h"
+#include "selection/DataBox.h"
+#include "selection/SelectDataFiles.h"
+
+#include <QCoreApplication>
+#include <QDebug>
+#include <QDir>
+#include <QFileInfo>
+
+#include <utility>
+
+namespace {
+
+bool isNewMode(const CmdLine& cmd)
+{
+    return cmd.arg(0).toUpper() == QLatin1String("NEW");
+}
+
+/// Files of a folder by name filters, in their natural order; the folder's text stands directly in
+/// front of each name.
+QStringList filesOfPattern(const CmdLine& cmd)
+{
+    const QString folder = cmd.arg(1);
+    QStringList files = QDir(folder).entryList(cmd.args.mid(2), QDir::Files, QDir::NoSort);
+    sortNaturally(files);
+    for (QString& file : files)
+        file.prepend(folder);
+    if (files.isEmpty())
+        fault(QStringLiteral("No files to load: ") + cmd.simplified);
+    return files;
+}
+
+/// "9010 eV in name": an image in the words of log and tool tip.
+QString imageText(const TiffData& image, const QString& name)
+{
+    return QStringLiteral("%1 eV in ").arg(energyText(image.energy)) + name;
+}
+
+} // namespace
+
+StackConductor::Loading::Loading(ImageStack* filled, SelectDataFiles* filesRow, EX_CMD_ID id)
+    : stack(filled)
+    , row(filesRow)
+    , command(id)
+    , loader(std::make_unique<LoadTiff>())
+{
+}
+
+StackConductor::StackConductor(Measurement& data, DataBox& box, const BatchCtrl& batch,
+                               QObject* parent)
+    : QObject(parent)
+    , data_(data)
+    , batch_(batch)
+    , i1_(&data.i1, box.i1Row(), ExCmdLoadI1Files)
+    , i0_(&data.i0, box.i0Row(), ExCmdLoadI0Files)
+{
+    connect(this, &StackConductor::loadI1Files, i1_.loader.get(), &LoadTiff::loadTiffs);
+    connect(this, &StackConductor::loadI0Files, i0_.loader.get(), &LoadTiff::loadTiffs);
+    connect(i1_.loader.get(), &LoadTiff::loaded, this, &StackConductor::loadedI1);
+    connect(i0_.loader.get(), &LoadTiff::loaded, this, &StackConductor::loadedI0);
+    connect(i1_.row, &SelectDataFiles::filesSelected, this, &StackConductor::readI1Files);
+    connect(i0_.row, &SelectDataFiles::filesSelected, this, &StackConductor::readI0Files);
+    for (Loading* loading : {&i1_, &i0_})
+        setup(*loading);
+}
+
+void StackConductor::setup(Loading& loading)
+{
+    connect(loading.row, &SelectDataFiles::clear, this, [this, &loading] { clear(loading); });
+    connect(loading.row, &SelectDataFiles::energiesApplied, this,
+            [this, &loading] { applyEnergies(*loading.stack); });
+    LoadTiff* const loader = loading.loader.get();
+    loader->moveToThread(&loading.thread);
+    connect(loader, &LoadTiff::progressed, this, [this, &loading](int done, int total) {
+        Q_EMIT progressed(loading.stack, done, total);
+    });
+    connect(loader, &LoadTiff::finishLoadFiles, this,
+            [this, &loading](EX_CMD_ID, int ticket, int jobsDone, const QStringList& faults) {
+                finishLoad(loading, jobsDone);
+                reportEnds(loading, ticket, faults);
+            });
+    loading.thread.start();
+}
+
+StackConductor::~StackConductor()
+{
+    requestStop();
+    for (Loading* loading : {&i1_, &i0_}) {
+        // Let go: whatever the loader still reads is of no use.
+        loading->waiting.clear();
+        loading->thread.quit();
+        loading->thread.wait();
+    }
+    // Images on their way in a queued signal would have no owner otherwise; nobody hears of them.
+    blockSignals(true);
+    QCoreApplication::sendPostedEvents(this, QEvent::MetaCall);
+}
+
+void StackConductor::requestStop()
+{
+    i1_.loader->requestStop();
+    i0_.loader->requestStop();
+}
+
+void StackConductor::bindCommands(CommandBook& book)
+{
+    using Cmd = CmdLine;
+    book.action(ExCmdClearI1Files, [this](const Cmd&) { clearI1Files(); });
+    book.action(ExCmdClearI0Files, [this](const Cmd&) { clearI0Files(); });
+    book.action(ExCmdEngApplyI1, [this](const Cmd&) { applyEnergies(data_.i1); });
+    book.action(ExCmdEngApplyI0, [this](const Cmd&) { applyEnergies(data_.i0); });
+    const auto bindLoad = [&](EX_CMD_ID id, Loading& loading, bool byPattern) {
+        book.later(id, [this, &loading, byPattern](const Cmd& c, CommandEnd end) {
+            load(loading, byPattern, c, std::move(end));
+        });
+    };
+    bindLoad(ExCmdLoadI1Files, i1_, false);
+    bindLoad(ExCmdLoadI0Files, i0_, false);
+    bindLoad(ExCmdLoadI1FilesOfPattern, i1_, true);
+    bindLoad(ExCmdLoadI0FilesOfPattern, i0_, true);
+}
+
+// Fewer than two arguments load nothing and report nothing: the run waits for "Stop", on purpose;
+// but for one that nobody is there to stop.
+void StackConductor::load(Loading& loading, bool byPattern, const CmdLine& cmd, CommandEnd end)
+{
+    if (cmd.args.size() >= 2) {
+        const QStringList files = byPattern ? filesOfPattern(cmd) : cmd.args.mid(1);
+        read(loading, prepareRead(loading, files, isNewMode(cmd), cmd, std::move(end)));
+    } else if (batch_.isUnattended()) {
+        fault(QStringLiteral("No files to load: ") + cmd.simplified);
+        end.done();
+    } else {
+        fault(QStringLiteral("No files to load, the run waits for \"Stop\": ") + cmd.simplified);
+        end.leaveOpen();
+    }
+}
+
+const StackConductor::Loading& StackConductor::loadingOf(const ImageStack& stack) const
+{
+    return &stack == i1_.stack ? i1_ : i0_;
+}
+
+bool StackConductor::isLoading(const ImageStack& stack) const
+{
+    const Loading& loading = loadingOf(stack);
+    return loading.jobsDone < loading.jobsSent;
+}
+
+void StackConductor::clearI1Files()
+{
+    clear(i1_);
+}
+
+void StackConductor::clearI0Files()
+{
+    clear(i0_);
+}
+
+void StackConductor::clear(Loading& loading)
+{
+    ImageStack& stack = *loading.stack;
+    if (!stack.images.isEmpty())
+        Q_EMIT aboutToChange(&stack, QStringLiteral("the %1 images are gone").arg(stack.name));
+    loading.row->clearFiles();
+    stack.images.clear();
+    stack.darkAvg.clear();
+    loading.firstValidJob = loading.jobsSent + 1;
+    Q_EMIT cleared(&stack);
+}
+
+void StackConductor::readI1Files(const QStringList& files, bool newFile)
+{
+    read(i1_, prepareRead(i1_, files, newFile, CmdLine(), {}));
+}
+
+void StackConductor::readI0Files(const QStringList& files, bool newFile)
+{
+    read(i0_, prepareRead(i0_, files, newFile, CmdLine(), {}));
+}
+
+/// Clears the stack for a new selection; the job that reads the files.
+LoadJob StackConductor::prepareRead(Loading& loading, const QStringList& files, bool newFile,
+                                    const CmdLine& cmd, CommandEnd end)
+{
+    if (newFile) {
+        clear(loading);
+        if (&loading == &i1_)
+            Q_EMIT quietLoadStarted();
+    }
+    const LoadJob job = newJob(loading, files, cmd);
+    loading.waiting[job.number] = {std::move(end), job.ticket};
+    return job;
+}
+
+/// A job by the stack's row, counted as sent.
+LoadJob StackConductor::newJob(Loading& loading, const QStringList& files, const CmdLine& cmd)
+{
+    const SelectDataFiles& row = *loading.row;
+    LoadJob job;
+    job.number = ++loading.jobsSent;
+    job.files = files;
+    job.ignoreLive = row.ignoreLive();
+    job.skip = qMax(1, row.skip());
+    job.cutFirst = qMax(0, row.cutFirst());
+    job.cutLast = qMax(0, row.cutLast());
+    job.errPs = row.errPoints();
+    job.scale = currentColorScale();
+    job.loadCmdId = loading.command;
+    job.ticket = cmd.ticket;
+    job.place = failurePlace(cmd);
+    return job;
+}
+
+void StackConductor::read(Loading& loading, const LoadJob& job)
+{
+    if (&loading == &i1_)
+        Q_EMIT loadI1Files(job);
+    else
+        Q_EMIT loadI0Files(job);
+}
+
+/// False, the image being deleted, when it comes of a job that was cleared meanwhile: a worker
+/// reads a selection to its end.
+bool StackConductor::take(Loading& loading, TiffData* image, int fNo)
+{
+    std::unique_ptr<TiffData> owned(image);
+    if (!image || (image->jobNumber != 0 && image->jobNumber < loading.firstValidJob))
+        return false;
+    ImageStack& stack = *loading.stack;
+    Q_EMIT aboutToChange(&stack, QStringLiteral("%1 images are added").arg(stack.name));
+    image->energy = loading.row->addFile(image->fileName, fNo);
+    // The job carried the colour scale of its start; the bar may have been moved since.
+    if (!image->pictureMatches(currentColorScale()))
+        image->buildImage(currentColorScale());
+    stack.images.append(std::move(owned));
+    return true;
+}
+
+void StackConductor::loadedI1(TiffData* image, int fNo)
+{
+    if (!take(i1_, image, fNo))
+        return;
+    if (data_.i1.images.size() == 1)
+        data_.takeGeometry();
+    Q_EMIT imageCame(&data_.i1, !isLoading(data_.i1) || i1_.row->showLatest());
+}
+
+void StackConductor::loadedI0(TiffData* image, int fNo)
+{
+    if (take(i0_, image, fNo))
+        Q_EMIT imageCame(&data_.i0, !isLoading(data_.i0) || i0_.row->showLatest());
+}
+
+void StackConductor::finishedLoadI1Files(int jobsDone)
+{
+    finishLoad(i1_, jobsDone);
+}
+
+void StackConductor::finishedLoadI0Files(int jobsDone)
+{
+    finishLoad(i0_, jobsDone);
+}
+
+void StackConductor::finishLoad(Loading& loading, int jobsDone)
+{
+    const ImageStack& stack = *loading.stack;
+    loading.jobsDone = jobsDone;
+    if (!stack.images.isEmpty()) {
+        loading.row->setExposure(stack.images.first()->exposureMs, stack.hasUniformExposure());
+        tellEnergyDoubts(loading);
+    }
+    Q_EMIT loaded(loading.stack);
+}
+
+/// Reports the loads that are through. The faults are those of the job with the ticket.
+void StackConductor::reportEnds(Loading& loading, int ticket, const QStringList& faults)
+{
+    const auto end = loading.waiting.upper_bound(loading.jobsDone);
+    std::map<int, Waiting> through;
+    for (auto job = loading.waiting.begin(); job != end; job = loading.waiting.erase(job))
+        through.insert({job->first, std::move(job->second)});
+    for (auto& [number, job] : through) {
+        if (number < loading.firstValidJob)
+            job.end.failed(QStringLiteral("the %1 images were cleared before all had come")
+                               .arg(loading.stack->name));
+        else
+            job.end.failed(job.ticket == ticket ? faults : QStringList());
+    }
+}
+
+void StackConductor::applyEnergies(ImageStack& stack)
+{
+    Loading& loading = &stack == i1_.stack ? i1_ : i0_;
+    stack.setEnergies(loading.row->applyEnergies());
+    tellEnergyDoubts(loading);
+    Q_EMIT energiesApplied(&stack);
+}
+
+/// Tells what is wrong with the stack's energies: a line each, and the marks of its row.
+void StackConductor::tellEnergyDoubts(Loading& loading)
+{
+    const ImageStack& stack = *loading.stack;
+    const QString complaint = loading.row->takeNameComplaint();
+    if (!complaint.isEmpty())
+        qDebug().noquote() << stack.name << "energies by name:" << complaint;
+    QStringList marks;
+    tellPair(stack, fallingPair(stack.images), "energies do not rise from file to file:",
+             tr("Energies do not rise: %1 eV (%2), then %3 eV (%4)"), marks);
+    tellPair(stack, equalPair(stack.images), "has two images of one energy:",
+             tr("Two images of one energy: %1 eV (%2) and %3 eV (%4)"), marks);
+    loading.row->setMark(marks.join(QLatin1Char('\n')));
+}
+
+void StackConductor::tellPair(const ImageStack& stack, const ImagePair& pair, const char* line,
+                              const QString& mark, QStringList& marks) const
+{
+    if (pair.first < 0)
+        return;
+    const TiffData& first = *stack.images.at(pair.first);
+    const TiffData& second = *stack.images.at(pair.second);
+    qDebug().noquote() << stack.name << line << imageText(first, first.fileName) << "and"
+                       << imageText(second, second.fileName);
+    marks.append(mark.arg(energyText(first.energy), QFileInfo(first.fileName).fileName(),
+                          energyText(second.energy), QFileInfo(second.fileName).fileName()));
+}

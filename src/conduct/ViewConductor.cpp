@@ -1,0 +1,473 @@
+#include "conduct/ViewConductor.h"
+
+#include "analysis/Analyzer.h"
+#include "batch/CommandArgs.h"
+#include "batch/CommandBook.h"
+#include "common/Fault.h"
+#include "conduct/SourceReader.h"
+#include "conduct/StackConductor.h"
+#include "display/ColorBar.h"
+#include "display/ImageBox.h"
+#include "display/ImgDispA.h"
+#include "image/Measurement.h"
+#include "maps/MapBook.h"
+#include "maps/MapChoice.h"
+#include "output/SaveBox.h"
+#include "selection/SelectDataFiles.h"
+
+#include <QDebug>
+
+namespace {
+
+/// Share of the value range, at its top and bottom, in which the deglitch filter may act.
+constexpr double deglitchRangeRatio = 0.1;
+
+ShownImage pictureOf(const TiffData& image)
+{
+    return {image.image(), image.width, image.height, image.minVal, image.maxVal};
+}
+
+/// Makes the picture anew unless it was made with the scale that is in force.
+void refreshPicture(const TiffData& image)
+{
+    if (!image.pictureMatches(currentColorScale()))
+        image.buildImage(currentColorScale());
+}
+
+} // namespace
+
+ViewConductor::ViewConductor(Measurement& data, MapBook& book, const SourceReader& reader,
+                             ImageBox& box, SaveBox& saveBox, const Analyzer& panel,
+                             StackConductor& stacks, QObject* parent)
+    : QObject(parent)
+    , data_(data)
+    , book_(book)
+    , reader_(reader)
+    , box_(box)
+    , saveBox_(saveBox)
+    , panel_(panel)
+{
+    book_.setScales(panel_.scales());
+    connectBox();
+    connectStacks(stacks);
+    connectResults(saveBox);
+    box_.area()->setEmptyText(emptyText());
+}
+
+void ViewConductor::connectBox()
+{
+    connect(&box_, &ImageBox::choiceChanged, this, &ViewConductor::dispImgSelected);
+    connect(&box_, &ImageBox::setAll, this, &ViewConductor::cBarUpdated);
+    connect(box_.bar(), &ColorBar::cBarUpdating, this, &ViewConductor::cBarUpdating);
+    connect(box_.bar(), &ColorBar::cBarUpdated, this, &ViewConductor::cBarUpdated);
+    connect(&book_.at(shiftMapKey), &Analyzed2DRes::scaleChanged, box_.bar(), &ColorBar::setRange);
+    connect(&box_, &ImageBox::prev, this, &ViewConductor::prev);
+    connect(&box_, &ImageBox::next, this, &ViewConductor::next);
+    connect(&box_, &ImageBox::sliderMoved, this, &ViewConductor::sliderMoved);
+    connect(&box_, &ImageBox::imageNumberTyped, this, &ViewConductor::imageTyped);
+}
+
+void ViewConductor::connectStacks(StackConductor& stacks)
+{
+    connect(&stacks, &StackConductor::cleared, this,
+            [this](ImageStack* stack) { stackCleared(*stack); });
+    connect(&stacks, &StackConductor::imageCame, this,
+            [this](ImageStack* stack, bool show) { imageCame(*stack, show); });
+    connect(&stacks, &StackConductor::loaded, this, [this](ImageStack* stack) {
+        if (!stack->images.isEmpty())
+            showLoaded(*stack);
+    });
+    connect(&stacks, &StackConductor::energiesApplied, this,
+            [this](ImageStack* stack) { energiesApplied(*stack); });
+    for (ImageStack* stack : {&data_.i1, &data_.i0}) {
+        connect(&reader_.rowOf(*stack), &SelectDataFiles::currentIndexChanged, this,
+                [this, stack](int no) {
+                    if (stack == &shownStack())
+                        showData(no);
+                });
+    }
+}
+
+void ViewConductor::connectResults(SaveBox& saveBox)
+{
+    connect(&panel_, &Analyzer::changedSelection, this, &ViewConductor::selectedNewRef);
+    connect(&panel_, &Analyzer::scalesChanged, this, &ViewConductor::takeScales);
+    connect(&panel_, &Analyzer::scaleAsked, this, &ViewConductor::tellScaleOfChosen);
+    connect(&book_, &MapBook::changed, this, [this](const MapKey& key) {
+        if (chosenResult() == key)
+            tellShowDeglitched();
+    });
+    connect(&saveBox, &SaveBox::deglitch, this, &ViewConductor::deglitch);
+    connect(&saveBox, &SaveBox::showDeglitchedToggled, this, &ViewConductor::showDeglitched);
+    connect(&saveBox, &SaveBox::checkVals, this, &ViewConductor::showAnalyzedVals);
+}
+
+void ViewConductor::bindCommands(CommandBook& book)
+{
+    using Cmd = CmdLine;
+    ImgDispA* const area = box_.area();
+    book.action(ExCmdSelectDispImage, [this](const Cmd& c) {
+        if (!box_.setChoice(intArg(c, 0)))
+            fault(QStringLiteral("No kind of image has the number ") + c.arg(0));
+    });
+    book.action(ExCmdSeekImage, [this](const Cmd& c) { seekImage(intArg(c, 0)); });
+    book.action(ExCmdCbarSetRange, [this](const Cmd& c) {
+        qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
+        box_.bar()->setRange(doubleArg(c, 0), doubleArg(c, 1));
+    });
+    book.action(ExCmdCbarSetAll, [this](const Cmd&) {
+        qDebug() << "cbar set all";
+        cBarUpdated();
+    });
+    book.action(ExCmdSelectRegion, [area](const Cmd& c) {
+        area->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2), intArg(c, 3));
+    });
+    book.action(ExCmdScaleReset, [area](const Cmd&) { area->resetImageViewWindow(); });
+    book.action(ExCmdZoomIn, [area](const Cmd&) { area->setViewWAsSelectedArea(); });
+}
+
+ImageStack& ViewConductor::shownStack() const
+{
+    return box_.choice() == ShowI0Id ? data_.i0 : data_.i1;
+}
+
+int ViewConductor::currentNumber(const ImageStack& stack) const
+{
+    return reader_.rowOf(stack).currentIndex();
+}
+
+const TiffData* ViewConductor::currentImage(const ImageStack& stack) const
+{
+    return stack.images.value(currentNumber(stack)).get();
+}
+
+bool ViewConductor::isMapChosen() const
+{
+    return box_.choice() == ShowShiftMapId || box_.choice() == ShowResAnalysisId;
+}
+
+Analyzed2DRes* ViewConductor::shownMap() const
+{
+    return map_ ? book_.find(*map_) : nullptr;
+}
+
+bool ViewConductor::isMapFilled() const
+{
+    const Analyzed2DRes* const map = shownMap();
+    return map && map->imgValid;
+}
+
+std::optional<MapKey> ViewConductor::chosenResult() const
+{
+    return chosenMap(panel_.mapChoice(), book_);
+}
+
+Analyzed2DRes* ViewConductor::chosenMapOf() const
+{
+    const std::optional<MapKey> key = chosenResult();
+    return key ? book_.find(*key) : nullptr;
+}
+
+QSize ViewConductor::shownSize() const
+{
+    if (const Analyzed2DRes* const map = shownMap())
+        return {map->stepper.width, map->stepper.height};
+    const TiffData* const image = currentImage(shownStack());
+    return image ? QSize(image->width, image->height) : data_.size;
+}
+
+/// The images in front of the user give the size: those of I1, or of I0 while they are on show and
+/// there are no others.
+void ViewConductor::tellImageSize()
+{
+    QSize size;
+    if (!data_.i1.images.isEmpty())
+        size = data_.size;
+    else if (box_.choice() == ShowI0Id && !data_.i0.images.isEmpty())
+        size = QSize(data_.i0.images.first()->width, data_.i0.images.first()->height);
+    box_.area()->setImageSize(size);
+}
+
+void ViewConductor::stackCleared(ImageStack& stack)
+{
+    // Whatever is chosen, an image of the stack may still lie in the image area.
+    if (imageStack_ == &stack)
+        showImage(nullptr);
+    if (&stack == &shownStack())
+        takeNoImage();
+    tellImageSize();
+}
+
+void ViewConductor::imageCame(ImageStack& stack, bool show)
+{
+    if (stack.images.size() == 1)
+        tellImageSize();
+    if (show && &stack == &data_.i1)
+        showLoaded(stack);
+}
+
+/// Images of other energies stand in the place of those that were.
+void ViewConductor::energiesApplied(ImageStack& stack)
+{
+    if (imageStack_ == &stack)
+        image_ = stack.images.value(currentNumber(stack));
+}
+
+/// The last image of a stack comes on show, or under a map of its size that is.
+void ViewConductor::showLoaded(ImageStack& stack)
+{
+    SelectDataFiles& row = reader_.rowOf(stack);
+    const int last = stack.images.size() - 1;
+    const bool shown = &shownStack() == &stack;
+    if (!shown || !keepsMap()) {
+        row.select(last);
+        if (shown)
+            showData(last);
+        return;
+    }
+    // The row would bring the image on show.
+    const QSignalBlocker quiet(row);
+    row.select(last);
+    takeImage(last);
+}
+
+/// A map is on show that has the size of the images.
+bool ViewConductor::keepsMap() const
+{
+    return isMapFilled() && shownSize() == data_.size;
+}
+
+QString ViewConductor::emptyText() const
+{
+    switch (box_.choice()) {
+    case ShowShiftMapId:
+        return tr("No energy shift map");
+    case ShowResAnalysisId:
+        return tr("No result map");
+    case ShowI0Id:
+        return tr("No I0 images");
+    default:
+        return tr("No I1 images");
+    }
+}
+
+void ViewConductor::showImage(const SharedImage& image)
+{
+    image_ = image;
+    // Another stack, or a map, was on show while the bar was moved.
+    if (image)
+        refreshPicture(*image);
+    else
+        imageStack_ = nullptr;
+    box_.area()->setImage(image ? pictureOf(*image) : ShownImage());
+}
+
+void ViewConductor::showData(int no)
+{
+    const TiffStack& images = shownStack().images;
+    if (no < 0 || no >= images.size())
+        return;
+    leaveMap();
+    takeImage(no);
+}
+
+/// Puts an image of the shown stack into the image area, on show or under the map that is.
+void ViewConductor::takeImage(int no)
+{
+    const ImageStack& stack = shownStack();
+    const SharedImage image = stack.images.at(no);
+    box_.showSeek(no, stack.images.size() - 1, image->fileName);
+    imageStack_ = &stack;
+    showImage(image);
+    Q_EMIT imageTaken(image->energy);
+}
+
+void ViewConductor::takeNoImage()
+{
+    box_.showNoImage();
+    showImage(nullptr);
+}
+
+/// An image takes the place of a map: the choice follows.
+void ViewConductor::leaveMap()
+{
+    map_.reset();
+    box_.area()->setShowOverLayer(false);
+    if (!isMapChosen())
+        return;
+    box_.setChoiceQuietly(ShowDataId);
+    box_.area()->setEmptyText(emptyText());
+}
+
+void ViewConductor::imageTyped(int number)
+{
+    SelectDataFiles& row = reader_.rowOf(shownStack());
+    row.select(number);
+    box_.showImageNumber(qMax(0, row.currentIndex()));
+}
+
+void ViewConductor::prev()
+{
+    reader_.rowOf(shownStack()).prev();
+}
+
+void ViewConductor::next()
+{
+    reader_.rowOf(shownStack()).next();
+}
+
+void ViewConductor::sliderMoved(int idx)
+{
+    seekImage(idx);
+}
+
+void ViewConductor::seekImage(int imgNo)
+{
+    reader_.rowOf(shownStack()).select(imgNo);
+    showData(imgNo);
+}
+
+void ViewConductor::dispImgSelected()
+{
+    qDebug() << "disp img selected";
+    box_.area()->setEmptyText(emptyText());
+    if (box_.choice() == ShowShiftMapId) {
+        showMap(shiftMapKey);
+    } else if (box_.choice() == ShowResAnalysisId) {
+        tellShowDeglitched();
+        showMap(chosenResult());
+    } else {
+        map_.reset();
+        tellImageSize();
+        box_.area()->setShowOverLayer(false);
+        if (shownStack().images.isEmpty())
+            takeNoImage();
+        else
+            showData(currentNumber(shownStack()));
+    }
+    Q_EMIT shownChanged();
+}
+
+void ViewConductor::selectedNewRef()
+{
+    dispImgSelected();
+}
+
+void ViewConductor::showMap(const std::optional<MapKey>& key)
+{
+    map_ = key;
+    Analyzed2DRes* const map = shownMap();
+    // The bar may have been moved since its picture was made; and the map of a walk that was
+    // stopped has none.
+    if (map && (map->imgValid || map->whyNotSaved(true).isEmpty()))
+        map->genImg();
+    box_.area()->setAnalyzedRes(map);
+    box_.area()->setShowOverLayer(true);
+}
+
+void ViewConductor::resultsPainted()
+{
+    if (box_.choice() != ShowResAnalysisId)
+        return;
+    map_ = chosenResult();
+    box_.area()->setAnalyzedRes(shownMap());
+    if (shownMap())
+        Q_EMIT valuesChanged();
+}
+
+void ViewConductor::resultsStopped()
+{
+    if (box_.choice() == ShowResAnalysisId)
+        dispImgSelected();
+}
+
+void ViewConductor::setupResAnalysisImage()
+{
+    if (Analyzed2DRes* map = chosenMapOf())
+        map->genImg();
+}
+
+void ViewConductor::cBarUpdating()
+{
+    if (box_.choice() == ShowShiftMapId) {
+        Analyzed2DRes& map = book_.at(shiftMapKey);
+        if (map.imgValid)
+            map.genImg();
+    } else if (box_.choice() == ShowResAnalysisId) {
+        setupResAnalysisImage();
+    } else if (image_) {
+        showImage(image_);
+    }
+    box_.area()->update();
+}
+
+void ViewConductor::cBarUpdated()
+{
+    qDebug() << "cBarUpdated" << box_.bar()->rangeMin << box_.bar()->rangeMax;
+    if (!isMapChosen()) {
+        for (const SharedImage& image : qAsConst(shownStack().images))
+            refreshPicture(*image);
+    }
+    // Hands the shown image's new picture over: the old one is gone.
+    cBarUpdating();
+}
+
+/// The panel's scales go to all result maps, painted anew.
+void ViewConductor::takeScales()
+{
+    book_.setScales(panel_.scales());
+    tellScaleOfChosen();
+    dispImgSelected();
+}
+
+void ViewConductor::tellScaleOfChosen()
+{
+    if (const Analyzed2DRes* map = chosenMapOf())
+        box_.bar()->setRange(map->scale().min, map->scale().max);
+}
+
+/// The box tells what the selected map shows, and must not make it a picture by that.
+void ViewConductor::tellShowDeglitched()
+{
+    const Analyzed2DRes* const map = chosenMapOf();
+    saveBox_.setShowDeglitched(map && map->useProc());
+}
+
+void ViewConductor::showDeglitched(bool on)
+{
+    if (Analyzed2DRes* map = chosenMapOf())
+        map->selectProcImg(on);
+    else if (on)
+        qDebug() << "No map is chosen to be shown deglitched";
+    tellShowDeglitched();
+    Q_EMIT valuesChanged();
+    box_.area()->update();
+}
+
+void ViewConductor::deglitch()
+{
+    Analyzed2DRes* map = chosenMapOf();
+    if (!map)
+        return;
+    // Only the top and bottom tenth of the value range is replaced.
+    map->setDeglitchConds(map->deglitchFactor, deglitchRangeRatio);
+    map->deglitch();
+    box_.area()->update();
+}
+
+void ViewConductor::showAnalyzedVals()
+{
+    const Analyzed2DRes* map = chosenMapOf();
+    if (!map || !map->data())
+        return;
+    qDebug() << "vals of" << map->name;
+    const double* const filtered = map->procData() ? map->procData() : map->data();
+    const int width = map->stepper.width;
+    for (int y = 0; y < map->stepper.height; ++y) {
+        for (int x = 0; x < width; ++x) {
+            const int at = y * width + x;
+            qDebug().noquote() << QString::asprintf("%4d %4d %15.6f %15.6f", x, y, map->data()[at],
+                                                    filtered[at]);
+        }
+    }
+}

@@ -1,0 +1,114 @@
+#pragma once
+
+#include "image/TiffData.h"
+#include "maps/MapKinds.h"
+
+#include <QObject>
+#include <QSize>
+
+#include <optional>
+
+class Analyzed2DRes;
+class Analyzer;
+class CommandBook;
+class ImageBox;
+class MapBook;
+class SaveBox;
+class SourceReader;
+class StackConductor;
+struct ImageStack;
+struct Measurement;
+
+/// Keeps what is on show: an image of a stack, or a map by its key. Follows the buttons that choose
+/// it, browses the stacks, keeps the pictures to the colour bar, and filters the map on show.
+class ViewConductor : public QObject
+{
+    Q_OBJECT
+public:
+    /// What it works on outlives it; the panel chooses the result map.
+    ViewConductor(Measurement& data, MapBook& book, const SourceReader& reader, ImageBox& box,
+                  SaveBox& saveBox, const Analyzer& panel, StackConductor& stacks,
+                  QObject* parent = nullptr);
+
+    void bindCommands(CommandBook& book);
+
+    /// The stack that the seek bar browses, and of which energy marker and dark level are. While a
+    /// map is on show that is I1, of which the map was made.
+    ImageStack& shownStack() const;
+    /// Number of the stack's image that its row has chosen, and the image; null for none.
+    int currentNumber(const ImageStack& stack) const;
+    const TiffData* currentImage(const ImageStack& stack) const;
+
+    /// A map is chosen; there may be none yet.
+    bool isMapChosen() const;
+    /// The map on show, with a picture or not; null while an image is chosen or there is no map.
+    Analyzed2DRes* shownMap() const;
+    /// The map on show has a picture.
+    bool isMapFilled() const;
+    /// The result map that the panel has chosen.
+    std::optional<MapKey> chosenResult() const;
+    /// Size [pixels] of what is on show.
+    QSize shownSize() const;
+
+    /// The result maps have other values: the one on show is shown anew.
+    void resultsPainted();
+    /// The same of maps that were left without pictures: the one on show is painted as it is.
+    void resultsStopped();
+
+public Q_SLOTS:
+    void showData(int no);
+    void prev();
+    void next();
+    void sliderMoved(int idx);
+    void seekImage(int imgNo);
+    /// Something else is chosen to be shown.
+    void dispImgSelected();
+    void selectedNewRef();
+    void setupResAnalysisImage();
+    void cBarUpdating();
+    void cBarUpdated();
+    void deglitch();
+    void showAnalyzedVals();
+
+Q_SIGNALS:
+    /// Something else is on show, or nothing any more.
+    void shownChanged();
+    /// An image of this energy [eV] was put into the area, on show or under the map that is.
+    void imageTaken(double energy);
+    /// The map on show has other values.
+    void valuesChanged();
+
+private:
+    void connectBox();
+    void connectStacks(StackConductor& stacks);
+    void connectResults(SaveBox& saveBox);
+    void imageTyped(int number);
+    void imageCame(ImageStack& stack, bool show);
+    void stackCleared(ImageStack& stack);
+    void energiesApplied(ImageStack& stack);
+    void showLoaded(ImageStack& stack);
+    bool keepsMap() const;
+    void showImage(const SharedImage& image);
+    void takeImage(int no);
+    void takeNoImage();
+    void leaveMap();
+    void showMap(const std::optional<MapKey>& key);
+    void tellImageSize();
+    QString emptyText() const;
+    void tellShowDeglitched();
+    void showDeglitched(bool on);
+    void takeScales();
+    void tellScaleOfChosen();
+    Analyzed2DRes* chosenMapOf() const;
+
+    Measurement& data_;
+    MapBook& book_;
+    const SourceReader& reader_;
+    ImageBox& box_;
+    SaveBox& saveBox_;
+    const Analyzer& panel_;
+    // What lies in the image area: the image, under the map when there is a key.
+    const ImageStack* imageStack_ = nullptr; ///< of the image
+    SharedImage image_;
+    std::optional<MapKey> map_;
+};

@@ -1,0 +1,180 @@
+#include "Desk.h"
+
+#include "analysis/LCFReference.h"
+#include "conduct/AnalysisConductor.h"
+#include "support/LogCapture.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+/// Single fits and walks as their conductor runs them with the panel, without a main window.
+class TestAnalysisConductor : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        desk_ = std::make_unique<Desk>();
+        analysis_ = std::make_unique<AnalysisConductor>(
+            AnalysisConductor::Parts{desk_->data, desk_->maps, desk_->reader, desk_->analyzer},
+            desk_->stacks, desk_->view, desk_->cursor);
+        analysis_->bindCommands(desk_->book);
+        analysis_->setMaxPositionsPerRequest(1);
+        QVERIFY(desk_->load(experiment_));
+    }
+    void cleanup()
+    {
+        analysis_.reset();
+        desk_.reset();
+    }
+
+    /// Each answer fills the rows in its turn: an older one that can be fitted must not be lost to
+    /// a newer one that can't, whenever it comes.
+    void answersFillTheRowsInTheirOrder()
+    {
+        Analyzer& panel = desk_->analyzer;
+        const XafsSpectrum first = spectrumAt(1, 1);
+        const XafsSpectrum second = spectrumAt(9, 5);
+        settle();
+        QVector<double> seen;
+        connect(&panel, &Analyzer::finished, this,
+                [&] { seen.append(panel.refs().at(0)->weight()); });
+        panel.analyzeSpectrum(first, {});
+        panel.analyzeSpectrum(second, {});
+        panel.analyzeSpectrum(XafsSpectrum(), {});
+        QTRY_COMPARE(seen.size(), 3);
+        const double last = fitLcf(second, panel.lcfRequest({}, {})).ratios.at(0);
+        const double before = fitLcf(first, panel.lcfRequest({}, {})).ratios.at(0);
+        QCOMPARE(seen, (QVector<double>{before, last, last}));
+    }
+
+    void aWalkLeavesTheRowsAlone()
+    {
+        Analyzer& panel = desk_->analyzer;
+        settle();
+        desk_->run("analyzer_exec_LCF");
+        const double weight = panel.refs().at(0)->weight();
+        desk_->cursor.showXafsSpectrum(9, 5); // not analysed during a walk
+        QTRY_VERIFY(!analysis_->isWalking());
+        QCOMPARE(panel.refs().at(0)->weight(), weight);
+        desk_->cursor.showXafsSpectrum(9, 5);
+        QTRY_VERIFY(panel.refs().at(0)->weight() != weight);
+    }
+
+    void aWalkReportsOnceHoweverItEnds_data()
+    {
+        QTest::addColumn<QString>("meanwhile");
+        QTest::addColumn<QString>("failure");
+        QTest::newRow("to its end") << ""
+                                    << "";
+        QTest::newRow("the button") << "button"
+                                    << "stopped";
+        QTest::newRow("cleared") << "clear_I1_files"
+                                 << "stopped, the I1 images are gone";
+        QTest::newRow("I0 cleared") << "clear_I0_files"
+                                    << "stopped, the I0 images are gone";
+        QTest::newRow("loaded anew")
+            << "load_I1_files new " + experiment_.i1[0] << "stopped, the I1 images are gone";
+        QTest::newRow("added") << "load_I0_files add " + experiment_.i0[0]
+                               << "stopped, I0 images are added";
+        QTest::newRow("energies applied") << "eng_apply_i1"
+                                          << "";
+        QTest::newRow("started anew") << "analyzer_exec_LCF"
+                                      << "stopped";
+        QTest::newRow("let go") << "end" << CommandEnd::letGo;
+        QTest::newRow("refused") << "no area"
+                                 << "";
+    }
+
+    void aWalkReportsOnceHoweverItEnds()
+    {
+        QFETCH(QString, meanwhile);
+        QFETCH(QString, failure);
+        if (meanwhile == "no area")
+            desk_->run("select_region 40 2 50 6");
+        int reports = 0;
+        QStringList failures;
+        const LogCapture log;
+        desk_->book
+            .run(ExCmdAnalyzerExecLCF, CmdLine("analyzer_exec_LCF"),
+                 CommandEnd([&](const QStringList& why) {
+                     ++reports;
+                     failures += why;
+                 }))
+            .done();
+        QCOMPARE(reports, meanwhile == "no area" ? 1 : 0);
+        if (meanwhile == "button")
+            desk_->analyzer.findChild<QPushButton*>("AskAnalyze")->click();
+        else if (meanwhile == "end")
+            analysis_.reset();
+        else if (!meanwhile.isEmpty())
+            desk_->run(meanwhile);
+        QTRY_COMPARE(reports, 1);
+        QCOMPARE(failures.join('|'), failure);
+        if (!failure.isEmpty() && analysis_)
+            QCOMPARE(log.linesWith("2D analysis " + failure), 1);
+        QTest::qWait(20);
+        QCOMPARE(reports, 1);
+    }
+
+    /// Forms, references and the shift map are those of the start, for every position.
+    void nothingThatChangesReachesAWalk()
+    {
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        const QVector<double> undisturbed = mapValues();
+        desk_->run("analyzer_exec_LCF");
+        int answers = 0;
+        connect(analysis_.get(), &AnalysisConductor::progressed, this, [&] {
+            if (++answers != 40)
+                return;
+            desk_->shiftMap.prepare(desk_->maps.at({MapKind::Zansa}).stepper);
+            desk_->shiftMap.shifts.fill(3.5);
+            QVERIFY(desk_->runAll(
+                {"Use_I0 0", "set_fluo_type 1", "set_band_w 2", "Suggest_Elm 1",
+                 "eng_calc_base_i1 9000", "eng_apply_i1", "hold_gap 0", "calib_target_background 0",
+                 "analyzer_set_LCF_std 0 0 5 " + experiment_.references[1],
+                 "analyzer_set_LCF_std 4 0 0 " + experiment_.references[1],
+                 "analyzer_zansa_own_weights 1", "analyzer_select_analysis_mode 3"}));
+            desk_->analyzer.findChild<QLineEdit*>("LCFRange1")->setText("8990");
+        });
+        QTRY_VERIFY(!analysis_->isWalking());
+        QVERIFY(answers == 84);
+        QCOMPARE(mapValues(), undisturbed);
+        QVERIFY(desk_->maps.stateOf({MapKind::LcfWeight, 1}) == MapState::Whole);
+        QCOMPARE(desk_->maps.stateOf({MapKind::LcfWeight, 4}), MapState::Empty);
+        QCOMPARE(desk_->maps.originOf({MapKind::Zansa}).references, experiment_.references);
+    }
+
+private:
+    XafsSpectrum spectrumAt(int x, int y) const
+    {
+        return desk_->reader.source().spectrum(x, y, Stage::Curve);
+    }
+
+    /// Until the fits that loading caused are in.
+    void settle()
+    {
+        QSignalSpy finished(&desk_->analyzer, &Analyzer::finished);
+        desk_->cursor.showXafsSpectrum(0, 0);
+        while (finished.wait(300)) {
+        }
+    }
+
+    QVector<double> mapValues() const
+    {
+        QVector<double> values;
+        for (const MapKey& key : desk_->maps.resultKeys()) {
+            const Analyzed2DRes& map = desk_->maps.at(key);
+            for (int i = 0; map.data() && i < 12 * 7; ++i)
+                values.append(map.data()[i]);
+        }
+        return values;
+    }
+
+    const SmallExperiment experiment_;
+    std::unique_ptr<Desk> desk_;
+    std::unique_ptr<AnalysisConductor> analysis_;
+};
+
+QTEST_MAIN(TestAnalysisConductor)
+#include "test_analysis_conductor.moc"

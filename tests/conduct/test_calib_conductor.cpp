@@ -1,0 +1,151 @@
+#include "Desk.h"
+
+#include "calibration/ShiftMapFile.h"
+#include "conduct/CalibConductor.h"
+#include "display/ImgDispA.h"
+#include "support/LogCapture.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+/// The calibration as its conductor runs it with its panel, without a main window.
+class TestCalibConductor : public QObject
+{
+    Q_OBJECT
+private Q_SLOTS:
+    void init()
+    {
+        desk_ = std::make_unique<Desk>();
+        calibration_ = std::make_unique<CalibConductor>(
+            CalibConductor::Parts{desk_->data, desk_->shiftMap, desk_->maps, desk_->reader,
+                                  desk_->spectrumBox, desk_->calibCtrl},
+            desk_->stacks, desk_->cursor);
+        calibration_->bindCommands(desk_->book);
+        QVERIFY(desk_->load(experiment_));
+        QVERIFY(desk_->runAll({"calib_load_std " + experiment_.references[0], "calib_type 1"}));
+        desk_->ends = 0;
+    }
+    void cleanup()
+    {
+        calibration_.reset();
+        desk_.reset();
+    }
+
+    void aWaitReportsOnceHoweverItEnds_data()
+    {
+        QTest::addColumn<QString>("meanwhile");
+        QTest::addColumn<QString>("failure");
+        QTest::newRow("to its end") << ""
+                                    << "";
+        QTest::newRow("the button") << "button"
+                                    << "stopped";
+        QTest::newRow("cleared") << "clear_I1_files"
+                                 << "stopped, the I1 images are gone";
+        QTest::newRow("I0 cleared") << "clear_I0_files"
+                                    << "stopped, the I0 images are gone";
+        QTest::newRow("loaded anew")
+            << "load_I0_files new " + experiment_.i0[0] << "stopped, the I0 images are gone";
+        QTest::newRow("added") << "load_I1_files add " + experiment_.i1[0]
+                               << "stopped, I1 images are added";
+        QTest::newRow("energies applied") << "eng_apply_i1"
+                                          << "";
+        QTest::newRow("started anew") << "calib_exec"
+                                      << "stopped";
+        QTest::newRow("let go") << "end" << CommandEnd::letGo;
+    }
+
+    /// Once waited for from the start, and once asked only behind the end.
+    void aWaitReportsOnceHoweverItEnds()
+    {
+        QFETCH(QString, meanwhile);
+        QFETCH(QString, failure);
+        QVERIFY(desk_->runAll({"calib_exec"}));
+        int reports = 0;
+        QStringList failures;
+        const CmdLine wait("calib_wait");
+        desk_->book
+            .run(ExCmdCalibWait, wait, CommandEnd([&](const QStringList& why) {
+                     ++reports;
+                     failures += why;
+                 }))
+            .done();
+        QCOMPARE(reports, 0);
+        if (meanwhile == "button")
+            button()->click();
+        else if (meanwhile == "end")
+            calibration_.reset();
+        else if (!meanwhile.isEmpty())
+            QVERIFY(desk_->runAll({meanwhile}));
+        QTRY_COMPARE(reports, 1);
+        QCOMPARE(failures.join('|'), failure);
+        if (!calibration_)
+            return;
+        QTRY_VERIFY(!calibration_->isRunning());
+        desk_->run("calib_wait"); // nothing is left to tell
+        QVERIFY(desk_->failures.isEmpty());
+        QCOMPARE(reports, 1);
+    }
+
+    /// A calibration that other images stopped is a failure of the run, which the next wait tells.
+    void aStopThatNobodyHeardIsToldLater()
+    {
+        QVERIFY(desk_->runAll({"calib_exec", "clear_I1_files", "calib_wait"}));
+        QCOMPARE(desk_->failures, QStringList("stopped, the I1 images are gone"));
+        QVERIFY(desk_->runAll({"calib_wait"}));
+        QCOMPARE(desk_->failures.size(), 1);
+    }
+
+    void nothingThatChangesReachesARun()
+    {
+        QVERIFY(desk_->runAll({"calib_exec", "calib_wait"}));
+        const QVector<double> undisturbed = desk_->shiftMap.shifts;
+        QVERIFY(desk_->runAll({"calib_exec"}));
+        QTRY_VERIFY(desk_->shiftMap.shifts[5] != 0.0);
+        QVERIFY(desk_->runAll({"Use_I0 0", "set_band_w 2", "calib_type 0", "Suggest_Elm 1",
+                               "eng_calc_base_i1 9000", "eng_apply_i1", "hold_gap 0",
+                               "calib_load_std " + experiment_.references[1], "calib_wait"}));
+        QCOMPARE(desk_->shiftMap.shifts, undisturbed);
+    }
+
+    /// A map that is read for another purpose leaves alone what is in force.
+    void anOperandLeavesTheMapInForceAlone()
+    {
+        const QString name = experiment_.dir.filePath("saved.emp");
+        QVERIFY(
+            desk_->runAll({"calib_exec", "calib_wait", "calib_save_map " + name, "calib_exec"}));
+        QTRY_VERIFY(desk_->shiftMap.shifts[5] != 0.0);
+        const auto fields = [this] {
+            QStringList texts;
+            for (const QLineEdit* field : desk_->calibCtrl.findChildren<QLineEdit*>())
+                texts.append(field->text());
+            return texts;
+        };
+        const QString other = experiment_.write(
+            "other.emp", "###MVKT\nStd Edge Energy [eV]    : 8000\nSpacing [nm]            : 3.1\n"
+                         "X Offset [pix]          : 7\nWidth [pix]             : 12\n"
+                         "Height [pix]            : 7\n##-----------------\n" +
+                             QByteArray("0.01 ").repeated(84));
+        const QStringList before = fields();
+        const ShiftMap inForce = desk_->shiftMap;
+        Analyzed2DRes operand("operand");
+        EMPHeader header;
+        calibration_->loadMap(other, operand, header);
+        QVERIFY(header.isValid && operand.valueAt(3, 3) != 0.0 && calibration_->isRunning());
+        QVERIFY(fields() == before && desk_->shiftMap.shifts == inForce.shifts);
+        QCOMPARE(desk_->shiftMap.origin, inForce.origin);
+        QVERIFY(desk_->runAll({"calib_wait"}) && desk_->failures.isEmpty());
+        calibration_->loadMap(other, operand, header);
+        QCOMPARE(desk_->shiftMap.edgeE, 0.0);
+        QCOMPARE(desk_->reader.energyShiftAt(3, 3), desk_->shiftMap.shifts[3 * 12 + 3]);
+    }
+
+private:
+    QPushButton* button() const { return desk_->calibCtrl.findChild<QPushButton*>("ExecCalib"); }
+
+    const SmallExperiment experiment_;
+    std::unique_ptr<Desk> desk_;
+    std::unique_ptr<CalibConductor> calibration_;
+};
+
+QTEST_MAIN(TestCalibConductor)
+#include "test_calib_conductor.moc"
