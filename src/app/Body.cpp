@@ -74,7 +74,7 @@ void Body::makeConductors()
         CalibConductor::Parts{data_, shiftMap_, book_, *reader_, spectrumBox, *w.calibCtrl},
         *stacks_, *cursor_);
     analysis_ = std::make_unique<AnalysisConductor>(
-        AnalysisConductor::Parts{data_, book_, *reader_, *w.analyzer}, *stacks_, *view_, *cursor_);
+        AnalysisConductor::Parts{book_, *reader_, *w.analyzer}, *stacks_, *view_, *cursor_);
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, imageBox, saveBox, *w.saveDataCfg, *w.analyzer}, *view_,
         *this);

@@ -10,6 +10,7 @@
 #include "conduct/CursorConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
+#include "conduct/StopReason.h"
 #include "conduct/ViewConductor.h"
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
@@ -315,14 +316,14 @@ CommandEnd AnalysisConductor::leaveWalk(bool whole)
 
 void AnalysisConductor::stop2DAnalysis()
 {
-    stopWalk(stoppedText());
+    stopWalk(stopReason());
 }
 
 /// The walk's own images stay, but its maps would no longer belong to what is shown.
 void AnalysisConductor::stackChanges(const ImageStack& stack, const QString& what)
 {
-    if (walk_.running && (&stack == &parts_.data.i1 || walk_.source->block.useI0))
-        stopWalk(stoppedText() + QLatin1String(", ") + what);
+    if (walk_.running && parts_.reader.holds(*walk_.source, stack))
+        stopWalk(stopReason(what));
 }
 
 /// Ends a walk before its time; the maps hold what was recorded, without pictures.

@@ -21,7 +21,6 @@ class SourceReader;
 class StackConductor;
 class ViewConductor;
 struct ImageStack;
-struct Measurement;
 
 /// Runs the analyses: single spectra for the panel, and walks over the map, whose results it
 /// records in the book. The worker AnalyzeProc with its thread is its own.
@@ -35,7 +34,6 @@ public:
     /// What it works on outlives it.
     struct Parts
     {
-        const Measurement& data;
         MapBook& book;
         const SourceReader& reader;
         Analyzer& panel;
@@ -64,9 +62,6 @@ Q_SIGNALS:
     void progressed(); ///< some positions are done
 
 private:
-    /// What a batch that waits is told of a walk that was stopped.
-    static QString stoppedText() { return QStringLiteral("stopped"); }
-
     /// The walk that runs, or ran last. Nothing that changes after its start reaches it.
     struct Run
     {

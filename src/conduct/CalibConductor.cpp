@@ -9,6 +9,7 @@
 #include "conduct/CursorConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
+#include "conduct/StopReason.h"
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
 #include "selection/SpectrumBox.h"
@@ -157,12 +158,17 @@ bool CalibConductor::hasBegun() const
     return first.cx != run_.at.cx || first.cy != run_.at.cy;
 }
 
+void CalibConductor::stop()
+{
+    stopCalibration(stopReason());
+}
+
 /// The run's own images stay, but its map would no longer belong to what is shown.
 void CalibConductor::stackChanges(const ImageStack& stack, const QString& what)
 {
-    if (!run_.running || (&stack == &parts_.data.i0 && !run_.source->block.useI0))
+    if (!run_.running || !parts_.reader.holds(*run_.source, stack))
         return;
-    const QString why = stoppedText() + QLatin1String(", ") + what;
+    const QString why = stopReason(what);
     if (run_.waiting.empty())
         unheardStop_ = why;
     stopCalibration(why);

@@ -46,7 +46,7 @@ public:
     bool isRunning() const { return run_.running; }
     /// Stops the calibration that runs, if any. The map stays as far as it is filled, without
     /// statistics; before the first position that is no map, and the one before stays.
-    void stop() { stopCalibration(stoppedText()); }
+    void stop();
 
 public Q_SLOTS:
     void newStdFile();
@@ -80,9 +80,6 @@ Q_SIGNALS:
     void shiftMapChanged();
 
 private:
-    /// What waiting commands are told of a calibration that was stopped.
-    static QString stoppedText() { return QStringLiteral("stopped"); }
-
     /// The calibration that runs, or ran last. Nothing that changes after its start reaches it.
     struct Run
     {

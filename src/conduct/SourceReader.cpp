@@ -42,6 +42,11 @@ SharedSource SourceReader::frozenForCalibration() const
     return std::make_shared<const WalkSource>(std::move(s));
 }
 
+bool SourceReader::holds(const WalkSource& source, const ImageStack& stack) const
+{
+    return &stack == &parts_.data.i1 || source.block.useI0;
+}
+
 QString SourceReader::areaFault(AnalyzeCond& ac) const
 {
     if (parts_.data.i1.images.isEmpty())

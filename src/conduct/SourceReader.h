@@ -35,6 +35,8 @@ public:
     SharedSource frozen() const;
     /// The same for a calibration, which finds the shifts: without any.
     SharedSource frozenForCalibration() const;
+    /// Whether spectra of the source are formed of images of this stack.
+    bool holds(const WalkSource& source, const ImageStack& stack) const;
 
     /// Fills ac with the walk over the selected area, or over the whole image; why there is nothing
     /// to walk over, or an empty text.

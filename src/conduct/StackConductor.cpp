@@ -240,8 +240,7 @@ bool StackConductor::take(Loading& loading, TiffData* image, int fNo)
     Q_EMIT aboutToChange(&stack, QStringLiteral("%1 images are added").arg(stack.name));
     image->energy = loading.row->addFile(image->fileName, fNo);
     // The job carried the colour scale of its start; the bar may have been moved since.
-    if (!image->pictureMatches(currentColorScale()))
-        image->buildImage(currentColorScale());
+    image->refreshImage(currentColorScale());
     stack.images.append(std::move(owned));
     return true;
 }

@@ -11,27 +11,15 @@
 #include "display/ImgDispA.h"
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
-#include "maps/MapChoice.h"
-#include "output/SaveBox.h"
 #include "selection/SelectDataFiles.h"
 
 #include <QDebug>
 
 namespace {
 
-/// Share of the value range, at its top and bottom, in which the deglitch filter may act.
-constexpr double deglitchRangeRatio = 0.1;
-
 ShownImage pictureOf(const TiffData& image)
 {
     return {image.image(), image.width, image.height, image.minVal, image.maxVal};
-}
-
-/// Makes the picture anew unless it was made with the scale that is in force.
-void refreshPicture(const TiffData& image)
-{
-    if (!image.pictureMatches(currentColorScale()))
-        image.buildImage(currentColorScale());
 }
 
 } // namespace
@@ -50,7 +38,7 @@ ViewConductor::ViewConductor(Measurement& data, MapBook& book, const SourceReade
     book_.setScales(panel_.scales());
     connectBox();
     connectStacks(stacks);
-    connectResults(saveBox);
+    connectResults();
     box_.area()->setEmptyText(emptyText());
 }
 
@@ -86,20 +74,6 @@ void ViewConductor::connectStacks(StackConductor& stacks)
                         showData(no);
                 });
     }
-}
-
-void ViewConductor::connectResults(SaveBox& saveBox)
-{
-    connect(&panel_, &Analyzer::changedSelection, this, &ViewConductor::selectedNewRef);
-    connect(&panel_, &Analyzer::scalesChanged, this, &ViewConductor::takeScales);
-    connect(&panel_, &Analyzer::scaleAsked, this, &ViewConductor::tellScaleOfChosen);
-    connect(&book_, &MapBook::changed, this, [this](const MapKey& key) {
-        if (chosenResult() == key)
-            tellShowDeglitched();
-    });
-    connect(&saveBox, &SaveBox::deglitch, this, &ViewConductor::deglitch);
-    connect(&saveBox, &SaveBox::showDeglitchedToggled, this, &ViewConductor::showDeglitched);
-    connect(&saveBox, &SaveBox::checkVals, this, &ViewConductor::showAnalyzedVals);
 }
 
 void ViewConductor::bindCommands(CommandBook& book)
@@ -155,17 +129,6 @@ bool ViewConductor::isMapFilled() const
 {
     const Analyzed2DRes* const map = shownMap();
     return map && map->imgValid;
-}
-
-std::optional<MapKey> ViewConductor::chosenResult() const
-{
-    return chosenMap(panel_.mapChoice(), book_);
-}
-
-Analyzed2DRes* ViewConductor::chosenMapOf() const
-{
-    const std::optional<MapKey> key = chosenResult();
-    return key ? book_.find(*key) : nullptr;
 }
 
 QSize ViewConductor::shownSize() const
@@ -256,7 +219,7 @@ void ViewConductor::showImage(const SharedImage& image)
     image_ = image;
     // Another stack, or a map, was on show while the bar was moved.
     if (image)
-        refreshPicture(*image);
+        image->refreshImage(currentColorScale());
     else
         imageStack_ = nullptr;
     box_.area()->setImage(image ? pictureOf(*image) : ShownImage());
@@ -365,28 +328,6 @@ void ViewConductor::showMap(const std::optional<MapKey>& key)
     box_.area()->setShowOverLayer(true);
 }
 
-void ViewConductor::resultsPainted()
-{
-    if (box_.choice() != ShowResAnalysisId)
-        return;
-    map_ = chosenResult();
-    box_.area()->setAnalyzedRes(shownMap());
-    if (shownMap())
-        Q_EMIT valuesChanged();
-}
-
-void ViewConductor::resultsStopped()
-{
-    if (box_.choice() == ShowResAnalysisId)
-        dispImgSelected();
-}
-
-void ViewConductor::setupResAnalysisImage()
-{
-    if (Analyzed2DRes* map = chosenMapOf())
-        map->genImg();
-}
-
 void ViewConductor::cBarUpdating()
 {
     if (box_.choice() == ShowShiftMapId) {
@@ -406,68 +347,8 @@ void ViewConductor::cBarUpdated()
     qDebug() << "cBarUpdated" << box_.bar()->rangeMin << box_.bar()->rangeMax;
     if (!isMapChosen()) {
         for (const SharedImage& image : qAsConst(shownStack().images))
-            refreshPicture(*image);
+            image->refreshImage(currentColorScale());
     }
     // Hands the shown image's new picture over: the old one is gone.
     cBarUpdating();
-}
-
-/// The panel's scales go to all result maps, painted anew.
-void ViewConductor::takeScales()
-{
-    book_.setScales(panel_.scales());
-    tellScaleOfChosen();
-    dispImgSelected();
-}
-
-void ViewConductor::tellScaleOfChosen()
-{
-    if (const Analyzed2DRes* map = chosenMapOf())
-        box_.bar()->setRange(map->scale().min, map->scale().max);
-}
-
-/// The box tells what the selected map shows, and must not make it a picture by that.
-void ViewConductor::tellShowDeglitched()
-{
-    const Analyzed2DRes* const map = chosenMapOf();
-    saveBox_.setShowDeglitched(map && map->useProc());
-}
-
-void ViewConductor::showDeglitched(bool on)
-{
-    if (Analyzed2DRes* map = chosenMapOf())
-        map->selectProcImg(on);
-    else if (on)
-        qDebug() << "No map is chosen to be shown deglitched";
-    tellShowDeglitched();
-    Q_EMIT valuesChanged();
-    box_.area()->update();
-}
-
-void ViewConductor::deglitch()
-{
-    Analyzed2DRes* map = chosenMapOf();
-    if (!map)
-        return;
-    // Only the top and bottom tenth of the value range is replaced.
-    map->setDeglitchConds(map->deglitchFactor, deglitchRangeRatio);
-    map->deglitch();
-    box_.area()->update();
-}
-
-void ViewConductor::showAnalyzedVals()
-{
-    const Analyzed2DRes* map = chosenMapOf();
-    if (!map || !map->data())
-        return;
-    qDebug() << "vals of" << map->name;
-    const double* const filtered = map->procData() ? map->procData() : map->data();
-    const int width = map->stepper.width;
-    for (int y = 0; y < map->stepper.height; ++y) {
-        for (int x = 0; x < width; ++x) {
-            const int at = y * width + x;
-            qDebug().noquote() << QString::asprintf("%4d %4d %15.6f %15.6f", x, y, map->data()[at],
-                                                    filtered[at]);
-        }
-    }
 }

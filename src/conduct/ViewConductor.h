@@ -79,9 +79,9 @@ Q_SIGNALS:
     void valuesChanged();
 
 private:
+    // ViewConductor.cpp
     void connectBox();
     void connectStacks(StackConductor& stacks);
-    void connectResults(SaveBox& saveBox);
     void imageTyped(int number);
     void imageCame(ImageStack& stack, bool show);
     void stackCleared(ImageStack& stack);
@@ -95,6 +95,8 @@ private:
     void showMap(const std::optional<MapKey>& key);
     void tellImageSize();
     QString emptyText() const;
+    // ViewConductorMaps.cpp
+    void connectResults();
     void tellShowDeglitched();
     void showDeglitched(bool on);
     void takeScales();

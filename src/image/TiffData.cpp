@@ -132,12 +132,15 @@ void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buf
         enter(v);
     // The one value that may lie outside the extremes: a bad pixel without a good neighbour.
     enter(0);
+    // In locals: a byte that is written might be any part of what they come from.
+    const uchar* const mapped = table.data();
+    const int width = image.width;
     for (int y = 0; y < image.height; ++y) {
         const quint16* row = image.row<quint16>(y);
         uchar* out = buffer + size_t(y) * size_t(stride);
-        for (int x = 0; x < image.width; ++x)
-            out[x] = table[row[x]];
-        std::fill(out + image.width, out + stride, uchar(0));
+        for (int x = 0; x < width; ++x)
+            out[x] = mapped[row[x]];
+        std::fill(out + width, out + stride, uchar(0));
     }
 }
 
@@ -379,6 +382,12 @@ void TiffData::buildImage(const ColorScale& scale) const
     }
     picture.image = std::make_unique<QImage>(buffer, width, height, stride,
                                              static_cast<QImage::Format>(format));
+}
+
+void TiffData::refreshImage(const ColorScale& scale) const
+{
+    if (!pictureMatches(scale))
+        buildImage(scale);
 }
 
 bool TiffData::pictureMatches(const ColorScale& scale) const

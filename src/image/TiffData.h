@@ -103,6 +103,9 @@ public:
     /// Makes the picture anew: each pixel's place between minVal and maxVal goes through `scale`.
     void buildImage(const ColorScale& scale) const;
 
+    /// The same unless the picture was made with a scale that maps like `scale`.
+    void refreshImage(const ColorScale& scale) const;
+
     /// True when the picture was made with a scale that maps like `scale`.
     bool pictureMatches(const ColorScale& scale) const;
 

@@ -16,8 +16,8 @@ private Q_SLOTS:
     {
         desk_ = std::make_unique<Desk>();
         analysis_ = std::make_unique<AnalysisConductor>(
-            AnalysisConductor::Parts{desk_->data, desk_->maps, desk_->reader, desk_->analyzer},
-            desk_->stacks, desk_->view, desk_->cursor);
+            AnalysisConductor::Parts{desk_->maps, desk_->reader, desk_->analyzer}, desk_->stacks,
+            desk_->view, desk_->cursor);
         analysis_->bindCommands(desk_->book);
         analysis_->setMaxPositionsPerRequest(1);
         QVERIFY(desk_->load(experiment_));
