@@ -38,7 +38,7 @@ struct ExCmdRow
 /// The 7 keywords, in the order of their identifiers.
 const QVector<KeywordRow>& keywordTable();
 
-/// The 127 external commands; the last row stands for no command.
+/// The 126 external commands, and a last row that stands for no command.
 const QVector<ExCmdRow>& exCmdTable();
 
 /// Commands beyond those; looked up after them.

@@ -61,12 +61,11 @@ void CalibConductor::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
     // The calibration goes on behind the reported end; calib_wait waits for it.
-    book.action(ExCmdCalibExec, [this](const Cmd&) { startCalibration(); });
+    book.action(ExCmdCalibExec, [this](const Cmd&) { startCalibration(true); });
     book.later(ExCmdCalibWait, [this](const Cmd&, CommandEnd end) { waitForEnd(std::move(end)); });
-    book.later(ExCmdCalibLoadMap, [this](const Cmd& c, CommandEnd end) {
+    book.action(ExCmdCalibLoadMap, [this](const Cmd& c) {
         EMPHeader header;
         loadMap(c.arg(0), picture(), header);
-        end.done();
     });
     book.action(ExCmdCalibClearMap, [this](const Cmd&) { clearShiftMap(); });
     book.action(ExCmdCalibSaveMap, [this](const Cmd& c) { saveEMap(c.arg(0)); });
@@ -87,11 +86,11 @@ void CalibConductor::execCalibration()
     if (run_.running)
         stop();
     else
-        startCalibration();
+        startCalibration(false);
 }
 
 /// Starts a calibration in place of the one that runs.
-void CalibConductor::startCalibration()
+void CalibConductor::startCalibration(bool ofBatch)
 {
     stop();
     tellUnheardStop();
@@ -104,6 +103,7 @@ void CalibConductor::startCalibration()
     tellCalibrationDoubts();
     run_ = Run();
     run_.running = true;
+    run_.ofBatch = ofBatch;
     run_.source = parts_.reader.frozenForCalibration();
     run_.conditions = conditions();
     run_.standard = comparedStandard(stdSpectrum_, run_.conditions);
@@ -169,7 +169,7 @@ void CalibConductor::stackChanges(const ImageStack& stack, const QString& what)
     if (!run_.running || !parts_.reader.holds(*run_.source, stack))
         return;
     const QString why = stopReason(what);
-    if (run_.waiting.empty())
+    if (run_.ofBatch && run_.waiting.empty())
         unheardStop_ = why;
     stopCalibration(why);
 }
@@ -200,10 +200,11 @@ void CalibConductor::leaveCalibration(const QString& why)
     keepAsFormer(replacedMap_);
     replacedMap_ = ShiftMap();
     parts_.panel.setRunning(false);
-    for (CommandEnd& end : std::exchange(run_.waiting, {}))
-        end.failed(why.isEmpty() ? QStringList() : QStringList(why));
+    std::vector<CommandEnd> waiting = std::exchange(run_.waiting, {});
     Q_EMIT shiftMapChanged();
     Q_EMIT runningChanged(false);
+    for (CommandEnd& end : waiting)
+        end.failed(why.isEmpty() ? QStringList() : QStringList(why));
 }
 
 void CalibConductor::waitForEnd(CommandEnd end)

@@ -66,7 +66,7 @@ public Q_SLOTS:
     void swapFormerMap();
     /// Takes single outliers out of the shift map.
     void normalizeEShift();
-    /// A run is through: a calibration that was stopped by other images, and that no command waited
+    /// A run is through: a calibration of it that other images stopped, and that no command waited
     /// for, is a fault.
     void tellUnheardStop();
 
@@ -84,6 +84,7 @@ private:
     struct Run
     {
         bool running = false;
+        bool ofBatch = false; ///< a command started it
         SharedSource source;
         CalibConditions conditions;
         XafsSpectrum standard; ///< its values continued where its lines cross
@@ -94,7 +95,7 @@ private:
 
     // CalibConductor.cpp
     void connectPanel();
-    void startCalibration();
+    void startCalibration(bool ofBatch);
     QString calibrationFault(AnalyzeCond& walk) const;
     void tellCalibrationDoubts() const;
     CalibConditions conditions() const;
@@ -122,5 +123,5 @@ private:
     Run run_;
     ShiftMap replacedMap_;              ///< by the calibration that runs
     std::optional<ShiftMap> formerMap_; ///< none as long as no map was replaced
-    QString unheardStop_; ///< why one was stopped by other images, until somebody is told
+    QString unheardStop_; ///< why a batch's was stopped by other images, until the batch is told
 };

@@ -81,19 +81,7 @@ public:
     void setMaxPositionsPerRequest(int count) { analysis().setMaxPositionsPerRequest(count); }
 
     /// Energies, stacks and references of the experiment.
-    bool load(const SmallExperiment& e)
-    {
-        QStringList lines{"Use_I0 1", "set_band_w 0", "set_band_h 0"};
-        for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")})
-            lines << "eng_calc_base_" + stack + " 8920"
-                  << "eng_calc_delta_" + stack + " 2"
-                  << "eng_calc_even_in_eng_" + stack + " 1"
-                  << QStringLiteral("load_%1_files_of_pattern new %2/ %1_*.img")
-                         .arg(stack, e.dir.path());
-        for (int r = 0; r < e.references.size(); ++r)
-            lines << QStringLiteral("analyzer_set_LCF_std %1 0 0 %2").arg(r).arg(e.references[r]);
-        return runAll(lines);
-    }
+    bool load(const SmallExperiment& e) { return runAll(e.loadingLines()); }
 
 private:
     QSignalSpy ends_{&batch(), &BatchConductor::finishBatchExec};

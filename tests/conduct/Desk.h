@@ -83,17 +83,31 @@ public:
     /// Energies, stacks and references of the experiment, one pixel a block.
     bool load(const SmallExperiment& e)
     {
-        QStringList lines{"Use_I0 1", "set_band_w 0", "set_band_h 0"};
-        for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")})
-            lines << "eng_calc_base_" + stack + " 8920"
-                  << "eng_calc_delta_" + stack + " 2"
-                  << "eng_calc_even_in_eng_" + stack + " 1"
-                  << QStringLiteral("load_%1_files_of_pattern new %2/ %1_*.img")
-                         .arg(stack, e.dir.path());
-        for (int r = 0; r < e.references.size(); ++r)
-            lines << QStringLiteral("analyzer_set_LCF_std %1 0 0 %2").arg(r).arg(e.references[r]);
-        const bool loaded = runAll(lines);
+        const bool loaded = runAll(e.loadingLines());
         ends = 0;
         return loaded && failures.isEmpty();
     }
 };
+
+/// Rows of what may happen to work that a command waits for, and the failures that it reports then.
+/// `restart` is the command that starts the work.
+inline void addEndings(const SmallExperiment& e, const QString& restart)
+{
+    QTest::addColumn<QString>("meanwhile");
+    QTest::addColumn<QString>("failure");
+    QTest::newRow("to its end") << ""
+                                << "";
+    QTest::newRow("the button") << "button"
+                                << "stopped";
+    QTest::newRow("cleared") << "clear_I1_files"
+                             << "stopped, the I1 images are gone";
+    QTest::newRow("I0 cleared") << "clear_I0_files"
+                                << "stopped, the I0 images are gone";
+    QTest::newRow("loaded anew") << "load_I1_files new " + e.i1[0]
+                                 << "stopped, the I1 images are gone";
+    QTest::newRow("added") << "load_I0_files add " + e.i0[0] << "stopped, I0 images are added";
+    QTest::newRow("energies applied") << "eng_apply_i1"
+                                      << "";
+    QTest::newRow("started anew") << restart << "stopped";
+    QTest::newRow("let go") << "end" << CommandEnd::letGo;
+}

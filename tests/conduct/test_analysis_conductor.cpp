@@ -63,25 +63,7 @@ private Q_SLOTS:
 
     void aWalkReportsOnceHoweverItEnds_data()
     {
-        QTest::addColumn<QString>("meanwhile");
-        QTest::addColumn<QString>("failure");
-        QTest::newRow("to its end") << ""
-                                    << "";
-        QTest::newRow("the button") << "button"
-                                    << "stopped";
-        QTest::newRow("cleared") << "clear_I1_files"
-                                 << "stopped, the I1 images are gone";
-        QTest::newRow("I0 cleared") << "clear_I0_files"
-                                    << "stopped, the I0 images are gone";
-        QTest::newRow("loaded anew")
-            << "load_I1_files new " + experiment_.i1[0] << "stopped, the I1 images are gone";
-        QTest::newRow("added") << "load_I0_files add " + experiment_.i0[0]
-                               << "stopped, I0 images are added";
-        QTest::newRow("energies applied") << "eng_apply_i1"
-                                          << "";
-        QTest::newRow("started anew") << "analyzer_exec_LCF"
-                                      << "stopped";
-        QTest::newRow("let go") << "end" << CommandEnd::letGo;
+        addEndings(experiment_, "analyzer_exec_LCF");
         QTest::newRow("refused") << "no area"
                                  << "";
     }

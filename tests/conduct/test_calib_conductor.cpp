@@ -31,28 +31,7 @@ private Q_SLOTS:
         desk_.reset();
     }
 
-    void aWaitReportsOnceHoweverItEnds_data()
-    {
-        QTest::addColumn<QString>("meanwhile");
-        QTest::addColumn<QString>("failure");
-        QTest::newRow("to its end") << ""
-                                    << "";
-        QTest::newRow("the button") << "button"
-                                    << "stopped";
-        QTest::newRow("cleared") << "clear_I1_files"
-                                 << "stopped, the I1 images are gone";
-        QTest::newRow("I0 cleared") << "clear_I0_files"
-                                    << "stopped, the I0 images are gone";
-        QTest::newRow("loaded anew")
-            << "load_I0_files new " + experiment_.i0[0] << "stopped, the I0 images are gone";
-        QTest::newRow("added") << "load_I1_files add " + experiment_.i1[0]
-                               << "stopped, I1 images are added";
-        QTest::newRow("energies applied") << "eng_apply_i1"
-                                          << "";
-        QTest::newRow("started anew") << "calib_exec"
-                                      << "stopped";
-        QTest::newRow("let go") << "end" << CommandEnd::letGo;
-    }
+    void aWaitReportsOnceHoweverItEnds_data() { addEndings(experiment_, "calib_exec"); }
 
     /// Once waited for from the start, and once asked only behind the end.
     void aWaitReportsOnceHoweverItEnds()

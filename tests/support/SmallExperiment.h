@@ -53,6 +53,21 @@ public:
         return writeBytes(dir.filePath(name), bytes) ? dir.filePath(name) : QString();
     }
 
+    /// The commands that load energies, stacks and references, one pixel a block.
+    QStringList loadingLines() const
+    {
+        QStringList lines{"Use_I0 1", "set_band_w 0", "set_band_h 0"};
+        for (const QString& stack : {QStringLiteral("i1"), QStringLiteral("i0")})
+            lines << "eng_calc_base_" + stack + " 8920"
+                  << "eng_calc_delta_" + stack + " 2"
+                  << "eng_calc_even_in_eng_" + stack + " 1"
+                  << QStringLiteral("load_%1_files_of_pattern new %2/ %1_*.img")
+                         .arg(stack, dir.path());
+        for (int r = 0; r < references.size(); ++r)
+            lines << QStringLiteral("analyzer_set_LCF_std %1 0 0 %2").arg(r).arg(references[r]);
+        return lines;
+    }
+
     QTemporaryDir dir;
     QStringList i1;
     QStringList i0;
