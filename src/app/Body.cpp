@@ -96,7 +96,7 @@ void Body::wireBatch()
 
 void Body::makeShell()
 {
-    shell_ = std::make_unique<Shell>(*this, *windows_, *stacks_, *analysis_);
+    shell_ = std::make_unique<Shell>(*this, *windows_, data_, *stacks_, *analysis_);
     menus_ = std::make_unique<MenuBar>(
         MenuBar::Parts{*this, *windows_, *ui_->DataGroup, *ui_->ImageGroup, *saving_});
     connect(batch_.get(), &BatchConductor::finishing, shell_.get(), &Shell::saveWindows);

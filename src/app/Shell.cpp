@@ -41,12 +41,14 @@ constexpr int progressBarWidth = 220; ///< [pixels]
 
 } // namespace
 
-Shell::Shell(QMainWindow& window, Windows& windows, const StackConductor& stacks,
-             const AnalysisConductor& analysis)
+Shell::Shell(QMainWindow& window, Windows& windows, const Measurement& data,
+             const StackConductor& stacks, const AnalysisConductor& analysis)
     : window_(window)
     , windows_(windows)
 {
-    setupStatusBar(stacks, analysis);
+    ProgressSum* const bar = setupStatusBar();
+    showProgressOfLoads(bar, data, stacks);
+    showProgressOfWalk(bar, analysis);
     nameReferenceDialogs();
     groupDialogs();
     connect(windows_.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
@@ -149,7 +151,8 @@ void Shell::takeReferenceRow()
         groupDialog(file->dialog());
 }
 
-void Shell::setupStatusBar(const StackConductor& stacks, const AnalysisConductor& analysis)
+/// Gives the bar of the progress.
+ProgressSum* Shell::setupStatusBar()
 {
     QStatusBar* const statusBar = window_.statusBar();
     auto* latest = new ElidedLabel;
@@ -162,17 +165,20 @@ void Shell::setupStatusBar(const StackConductor& stacks, const AnalysisConductor
     bar->setObjectName(QStringLiteral("Progress"));
     bar->setFixedWidth(progressBarWidth);
     statusBar->addPermanentWidget(bar);
-    showProgressOf(bar, stacks, analysis);
+    return bar;
 }
 
-void Shell::showProgressOf(ProgressSum* bar, const StackConductor& stacks,
-                           const AnalysisConductor& analysis)
+void Shell::showProgressOfLoads(ProgressSum* bar, const Measurement& data,
+                                const StackConductor& stacks)
 {
     connect(&stacks, &StackConductor::progressed, bar,
-            [bar](const ImageStack* stack, int done, int total) {
-                bar->setPart(stack->name == QLatin1String("I1") ? LoadingI1 : LoadingI0, done,
-                             total);
+            [bar, i1 = &data.i1](const ImageStack* stack, int done, int total) {
+                bar->setPart(stack == i1 ? LoadingI1 : LoadingI0, done, total);
             });
+}
+
+void Shell::showProgressOfWalk(ProgressSum* bar, const AnalysisConductor& analysis)
+{
     const Analyzer* const panel = windows_.analyzer.get();
     connect(panel, &Analyzer::progressChanged, bar, [&analysis, bar](double perCent) {
         if (analysis.isWalking())

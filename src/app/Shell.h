@@ -14,6 +14,7 @@ class ProgressSum;
 class QMainWindow;
 class QWidget;
 class StackConductor;
+struct Measurement;
 struct Windows;
 
 /// What surrounds the boxes of the main window: the status bar with its progress, the places of the
@@ -23,8 +24,8 @@ class Shell : public QObject
     Q_OBJECT
 public:
     /// What it surrounds outlives it.
-    Shell(QMainWindow& window, Windows& windows, const StackConductor& stacks,
-          const AnalysisConductor& analysis);
+    Shell(QMainWindow& window, Windows& windows, const Measurement& data,
+          const StackConductor& stacks, const AnalysisConductor& analysis);
 
     void bindCommands(CommandBook& book);
 
@@ -35,9 +36,10 @@ public:
     void saveWindows();
 
 private:
-    void setupStatusBar(const StackConductor& stacks, const AnalysisConductor& analysis);
-    void showProgressOf(ProgressSum* bar, const StackConductor& stacks,
-                        const AnalysisConductor& analysis);
+    ProgressSum* setupStatusBar();
+    void showProgressOfLoads(ProgressSum* bar, const Measurement& data,
+                             const StackConductor& stacks);
+    void showProgressOfWalk(ProgressSum* bar, const AnalysisConductor& analysis);
     QVector<std::pair<QString, QWidget*>> keptWindows() const;
     void nameReferenceDialogs();
     QString fileKind(const LateDialog& dialog) const;

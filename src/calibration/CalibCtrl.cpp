@@ -201,11 +201,6 @@ void CalibCtrl::showImageGeometry(const QSize& size, const QPoint& offset)
     ui_->YOffset->setText(QString::number(offset.y()));
 }
 
-QString CalibCtrl::mapFile() const
-{
-    return ui_->EMPFileName->text();
-}
-
 void CalibCtrl::showMapFile(const QString& fname)
 {
     ui_->EMPFileName->setText(fname);

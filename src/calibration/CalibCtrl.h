@@ -60,7 +60,6 @@ public:
     void showImageGeometry(const QSize& size, const QPoint& offset);
     /// Name of the map file last read or written.
     void showMapFile(const QString& fname);
-    QString mapFile() const;
     /// Marks the map as that of a calibration that was stopped.
     void setMapInterrupted(bool f);
     /// Whether there is a former map to bring back.

@@ -28,7 +28,7 @@ struct ShiftMap
 
     bool isEmpty() const { return shifts.isEmpty(); }
 
-    /// Starts a new filling: no shift anywhere.
+    /// Starts a new filling: a shift of 0 everywhere, until its position is done.
     void prepare(const AnalyzeCond& newWalk);
     /// Stores a position's shift [eV] over its block; or that it has none.
     void set(const AnalyzeCond& at, double shift);

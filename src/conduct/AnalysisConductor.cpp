@@ -238,10 +238,10 @@ void AnalysisConductor::analyzeASpectrumFinished(const AnalysisResult& result)
     const WalkRun run = walk_.pending.dequeue();
     recordRequest(run, result);
     adaptRequestSize(result.tookMs, run.count);
-    Q_EMIT progressed();
     sendNextRequest();
     if (walk_.pending.isEmpty())
         endWalk();
+    Q_EMIT progressed();
 }
 
 void AnalysisConductor::recordRequest(const WalkRun& run, const AnalysisResult& result)
@@ -319,14 +319,17 @@ void AnalysisConductor::stop2DAnalysis()
     stopWalk(stopReason());
 }
 
-/// The walk's own images stay, but its maps would no longer belong to what is shown.
+/// The walk's own images stay, but its maps would no longer belong to what is shown. Their pictures
+/// are made, since nobody may be there to ask for them.
 void AnalysisConductor::stackChanges(const ImageStack& stack, const QString& what)
 {
-    if (walk_.running && parts_.reader.holds(*walk_.source, stack))
-        stopWalk(stopReason(what));
+    if (!walk_.running || !parts_.reader.holds(*walk_.source, stack))
+        return;
+    generateResImages();
+    stopWalk(stopReason(what));
 }
 
-/// Ends a walk before its time; the maps hold what was recorded, without pictures.
+/// Ends a walk before its time; the maps hold what was recorded, and get no new pictures.
 void AnalysisConductor::stopWalk(const QString& why)
 {
     if (!walk_.running)

@@ -20,6 +20,11 @@ BatchConductor::BatchConductor(BatchCtrl& window, QObject* parent)
 {
     dispatcher_->moveToThread(&thread_);
     thread_.start();
+    // In front of the window's own slot, behind which an unattended run counts as ended.
+    connect(dispatcher_.get(), &BatchDispatcher::runEnded, this, [this] {
+        if (!window_.isUnattended())
+            tellThrough();
+    });
     window_.setDispatcher(dispatcher_.get());
     connect(dispatcher_.get(), &BatchDispatcher::execCmdSig, this, &BatchConductor::execCmdSlot);
     connect(this, &BatchConductor::finishBatchExec, dispatcher_.get(),
@@ -30,6 +35,7 @@ BatchConductor::BatchConductor(BatchCtrl& window, QObject* parent)
     // Nobody reports the end: the program ends.
     book_.later(ExCmdQuit, [this](const CmdLine&, CommandEnd end) {
         end.leaveOpen();
+        tellThrough();
         Q_EMIT finishing();
     });
 }
@@ -76,10 +82,16 @@ void BatchConductor::execCmdSlot(const CmdLine& cmd, bool inRem)
         return;
     }
     Q_EMIT commandStarted(cmd);
+    carryOut(id, cmd).done();
+}
+
+/// Gives the end that is still to be told of a command that has ended.
+CommandEnd BatchConductor::carryOut(EX_CMD_ID id, const CmdLine& cmd)
+{
     const FaultCollector faults(failurePlace(cmd));
     CommandEnd end = book_.run(id, cmd, endOf(id, cmd));
     recordFaults(cmd, faults.faults());
-    end.done();
+    return end;
 }
 
 /// The report of the command's end, whenever it comes: its failures are recorded, and the batch
@@ -113,8 +125,13 @@ void BatchConductor::finishWhenIdle()
     finishesWhenIdle_ = true;
     if (busy_ || closing_)
         return;
+    tellThrough();
+    Q_EMIT finishing();
+}
+
+void BatchConductor::tellThrough()
+{
     const FaultCollector faults;
     Q_EMIT runThrough();
     recordFaults(CmdLine(), faults.faults());
-    Q_EMIT finishing();
 }

@@ -39,16 +39,17 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// A command is about to be executed.
     void commandStarted(const CmdLine& cmd);
-    /// A command has come to its end; ticket is the number of the batch's own command, 0 when a
-    /// click started it.
+    /// A command has come to its end; ticket is its number in the batch.
     void finishBatchExec(int id, int ticket);
-    /// An unattended run has come to its end, and faults told now still count in it.
+    /// A run has come to its end, and faults told now still count in it.
     void runThrough();
     /// The program is to end.
     void finishing();
 
 private:
     CommandEnd endOf(EX_CMD_ID id, const CmdLine& cmd);
+    CommandEnd carryOut(EX_CMD_ID id, const CmdLine& cmd);
+    void tellThrough();
     void finishWhenIdle();
 
     BatchCtrl& window_;

@@ -1,6 +1,6 @@
 #include "conduct/CalibConductor.h"
 
-#include "batch/CommandArgs.h"
+#include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
 #include "calibration/ShiftMapFile.h"
@@ -220,6 +220,7 @@ void CalibConductor::waitForEnd(CommandEnd end)
 void CalibConductor::tellUnheardStop()
 {
     const QString why = std::exchange(unheardStop_, QString());
+    run_.ofBatch = false; // of one that still runs, too: nobody will ask
     if (!why.isEmpty())
         fault(QStringLiteral("The calibration was ") + why);
 }
@@ -228,7 +229,6 @@ void CalibConductor::calibNextPoint()
 {
     if (!run_.running)
         return;
-    Q_EMIT progressed();
     AnalyzeCond& at = run_.at;
     if (at.newLine)
         Q_EMIT calibProgress(at.progress());
@@ -245,6 +245,7 @@ void CalibConductor::calibNextPoint()
         Q_EMIT doCalibNextPoint();
     else
         Q_EMIT doFinishCalib();
+    Q_EMIT progressed();
 }
 
 void CalibConductor::finishCalib()

@@ -30,7 +30,7 @@ WalkSource SourceReader::source() const
 SharedSource SourceReader::frozen() const
 {
     WalkSource s = source();
-    if (!s.block.useI0)
+    if (!s.block.readsI0())
         s.i0.clear();
     return std::make_shared<const WalkSource>(std::move(s));
 }
@@ -44,7 +44,7 @@ SharedSource SourceReader::frozenForCalibration() const
 
 bool SourceReader::holds(const WalkSource& source, const ImageStack& stack) const
 {
-    return &stack == &parts_.data.i1 || source.block.useI0;
+    return &stack == &parts_.data.i1 || source.block.readsI0();
 }
 
 QString SourceReader::areaFault(AnalyzeCond& ac) const

@@ -289,11 +289,11 @@ void StackConductor::reportEnds(Loading& loading, int ticket, const QStringList&
     for (auto job = loading.waiting.begin(); job != end; job = loading.waiting.erase(job))
         through.insert({job->first, std::move(job->second)});
     for (auto& [number, job] : through) {
+        QStringList failures = job.ticket == ticket ? faults : QStringList();
         if (number < loading.firstValidJob)
-            job.end.failed(QStringLiteral("the %1 images were cleared before all had come")
-                               .arg(loading.stack->name));
-        else
-            job.end.failed(job.ticket == ticket ? faults : QStringList());
+            failures.append(QStringLiteral("the %1 images were cleared before all had come")
+                                .arg(loading.stack->name));
+        job.end.failed(failures);
     }
 }
 

@@ -40,6 +40,9 @@ struct BlockConditions
     bool totalI0Loaded = false; ///< totalI0 replaces I0, point i for image i, 0 past its end
     Spectrum totalI0;
 
+    /// Counts of the I0 images play a part.
+    bool readsI0() const { return useI0 && !totalI0Loaded; }
+
     /// Number of pixels in a block, also where it hangs over the edge.
     double blockPixels() const
     {

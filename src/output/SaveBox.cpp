@@ -15,7 +15,6 @@ SaveBox::SaveBox(QWidget* parent)
     connect(ui_->SaveAllImages, &QPushButton::clicked, this, &SaveBox::saveAllImages);
     connect(ui_->SaveFlatDark, &QPushButton::clicked, this, &SaveBox::saveFlatDark);
     connect(ui_->SaveData, &QPushButton::clicked, this, &SaveBox::saveData);
-    connect(ui_->SaveDataConfig, &QPushButton::clicked, this, &SaveBox::showConfig);
     connect(ui_->DeGlitch, &QPushButton::clicked, this, &SaveBox::deglitch);
     connect(ui_->ShowDeGlitched, &QCheckBox::toggled, this, &SaveBox::showDeglitchedToggled);
     connect(ui_->CheckVals, &QPushButton::clicked, this, &SaveBox::checkVals);

@@ -23,7 +23,6 @@ Q_SIGNALS:
     void saveAllImages();
     void saveFlatDark();
     void saveData();
-    void showConfig(); ///< the window of the save configuration is asked for
     void deglitch();
     void showDeglitchedToggled(bool f); ///< by hand
     void checkVals();

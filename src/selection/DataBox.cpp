@@ -39,7 +39,6 @@ void DataBox::setupSpectra()
     ui_->SelectBG->dialog()->setTitle(tr("Select BG Data"));
     ui_->TotalI0ofI1XAFS->dialog()->setTitle(tr("Select Total I0 of I1"));
     ui_->TotalI0ofI0XAFS->dialog()->setTitle(tr("Select Total I0 of I0"));
-    connect(ui_->ShowBG, &QPushButton::clicked, this, &DataBox::showBg);
     using Row = XafsFileSelect;
     connect(ui_->SelectBG, &Row::newFile, this, &DataBox::bgSelected);
     connect(ui_->SelectBG, &Row::cleared, this, &DataBox::bgCleared);

@@ -38,7 +38,6 @@ Q_SIGNALS:
     void darkExposureChanged(); ///< its text
     void bgSelected(const QString& fname);
     void bgCleared();
-    void showBg(); ///< the window of the background spectrum is asked for
     void totalI0ofI1Selected(const QString& fname);
     void totalI0ofI1Cleared();
     void totalI0ofI0Selected(const QString& fname);

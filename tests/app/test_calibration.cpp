@@ -173,6 +173,31 @@ private Q_SLOTS:
         QVERIFY(worstError() < coarseGridError);
     }
 
+    void aStopIsAFailureOfTheRunHoweverItEnds_data()
+    {
+        QTest::addColumn<QString>("rest");
+        QTest::newRow("end of the text") << "";
+        QTest::newRow("quit") << "quit\n";
+        QTest::newRow("asked") << "calib_wait\n";
+        QTest::newRow("asked twice") << "calib_wait\ncalib_wait\nquit\n";
+        QTest::newRow("started anew") << "calib_exec\n";
+    }
+
+    void aStopIsAFailureOfTheRunHoweverItEnds()
+    {
+        QFETCH(QString, rest);
+        const FailureCount& failures = body_->batchCtrl()->failures();
+        QSignalSpy finishing(&body_->batch(), &BatchConductor::finishing);
+        // So fine a search that the next line finds it running.
+        QVERIFY(body_->runAll({"calib_type 1", "calib_inner_range 60 0.01 0.01"}));
+        body_->batchCtrl()->setText("calib_exec\nclear_I1_files\n" + rest);
+        body_->batchCtrl()->execBatchSlot();
+        QVERIFY(finishing.wait(60000));
+        // A new start can't be without images.
+        QCOMPARE(failures.count, rest == "calib_exec\n" ? 2 : 1);
+        QVERIFY(failures.first.text().endsWith("stopped, the I1 images are gone"));
+    }
+
     void filesThatDoNotFitReportTheirEndAndChangeNothing()
     {
         QVERIFY(body_->runAll({"calib_exec", "calib_wait"}));

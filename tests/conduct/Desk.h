@@ -24,7 +24,7 @@
 #include <QtTest>
 
 /// The data, the boxes and panels, and the conductors that all others stand on, without a main
-/// window; and a book of commands, whose ends are counted.
+/// window; and a book of their commands.
 class Desk
 {
 public:
@@ -47,8 +47,7 @@ public:
     CursorConductor cursor{
         {data, reader, spectrumBox, imageBox, analyzer, calibCtrl, xafsView}, stacks, dark, view};
     CommandBook book;
-    int ends = 0; ///< reports of the commands run so far
-    QStringList failures;
+    QStringList failures; ///< of the commands run so far
 
     Desk()
     {
@@ -60,12 +59,14 @@ public:
         view.bindCommands(book);
     }
 
-    void run(const QString& line)
+    /// Starts a command; `over`, when given, tells from then on whether it has reported its end.
+    void run(const QString& line, const std::shared_ptr<bool>& over = nullptr)
     {
         const CmdLine cmd(line);
-        book.run(exCmdId(cmd), cmd, CommandEnd([this](const QStringList& why) {
-                     ++ends;
+        book.run(exCmdId(cmd), cmd, CommandEnd([this, over](const QStringList& why) {
                      failures += why;
+                     if (over)
+                         *over = true;
                  }))
             .done();
     }
@@ -74,19 +75,14 @@ public:
     bool runAll(const QStringList& lines)
     {
         return std::all_of(lines.begin(), lines.end(), [this](const QString& line) {
-            const int before = ends;
-            run(line);
-            return QTest::qWaitFor([&] { return ends > before; }, 60000);
+            const auto over = std::make_shared<bool>(false);
+            run(line, over);
+            return QTest::qWaitFor([&] { return *over; }, 60000);
         });
     }
 
     /// Energies, stacks and references of the experiment, one pixel a block.
-    bool load(const SmallExperiment& e)
-    {
-        const bool loaded = runAll(e.loadingLines());
-        ends = 0;
-        return loaded && failures.isEmpty();
-    }
+    bool load(const SmallExperiment& e) { return runAll(e.loadingLines()) && failures.isEmpty(); }
 };
 
 /// Rows of what may happen to work that a command waits for, and the failures that it reports then.

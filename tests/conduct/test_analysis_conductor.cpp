@@ -2,6 +2,7 @@
 
 #include "analysis/LCFReference.h"
 #include "conduct/AnalysisConductor.h"
+#include "conduct/CalibConductor.h"
 #include "support/LogCapture.h"
 
 #include <QLineEdit>
@@ -46,6 +47,9 @@ private Q_SLOTS:
         const double last = fitLcf(second, panel.lcfRequest({}, {})).ratios.at(0);
         const double before = fitLcf(first, panel.lcfRequest({}, {})).ratios.at(0);
         QCOMPARE(seen, (QVector<double>{before, last, last}));
+        const LcfResult shown = fitLcf(second, panel.lcfRequest({}, {}));
+        QCOMPARE(panel.refs().at(1)->weight(), shown.ratios.at(1));
+        QCOMPARE(panel.fitResult().points, shown.fit->points);
     }
 
     void aWalkLeavesTheRowsAlone()
@@ -125,6 +129,24 @@ private Q_SLOTS:
         QVERIFY(desk_->maps.stateOf({MapKind::LcfWeight, 1}) == MapState::Whole);
         QCOMPARE(desk_->maps.stateOf({MapKind::LcfWeight, 4}), MapState::Empty);
         QCOMPARE(desk_->maps.originOf({MapKind::Zansa}).references, experiment_.references);
+    }
+
+    /// Each on its own source; a calibration changes the shifts of what comes later alone.
+    void aCalibrationRunsBesideAWalk()
+    {
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        const QVector<double> undisturbed = mapValues();
+        CalibConductor calibration({desk_->data, desk_->shiftMap, desk_->maps, desk_->reader,
+                                    desk_->spectrumBox, desk_->calibCtrl},
+                                   desk_->stacks, desk_->cursor);
+        calibration.bindCommands(desk_->book);
+        QVERIFY(desk_->runAll({"calib_load_std " + experiment_.references[1], "calib_type 1"}));
+        desk_->run("calib_exec");
+        desk_->run("analyzer_exec_LCF");
+        QVERIFY(calibration.isRunning() && analysis_->isWalking());
+        QTRY_VERIFY(!calibration.isRunning() && !analysis_->isWalking());
+        QCOMPARE(mapValues(), undisturbed);
+        QVERIFY(desk_->shiftMap.statistics && desk_->reader.energyShiftAt(3, 3) != 0.0);
     }
 
 private:

@@ -23,7 +23,6 @@ private Q_SLOTS:
         calibration_->bindCommands(desk_->book);
         QVERIFY(desk_->load(experiment_));
         QVERIFY(desk_->runAll({"calib_load_std " + experiment_.references[0], "calib_type 1"}));
-        desk_->ends = 0;
     }
     void cleanup()
     {
@@ -78,50 +77,73 @@ private Q_SLOTS:
     {
         QVERIFY(desk_->runAll({"calib_exec", "calib_wait"}));
         const QVector<double> undisturbed = desk_->shiftMap.shifts;
-        QVERIFY(desk_->runAll({"calib_exec"}));
-        QTRY_VERIFY(desk_->shiftMap.shifts[5] != 0.0);
-        QVERIFY(desk_->runAll({"Use_I0 0", "set_band_w 2", "calib_type 0", "Suggest_Elm 1",
-                               "eng_calc_base_i1 9000", "eng_apply_i1", "hold_gap 0",
-                               "calib_load_std " + experiment_.references[1], "calib_wait"}));
+        atPosition40([this] {
+            QVERIFY(desk_->runAll({"Use_I0 0", "set_band_w 2", "calib_type 0", "Suggest_Elm 1",
+                                   "eng_calc_base_i1 9000", "eng_apply_i1", "hold_gap 0",
+                                   "calib_load_std " + experiment_.references[1]}));
+        });
+        QVERIFY(desk_->runAll({"calib_exec", "calib_wait"}));
         QCOMPARE(desk_->shiftMap.shifts, undisturbed);
     }
 
     /// A map that is read for another purpose leaves alone what is in force.
     void anOperandLeavesTheMapInForceAlone()
     {
-        const QString name = experiment_.dir.filePath("saved.emp");
-        QVERIFY(
-            desk_->runAll({"calib_exec", "calib_wait", "calib_save_map " + name, "calib_exec"}));
-        QTRY_VERIFY(desk_->shiftMap.shifts[5] != 0.0);
+        const QString other = experiment_.write(
+            "other.emp", "###MVKT\nStd Edge Energy [eV]    : 8000\nSpacing [nm]            : 3.1\n"
+                         "X Offset [pix]          : 7\nWidth [pix]             : 12\n"
+                         "Height [pix]            : 7\n##-----------------\n" +
+                             QByteArray("0.01 ").repeated(84));
         const auto fields = [this] {
             QStringList texts;
             for (const QLineEdit* field : desk_->calibCtrl.findChildren<QLineEdit*>())
                 texts.append(field->text());
             return texts;
         };
-        const QString other = experiment_.write(
-            "other.emp", "###MVKT\nStd Edge Energy [eV]    : 8000\nSpacing [nm]            : 3.1\n"
-                         "X Offset [pix]          : 7\nWidth [pix]             : 12\n"
-                         "Height [pix]            : 7\n##-----------------\n" +
-                             QByteArray("0.01 ").repeated(84));
-        const QStringList before = fields();
-        const ShiftMap inForce = desk_->shiftMap;
         Analyzed2DRes operand("operand");
         EMPHeader header;
-        calibration_->loadMap(other, operand, header);
-        QVERIFY(header.isValid && operand.valueAt(3, 3) != 0.0 && calibration_->isRunning());
-        QVERIFY(fields() == before && desk_->shiftMap.shifts == inForce.shifts);
-        QCOMPARE(desk_->shiftMap.origin, inForce.origin);
-        QVERIFY(desk_->runAll({"calib_wait"}) && desk_->failures.isEmpty());
-        calibration_->loadMap(other, operand, header);
-        QCOMPARE(desk_->shiftMap.edgeE, 0.0);
-        QCOMPARE(desk_->reader.energyShiftAt(3, 3), desk_->shiftMap.shifts[3 * 12 + 3]);
+        const auto readOperand = [&] {
+            const QStringList before = fields();
+            const ShiftMap inForce = desk_->shiftMap;
+            calibration_->loadMap(other, operand, header);
+            QVERIFY(header.isValid && operand.valueAt(3, 3) != 0.0);
+            QCOMPARE(fields(), before);
+            QCOMPARE(desk_->shiftMap.shifts, inForce.shifts);
+            QVERIFY(desk_->shiftMap.origin == inForce.origin && desk_->shiftMap.edgeE == 0.0);
+        };
+        QVERIFY(desk_->runAll({"calib_exec", "calib_wait"}));
+        const QVector<double> undisturbed = desk_->shiftMap.shifts;
+        readOperand();
+        atPosition40(readOperand);
+        QVERIFY(desk_->runAll({"calib_exec", "calib_wait"}) && desk_->failures.isEmpty());
+        QCOMPARE(desk_->shiftMap.shifts, undisturbed);
+    }
+
+    void imagesThatARunDoesNotReadLeaveItAlone()
+    {
+        atPosition40([this] { desk_->run("clear_I0_files"); });
+        QVERIFY(desk_->runAll({"Use_I0 0", "calib_exec", "calib_wait"}));
+        QVERIFY(desk_->failures.isEmpty() && desk_->shiftMap.statistics);
+        QVERIFY(desk_->data.i0.images.isEmpty());
     }
 
 private:
+    /// Does something once, in the middle of the calibration that starts next.
+    void atPosition40(const std::function<void()>& act)
+    {
+        disconnect(disturbance_);
+        disturbance_ = connect(calibration_.get(), &CalibConductor::progressed, this,
+                               [this, act, position = 0]() mutable {
+                                   if (++position != 40)
+                                       return;
+                                   QVERIFY(calibration_->isRunning());
+                                   act();
+                               });
+    }
     QPushButton* button() const { return desk_->calibCtrl.findChild<QPushButton*>("ExecCalib"); }
 
     const SmallExperiment experiment_;
+    QMetaObject::Connection disturbance_;
     std::unique_ptr<Desk> desk_;
     std::unique_ptr<CalibConductor> calibration_;
 };
