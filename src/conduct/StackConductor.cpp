@@ -197,7 +197,7 @@ LoadJob StackConductor::prepareRead(Loading& loading, const QStringList& files, 
         if (&loading == &i1_)
             Q_EMIT quietLoadStarted();
     }
-    const LoadJob job = newJob(loading, files, cmd);
+    LoadJob job = newJob(loading, files, cmd);
     loading.waiting[job.number] = {std::move(end), job.ticket};
     return job;
 }

@@ -300,15 +300,20 @@ void ViewConductor::dispImgSelected()
         tellShowDeglitched();
         showMap(chosenResult());
     } else {
-        map_.reset();
-        tellImageSize();
-        box_.area()->setShowOverLayer(false);
-        if (shownStack().images.isEmpty())
-            takeNoImage();
-        else
-            showData(currentNumber(shownStack()));
+        showStack();
     }
     Q_EMIT shownChanged();
+}
+
+void ViewConductor::showStack()
+{
+    map_.reset();
+    tellImageSize();
+    box_.area()->setShowOverLayer(false);
+    if (shownStack().images.isEmpty())
+        takeNoImage();
+    else
+        showData(currentNumber(shownStack()));
 }
 
 void ViewConductor::selectedNewRef()

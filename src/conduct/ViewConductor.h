@@ -88,6 +88,7 @@ private:
     void energiesApplied(ImageStack& stack);
     void showLoaded(ImageStack& stack);
     bool keepsMap() const;
+    void showStack();
     void showImage(const SharedImage& image);
     void takeImage(int no);
     void takeNoImage();
