@@ -294,14 +294,12 @@ void ViewConductor::dispImgSelected()
 {
     qDebug() << "disp img selected";
     box_.area()->setEmptyText(emptyText());
-    if (box_.choice() == ShowShiftMapId) {
-        showMap(shiftMapKey);
-    } else if (box_.choice() == ShowResAnalysisId) {
+    if (box_.choice() == ShowResAnalysisId)
         tellShowDeglitched();
-        showMap(chosenResult());
-    } else {
+    if (isMapChosen())
+        showMap(box_.choice() == ShowShiftMapId ? shiftMapKey : chosenResult());
+    else
         showStack();
-    }
     Q_EMIT shownChanged();
 }
 
