@@ -1,24 +1,10 @@
 #include "analysis/AnalyzeProc.h"
 
-#include <QElapsedTimer>
-
 #include <algorithm>
-
-namespace {
-
-XafsSpectrum normalized(const XafsSpectrum& raw)
-{
-    XafsSpectrum s = raw;
-    s.normalizeIfData(s.mode, XafsSpectrum::FittedCurve);
-    return s;
-}
-
-} // namespace
 
 AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& stop)
 {
     AnalysisResult result;
-    result.walk = request.walk;
     if (!request.lcf)
         return result;
     LcfPlan plan(request.lcfConditions);
@@ -26,7 +12,7 @@ AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& 
     for (const XafsSpectrum& s : request.spectra) {
         if (stop)
             break;
-        result.lcf.append(request.normalize ? plan.fit(normalized(s)) : plan.fit(s));
+        result.lcf.append(plan.fit(s));
     }
     return result;
 }
@@ -47,10 +33,7 @@ void AnalyzeProc::analyzeSpectrum0(const AnalysisRequest& request)
 {
     AnalysisRequest asked = request;
     asked.lcfConditions.inWalk = contAccess_;
-    QElapsedTimer timer;
-    timer.start();
-    AnalysisResult result = analyze(asked, stop_);
-    result.tookMs = double(timer.nsecsElapsed()) * 1e-6;
+    const AnalysisResult result = analyze(asked, stop_);
     const auto last = std::find_if(result.lcf.crbegin(), result.lcf.crend(),
                                    [](const LcfResult& fit) { return fit.fitted(); });
     if (last != result.lcf.crend())

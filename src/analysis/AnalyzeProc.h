@@ -6,15 +6,11 @@
 
 #include <atomic>
 
-/// Spectra to analyse with copies of all that their analysis needs. One spectrum for a shown
-/// position, consecutive positions of a row in a walk.
+/// Spectra to analyse, normalised, with copies of all that their analysis needs: one for a shown
+/// position.
 struct AnalysisRequest
 {
-    int walk = 0; ///< number of the walk that asks, 0 for a single spectrum
     QVector<XafsSpectrum> spectra;
-    /// The spectra are raw curves that the worker normalises first, each in its mode: in a walk
-    /// that leaves the GUI thread free to form the next ones.
-    bool normalize = false;
     bool lcf = false; ///< run the linear combination fit
     LcfRequest lcfConditions;
 };
@@ -22,9 +18,7 @@ struct AnalysisRequest
 /// Results of a request, one entry per spectrum and in its order.
 struct AnalysisResult
 {
-    int walk = 0;
     QVector<LcfResult> lcf; ///< empty unless asked for
-    double tookMs = 0.0;    ///< time that the worker spent on it [ms]
 };
 
 Q_DECLARE_METATYPE(AnalysisRequest)

@@ -306,7 +306,7 @@ void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
 {
     // The rows keep their weights during a walk. Answers come in the order of the requests, and
     // each is taken: which of them the rows show must not depend on when a newer was asked for.
-    if (result.walk == 0 && !contAccess_ && !result.lcf.isEmpty())
+    if (!contAccess_ && !result.lcf.isEmpty())
         showFit(result.lcf.first());
     Q_EMIT finished(result);
 }

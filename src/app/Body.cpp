@@ -18,6 +18,7 @@
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
 #include "conduct/ViewConductor.h"
+#include "conduct/WalkConductor.h"
 #include "display/ColorBar.h"
 #include "display/ImageBox.h"
 #include "display/XafsView.h"
@@ -70,11 +71,12 @@ void Body::makeConductors()
                                                                        imageBox, *w.analyzer,
                                                                        *w.calibCtrl, *w.xafsView},
                                                 *stacks_, *dark_, *view_);
+    walks_ = std::make_unique<WalkConductor>(*reader_, *stacks_, WalkThreads);
     calibration_ = std::make_unique<CalibConductor>(
         CalibConductor::Parts{data_, shiftMap_, book_, *reader_, spectrumBox, *w.calibCtrl},
-        *stacks_, *cursor_);
+        *cursor_, *walks_);
     analysis_ = std::make_unique<AnalysisConductor>(
-        AnalysisConductor::Parts{book_, *reader_, *w.analyzer}, *stacks_, *view_, *cursor_);
+        AnalysisConductor::Parts{book_, *reader_, *w.analyzer}, *view_, *cursor_, *walks_);
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, imageBox, saveBox, *w.saveDataCfg, *w.analyzer}, *view_,
         *this);

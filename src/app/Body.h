@@ -23,6 +23,7 @@ class SourceReader;
 class StackConductor;
 class Ui_Body;
 class ViewConductor;
+class WalkConductor;
 struct Windows;
 
 /// The main window. It builds all parts, wires them, and ends them in reverse: the data, the boxes
@@ -49,6 +50,7 @@ public:
     DarkConductor& dark() { return *dark_; }
     ViewConductor& view() { return *view_; }
     CursorConductor& cursor() { return *cursor_; }
+    WalkConductor& walks() { return *walks_; }
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
     SaveConductor& saving() { return *saving_; }
@@ -76,6 +78,7 @@ private:
     std::unique_ptr<DarkConductor> dark_;
     std::unique_ptr<ViewConductor> view_;
     std::unique_ptr<CursorConductor> cursor_;
+    std::unique_ptr<WalkConductor> walks_;
     std::unique_ptr<CalibConductor> calibration_;
     std::unique_ptr<AnalysisConductor> analysis_;
     std::unique_ptr<SaveConductor> saving_;

@@ -10,6 +10,9 @@
 
 namespace {
 
+/// More would only take memory.
+constexpr int mostThreads = 256;
+
 const auto defaultRoot = QStringLiteral("C:/Data");
 const auto analyzer2Key = QStringLiteral("ShowAnalyzer2Button");
 
@@ -32,6 +35,24 @@ double readTimeout(Cfg& cfg)
     return 0.0;
 }
 
+/// Threads of walks by key and option; 0 for the machine's.
+int readThreads(Cfg& cfg)
+{
+    const QString key = QStringLiteral("Threads");
+    const QString option = QStringLiteral("-threads");
+    QString text;
+    takeOption(cfg, key, text);
+    takeOption(cfg, option, text);
+    if (!cfg.contains(key) && !cfg.contains(option))
+        return 0;
+    const int threads = text.toInt();
+    if (threads > 0)
+        return qMin(threads, mostThreads);
+    qDebug().noquote() << "Threads need a number above 0, not" << quoted(text)
+                       << ": those of the machine are used";
+    return 0;
+}
+
 bool isOn(const QString& value)
 {
     return value.toInt() == 1;
@@ -42,6 +63,7 @@ bool isOn(const QString& value)
 QString DataRoot = defaultRoot;
 QString BatchRoot = defaultRoot;
 bool ShowAnalyzer2Button = false;
+int WalkThreads = 0;
 bool DebugMode = false;
 
 Cfg& theCfg()
@@ -55,6 +77,7 @@ void initSettings()
     DataRoot = defaultRoot;
     BatchRoot = defaultRoot;
     ShowAnalyzer2Button = false;
+    WalkThreads = 0;
     DebugMode = false;
 }
 
@@ -90,6 +113,8 @@ void applySettings(Cfg& cfg)
     takeOption(cfg, analyzer2Key, show);
     takeOption(cfg, QStringLiteral("-showA2B"), show);
     ShowAnalyzer2Button = isOn(show);
+
+    WalkThreads = readThreads(cfg);
 
     qDebug() << "show analyzer 2" << ShowAnalyzer2Button;
     qDebug() << "Keys of Cfg::" << cfg.keys();

@@ -10,12 +10,13 @@ class Cfg;
 extern QString DataRoot;         ///< start folder of all file dialogs for data
 extern QString BatchRoot;        ///< start folder for batch files
 extern bool ShowAnalyzer2Button; ///< the button that opens the Analyzer2 panel is shown
+extern int WalkThreads;          ///< threads of walks over maps; 0 for the machine's
 extern bool DebugMode;           ///< kept for diagnostics; changes nothing at present
 
 /// The one key table of the program.
 Cfg& theCfg();
 
-/// Gives the four globals their defaults.
+/// Gives the globals their defaults.
 void initSettings();
 
 /// Path of the configuration file: "config.cfg" in the program's folder (empty when there is
@@ -26,9 +27,10 @@ QString configPath(Cfg& cfg, const QString& applicationDir);
 /// line names and that can't be read is a fault.
 void readConfiguration(Cfg& cfg, const QString& applicationDir);
 
-/// Takes data root, batch root and the Analyzer2 button from the keys of the table, then from the
-/// options "-d", "-br" and "-showA2B", which win; logs the keys. An option without a value counts
-/// as given: it empties a root and hides the button.
+/// Takes data root, batch root, the Analyzer2 button and the threads of walks from the keys of the
+/// table, then from the options "-d", "-br", "-showA2B" and "-threads", which win; logs the keys.
+/// An option without a value counts as given: it empties a root and hides the button. Threads that
+/// are no number above 0 cost a log line, and are the machine's.
 void applySettings(Cfg& cfg);
 
 /// What the command line asks for beyond the settings.

@@ -2,6 +2,7 @@
 
 #include "analysis/Analyzer.h"
 #include "analysis/LCFReference.h"
+#include "analysis/LcfWalk.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
@@ -9,10 +10,9 @@
 #include "common/SafeInt.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/SourceReader.h"
-#include "conduct/StackConductor.h"
 #include "conduct/StopReason.h"
 #include "conduct/ViewConductor.h"
-#include "image/Measurement.h"
+#include "conduct/WalkConductor.h"
 #include "maps/MapBook.h"
 
 #include <QCoreApplication>
@@ -23,15 +23,8 @@
 
 namespace {
 
-/// Time that the positions of one request should take: long against a round trip between threads,
-/// short against a user's patience.
-constexpr double requestMs = 10.0;
-
-/// Requests that the worker has or is about to get, so that it works while the next is formed.
-constexpr int requestsUnderWay = 2;
-
-/// Size of a walk's first request, before the time of a position is known.
-constexpr int firstRequestPositions = 16;
+/// The map on show is painted no oftener than this during a walk. [ms]
+constexpr int paintEveryMs = 50;
 
 constexpr MapKey zansaKey{MapKind::Zansa, 0};
 constexpr MapKey dEdgeKey{MapKind::DEdge, 0};
@@ -52,22 +45,24 @@ QStringList filesOf(const QVector<LCFReference*>& rows, const QVector<int>& acti
 
 } // namespace
 
-AnalysisConductor::AnalysisConductor(const Parts& parts, StackConductor& stacks,
-                                     ViewConductor& view, CursorConductor& cursor, QObject* parent)
+AnalysisConductor::AnalysisConductor(const Parts& parts, ViewConductor& view,
+                                     CursorConductor& cursor, WalkConductor& walks, QObject* parent)
     : QObject(parent)
     , parts_(parts)
     , view_(view)
     , proc_(std::make_unique<AnalyzeProc>())
+    , walks_(walks)
 {
     addMapsOfRows();
     parts_.book.at(zansaKey);
     parts_.book.at(dEdgeKey);
     startWorker();
-    connectPanel(stacks, cursor);
+    connectPanel(cursor);
 }
 
 AnalysisConductor::~AnalysisConductor()
 {
+    walks_.stop(WalkConductor::Analysis);
     proc_->requestStop();
     thread_.quit();
     thread_.wait();
@@ -79,21 +74,17 @@ void AnalysisConductor::startWorker()
     AnalyzeProc* const proc = proc_.get();
     proc->moveToThread(&thread_);
     connect(panel, &Analyzer::analyzeSpectrum0, proc, &AnalyzeProc::analyzeSpectrum0);
-    connect(this, &AnalysisConductor::analyzeSpectrum0, proc, &AnalyzeProc::analyzeSpectrum0);
     connect(panel, &Analyzer::contAccessChanged, proc, &AnalyzeProc::setContAccess);
     connect(proc, &AnalyzeProc::finished, panel, &Analyzer::analyzeSpectrumFinished);
     connect(proc, &AnalyzeProc::newZ, panel, &Analyzer::noticedNewZ);
     thread_.start();
 }
 
-void AnalysisConductor::connectPanel(StackConductor& stacks, CursorConductor& cursor)
+void AnalysisConductor::connectPanel(CursorConductor& cursor)
 {
     const Analyzer* const panel = &parts_.panel;
     connect(panel, &Analyzer::askAnalyze, this, &AnalysisConductor::start2DAnalysis);
-    connect(panel, &Analyzer::finished, this, &AnalysisConductor::analyzeASpectrumFinished);
     connect(panel, &Analyzer::rowAdded, this, &AnalysisConductor::addMapsOfRows);
-    connect(&stacks, &StackConductor::aboutToChange, this,
-            [this](const ImageStack* stack, const QString& what) { stackChanges(*stack, what); });
     connect(&cursor, &CursorConductor::spectrumFormed, this,
             [this](const XafsSpectrum& spectrum, const SuggestElm& elm) {
                 if (!walk_.running)
@@ -136,24 +127,22 @@ void AnalysisConductor::startWalk(CommandEnd end)
         return;
     }
     takeInSingleFits();
-    const int number = walk_.number + 1;
     walk_ = Run();
     walk_.running = true;
-    walk_.number = number;
     walk_.end = std::move(end);
-    walk_.source = parts_.reader.frozen();
-    walk_.conditions = parts_.panel.beginWalk(walk_.source->elm, scanOf(*walk_.source));
-    walk_.activeRows = parts_.panel.activeRows();
-    walk_.positionsPerRequest = qMin(firstRequestPositions, maxPositionsPerRequest_);
+    const SharedSource source = parts_.reader.frozen();
+    LcfRequest conditions = parts_.panel.beginWalk(source->elm, scanOf(*source));
+    conditions.inWalk = true;
     parts_.panel.setMapsInterrupted(false);
     parts_.panel.setContAccess(true);
     parts_.panel.setProgress(0.0);
     logTime(QStringLiteral("2da 1:"));
-    prepareMaps(area);
+    prepareMaps(area, source);
     logTime(QStringLiteral("2da 2:"));
-    walk_.runs = WalkRuns(area);
-    for (int i = 0; i < requestsUnderWay; ++i)
-        sendNextRequest();
+    walk_.painted.start();
+    walks_.run(WalkConductor::Analysis, orderOf(area, source, conditions),
+               {[this](const WalkRun& run) { positionsTaken(run); }, [this] { endWalk(); },
+                [this](const QString& what) { imagesChange(what); }});
 }
 
 /// Fills area with the walk over the selected area; why there is nothing to analyse, or an empty
@@ -183,17 +172,14 @@ void AnalysisConductor::takeInSingleFits()
     QCoreApplication::sendPostedEvents(&parts_.panel, QEvent::MetaCall);
 }
 
-void AnalysisConductor::prepareMaps(const AnalyzeCond& area)
+void AnalysisConductor::prepareMaps(const AnalyzeCond& area, const SharedSource& source)
 {
     const QVector<LCFReference*>& rows = parts_.panel.refs();
     const MapOrigin origin{
-        QStringLiteral("LCF"), filesOf(rows, walk_.activeRows), walk_.source, {}};
+        QStringLiteral("LCF"), filesOf(rows, parts_.panel.activeRows()), source, {}};
     for (const MapKind kind : {MapKind::LcfJump, MapKind::LcfWeight}) {
-        for (int row = 0; row < rows.size(); ++row) {
+        for (int row = 0; row < rows.size(); ++row)
             walk_.keys.append({kind, row});
-            (kind == MapKind::LcfJump ? walk_.jumps : walk_.weights)
-                .append(&parts_.book.at({kind, row}));
-        }
     }
     walk_.keys.append({zansaKey, dEdgeKey});
     for (int no = 0; no < walk_.keys.size(); ++no) {
@@ -202,87 +188,44 @@ void AnalysisConductor::prepareMaps(const AnalyzeCond& area)
     }
 }
 
-void AnalysisConductor::sendNextRequest()
+WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource& source,
+                                     const LcfRequest& conditions)
 {
-    if (walk_.runs.atEnd())
-        return;
-    QElapsedTimer timer;
-    timer.start();
-    const WalkRun run = walk_.runs.take(walk_.positionsPerRequest);
-    walk_.pending.enqueue(run);
-
-    AnalysisRequest request;
-    request.walk = walk_.number;
-    request.spectra = walk_.source->ofRun(run);
-    request.normalize = true;
-    request.lcf = true;
-    request.lcfConditions = walk_.conditions;
-    Q_EMIT analyzeSpectrum0(request);
-
-    walk_.formingMs = double(timer.nsecsElapsed()) * 1e-6 / run.count;
+    LcfSink::Maps maps{
+        parts_.panel.activeRows(), {}, {}, &parts_.book.at(zansaKey), &walk_.outcomes};
+    for (const int row : qAsConst(maps.rows)) {
+        maps.jumps.append(&parts_.book.at({MapKind::LcfJump, row}));
+        maps.weights.append(&parts_.book.at({MapKind::LcfWeight, row}));
+    }
+    WalkOrder order{source, area, {}};
+    order.jobs.push_back({std::make_unique<LcfKernel>(conditions, maps.rows),
+                          std::make_unique<LcfSink>(conditions, maps)});
+    return order;
 }
 
-/// Sizes the next request by the slower of the two threads.
-void AnalysisConductor::adaptRequestSize(double workerMs, int positions)
+void AnalysisConductor::positionsTaken(const WalkRun& run)
 {
-    const double msPerPosition = qMax(walk_.formingMs, workerMs / positions);
-    walk_.positionsPerRequest =
-        qBound(1, truncatedInt(requestMs / qMax(msPerPosition, 1e-6)), maxPositionsPerRequest_);
-}
-
-void AnalysisConductor::analyzeASpectrumFinished(const AnalysisResult& result)
-{
-    // Results of a walk that was stopped, or of one before it, are not recorded.
-    if (!walk_.running || result.walk != walk_.number || walk_.pending.isEmpty())
-        return;
-    const WalkRun run = walk_.pending.dequeue();
-    recordRequest(run, result);
-    adaptRequestSize(result.tookMs, run.count);
-    sendNextRequest();
-    if (walk_.pending.isEmpty())
-        endWalk();
+    walk_.last = {run.last().cx, run.last().cy};
+    const AnalyzeCond next = run.behind();
+    if (next.newLine && next.cy < next.y1)
+        finishRow(next);
     Q_EMIT progressed();
-}
-
-void AnalysisConductor::recordRequest(const WalkRun& run, const AnalysisResult& result)
-{
-    AnalyzeCond at = run.first;
-    for (int k = 0; k < run.count; ++k) {
-        recordResForAPoint(at, result.lcf.value(k));
-        if (at.next() && at.newLine)
-            finishRow(at);
-    }
-}
-
-void AnalysisConductor::recordResForAPoint(const AnalyzeCond& at, const LcfResult& result)
-{
-    const QVector<int>& rows = result.fitted() ? result.activeRows : walk_.activeRows;
-    for (int k = 0; k < rows.size(); ++k) {
-        const int row = rows.at(k);
-        walk_.jumps.at(row)->setData(at.cx, at.cy, at.halfX, at.halfY, result.dMuts.value(k, 0.0));
-        walk_.weights.at(row)->setData(at.cx, at.cy, at.halfX, at.halfY,
-                                       result.ratios.value(k, 0.0));
-    }
-    parts_.book.at(zansaKey).setData(at.cx, at.cy, at.halfX, at.halfY, residualToRecord(result));
-    walk_.outcomes.add(result.outcome, result.gapHeld);
-}
-
-/// A position that is not fitted shows the residual of the one before, but 0 where each position
-/// has its own and there is no edge.
-double AnalysisConductor::residualToRecord(const LcfResult& result)
-{
-    if (result.fitted())
-        walk_.zansa = result.zansa;
-    else if (walk_.conditions.ownWeights && result.outcome != Outcome::GapUnsound)
-        walk_.zansa = 0.0;
-    return walk_.zansa;
 }
 
 void AnalysisConductor::finishRow(const AnalyzeCond& at)
 {
-    if (parts_.panel.displaysOnTime())
-        generateResImages();
     parts_.panel.setProgress(at.progress());
+    tellResidual();
+    if (!parts_.panel.displaysOnTime() || walk_.painted.elapsed() < paintEveryMs)
+        return;
+    view_.paintShownResult();
+    walk_.painted.start();
+}
+
+/// The panel shows the residual of the position that was recorded last.
+void AnalysisConductor::tellResidual()
+{
+    parts_.panel.noticedNewZ(parts_.book.at(zansaKey).valueAt(walk_.last.x(), walk_.last.y()));
 }
 
 void AnalysisConductor::generateResImages()
@@ -296,6 +239,7 @@ void AnalysisConductor::endWalk()
 {
     generateResImages();
     CommandEnd end = leaveWalk(true);
+    tellResidual();
     parts_.panel.setProgress(100.0);
     logTime(QStringLiteral("2da 3:"));
     qDebug().noquote() << "2D analysis:" << walk_.outcomes.text();
@@ -306,8 +250,7 @@ void AnalysisConductor::endWalk()
 CommandEnd AnalysisConductor::leaveWalk(bool whole)
 {
     walk_.running = false;
-    walk_.pending.clear();
-    walk_.source.reset();
+    walks_.stop(WalkConductor::Analysis);
     for (const MapKey& key : qAsConst(walk_.keys))
         parts_.book.end(key, whole, walk_.outcomes);
     parts_.panel.setContAccess(false);
@@ -321,10 +264,8 @@ void AnalysisConductor::stop2DAnalysis()
 
 /// The walk's own images stay, but its maps would no longer belong to what is shown. Their pictures
 /// are made, since nobody may be there to ask for them.
-void AnalysisConductor::stackChanges(const ImageStack& stack, const QString& what)
+void AnalysisConductor::imagesChange(const QString& what)
 {
-    if (!walk_.running || !parts_.reader.holds(*walk_.source, stack))
-        return;
     generateResImages();
     stopWalk(stopReason(what));
 }

@@ -3,13 +3,14 @@
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
+#include "calibration/CalibWalk.h"
 #include "calibration/ShiftMapFile.h"
 #include "common/Fault.h"
 #include "common/Log.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/SourceReader.h"
-#include "conduct/StackConductor.h"
 #include "conduct/StopReason.h"
+#include "conduct/WalkConductor.h"
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
 #include "selection/SpectrumBox.h"
@@ -25,21 +26,21 @@ constexpr double shiftMapDeglitchRange = 0.9;
 constexpr double shiftMapDeglitchFactor = 2.0;
 } // namespace
 
-CalibConductor::CalibConductor(const Parts& parts, StackConductor& stacks, CursorConductor& cursor,
+CalibConductor::CalibConductor(const Parts& parts, CursorConductor& cursor, WalkConductor& walks,
                                QObject* parent)
     : QObject(parent)
     , parts_(parts)
     , cursor_(cursor)
+    , walks_(walks)
 {
     picture().setDeglitchConds(shiftMapDeglitchFactor, shiftMapDeglitchRange);
     connectPanel();
     connect(this, &CalibConductor::shiftMapChanged, &cursor, &CursorConductor::follow);
-    connect(&stacks, &StackConductor::aboutToChange, this,
-            [this](const ImageStack* stack, const QString& what) { stackChanges(*stack, what); });
-    // Through the event loop, so that the window lives between the points.
-    connect(this, &CalibConductor::doCalibNextPoint, this, &CalibConductor::calibNextPoint,
-            Qt::QueuedConnection);
-    connect(this, &CalibConductor::doFinishCalib, this, &CalibConductor::finishCalib);
+}
+
+CalibConductor::~CalibConductor()
+{
+    walks_.stop(WalkConductor::Calibration);
 }
 
 void CalibConductor::connectPanel()
@@ -104,22 +105,31 @@ void CalibConductor::startCalibration(bool ofBatch)
     run_ = Run();
     run_.running = true;
     run_.ofBatch = ofBatch;
-    run_.source = parts_.reader.frozenForCalibration();
-    run_.conditions = conditions();
-    run_.standard = comparedStandard(stdSpectrum_, run_.conditions);
-    run_.at = walk;
     parts_.panel.setRunning(true);
     logTime(QStringLiteral("Start Calibration"));
     replacedMap_ = std::exchange(parts_.shiftMap, ShiftMap());
     parts_.shiftMap.prepare(walk);
-    const TiffData& first = *run_.source->i1.first();
+    const SharedSource source = parts_.reader.frozenForCalibration();
+    const TiffData& first = *source->i1.first();
     parts_.shiftMap.origin = {first.x0, first.y0};
-    parts_.book.begin(
-        shiftMapKey, walk,
-        {QStringLiteral("Calibration"), {parts_.panel.stdFileName()}, run_.source, {}});
+    parts_.book.begin(shiftMapKey, walk,
+                      {QStringLiteral("Calibration"), {parts_.panel.stdFileName()}, source, {}});
     tellShiftMap();
     Q_EMIT runningChanged(true);
-    Q_EMIT doCalibNextPoint();
+    Q_EMIT calibProgress(walk.progress());
+    startWalk(walk, source);
+}
+
+void CalibConductor::startWalk(const AnalyzeCond& walk, const SharedSource& source)
+{
+    const CalibConditions c = conditions();
+    WalkOrder order{source, walk, {}};
+    order.jobs.push_back(
+        {std::make_unique<CalibKernel>(comparedStandard(stdSpectrum_, c), c),
+         std::make_unique<CalibSink>(parts_.shiftMap, picture(), run_.statistics)});
+    walks_.run(WalkConductor::Calibration, std::move(order),
+               {[this](const WalkRun& run) { positionsTaken(run); }, [this] { finishCalib(); },
+                [this](const QString& what) { imagesChange(what); }});
 }
 
 /// Fills walk with the one over the selected area; why there is nothing to compare, or an empty
@@ -150,24 +160,14 @@ CalibConditions CalibConductor::conditions() const
     return c;
 }
 
-/// Whether a position of the walk is done.
-bool CalibConductor::hasBegun() const
-{
-    AnalyzeCond first = run_.at;
-    first.start();
-    return first.cx != run_.at.cx || first.cy != run_.at.cy;
-}
-
 void CalibConductor::stop()
 {
     stopCalibration(stopReason());
 }
 
 /// The run's own images stay, but its map would no longer belong to what is shown.
-void CalibConductor::stackChanges(const ImageStack& stack, const QString& what)
+void CalibConductor::imagesChange(const QString& what)
 {
-    if (!run_.running || !parts_.reader.holds(*run_.source, stack))
-        return;
     const QString why = stopReason(what);
     if (run_.ofBatch && run_.waiting.empty())
         unheardStop_ = why;
@@ -178,9 +178,10 @@ void CalibConductor::stopCalibration(const QString& why)
 {
     if (!run_.running)
         return;
+    walks_.stop(WalkConductor::Calibration);
     qDebug().noquote()
         << QStringLiteral("Calibration %1: %2").arg(why, run_.statistics.outcomes.text());
-    if (hasBegun()) {
+    if (run_.begun) {
         picture().genImg();
         parts_.shiftMap.interrupted = true;
         parts_.book.end(shiftMapKey, false, run_.statistics.outcomes);
@@ -196,7 +197,6 @@ void CalibConductor::stopCalibration(const QString& why)
 void CalibConductor::leaveCalibration(const QString& why)
 {
     run_.running = false;
-    run_.source.reset();
     keepAsFormer(replacedMap_);
     replacedMap_ = ShiftMap();
     parts_.panel.setRunning(false);
@@ -225,26 +225,12 @@ void CalibConductor::tellUnheardStop()
         fault(QStringLiteral("The calibration was ") + why);
 }
 
-void CalibConductor::calibNextPoint()
+void CalibConductor::positionsTaken(const WalkRun& run)
 {
-    if (!run_.running)
-        return;
-    AnalyzeCond& at = run_.at;
-    if (at.newLine)
-        Q_EMIT calibProgress(at.progress());
-    const BlockShift found =
-        blockShift(run_.source->mu(at.cx, at.cy), run_.standard, run_.conditions);
-    if (run_.statistics.take({at.cx, at.cy}, found)) {
-        parts_.shiftMap.set(at, found.shift);
-        picture().setData(at.cx, at.cy, at.halfX, at.halfY, found.shift);
-    } else {
-        parts_.shiftMap.leaveOut(at);
-        picture().leaveOut(at.cx, at.cy, at.halfX, at.halfY);
-    }
-    if (at.next())
-        Q_EMIT doCalibNextPoint();
-    else
-        Q_EMIT doFinishCalib();
+    run_.begun = true;
+    const AnalyzeCond next = run.behind();
+    if (next.newLine && next.cy < next.y1)
+        Q_EMIT calibProgress(next.progress());
     Q_EMIT progressed();
 }
 

@@ -16,14 +16,13 @@ class CursorConductor;
 class MapBook;
 class SourceReader;
 class SpectrumBox;
-class StackConductor;
+class WalkConductor;
 struct EMPHeader;
-struct ImageStack;
 struct Measurement;
 struct ShiftMapRecord;
 
-/// Runs the calibration, position by position through the event loop, and looks after the shift
-/// map in force: its file, the one that it replaced, and its outliers.
+/// Runs the calibration, and looks after the shift map in force: its file, the one that it
+/// replaced, and its outliers.
 class CalibConductor : public QObject
 {
     Q_OBJECT
@@ -38,8 +37,9 @@ public:
         const SpectrumBox& spectrumBox;
         CalibCtrl& panel;
     };
-    CalibConductor(const Parts& parts, StackConductor& stacks, CursorConductor& cursor,
+    CalibConductor(const Parts& parts, CursorConductor& cursor, WalkConductor& walks,
                    QObject* parent = nullptr);
+    ~CalibConductor() override;
 
     void bindCommands(CommandBook& book);
 
@@ -53,7 +53,6 @@ public Q_SLOTS:
     /// The button: starts a calibration of the selected area against the standard, or stops the one
     /// that runs.
     void execCalibration();
-    void calibNextPoint();
     void finishCalib();
     void saveEMap(const QString& fname);
     void saveEMap(const QString& fname, const Analyzed2DRes& map);
@@ -71,24 +70,19 @@ public Q_SLOTS:
     void tellUnheardStop();
 
 Q_SIGNALS:
-    void doCalibNextPoint();
-    void doFinishCalib();
     void calibProgress(double p); ///< [%]
-    void progressed();            ///< a position is done
+    void progressed();            ///< some positions are done
     void runningChanged(bool running);
     /// Another map is in force: every spectrum has another shift.
     void shiftMapChanged();
 
 private:
-    /// The calibration that runs, or ran last. Nothing that changes after its start reaches it.
+    /// The calibration that runs, or ran last.
     struct Run
     {
         bool running = false;
         bool ofBatch = false; ///< a command started it
-        SharedSource source;
-        CalibConditions conditions;
-        XafsSpectrum standard; ///< its values continued where its lines cross
-        AnalyzeCond at;        ///< the next position
+        bool begun = false;   ///< a position of it is in the map
         CalibStatistics statistics;
         std::vector<CommandEnd> waiting; ///< of the batch commands that wait for its end
     };
@@ -96,11 +90,12 @@ private:
     // CalibConductor.cpp
     void connectPanel();
     void startCalibration(bool ofBatch);
+    void startWalk(const AnalyzeCond& walk, const SharedSource& source);
     QString calibrationFault(AnalyzeCond& walk) const;
     void tellCalibrationDoubts() const;
     CalibConditions conditions() const;
-    bool hasBegun() const;
-    void stackChanges(const ImageStack& stack, const QString& what);
+    void positionsTaken(const WalkRun& run);
+    void imagesChange(const QString& what);
     void stopCalibration(const QString& why);
     void leaveCalibration(const QString& why);
     void waitForEnd(CommandEnd end);
@@ -119,6 +114,7 @@ private:
 
     const Parts parts_;
     CursorConductor& cursor_;
+    WalkConductor& walks_;
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     Run run_;
     ShiftMap replacedMap_;              ///< by the calibration that runs

@@ -44,7 +44,7 @@ void CalibConductor::clearShiftMap()
 /// not what a stopped calibration has filled when it replaced a whole map.
 void CalibConductor::leaveMapInForce()
 {
-    const bool isFragment = run_.running && hasBegun() && !replacedMap_.shifts.isEmpty();
+    const bool isFragment = run_.running && run_.begun && !replacedMap_.shifts.isEmpty();
     stop();
     if (!isFragment)
         keepAsFormer(parts_.shiftMap);

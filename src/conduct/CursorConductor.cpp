@@ -135,7 +135,7 @@ void CursorConductor::showXafsSpectrum()
     const TiffData* image = view_.currentImage(view_.shownStack());
     view.setMarkerEnergy(image ? image->energy : -1.0);
     const WalkSource source = parts_.reader.source();
-    const XafsSpectrum spectrum = source.spectrum(curX_, curY_, Stage::Curve);
+    const XafsSpectrum spectrum = source.spectrum(curX_, curY_, Stage::Shown);
     const bool outside = spectrum.isEmpty() && !source.i1.isEmpty();
     const QString note =
         outside ? outcomeWords(spectrum.outcome) : parts_.analyzer.gapNote(spectrum);

@@ -52,6 +52,8 @@ public:
 
     /// The result maps have other values: the one on show is shown anew.
     void resultsPainted();
+    /// Paints the result map on show as far as it is filled.
+    void paintShownResult();
     /// The same of maps that were left without pictures: the one on show is painted as it is.
     void resultsStopped();
 

@@ -52,6 +52,14 @@ void ViewConductor::resultsPainted()
         Q_EMIT valuesChanged();
 }
 
+void ViewConductor::paintShownResult()
+{
+    if (box_.choice() != ShowResAnalysisId)
+        return;
+    setupResAnalysisImage();
+    resultsPainted();
+}
+
 void ViewConductor::resultsStopped()
 {
     if (box_.choice() == ShowResAnalysisId)

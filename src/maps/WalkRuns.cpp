@@ -1,5 +1,20 @@
 #include "maps/WalkRuns.h"
 
+AnalyzeCond WalkRun::last() const
+{
+    AnalyzeCond at = first;
+    for (int k = 1; k < count; ++k)
+        at.next();
+    return at;
+}
+
+AnalyzeCond WalkRun::behind() const
+{
+    AnalyzeCond at = last();
+    at.next();
+    return at;
+}
+
 WalkRuns::WalkRuns(const AnalyzeCond& walk)
     : walk_(walk)
     , atEnd_(false)

@@ -7,6 +7,11 @@ struct WalkRun
 {
     AnalyzeCond first;
     int count = 0;
+
+    /// The walk at the last position, and at the one behind it; of the walk's last run that lies
+    /// below its area.
+    AnalyzeCond last() const;
+    AnalyzeCond behind() const;
 };
 
 /// Cuts a walk into runs, so that the positions of a run can be worked on together while the order

@@ -25,16 +25,20 @@ Spectrum WalkSource::mu(int x, int y) const
 XafsSpectrum WalkSource::spectrum(int x, int y, Stage stage) const
 {
     XafsSpectrum s = unnormalized(stage == Stage::Counts ? rawI1(i1, block, x, y) : mu(x, y), x, y);
-    if (stage >= Stage::Lines)
-        s.normalizeIfData(background, stage == Stage::Curve ? XafsSpectrum::AllCurves
-                                                            : XafsSpectrum::FittedCurve);
+    workOut(s, stage);
     return s;
 }
 
-QVector<XafsSpectrum> WalkSource::ofRun(const WalkRun& run) const
+void WalkSource::workOut(XafsSpectrum& spectrum, Stage stage) const
+{
+    if (stage >= Stage::Lines)
+        spectrum.normalizeIfData(background, stage == Stage::Shown ? XafsSpectrum::AllCurves
+                                                                   : XafsSpectrum::FittedCurve);
+}
+
+QVector<XafsSpectrum> WalkSource::ofRun(BlockSpectra& blocks, const WalkRun& run) const
 {
     AnalyzeCond at = run.first;
-    BlockSpectra blocks({i1, i0}, block);
     QVector<XafsSpectrum> spectra;
     spectra.reserve(run.count);
     for (const Spectrum& curve : blocks.row(at.cx, at.stepX, run.count, at.cy)) {

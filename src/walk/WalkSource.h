@@ -12,8 +12,9 @@ enum class Stage
 {
     Counts, ///< sums of I1, without dark or I0
     Mu,     ///< absorption
-    Lines,  ///< pre-edge and post-edge line, the edge, and the curve that fits compare
-    Curve,  ///< all normalised curves
+    Lines,  ///< pre-edge and post-edge line and the edge
+    Curve,  ///< the normalised curve that fits compare
+    Shown,  ///< all normalised curves, for the eye
 };
 
 /// All that spectra are formed and normalised by, frozen by cheap copies: the images are shared and
@@ -35,9 +36,10 @@ struct WalkSource
     /// The curve of a block as spectrum(x, y, Stage::Mu) gives it.
     Spectrum mu(int x, int y) const;
 
-    /// The spectra of consecutive positions up to Stage::Mu, with all that normalising them later
-    /// needs.
-    QVector<XafsSpectrum> ofRun(const WalkRun& run) const;
+    /// The spectra of consecutive positions up to Stage::Mu. `blocks` was made of this source.
+    QVector<XafsSpectrum> ofRun(BlockSpectra& blocks, const WalkRun& run) const;
+    /// Works a spectrum of ofRun() out up to a later stage.
+    void workOut(XafsSpectrum& spectrum, Stage stage) const;
 
     /// Least and greatest energy of the I1 images, which there must be. [eV]
     double leastEnergy() const;

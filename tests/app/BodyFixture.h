@@ -11,6 +11,7 @@
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
 #include "conduct/ViewConductor.h"
+#include "conduct/WalkConductor.h"
 #include "image/Measurement.h"
 #include "maps/MapChoice.h"
 #include "support/SmallExperiment.h"
@@ -78,7 +79,7 @@ public:
     void execCalibration() { calibration().execCalibration(); }
     void start2DAnalysis() { analysis().start2DAnalysis(); }
     void stop2DAnalysis() { analysis().stop2DAnalysis(); }
-    void setMaxPositionsPerRequest(int count) { analysis().setMaxPositionsPerRequest(count); }
+    void setMaxPositionsPerRequest(int count) { walks().setTileLanes(count); }
 
     /// Energies, stacks and references of the experiment.
     bool load(const SmallExperiment& e) { return runAll(e.loadingLines()); }

@@ -57,6 +57,7 @@ private Q_SLOTS:
     {
         auto* area = body_->findChild<ImgDispA*>("dispA");
         body_->grab();
+        searchFinely();
         QTest::mouseClick(button(), Qt::LeftButton);
         QVERIFY(QTest::qWaitFor([this] { return body_->energyShiftAt(3, 0) != 0.0; }));
         QMouseEvent move(QEvent::MouseMove, area->rect().center(), Qt::NoButton, Qt::NoButton,
@@ -102,6 +103,7 @@ private Q_SLOTS:
         QVERIFY(!marked() && body_->run("calib_former_map"));
         QVERIFY(worstError() < coarseGridError);
 
+        searchFinely();
         QVERIFY(body_->run("calib_exec"));
         QVERIFY(QTest::qWaitFor([this] { return body_->energyShiftAt(3, 0) != 0.0; }));
         body_->execCalibration(); // the button stops
@@ -189,7 +191,7 @@ private Q_SLOTS:
         const FailureCount& failures = body_->batchCtrl()->failures();
         QSignalSpy finishing(&body_->batch(), &BatchConductor::finishing);
         // So fine a search that the next line finds it running.
-        QVERIFY(body_->runAll({"calib_type 1", "calib_inner_range 60 0.01 0.01"}));
+        searchFinely();
         body_->batchCtrl()->setText("calib_exec\nclear_I1_files\n" + rest);
         body_->batchCtrl()->execBatchSlot();
         QVERIFY(finishing.wait(60000));
@@ -294,6 +296,13 @@ private:
                                              "Width [pix]             : 9\n"
                                              "Height [pix]            : 7\n##-----------------\n" +
                                                  QByteArray("0.01 ").repeated(63));
+    }
+
+    /// Position by position, and so finely that a run can be met in its middle.
+    void searchFinely()
+    {
+        body_->setMaxPositionsPerRequest(1);
+        QVERIFY(body_->runAll({"calib_type 1", "calib_inner_range 20 0.005 0.001"}));
     }
 
     bool marked() const { return !panel_->findChild<QLabel*>("MapMark")->isHidden(); }

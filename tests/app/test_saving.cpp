@@ -119,11 +119,8 @@ private Q_SLOTS:
     {
         auto* mark = body_->analyzer()->findChild<RowMark*>("MapsMark");
         body_->setMaxPositionsPerRequest(1);
-        const auto stop =
-            connect(body_->analyzer(), &Analyzer::finished, [this](const AnalysisResult& answer) {
-                if (answer.walk != 0)
-                    body_->stop2DAnalysis();
-            });
+        const auto stop = connect(&body_->analysis(), &AnalysisConductor::progressed, this,
+                                  [this] { body_->stop2DAnalysis(); });
         body_->start2DAnalysis();
         QVERIFY(QTest::qWaitFor([mark] { return !mark->reasons().isEmpty(); }));
         disconnect(stop);

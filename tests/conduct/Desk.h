@@ -11,6 +11,7 @@
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
 #include "conduct/ViewConductor.h"
+#include "conduct/WalkConductor.h"
 #include "display/ImageBox.h"
 #include "display/XafsView.h"
 #include "image/Measurement.h"
@@ -46,6 +47,7 @@ public:
     ViewConductor view{data, maps, reader, imageBox, saveBox, analyzer, stacks};
     CursorConductor cursor{
         {data, reader, spectrumBox, imageBox, analyzer, calibCtrl, xafsView}, stacks, dark, view};
+    WalkConductor walks{reader, stacks, 2};
     CommandBook book;
     QStringList failures; ///< of the commands run so far
 

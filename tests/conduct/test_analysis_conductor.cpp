@@ -17,10 +17,10 @@ private Q_SLOTS:
     {
         desk_ = std::make_unique<Desk>();
         analysis_ = std::make_unique<AnalysisConductor>(
-            AnalysisConductor::Parts{desk_->maps, desk_->reader, desk_->analyzer}, desk_->stacks,
-            desk_->view, desk_->cursor);
+            AnalysisConductor::Parts{desk_->maps, desk_->reader, desk_->analyzer}, desk_->view,
+            desk_->cursor, desk_->walks);
         analysis_->bindCommands(desk_->book);
-        analysis_->setMaxPositionsPerRequest(1);
+        desk_->walks.setTileLanes(1);
         QVERIFY(desk_->load(experiment_));
     }
     void cleanup()
@@ -138,7 +138,7 @@ private Q_SLOTS:
         const QVector<double> undisturbed = mapValues();
         CalibConductor calibration({desk_->data, desk_->shiftMap, desk_->maps, desk_->reader,
                                     desk_->spectrumBox, desk_->calibCtrl},
-                                   desk_->stacks, desk_->cursor);
+                                   desk_->cursor, desk_->walks);
         calibration.bindCommands(desk_->book);
         QVERIFY(desk_->runAll({"calib_load_std " + experiment_.references[1], "calib_type 1"}));
         desk_->run("calib_exec");

@@ -19,8 +19,9 @@ private Q_SLOTS:
         calibration_ = std::make_unique<CalibConductor>(
             CalibConductor::Parts{desk_->data, desk_->shiftMap, desk_->maps, desk_->reader,
                                   desk_->spectrumBox, desk_->calibCtrl},
-            desk_->stacks, desk_->cursor);
+            desk_->cursor, desk_->walks);
         calibration_->bindCommands(desk_->book);
+        desk_->walks.setTileLanes(1);
         QVERIFY(desk_->load(experiment_));
         QVERIFY(desk_->runAll({"calib_load_std " + experiment_.references[0], "calib_type 1"}));
     }

@@ -1,0 +1,74 @@
+#include "analysis/LcfWalk.h"
+
+#include "maps/Analyzed2DRes.h"
+
+LcfKernel::LcfKernel(const LcfRequest& conditions, const QVector<int>& rows)
+    : conditions_(conditions)
+    , rows_(rows)
+    , places_(conditions.rows.size(), -1)
+    , plan_(conditions)
+{
+    for (int place = 0; place < rows_.size(); ++place)
+        places_[rows_.at(place)] = place;
+}
+
+std::unique_ptr<WalkKernel> LcfKernel::forWorker() const
+{
+    return std::make_unique<LcfKernel>(conditions_, rows_);
+}
+
+void LcfKernel::plain(const PlainPosition& at, int lane, TileResult& out)
+{
+    const LcfResult fit = plan_.fit(at.spectrum);
+    out.outcomes[std::size_t(lane)] = fit.outcome;
+    out.gapHeld[std::size_t(lane)] = fit.gapHeld ? 1 : 0;
+    if (!fit.fitted())
+        return;
+    for (int k = 0; k < fit.activeRows.size(); ++k) {
+        const int place = places_.at(fit.activeRows.at(k));
+        out.set(2 * place, lane, fit.dMuts.value(k, 0.0));
+        out.set(2 * place + 1, lane, fit.ratios.value(k, 0.0));
+    }
+    out.set(2 * rows_.size(), lane, fit.zansa);
+}
+
+LcfSink::LcfSink(const LcfRequest& conditions, const Maps& maps)
+    : maps_(maps)
+    , fittedRows_(conditions.fittedRows())
+    , ownWeights_(conditions.ownWeights)
+{
+}
+
+void LcfSink::take(const WalkRun& run, const TileResult& result)
+{
+    AnalyzeCond at = run.first;
+    for (int lane = 0; lane < run.count; ++lane, at.next())
+        recordResForAPoint(at, lane, result);
+}
+
+/// Rows that are left out of the fit get a value, 0, only where nothing is fitted.
+void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResult& result)
+{
+    const Outcome outcome = result.outcomes[std::size_t(lane)];
+    for (int k = 0; k < maps_.rows.size(); ++k) {
+        if (outcome == Outcome::Fitted && !fittedRows_.contains(maps_.rows.at(k)))
+            continue;
+        maps_.jumps.at(k)->setData(at.cx, at.cy, at.halfX, at.halfY, result.value(2 * k, lane));
+        maps_.weights.at(k)->setData(at.cx, at.cy, at.halfX, at.halfY,
+                                     result.value(2 * k + 1, lane));
+    }
+    maps_.zansa->setData(at.cx, at.cy, at.halfX, at.halfY, residualToRecord(lane, result));
+    maps_.outcomes->add(outcome, result.gapHeld[std::size_t(lane)] != 0);
+}
+
+/// A position that is not fitted shows the residual of the one before, but 0 where each position
+/// has its own and there is no edge.
+double LcfSink::residualToRecord(int lane, const TileResult& result)
+{
+    const Outcome outcome = result.outcomes[std::size_t(lane)];
+    if (outcome == Outcome::Fitted)
+        zansa_ = result.value(2 * maps_.rows.size(), lane);
+    else if (ownWeights_ && outcome != Outcome::GapUnsound)
+        zansa_ = 0.0;
+    return zansa_;
+}

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "analysis/LcfFit.h"
+#include "walk/WalkKernel.h"
+
+class Analyzed2DRes;
+
+/// The linear combination fit of a walk's positions. Of each reference row that takes part it gives
+/// the jump and the weight, and last the residual; all 0 where a position is not fitted.
+class LcfKernel : public WalkKernel
+{
+public:
+    /// `rows` are the rows that the values are of, in this order.
+    LcfKernel(const LcfRequest& conditions, const QVector<int>& rows);
+
+    Stage stage() const override { return Stage::Curve; }
+    int values() const override { return 2 * rows_.size() + 1; }
+    std::unique_ptr<WalkKernel> forWorker() const override;
+    void plain(const PlainPosition& at, int lane, TileResult& out) override;
+
+private:
+    const LcfRequest conditions_;
+    const QVector<int> rows_;
+    QVector<int> places_; ///< by reference row, its place in rows_
+    LcfPlan plan_;
+};
+
+/// Records the fits of a walk in maps, in walking order.
+class LcfSink : public WalkSink
+{
+public:
+    /// What it fills; all outlives it. The maps of rows are in the kernel's order.
+    struct Maps
+    {
+        QVector<int> rows;
+        QVector<Analyzed2DRes*> jumps;
+        QVector<Analyzed2DRes*> weights;
+        Analyzed2DRes* zansa;
+        OutcomeCounts* outcomes;
+    };
+    LcfSink(const LcfRequest& conditions, const Maps& maps);
+
+    void take(const WalkRun& run, const TileResult& result) override;
+
+private:
+    void recordResForAPoint(const AnalyzeCond& at, int lane, const TileResult& result);
+    double residualToRecord(int lane, const TileResult& result);
+
+    const Maps maps_;
+    const QVector<int> fittedRows_; ///< that have values where a position is fitted
+    const bool ownWeights_;
+    double zansa_ = 0.0; ///< residual of the last position that was fitted
+};

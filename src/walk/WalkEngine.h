@@ -1,0 +1,100 @@
+#pragma once
+
+#include "walk/WalkKernel.h"
+
+#include <condition_variable>
+#include <functional>
+#include <mutex>
+
+struct WalkJob
+{
+    std::unique_ptr<WalkKernel> kernel;
+    std::unique_ptr<WalkSink> sink;
+};
+
+/// A walk over an area: all jobs share the spectra of a position.
+struct WalkOrder
+{
+    SharedSource source;
+    AnalyzeCond area; ///< with at least one position
+    std::vector<WalkJob> jobs;
+};
+
+/// Positions that a worker works on together: long against what handing them over costs, short
+/// against a user's patience.
+constexpr int tileLanes = 128;
+
+/// The state of a walk between its owner and its workers. Workers take runs of positions in walking
+/// order and work on them side by side; what is finished waits in a ring until the owner takes it,
+/// in walking order again. So results do not depend on the number of workers, and memory is
+/// bounded.
+///
+/// work() and park() are any thread's, each worker number one thread's at a time. All others are
+/// the owner's.
+class WalkEngine
+{
+public:
+    WalkEngine(WalkOrder order, int workers, int lanes);
+    ~WalkEngine();
+
+    enum class Step
+    {
+        Worked, ///< a run is finished
+        Full,   ///< the ring is full: the owner has to take first
+        Through ///< there is nothing left to work on
+    };
+    Step work(int worker);
+    /// Leaves the worker out until takeParked(), unless the ring has room again; whether it did.
+    bool park(int worker);
+
+    /// Called with the lock held, by a worker that has finished the run which the owner takes next.
+    void setReady(std::function<void()> ready);
+    /// Hands the next run in walking order to the sinks, if it is finished.
+    bool take(WalkRun& run);
+    /// The workers that were parked and can go on.
+    std::vector<int> takeParked();
+    /// All is taken.
+    bool isThrough();
+    /// No worker begins another run, and ready() is not called any more.
+    void stop();
+
+    /// Wait for room in the ring (workers), for the next run (owner); true at once after the end.
+    void waitForRoom();
+    void waitForRun();
+
+private:
+    /// A worker's own things.
+    struct Worker;
+
+    /// A place of the ring.
+    struct Finished
+    {
+        bool ready = false;
+        WalkRun run;
+        std::vector<TileResult> results; ///< one a job
+    };
+
+    static constexpr int ringSize = 64;
+
+    Finished form(Worker& worker, const WalkRun& run) const;
+    bool hasRoom() const { return next_ < taken_ + ringSize; }
+    bool isNextReady() const { return ring_[std::size_t(taken_ % ringSize)].ready; }
+
+    const WalkOrder order_;
+    const int lanes_;
+    Stage stage_ = Stage::Counts; ///< the farthest that a kernel needs
+    std::vector<std::unique_ptr<Worker>> workers_;
+
+    std::mutex mutex_; ///< over all below
+    std::condition_variable changed_;
+    std::function<void()> ready_;
+    WalkRuns runs_;
+    qint64 next_ = 0;  ///< number of the run that is begun next
+    qint64 taken_ = 0; ///< number of the run that is taken next
+    bool stopped_ = false;
+    std::vector<Finished> ring_;
+    std::vector<int> parked_;
+};
+
+/// Walks to the end on this thread and `threads` workers, without an event loop.
+void runWalk(WalkOrder order, int threads, int lanes = tileLanes);

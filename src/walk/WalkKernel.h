@@ -1,0 +1,55 @@
+#pragma once
+
+#include "maps/WalkRuns.h"
+#include "spectrum/Outcome.h"
+#include "walk/WalkSource.h"
+
+#include <memory>
+#include <vector>
+
+/// A position of a walk with its spectrum, worked out up to the kernel's stage.
+struct PlainPosition
+{
+    const WalkSource& source;
+    int x;
+    int y;
+    const XafsSpectrum& spectrum;
+};
+
+/// What a kernel makes of a run of positions; `lane` is a position's place in the run.
+struct TileResult
+{
+    TileResult(int valueCount, int lanes);
+
+    double value(int number, int lane) const { return values[std::size_t(number * lanes + lane)]; }
+    void set(int number, int lane, double v) { values[std::size_t(number * lanes + lane)] = v; }
+
+    int lanes;
+    std::vector<double> values;    ///< [value][lane], 0 until set
+    std::vector<Outcome> outcomes; ///< [lane]
+    std::vector<uchar> gapHeld;    ///< [lane]
+};
+
+/// An analysis of single positions. Knows neither threads nor widgets: each worker of a walk has a
+/// kernel of its own, and what a position gives does not depend on the others.
+class WalkKernel
+{
+public:
+    virtual ~WalkKernel() = default;
+
+    /// How far it needs the spectrum.
+    virtual Stage stage() const = 0;
+    /// Doubles that it gives for a position.
+    virtual int values() const = 0;
+    /// A kernel for one worker, prepared for many positions.
+    virtual std::unique_ptr<WalkKernel> forWorker() const = 0;
+    virtual void plain(const PlainPosition& at, int lane, TileResult& out) = 0;
+};
+
+/// Takes a kernel's results, run by run in walking order, on the thread of the walk's owner.
+class WalkSink
+{
+public:
+    virtual ~WalkSink() = default;
+    virtual void take(const WalkRun& run, const TileResult& result) = 0;
+};
