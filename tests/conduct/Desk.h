@@ -88,7 +88,7 @@ public:
 };
 
 /// Rows of what may happen to work that a command waits for, and the failures that it reports then.
-/// `restart` is the command that starts the work.
+/// `restart` is the command that starts the work; "image" means that one of I0 comes.
 inline void addEndings(const SmallExperiment& e, const QString& restart)
 {
     QTest::addColumn<QString>("meanwhile");
@@ -103,7 +103,8 @@ inline void addEndings(const SmallExperiment& e, const QString& restart)
                                 << "stopped, the I0 images are gone";
     QTest::newRow("loaded anew") << "load_I1_files new " + e.i1[0]
                                  << "stopped, the I1 images are gone";
-    QTest::newRow("added") << "load_I0_files add " + e.i0[0] << "stopped, I0 images are added";
+    QTest::newRow("added") << "image"
+                           << "stopped, I0 images are added";
     QTest::newRow("energies applied") << "eng_apply_i1"
                                       << "";
     QTest::newRow("started anew") << restart << "stopped";

@@ -93,6 +93,8 @@ private Q_SLOTS:
             desk_->analyzer.findChild<QPushButton*>("AskAnalyze")->click();
         else if (meanwhile == "end")
             analysis_.reset();
+        else if (meanwhile == "image")
+            desk_->stacks.loadedI0(new TiffData, 0);
         else if (!meanwhile.isEmpty())
             desk_->run(meanwhile);
         QTRY_COMPARE(reports, 1);

@@ -53,6 +53,8 @@ private Q_SLOTS:
             button()->click();
         else if (meanwhile == "end")
             calibration_.reset();
+        else if (meanwhile == "image")
+            desk_->stacks.loadedI0(new TiffData, 0);
         else if (!meanwhile.isEmpty())
             QVERIFY(desk_->runAll({meanwhile}));
         QTRY_COMPARE(reports, 1);
