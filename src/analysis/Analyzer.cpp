@@ -341,6 +341,7 @@ void Analyzer::setEnergyCorrection(bool f)
 void Analyzer::setContAccess(bool f)
 {
     contAccess_ = f;
+    ui_->AskAnalyze->setText(f ? tr("Stop") : tr("Analyze"));
     Q_EMIT contAccessChanged(f);
 }
 

@@ -95,7 +95,7 @@ public Q_SLOTS:
     void selectedImgChanged(bool f);
     void noticedNewZ(double z);
     void setOwnWeights(bool f);
-    /// On during a walk.
+    /// On during a walk: single spectra are not analysed, and the button stops it.
     void setContAccess(bool f);
     /// Keeps the spectrum and analyses it.
     void analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm);

@@ -1,10 +1,11 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QMap>
 #include <QProgressBar>
 
-/// A progress bar over several pieces of work that may run at the same time; hidden while none
-/// does.
+/// A progress bar over several pieces of work that may run at the same time, with the time left;
+/// hidden while none does.
 class ProgressSum : public QProgressBar
 {
     Q_OBJECT
@@ -22,5 +23,8 @@ private:
         int total = 0;
         bool ended = false;
     };
+    void showTimeLeft(double share);
+
     QMap<int, Part> parts_; ///< begun since nothing was at work
+    QElapsedTimer begun_;
 };

@@ -151,6 +151,10 @@
         <source>The analysis of these maps was stopped: positions not reached are 0</source>
         <translation>これらのマップの解析は途中で停止された: 未到達の位置は 0</translation>
     </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
 </context>
 <context>
     <name>BatchCtrl</name>
@@ -1460,6 +1464,17 @@
     <message>
         <source>undefined</source>
         <translation>未定義</translation>
+    </message>
+</context>
+<context>
+    <name>ProgressSum</name>
+    <message>
+        <source>%1 s left</source>
+        <translation>残り %1 秒</translation>
+    </message>
+    <message>
+        <source>%1 min %2 s left</source>
+        <translation>残り %1 分 %2 秒</translation>
     </message>
 </context>
 <context>

@@ -106,19 +106,21 @@ private Q_SLOTS:
 
     void optionsWinOverTheFile()
     {
-        // File (";" ends a line), options, then the data root, the batch root and the button.
+        // File (";" ends a line), options, then the roots, the button and the threads of walks.
         const char* const table[][3] = {
-            {"", "", "C:/Data|C:/Data|0"},
-            {"DataRoot /d;BatchRoot /b;ShowAnalyzer2Button 1", "", "/d|/b|1"},
-            {"DataRoot /d;BatchRoot /b", "-d|/x|-br|/y|-showA2B|1", "/x|/y|1"},
-            {"ShowAnalyzer2Button 1", "-showA2B|-d", "|C:/Data|0"},
-            {"dataroot /d;ShowAnalyzer2Button 2", "-D|/x", "C:/Data|C:/Data|0"},
-            {"-d /f", "-d|/x", "/f|C:/Data|0"}};
+            {"", "", "C:/Data|C:/Data|0|0"},
+            {"DataRoot /d;BatchRoot /b;ShowAnalyzer2Button 1", "", "/d|/b|1|0"},
+            {"DataRoot /d;BatchRoot /b;Threads 4", "-d|/x|-br|/y|-showA2B|1", "/x|/y|1|4"},
+            {"ShowAnalyzer2Button 1", "-showA2B|-d", "|C:/Data|0|0"},
+            {"dataroot /d;Threads 3", "-D|/x|-threads|2", "C:/Data|C:/Data|0|2"},
+            {"-d /f;Threads 3", "-d|/x|-threads|all", "/f|C:/Data|0|0"}};
         for (const auto& [file, options, result] : table) {
             initSettings();
             Cfg cfg = cfgOf(options, QByteArray(file).replace(';', '\n'));
             applySettings(cfg);
-            QCOMPARE(DataRoot + '|' + BatchRoot + '|' + (ShowAnalyzer2Button ? '1' : '0'), result);
+            QCOMPARE(DataRoot + '|' + BatchRoot + '|' + (ShowAnalyzer2Button ? '1' : '0') + '|' +
+                         QString::number(WalkThreads),
+                     result);
         }
     }
 
