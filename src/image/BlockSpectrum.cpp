@@ -8,9 +8,10 @@
 
 namespace {
 
-/// Positions worked on together: one cache line of 16-bit pixels, and few enough spectra that
-/// writing to all of them in turn stays within the cache.
-constexpr int chunkPositions = 32;
+/// Positions worked on together: several cache lines of 16-bit pixels one after the other, which
+/// the processor fetches ahead, and still so few spectra that the lines written to in turn stay in
+/// the first cache.
+constexpr int chunkPositions = 128;
 
 bool insideImage(const BlockConditions& conditions, qint64 x, int y)
 {

@@ -84,6 +84,13 @@ void sumBlocks(const TiffData& image, int x, int step, int count, PixelRange row
 {
     if (hw == 0 && rows.first == rows.last) {
         const T* row = image.row<T>(rows.first);
+        const qint64 first = qint64(x) - image.shiftX;
+        if (step == 1 && first >= 0 && first + count <= image.width) {
+            const T* const pixels = row + first;
+            for (int k = 0; k < count; ++k)
+                sums[k] = static_cast<double>(pixels[k]);
+            return;
+        }
         for (int k = 0; k < count; ++k) {
             const int column = x + k * step - image.shiftX;
             sums[k] = column >= 0 && column < image.width ? static_cast<double>(row[column]) : 0.0;

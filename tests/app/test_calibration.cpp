@@ -64,6 +64,11 @@ private Q_SLOTS:
                          Qt::NoModifier);
         QCoreApplication::sendEvent(area, &move);
         QVERIFY(body_->findChild<QLabel*>("Position")->text() != "(   0,    0)");
+        auto* const halfWidth = body_->findChild<QLineEdit*>("HWidth");
+        halfWidth->clear();
+        QTest::keyClicks(halfWidth, "3\r");
+        QVERIFY(halfWidth->text() == "3" && button()->text() == "Stop Calib.");
+        QTest::keyClicks(halfWidth, "\b0\r");
         QTest::mouseClick(button(), Qt::LeftButton);
         QCOMPARE(button()->text(), QString("Exec Calib."));
         QVERIFY(field("DEAvr").isEmpty()); // no statistics of a part

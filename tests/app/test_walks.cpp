@@ -177,8 +177,11 @@ private Q_SLOTS:
             if (++answers == 10)
                 body.start2DAnalysis();
         });
+        const auto* button = body.analyzer()->findChild<QPushButton*>("AskAnalyze");
         body.start2DAnalysis();
+        QCOMPARE(button->text(), QString("Stop"));
         QTRY_VERIFY(answers >= 10);
+        QCOMPARE(button->text(), QString("Analyze"));
         QTest::qWait(20);
         QCOMPARE(answers, 10);
         const QVector<double> stopped = values(ratioMap(body, 0));
