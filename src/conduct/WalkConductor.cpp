@@ -18,6 +18,7 @@ WalkConductor::WalkConductor(const SourceReader& reader, StackConductor& stacks,
 
 WalkConductor::~WalkConductor()
 {
+    // In front of the pool, which waits for what workers are at.
     for (const Run& run : runs_)
         delete run.walk;
 }
@@ -28,7 +29,7 @@ void WalkConductor::run(Group group, WalkOrder order, const Told& told)
     Run& run = runs_[group];
     run.source = order.source;
     run.told = told;
-    run.walk = new Walk(std::move(order), pool_, lanes_);
+    run.walk = new Walk(std::move(order), pool_, lanes_, this);
     connect(run.walk, &Walk::taken, this,
             [this, group](const WalkRun& taken) { runs_[group].told.taken(taken); });
     connect(run.walk, &Walk::done, this, [this, group] { leave(group).done(); });

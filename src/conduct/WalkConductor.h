@@ -51,7 +51,7 @@ public:
 private:
     struct Run
     {
-        Walk* walk = nullptr; ///< owned; null when none runs
+        Walk* walk = nullptr; ///< a child; null when none runs
         SharedSource source;
         Told told;
     };

@@ -105,6 +105,10 @@ private Q_SLOTS:
         QVERIFY(bar.isHidden());
         bar.setPart(0, 1, 4);
         QCOMPARE(shown(), QPoint(1, 4));
+        QVERIFY(!bar.text().contains("left")); // too early to tell
+        QTest::qWait(750);
+        bar.setPart(0, 2, 4);
+        QCOMPARE(bar.text(), QString("50%, 1 s left"));
     }
 
     void progressOfALoadCountsAllFiles()

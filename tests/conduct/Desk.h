@@ -29,6 +29,7 @@
 class Desk
 {
 public:
+    QStringList failures; ///< of the commands run so far, also of those that are let go at the end
     Measurement data;
     ShiftMap shiftMap;
     MapBook maps;
@@ -49,7 +50,6 @@ public:
         {data, reader, spectrumBox, imageBox, analyzer, calibCtrl, xafsView}, stacks, dark, view};
     WalkConductor walks{reader, stacks, 2};
     CommandBook book;
-    QStringList failures; ///< of the commands run so far
 
     Desk()
     {
