@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Positions worked on together: one cache line of 16-bit pixels, and few enough spectra that
-/// writing to all of them in turn stays within the cache.
+/// Positions worked on together: one cache line of 16-bit pixels, and few enough that what is
+/// kept of them, image by image, stays within the cache.
 constexpr int chunkPositions = 32;
 
 bool insideImage(const BlockConditions& conditions, qint64 x, int y)
@@ -139,15 +139,9 @@ void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
     const int images = stacks_.i1.size();
     sumDark(x, step, count, y);
     sumI0(x, step, count, y);
-    QVector<QPointF> curves[chunkPositions];
-    QPointF* points[chunkPositions];
-    for (int k = 0; k < count; ++k) {
-        curves[k].resize(images);
-        points[k] = curves[k].data();
-    }
+    mu_.resize(size_t(images) * size_t(count));
     double i1[chunkPositions];
     double i0[chunkPositions];
-    double mu[chunkPositions];
     for (int i = 0; i < images; ++i) {
         stacks_.i1[i]->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY, i1);
         const double level =
@@ -155,13 +149,22 @@ void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
         i0At(i, count, i0);
         for (int k = 0; k < count; ++k)
             i1[k] -= level + i1Dark_[size_t(k)];
-        absorptions(i0, i1, count, conditions_.fluorescence, mu);
-        const double E = energies_[size_t(i)];
-        for (int k = 0; k < count; ++k)
-            points[k][i] = QPointF(E, mu[k]);
+        absorptions(i0, i1, count, conditions_.fluorescence, &mu_[size_t(i) * size_t(count)]);
     }
     for (int k = 0; k < count; ++k)
-        out[k].setPoints(curves[k]);
+        out[k].setPoints(curveOf(k, count));
+}
+
+/// The curve at one of `count` positions. Each is written as a whole: 32 at once leave the cache.
+QVector<QPointF> BlockSpectra::curveOf(int position, int count) const
+{
+    const int images = stacks_.i1.size();
+    QVector<QPointF> curve(images);
+    QPointF* points = curve.data();
+    const double* mu = &mu_[size_t(position)];
+    for (int i = 0; i < images; ++i)
+        points[i] = QPointF(energies_[size_t(i)], mu[size_t(i) * size_t(count)]);
+    return curve;
 }
 
 void BlockSpectra::sumDark(int x, int step, int count, int y)
