@@ -4,7 +4,7 @@ target_compile_options(morvenkite_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
     # Results must not depend on whether the compiler fuses a multiplication with an addition.
     -ffp-contract=off
-    # sqrt and log set errno otherwise, which keeps loops over spectra from being vectorised;
+    # sqrt sets errno otherwise, which keeps loops over spectra from being vectorised;
     # nothing reads errno. Values stay the same.
     -fno-math-errno -fno-trapping-math
     # Without fixed places an edit anywhere moves the loops over spectra across cache lines, and

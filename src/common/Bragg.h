@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/Constants.h"
+#include "common/PortableMath.h"
 
 #include <cmath>
 
@@ -10,7 +11,7 @@
 /// infinite where the sine or the spacing is 0.
 inline double energyOfAngle(double degrees, double spacing)
 {
-    return hcEvAngstrom / (std::sin(degrees * shortPi / 180.0) * 2.0 * spacing);
+    return hcEvAngstrom / (portable::sin(degrees * shortPi / 180.0) * 2.0 * spacing);
 }
 
 /// Bragg angle [degrees] of an energy [eV] with the lattice spacing [angstrom]; -1.0 where the
@@ -20,5 +21,5 @@ inline double angleOfEnergy(double energy, double spacing)
     const double sine = hcEvAngstrom / energy / (2.0 * spacing);
     if (std::abs(sine) > 1.0)
         return -1.0;
-    return std::asin(sine) / shortPi * 180.0;
+    return portable::asin(sine) / shortPi * 180.0;
 }

@@ -1,21 +1,46 @@
 #include "image/BlockSpectrum.h"
 
+#include "common/PortableMath.h"
 #include "common/TwoPointLine.h"
 #include "image/EnergyOrder.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstdint>
 
 namespace {
 
 /// Positions worked on together: several cache lines of 16-bit pixels one after the other, which
-/// the processor fetches ahead, and still so few spectra that the lines written to in turn stay in
-/// the first cache.
+/// the processor fetches ahead, and few enough that what is kept of them, image by image, stays
+/// within the cache.
 constexpr int chunkPositions = 128;
 
 bool insideImage(const BlockConditions& conditions, qint64 x, int y)
 {
     return x >= 0 && y >= 0 && x < conditions.imageWidth && y < conditions.imageHeight;
+}
+
+/// Its highest bit is 1 where absorption() is no logarithm of a positive normal number. A product
+/// of 0 gets its sign from taking 1 off; one of -0 comes with a ratio that has a sign or no end.
+std::uint64_t signOfRare(double i0, double i1)
+{
+    return portable::signOfRare(i0 / i1) | (portable::bitsOf(i0 * i1) - 1);
+}
+
+/// absorption() of each position. The first loop has no branch, so that the compiler can let it
+/// work on several positions at a time; what is not common is done again.
+void absorptions(const double* i0, const double* i1, int count, bool fluorescence, double* mu)
+{
+    std::uint64_t signs = 0;
+    for (int k = 0; k < count; ++k) {
+        signs |= signOfRare(i0[k], i1[k]);
+        mu[k] = portable::logOfCommon(i0[k] / i1[k]);
+    }
+    if (!fluorescence && signs >> 63 == 0)
+        return;
+    for (int k = 0; k < count; ++k) {
+        if (fluorescence || signOfRare(i0[k], i1[k]) >> 63 != 0)
+            mu[k] = absorption(i0[k], i1[k], fluorescence);
+    }
 }
 
 } // namespace
@@ -25,7 +50,7 @@ double absorption(double i0, double i1, bool fluorescence)
     if (fluorescence)
         return i1 / i0;
     // The guard is the only treatment of vanished counts.
-    return i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
+    return i0 * i1 > 0.0 ? portable::log(i0 / i1) : 1.0;
 }
 
 BlockSpectra::BlockSpectra(const StackPair& stacks, const BlockConditions& conditions)
@@ -115,12 +140,7 @@ void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
     const int images = stacks_.i1.size();
     sumDark(x, step, count, y);
     sumI0(x, step, count, y);
-    QVector<QPointF> curves[chunkPositions];
-    QPointF* points[chunkPositions];
-    for (int k = 0; k < count; ++k) {
-        curves[k].resize(images);
-        points[k] = curves[k].data();
-    }
+    mu_.resize(size_t(images) * size_t(count));
     double i1[chunkPositions];
     double i0[chunkPositions];
     for (int i = 0; i < images; ++i) {
@@ -128,14 +148,24 @@ void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
         const double level =
             conditions_.i1DarkAreaOn ? conditions_.i1DarkAvg.value(i, 0.0) * blockPixels_ : 0.0;
         i0At(i, count, i0);
-        const double E = energies_[size_t(i)];
-        for (int k = 0; k < count; ++k) {
-            const double counts = i1[k] - (level + i1Dark_[size_t(k)]);
-            points[k][i] = QPointF(E, absorption(i0[k], counts, conditions_.fluorescence));
-        }
+        for (int k = 0; k < count; ++k)
+            i1[k] -= level + i1Dark_[size_t(k)];
+        absorptions(i0, i1, count, conditions_.fluorescence, &mu_[size_t(i) * size_t(count)]);
     }
     for (int k = 0; k < count; ++k)
-        out[k].setPoints(curves[k]);
+        out[k].setPoints(curveOf(k, count));
+}
+
+/// The curve at one of `count` positions. Each is written as a whole: 32 at once leave the cache.
+QVector<QPointF> BlockSpectra::curveOf(int position, int count) const
+{
+    const int images = stacks_.i1.size();
+    QVector<QPointF> curve(images);
+    QPointF* points = curve.data();
+    const double* mu = &mu_[size_t(position)];
+    for (int i = 0; i < images; ++i)
+        points[i] = QPointF(energies_[size_t(i)], mu[size_t(i) * size_t(count)]);
+    return curve;
 }
 
 void BlockSpectra::sumDark(int x, int step, int count, int y)

@@ -83,6 +83,7 @@ private:
     void sumDark(int x, int step, int count, int y);
     void sumI0(int x, int step, int count, int y);
     void i0At(int image, int count, double* i0) const;
+    QVector<QPointF> curveOf(int position, int count) const;
 
     const StackPair stacks_;
     const BlockConditions conditions_;
@@ -94,6 +95,7 @@ private:
     std::vector<double> i0Sums_;   ///< [I0 image][position of the chunk]
     std::vector<double> i1Dark_;   ///< dark term per position of the chunk
     std::vector<double> i0Dark_;
+    std::vector<double> mu_; ///< [I1 image][position of the chunk]
 };
 
 /// Spectrum of the block round (x, y).

@@ -1,6 +1,7 @@
 #include "spectrum/ReferenceFile.h"
 
 #include "common/Bragg.h"
+#include "common/PortableMath.h"
 
 #include <QDebug>
 #include <QFile>
@@ -213,7 +214,7 @@ double absorption(double i0, double i1, bool fluorescence)
 {
     if (fluorescence)
         return i0 != 0.0 ? i1 / i0 : 0.0;
-    return i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
+    return i0 * i1 > 0.0 ? portable::log(i0 / i1) : 1.0;
 }
 
 void readScan(Lines& lines, const QString& firstLine, ReferenceFile& file)

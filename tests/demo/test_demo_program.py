@@ -14,11 +14,14 @@ import unittest
 DEMO = sys.argv.pop()
 PROGRAM = sys.argv.pop()
 ENVIRONMENT = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+# Lets the C library believe that it has an older processor.
+WITHOUT_FMA = {"GLIBC_TUNABLES": "glibc.cpu.hwcaps=-AVX2,-FMA,-FMA4"}
 
 
-def run(*arguments):
+def run(*arguments, **variables):
     """Exit code and all output of a program."""
-    result = subprocess.run(list(map(str, arguments)), env=ENVIRONMENT, timeout=300, text=True,
+    result = subprocess.run(list(map(str, arguments)), env=dict(ENVIRONMENT, **variables),
+                            timeout=300, text=True,
                             stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
     return result.returncode, result.stdout
 
@@ -35,9 +38,10 @@ class DemoProgram(unittest.TestCase):
         self.succeed(DEMO, "write", folder, "--size", 100, "--format", image_format, *options)
         self.execute(folder, "demo.bat")
 
-    def execute(self, folder, batch):
+    def execute(self, folder, batch, **variables):
         """Lets the program run a batch of the folder; gives its log."""
-        code, log = run(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / batch, "-x")
+        code, log = run(PROGRAM, "-e", "-c", folder / "config.cfg", "-b", folder / batch, "-x",
+                        **variables)
         self.assertEqual(code, 0, log[-4000:])
         return log
 
@@ -101,6 +105,30 @@ class DemoProgram(unittest.TestCase):
                 other = name.replace("-1.", "-2.")
                 self.assertIn(other, saved[1])
                 self.assertNotEqual(saved[0][name], saved[1][other], name)
+
+    def saved(self, folder, **variables):
+        """What a run of the demonstration saves, by file; it leaves the folder as it was."""
+        self.execute(folder, "demo.bat", SOURCE_DATE_EPOCH="1700000000", **variables)
+        files = {}
+        for file in sorted([*folder.glob("maps/*"), *folder.glob("pictures/*")]):
+            files[f"{file.parent.name}/{file.name}"] = file.read_bytes()
+            file.unlink()
+        return files
+
+    def test_saved_files_do_not_depend_on_what_the_processor_can_do(self):
+        # Where the C library has one variant only, there is nothing to tell apart.
+        sines = [sys.executable, "-c", "import math; print([math.sin(i / 7) for i in range(9999)])"]
+        if run(*sines) == run(*sines, **WITHOUT_FMA):
+            self.skipTest("the C library computes alike without fused multiplication")
+        with tempfile.TemporaryDirectory() as parent:
+            folder = pathlib.Path(parent)
+            self.succeed(DEMO, "write", folder, "--size", 100)
+            first = self.saved(folder)
+            second = self.saved(folder, **WITHOUT_FMA)
+            self.assertTrue(any(name.startswith("maps/") for name in first), list(first))
+            self.assertEqual(list(first), list(second))
+            different = [name for name in first if first[name] != second[name]]
+            self.assertEqual(different, [], "these files depend on the processor")
 
     def test_the_hard_experiment_is_rejected_and_fitted_within_its_limits(self):
         with tempfile.TemporaryDirectory() as parent:

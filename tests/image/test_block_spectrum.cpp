@@ -1,3 +1,4 @@
+#include "common/PortableMath.h"
 #include "image/BlockSpectrum.h"
 #include "image/EnergyOrder.h"
 #include "support/RandomStack.h"
@@ -78,7 +79,7 @@ Spectrum plainSpectrum(const StackPair& stacks, const BlockConditions& c, int x,
             i0 = c.totalI0.points.value(i).y();
         else if (c.useI0)
             i0 = i0At(stacks.i1[i]->energy);
-        const double mu = c.fluorescence ? i1 / i0 : i0 * i1 > 0.0 ? std::log(i0 / i1) : 1.0;
+        const double mu = c.fluorescence ? i1 / i0 : i0 * i1 > 0.0 ? portable::log(i0 / i1) : 1.0;
         spectrum.append(stacks.i1[i]->energy, mu);
     }
     return spectrum;
@@ -238,7 +239,7 @@ private Q_SLOTS:
         c.i1DarkAreaOn = true;
         c.i1DarkAvg = {200.0, 0.0, 0.0};
         const Spectrum spectrum = rawXafs({stack, {}}, c, 0, 0);
-        QVERIFY(spectrum.y(1) == std::log(3.0 / 100.0) && spectrum.y(0) == 1.0);
+        QVERIFY(spectrum.y(1) == portable::log(3.0 / 100.0) && spectrum.y(0) == 1.0);
     }
 
     void stacksThatDoNotRiseAreTold()
