@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QLocale>
+#include "common/ShortestText.h"
+
 #include <QString>
 
 /// A number as line edits show it: at most six significant digits.
@@ -12,7 +13,8 @@ inline QString fieldText(double v)
 /// The shortest text that reads back the same number, for what is kept in files.
 inline QString shortestText(double v)
 {
-    return QString::number(v, 'g', QLocale::FloatingPointShortest);
+    char text[shortestTextSize];
+    return QString::fromLatin1(text, static_cast<int>(writeShortest(v, text) - text));
 }
 
 /// An energy [eV] as fields and files hold it.

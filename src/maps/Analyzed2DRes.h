@@ -9,7 +9,7 @@
 #include <memory>
 #include <vector>
 
-class QTextStream;
+class QIODevice;
 
 /// One two-dimensional field of doubles of the image's size with its picture, its scale and a
 /// processed copy; every map of the program is one. Touched on the GUI thread alone.
@@ -147,8 +147,10 @@ private:
     void copySettings(const Analyzed2DRes& other);
     void paintField(const double* v, int stride);
     std::vector<double> shownPositions() const;
-    void writePoints(QTextStream& out, QChar separator) const;
-    void writeRows(QTextStream& out, QChar separator) const;
+    template<typename PartText>
+    void writeParts(QIODevice& file, PartText textOf) const;
+    QByteArray pointsText(AnalyzeCond walk, int count, char separator) const;
+    QByteArray rowsText(AnalyzeCond walk, int count, char separator) const;
     double measuredAt(int x, int y) const;
     bool keepLeftOut(const AnalyzeCond& at);
     double bendBetween(const AnalyzeCond& at, int dx, int dy) const;

@@ -1,4 +1,5 @@
 #include "common/ColorScale.h"
+#include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "common/TextItems.h"
 #include "common/WindowState.h"
@@ -8,6 +9,9 @@
 #include <QScreen>
 #include <QWidget>
 
+#include <cfloat>
+#include <cmath>
+#include <cstring>
 #include <random>
 
 /// Texts taken apart and put together, the ramps of the colour bar, and kept windows.
@@ -70,6 +74,32 @@ private Q_SLOTS:
         QCOMPARE(groupThousands("1234567"), QString("1,234,567"));
         QCOMPARE(groupThousands("-123456.56789"), QString("-123,456.56789"));
         QCOMPARE(groupThousands("1e+06"), QString("1e+06"));
+    }
+
+    /// Held against Qt's own, in which files were written before.
+    void shortestTextIsThatOfQt()
+    {
+        const auto check = [](double v) {
+            const QString text = QString::number(v, 'g', QLocale::FloatingPointShortest);
+            if (shortestText(v) != text)
+                QFAIL(qPrintable(shortestText(v) + " for " + text));
+        };
+        for (const double v : {0.0, double(NAN), HUGE_VAL, 5e-324, DBL_MAX, DBL_MIN, 1e23}) {
+            check(v);
+            check(-v);
+        }
+        // Where the form changes: one to seventeen digits round every place of the point.
+        for (int exponent = -30; exponent < 30; ++exponent) {
+            for (qint64 digits = 1; digits < qint64(1e17); digits = digits * 10 + 7)
+                check(double(digits) * std::pow(10.0, exponent));
+        }
+        std::mt19937_64 random(3);
+        for (int i = 0; i < 1000000 && !QTest::currentTestFailed(); ++i) {
+            const quint64 bits = random();
+            double v = 0.0;
+            std::memcpy(&v, &bits, sizeof v);
+            check(v);
+        }
     }
 
     void fileNamesKeepTheirFolders()

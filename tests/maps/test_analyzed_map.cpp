@@ -219,6 +219,29 @@ private Q_SLOTS:
         }
     }
 
+    /// Which are formed in parts, several at a time.
+    void writesTheTextOfLargeMapsInTheOrderOfTheWalk()
+    {
+        Analyzed2DRes map("m");
+        AnalyzeCond walk(631, 300, 1, 0, QRectF(-3, 20, 640, 290), 2, 1);
+        map.prepare(walk);
+        QString rows;
+        QString points;
+        do {
+            map.setData(walk.cx, walk.cy, 0, 0, 1.0 / (walk.cx + 631 * walk.cy));
+            const QString value =
+                QString::number(map.valueAt(walk.cx, walk.cy), 'g', QLocale::FloatingPointShortest);
+            rows += (walk.newLine ? '\n' : ' ') + value;
+            points += QStringLiteral("%1 %2 ").arg(walk.cx).arg(walk.cy) + value + '\n';
+        } while (walk.next());
+        const QTemporaryDir dir;
+        const QFileInfo fi(dir.filePath("m.dat"));
+        QVERIFY(map.saveAsText(fi, true, false, false));
+        QVERIFY(bytesOf(fi.filePath()) == rows.toLatin1() + '\n');
+        QVERIFY(map.saveAsText(fi, true, false, true));
+        QVERIFY(bytesOf(fi.filePath()) == points.toLatin1());
+    }
+
     void copiesAFinishedMapWholeAndElseItsSettings()
     {
         Analyzed2DRes map("m");
