@@ -5,6 +5,7 @@
 #include "common/TextItems.h"
 #include "image/ImageReaders.h"
 #include "image/PixelAccess.h"
+#include "image/PixelMemory.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -193,7 +194,7 @@ bool TiffData::allocate(int w, int h, PixelType type)
     if (w < 1 || h < 1 || w > maxImageSide || h > maxImageSide)
         return false;
     const size_t bytes = size_t(w) * size_t(h) * pixelSize(type);
-    pixels_.reset(new (std::nothrow) uchar[bytes]);
+    pixels_ = takePixelMemory(bytes);
     if (!pixels_)
         return false;
     width = w;
