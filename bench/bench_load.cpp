@@ -1,4 +1,4 @@
-// Loading a stack from TIFF files, pictures included. bytes are pixels.
+// Loading a stack from TIFF files. bytes are pixels.
 
 #include "SyntheticExperiment.h"
 #include "image/LoadTiff.h"

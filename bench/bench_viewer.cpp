@@ -1,6 +1,6 @@
 // What the user waits for while looking at a stack of 200 images of 1024x1024 pixels (and as many
-// of I0): a mouse move, another image, new pictures of all images. Each is timed until its windows
-// are painted.
+// of I0): a mouse move, another image, another colour bar. Each is timed until its windows are
+// painted.
 
 #include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
@@ -38,7 +38,6 @@ std::unique_ptr<TiffData> viewerImage(int number, bool sample)
             row[x] = quint16(beam + (x * 31 + y * 17 + number * 7) % 199);
         image->noteExtremes(y);
     }
-    image->buildImage(currentColorScale());
     return image;
 }
 

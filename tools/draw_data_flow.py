@@ -23,7 +23,7 @@ KINDS = {
 # Key: column and row, kind, name, and a line below it.
 BOXES = {
     "images": (0, 0, "file", "Image files", "TIFF, IMG, BRNX"),
-    "loader": (1, 0, "worker", "LoadTiff", "reads and paints"),
+    "loader": (1, 0, "worker", "LoadTiff", "reads"),
     "stack": (2, 0, "conductor", "StackConductor", "gives energies"),
     "data": (3, 0, "data", "Measurement", "stacks, dark image"),
     "image": (4, 0, "conductor", "ViewConductor", "image on show"),

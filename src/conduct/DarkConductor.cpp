@@ -100,7 +100,6 @@ void DarkConductor::selectedDark(const QString& fname)
     const auto image = std::make_shared<TiffData>();
     if (!image->readFile(fname, defaultErrPoints()))
         return;
-    image->buildImage(currentColorScale());
     box_.showDark(fname, image->exposureMs);
     data_.dark = image;
     refillDarkAverages(data_.i1);

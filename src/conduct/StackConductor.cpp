@@ -214,7 +214,6 @@ LoadJob StackConductor::newJob(Loading& loading, const QStringList& files, const
     job.cutFirst = qMax(0, row.cutFirst());
     job.cutLast = qMax(0, row.cutLast());
     job.errPs = row.errPoints();
-    job.scale = currentColorScale();
     job.loadCmdId = loading.command;
     job.ticket = cmd.ticket;
     job.place = failurePlace(cmd);
@@ -239,8 +238,6 @@ bool StackConductor::take(Loading& loading, TiffData* image, int fNo)
     ImageStack& stack = *loading.stack;
     Q_EMIT aboutToChange(&stack, QStringLiteral("%1 images are added").arg(stack.name));
     image->energy = loading.row->addFile(image->fileName, fNo);
-    // The job carried the colour scale of its start; the bar may have been moved since.
-    image->refreshImage(currentColorScale());
     stack.images.append(std::move(owned));
     return true;
 }

@@ -15,15 +15,6 @@
 
 #include <QDebug>
 
-namespace {
-
-ShownImage pictureOf(const TiffData& image)
-{
-    return {image.image(), image.width, image.height, image.minVal, image.maxVal};
-}
-
-} // namespace
-
 ViewConductor::ViewConductor(Measurement& data, MapBook& book, const SourceReader& reader,
                              ImageBox& box, SaveBox& saveBox, const Analyzer& panel,
                              StackConductor& stacks, QObject* parent)
@@ -217,12 +208,12 @@ QString ViewConductor::emptyText() const
 void ViewConductor::showImage(const SharedImage& image)
 {
     image_ = image;
-    // Another stack, or a map, was on show while the bar was moved.
-    if (image)
-        image->refreshImage(currentColorScale());
-    else
+    picture_.show(image, currentColorScale());
+    if (!image)
         imageStack_ = nullptr;
-    box_.area()->setImage(image ? pictureOf(*image) : ShownImage());
+    box_.area()->setImage(image ? ShownImage{picture_.picture(), image->width, image->height,
+                                             image->minVal, image->maxVal}
+                                : ShownImage());
 }
 
 void ViewConductor::showData(int no)
@@ -348,10 +339,5 @@ void ViewConductor::cBarUpdating()
 void ViewConductor::cBarUpdated()
 {
     qDebug() << "cBarUpdated" << box_.bar()->rangeMin << box_.bar()->rangeMax;
-    if (!isMapChosen()) {
-        for (const SharedImage& image : qAsConst(shownStack().images))
-            image->refreshImage(currentColorScale());
-    }
-    // Hands the shown image's new picture over: the old one is gone.
     cBarUpdating();
 }

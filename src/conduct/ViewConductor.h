@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/ImagePicture.h"
 #include "image/TiffData.h"
 #include "maps/MapKinds.h"
 
@@ -20,7 +21,7 @@ struct ImageStack;
 struct Measurement;
 
 /// Keeps what is on show: an image of a stack, or a map by its key. Follows the buttons that choose
-/// it, browses the stacks, keeps the pictures to the colour bar, and filters the map on show.
+/// it, browses the stacks, keeps what is shown to the colour bar, and filters the map on show.
 class ViewConductor : public QObject
 {
     Q_OBJECT
@@ -115,5 +116,6 @@ private:
     // What lies in the image area: the image, under the map when there is a key.
     const ImageStack* imageStack_ = nullptr; ///< of the image
     SharedImage image_;
+    ImagePicture picture_; ///< of the image; one for all, painted anew for each that is shown
     std::optional<MapKey> map_;
 };

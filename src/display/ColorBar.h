@@ -6,8 +6,8 @@
 #include <QPixmap>
 
 /// The bar beside the image: it shows the ramp and its range, and carries the two handles that the
-/// ramp spans. Through its ColorScale all images and maps turn into pixels; they are made anew by
-/// their owner when cBarUpdated() arrives.
+/// ramp spans. Through its ColorScale all images and maps turn into pixels; what is on
+/// show is made anew by its owner when cBarUpdated() arrives.
 class ColorBar : public DispA, public ColorScale
 {
     Q_OBJECT

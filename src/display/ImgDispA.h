@@ -8,8 +8,8 @@
 
 class Analyzed2DRes;
 
-/// An image as the image area shows it: its picture (owned by the image, null for none), its size
-/// and the values that the picture spans.
+/// An image as the image area shows it: its picture (owned by who shows it, null for none), its
+/// size and the values that the picture spans.
 struct ShownImage
 {
     const QImage* picture = nullptr;

@@ -67,7 +67,6 @@ void LoadTiff::readOne(const LoadJob& job)
     image->jobNumber = job.number;
     if (!image->readFile(name, job.errPs, &stop_))
         return;
-    image->buildImage(job.scale);
     Q_EMIT loaded(image.release(), index_);
 }
 

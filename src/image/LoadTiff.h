@@ -1,6 +1,5 @@
 #pragma once
 
-#include "common/ColorScale.h"
 #include "common/ExCmdId.h"
 #include "image/ErrPoints.h"
 
@@ -23,7 +22,6 @@ struct LoadJob
     int cutFirst = 0;        ///< files left out at the start and at the end
     int cutLast = 0;
     ErrPoints errPs;
-    ColorScale scale;                ///< pictures are made with it
     int number = 0;                  ///< of the stack's jobs; goes into each image
     EX_CMD_ID loadCmdId = ExCmdNone; ///< passed back at the end
     int ticket = 0;                  ///< number of the batch command that asked, 0 for a click
@@ -50,7 +48,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void loadNext();
-    /// An image with its picture; the receiver owns it. fNo is the place in the job's full list.
+    /// An image; the receiver owns it. fNo is the place in the job's full list.
     void loaded(TiffData* data, int fNo);
     /// The queue has run empty: id of the last job, the last ticket among the jobs since the worker
     /// was idle, the number of jobs ended so far, and what could not be read for that ticket.

@@ -5,6 +5,7 @@
 #include "common/TextItems.h"
 #include "image/ImageReaders.h"
 #include "image/PixelAccess.h"
+#include "image/PixelMemory.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -14,7 +15,6 @@
 #include <limits>
 #include <new>
 #include <type_traits>
-#include <vector>
 
 namespace {
 
@@ -108,61 +108,9 @@ void sumBlocks(const TiffData& image, int x, int step, int count, PixelRange row
         sums[k] = sumOver<T>(image, pixelRange(x + k * step, hw, image.shiftX, image.width), rows);
 }
 
-/// Writes one pixel value per column as picture bytes.
-template<typename T>
-void paintRows(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
-{
-    const double span = image.maxVal - image.minVal;
-    for (int y = 0; y < image.height; ++y) {
-        uchar* out = buffer + size_t(y) * size_t(stride);
-        const int rowNo = y - image.shiftY;
-        const bool rowInside = rowNo >= 0 && rowNo < image.height;
-        const T* row = rowInside ? image.row<T>(rowNo) : nullptr;
-        for (int x = 0; x < image.width; ++x) {
-            const int column = x - image.shiftX;
-            const bool inside = rowInside && column >= 0 && column < image.width;
-            const double v = inside ? static_cast<double>(row[column]) : 0.0;
-            out = scale.mapValue((v - image.minVal) / span, out);
-        }
-        std::fill(out, buffer + size_t(y + 1) * size_t(stride), uchar(0));
-    }
-}
-
-/// The same for 16-bit pixels of an unshifted image in grey: each of the values that occur is
-/// mapped once.
-void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
-{
-    const double span = image.maxVal - image.minVal;
-    std::vector<uchar> table(size_t(std::numeric_limits<quint16>::max()) + 1);
-    const auto enter = [&](int v) { scale.mapValue((v - image.minVal) / span, &table[size_t(v)]); };
-    for (int v = truncatedInt(image.minVal); v <= truncatedInt(image.maxVal); ++v)
-        enter(v);
-    // The one value that may lie outside the extremes: a bad pixel without a good neighbour.
-    enter(0);
-    // In locals: a byte that is written might be any part of what they come from.
-    const uchar* const mapped = table.data();
-    const int width = image.width;
-    for (int y = 0; y < image.height; ++y) {
-        const quint16* row = image.row<quint16>(y);
-        uchar* out = buffer + size_t(y) * size_t(stride);
-        for (int x = 0; x < width; ++x)
-            out[x] = mapped[row[x]];
-        std::fill(out + width, out + stride, uchar(0));
-    }
-}
-
-bool paintsByTable(const TiffData& image, const ColorScale& scale)
-{
-    constexpr qint64 worthATable = 1 << 16;
-    return (image.pixelType == TiffData::TiffWords || image.pixelType == TiffData::ImgWords) &&
-           scale.imageFormat == ColorScale::Grey && image.shiftX == 0 && image.shiftY == 0 &&
-           qint64(image.width) * image.height > worthATable;
-}
-
 } // namespace
 
 TiffData::TiffData()
-    : picture_(std::make_shared<Picture>())
 {
     forgetExtremes();
 }
@@ -200,7 +148,7 @@ bool TiffData::allocate(int w, int h, PixelType type)
     if (w < 1 || h < 1 || w > maxImageSide || h > maxImageSide)
         return false;
     const size_t bytes = size_t(w) * size_t(h) * pixelSize(type);
-    pixels_.reset(new (std::nothrow) uchar[bytes]);
+    pixels_ = takePixelMemory(bytes);
     if (!pixels_)
         return false;
     width = w;
@@ -212,7 +160,6 @@ bool TiffData::allocate(int w, int h, PixelType type)
 
 void TiffData::clearRows()
 {
-    picture_ = std::make_shared<Picture>();
     pixels_.reset();
     pixelType = NoPixels;
 }
@@ -359,45 +306,4 @@ std::shared_ptr<TiffData> TiffData::withEnergy(double eV) const
     std::shared_ptr<TiffData> other(new TiffData(*this));
     other->energy = eV;
     return other;
-}
-
-void TiffData::buildImage(const ColorScale& scale) const
-{
-    Picture& picture = *picture_;
-    const size_t oldBytes = picture.image ? size_t(picture.image->sizeInBytes()) : 0;
-    picture.image.reset();
-    picture.builtWith = scale;
-    const int format = scale.imageFormat;
-    const int stride = displayStride(format, width);
-    const size_t bytes = stride < 1 || height < 1 ? 0 : size_t(stride) * size_t(height);
-    // Fresh memory costs as much as the pixels: the old buffer serves again.
-    if (bytes != oldBytes)
-        picture.bytes.reset(bytes > 0 ? new (std::nothrow) uchar[bytes] : nullptr);
-    uchar* const buffer = picture.bytes.get();
-    if (!buffer)
-        return;
-    if (pixelType == NoPixels)
-        std::fill(buffer, buffer + bytes, uchar(0));
-    if (paintsByTable(*this, scale)) {
-        paintRowsByTable(*this, scale, buffer, stride);
-    } else {
-        withPixelType(*this, 0, [&](auto* tag) {
-            using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
-            paintRows<T>(*this, scale, buffer, stride);
-            return 0;
-        });
-    }
-    picture.image = std::make_unique<QImage>(buffer, width, height, stride,
-                                             static_cast<QImage::Format>(format));
-}
-
-void TiffData::refreshImage(const ColorScale& scale) const
-{
-    if (!pictureMatches(scale))
-        buildImage(scale);
-}
-
-bool TiffData::pictureMatches(const ColorScale& scale) const
-{
-    return picture_->image && picture_->builtWith.mapsLike(scale);
 }

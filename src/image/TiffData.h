@@ -1,9 +1,7 @@
 #pragma once
 
-#include "common/ColorScale.h"
 #include "image/ErrPoints.h"
 
-#include <QImage>
 #include <QRectF>
 #include <QString>
 #include <QVector>
@@ -11,15 +9,15 @@
 #include <atomic>
 #include <memory>
 
-/// One detector image: raw pixels in the file's own number type, energy, exposure, an integer
-/// shift for registration, and a ready-made picture for the screen.
+/// One detector image: raw pixels in the file's own number type, energy, exposure, and an integer
+/// shift for registration.
 ///
 /// Image coordinates: the pixel at (x, y) is column x - shiftX of row y - shiftY; a position
 /// outside the pixels reads as 0.0. All calculations read pixels through the block operations, so
 /// that shift and range tests stand here alone.
 ///
 /// Made and read in a loader thread, and handed over whole. From then on it is const and shared:
-/// any thread may read the pixels. The picture is a cache that the GUI thread alone touches.
+/// any thread may read it.
 class TiffData
 {
 public:
@@ -60,7 +58,7 @@ public:
     /// is none.
     bool allocate(int w, int h, PixelType type);
 
-    /// Frees pixels and picture.
+    /// Frees the pixels.
     void clearRows();
 
     /// Row of raw pixels; T must be the type that pixelType names.
@@ -97,20 +95,8 @@ public:
     /// minVal and maxVal from the other pixels.
     void correctErrPoints();
 
-    /// The same image at another energy [eV]: a copy that shares pixels and picture.
+    /// The same image at another energy [eV]: a copy that shares the pixels.
     std::shared_ptr<TiffData> withEnergy(double eV) const;
-
-    /// Makes the picture anew: each pixel's place between minVal and maxVal goes through `scale`.
-    void buildImage(const ColorScale& scale) const;
-
-    /// The same unless the picture was made with a scale that maps like `scale`.
-    void refreshImage(const ColorScale& scale) const;
-
-    /// True when the picture was made with a scale that maps like `scale`.
-    bool pictureMatches(const ColorScale& scale) const;
-
-    /// The picture, or null.
-    const QImage* image() const { return picture_->image.get(); }
 
     /// Widens minVal and maxVal by row y of the pixels.
     void noteExtremes(int y) { noteExtremes(y, 0, width); }
@@ -120,20 +106,11 @@ private:
     TiffData(const TiffData&) = default;
     TiffData& operator=(const TiffData&) = delete;
 
-    /// The copies of an image have the same pixels, so their picture is one.
-    struct Picture
-    {
-        std::unique_ptr<uchar[]> bytes;
-        std::unique_ptr<QImage> image;
-        ColorScale builtWith;
-    };
-
     void forgetExtremes();
     void noteExtremes(int y, int begin, int end);
     void noteExtremesWithout(QVector<QPoint> pixels);
 
     std::shared_ptr<uchar[]> pixels_;
-    std::shared_ptr<Picture> picture_;
 };
 
 /// An image that was handed over.

@@ -23,7 +23,6 @@ public:
             auto image = std::make_unique<TiffData>();
             if (!image->readFile(name, bad))
                 continue;
-            image->buildImage(ColorScale());
             const std::lock_guard<std::mutex> lock(mutex_);
             images_.push_back(std::move(image));
         }

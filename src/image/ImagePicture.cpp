@@ -1,0 +1,113 @@
+#include "image/ImagePicture.h"
+
+#include "common/SafeInt.h"
+#include "image/PixelAccess.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+/// Writes one pixel value per column as picture bytes.
+template<typename T>
+void paintRows(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
+{
+    const double span = image.maxVal - image.minVal;
+    for (int y = 0; y < image.height; ++y) {
+        uchar* out = buffer + size_t(y) * size_t(stride);
+        const int rowNo = y - image.shiftY;
+        const bool rowInside = rowNo >= 0 && rowNo < image.height;
+        const T* row = rowInside ? image.row<T>(rowNo) : nullptr;
+        for (int x = 0; x < image.width; ++x) {
+            const int column = x - image.shiftX;
+            const bool inside = rowInside && column >= 0 && column < image.width;
+            const double v = inside ? static_cast<double>(row[column]) : 0.0;
+            out = scale.mapValue((v - image.minVal) / span, out);
+        }
+        std::fill(out, buffer + size_t(y + 1) * size_t(stride), uchar(0));
+    }
+}
+
+/// The same for 16-bit pixels of an unshifted image in grey: each of the values that occur is
+/// mapped once.
+void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
+{
+    const double span = image.maxVal - image.minVal;
+    std::vector<uchar> table(size_t(std::numeric_limits<quint16>::max()) + 1);
+    const auto enter = [&](int v) { scale.mapValue((v - image.minVal) / span, &table[size_t(v)]); };
+    for (int v = truncatedInt(image.minVal); v <= truncatedInt(image.maxVal); ++v)
+        enter(v);
+    // The one value that may lie outside the extremes: a bad pixel without a good neighbour.
+    enter(0);
+    // In locals: a byte that is written might be any part of what they come from.
+    const uchar* const mapped = table.data();
+    const int width = image.width;
+    for (int y = 0; y < image.height; ++y) {
+        const quint16* row = image.row<quint16>(y);
+        uchar* out = buffer + size_t(y) * size_t(stride);
+        for (int x = 0; x < width; ++x)
+            out[x] = mapped[row[x]];
+        std::fill(out + width, out + stride, uchar(0));
+    }
+}
+
+bool paintsByTable(const TiffData& image, const ColorScale& scale)
+{
+    constexpr qint64 worthATable = 1 << 16;
+    return (image.pixelType == TiffData::TiffWords || image.pixelType == TiffData::ImgWords) &&
+           scale.imageFormat == ColorScale::Grey && image.shiftX == 0 && image.shiftY == 0 &&
+           qint64(image.width) * image.height > worthATable;
+}
+
+} // namespace
+
+void ImagePicture::show(const SharedImage& image, const ColorScale& scale)
+{
+    if (!image) {
+        clear();
+        return;
+    }
+    if (picture_ && image_ == image && builtWith_.mapsLike(scale))
+        return;
+    image_ = image;
+    builtWith_ = scale;
+    paint(*image);
+}
+
+void ImagePicture::clear()
+{
+    picture_.reset();
+    bytes_.reset();
+    image_.reset();
+}
+
+void ImagePicture::paint(const TiffData& image)
+{
+    const size_t oldBytes = picture_ ? size_t(picture_->sizeInBytes()) : 0;
+    picture_.reset();
+    const int format = builtWith_.imageFormat;
+    const int stride = displayStride(format, image.width);
+    const size_t bytes = stride < 1 || image.height < 1 ? 0 : size_t(stride) * size_t(image.height);
+    // Fresh memory costs as much as the pixels: the old buffer serves again.
+    if (bytes != oldBytes)
+        bytes_.reset(bytes > 0 ? new (std::nothrow) uchar[bytes] : nullptr);
+    uchar* const buffer = bytes_.get();
+    if (!buffer)
+        return;
+    if (image.pixelType == TiffData::NoPixels)
+        std::fill(buffer, buffer + bytes, uchar(0));
+    if (paintsByTable(image, builtWith_)) {
+        paintRowsByTable(image, builtWith_, buffer, stride);
+    } else {
+        withPixelType(image, 0, [&](auto* tag) {
+            using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
+            paintRows<T>(image, builtWith_, buffer, stride);
+            return 0;
+        });
+    }
+    picture_ = std::make_unique<QImage>(buffer, image.width, image.height, stride,
+                                        static_cast<QImage::Format>(format));
+}
