@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <memory>
+
 namespace {
 
 AnalyzeCond wholeImage(int side)
@@ -31,8 +33,44 @@ void saveText(benchmark::State& state, bool asXYZ)
     state.SetItemsProcessed(state.iterations() * 512 * 512);
 }
 
+/// The ten maps of a walk over large images with four references: all are prepared, for the first
+/// time in their book or after a walk that has filled them.
+void prepareMaps(benchmark::State& state, bool again)
+{
+    constexpr int side = 2048;
+    QVector<MapKey> keys{{MapKind::Zansa}, {MapKind::DEdge}};
+    for (int row = 0; row < 4; ++row)
+        keys << MapKey{MapKind::LcfJump, row} << MapKey{MapKind::LcfWeight, row};
+    const auto prepareAll = [&keys](MapBook& book) {
+        for (const MapKey& key : qAsConst(keys))
+            book.begin(key, wholeImage(side), MapOrigin());
+    };
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto book = std::make_unique<MapBook>();
+        if (again) {
+            prepareAll(*book);
+            for (const MapKey& key : qAsConst(keys))
+                book->at(key).setData(0, 0, side, side, 1.0);
+        }
+        state.ResumeTiming();
+        prepareAll(*book);
+        state.PauseTiming();
+        book.reset();
+        state.ResumeTiming();
+    }
+}
+
 } // namespace
 
+BENCHMARK_CAPTURE(prepareMaps, first, false)
+    ->Name("prepare_maps/first")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(prepareMaps, again, true)
+    ->Name("prepare_maps/again")
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(saveText, points, true)
     ->Name("save_text/points")
     ->Unit(benchmark::kMillisecond)

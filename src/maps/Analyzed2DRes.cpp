@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace {
 
@@ -39,10 +40,9 @@ void Analyzed2DRes::resetRanges()
     max = runningMaxStart;
 }
 
-/// The memory stays for the next filter run.
 void Analyzed2DRes::forgetProcessed()
 {
-    procData_.clear();
+    procData_ = LazyField();
     useProc_ = false;
 }
 
@@ -50,10 +50,10 @@ void Analyzed2DRes::freeBuffers()
 {
     dropPicture();
     forgetProcessed();
+    data_ = LazyField();
+    writtenFrom_ = writtenTo_ = 0;
     // Assigning an empty list would keep the memory.
-    std::vector<double>().swap(data_);
     std::vector<uchar>().swap(leftOut_);
-    std::vector<double>().swap(procData_);
 }
 
 void Analyzed2DRes::dropPicture()
@@ -84,8 +84,9 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     forgetProcessed();
     imgValid = false;
     hasValues_ = false;
-    // A second walk over the same images finds its memory here.
-    data_.assign(pixelCount(stepper), 0.0);
+    data_.reset(pixelCount(stepper), writtenFrom_, writtenTo_);
+    writtenFrom_ = data_.size();
+    writtenTo_ = 0;
     leftOut_.clear();
 }
 
@@ -124,6 +125,8 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     if (!other->imgValid)
         return;
     data_ = other->data_;
+    writtenFrom_ = other->writtenFrom_;
+    writtenTo_ = other->writtenTo_;
     leftOut_ = other->leftOut_;
     hasValues_ = other->hasValues_;
     procData_ = other->procData_;
@@ -141,7 +144,7 @@ bool Analyzed2DRes::contains(int x, int y) const
     return x >= 0 && y >= 0 && x < stepper.width && y < stepper.height;
 }
 
-double Analyzed2DRes::sample(const std::vector<double>& field, int x, int y) const
+double Analyzed2DRes::sample(const LazyField& field, int x, int y) const
 {
     if (field.empty() || !contains(x, y))
         return 0.0;
@@ -185,17 +188,28 @@ void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
     }
     if (data_.empty())
         return;
-    hasValues_ = true;
+    noteWritten(iy, yw);
     stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
     if (!leftOut_.empty())
         stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(0));
+}
+
+/// Only rows that were written need to be cleared for the next walk.
+void Analyzed2DRes::noteWritten(int y, int halfRows)
+{
+    hasValues_ = true;
+    const qint64 reach = std::abs(qint64(halfRows));
+    const qint64 top = std::clamp<qint64>(y - reach, 0, stepper.height);
+    const qint64 bottom = std::clamp<qint64>(y + reach + 1, 0, stepper.height);
+    writtenFrom_ = std::min(writtenFrom_, static_cast<std::size_t>(top * stepper.width));
+    writtenTo_ = std::max(writtenTo_, static_cast<std::size_t>(bottom * stepper.width));
 }
 
 void Analyzed2DRes::leaveOut(int ix, int iy, int xw, int yw)
 {
     if (data_.empty())
         return;
-    hasValues_ = true;
+    noteWritten(iy, yw);
     leftOut_.resize(data_.size());
     stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, 0.0);
     stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(1));
@@ -266,6 +280,8 @@ void Analyzed2DRes::copyProc2Data()
     if (procData_.empty())
         return;
     data_ = procData_;
+    writtenFrom_ = 0;
+    writtenTo_ = data_.size();
     min = procMin;
     max = procMax;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "maps/AnalyzeCond.h"
+#include "maps/LazyField.h"
 
 #include <QFileInfo>
 #include <QImage>
@@ -58,9 +59,9 @@ public:
     void copyFrom(const Analyzed2DRes* other);
 
     /// Field as analysed, row by row; null without buffers.
-    const double* data() const { return data_.empty() ? nullptr : data_.data(); }
+    const double* data() const { return data_.data(); }
     /// Processed field; null until a filter has made it of data().
-    const double* procData() const { return procData_.empty() ? nullptr : procData_.data(); }
+    const double* procData() const { return procData_.data(); }
     /// Value at a pixel, 0.0 outside the map or without buffers.
     double valueAt(int x, int y) const;
     /// The same of the field that the picture is made of.
@@ -137,16 +138,17 @@ private:
     bool canFilter() const;
     void startProcessed();
     void freeBuffers();
+    void noteWritten(int y, int halfRows);
     void dropPicture();
     void resetRanges();
     void forgetProcessed();
-    const std::vector<double>& shownField() const { return useProc_ ? procData_ : data_; }
-    double sample(const std::vector<double>& field, int x, int y) const;
+    const LazyField& shownField() const { return useProc_ ? procData_ : data_; }
+    double sample(const LazyField& field, int x, int y) const;
     Scale fieldScale() const;
     void wrapImage();
     void copySettings(const Analyzed2DRes& other);
     void paintField(const double* v, int stride);
-    std::vector<double> shownPositions() const;
+    LazyField shownPositions() const;
     template<typename PartText>
     void writeParts(QIODevice& file, PartText textOf) const;
     QByteArray pointsText(AnalyzeCond walk, int count, char separator) const;
@@ -161,11 +163,13 @@ private:
     void storeProcessed(const AnalyzeCond& at, double v);
     void replaceProcessed(const AnalyzeCond& at, double v);
 
-    std::vector<double> data_;
-    std::vector<uchar> leftOut_;   ///< 1 for pixels of failed positions; empty without any
-    std::vector<double> procData_; ///< empty until a filter has run
-    bool useProc_ = false;         ///< only with a processed field
-    bool hasValues_ = false;       ///< data_ was given a value since it was prepared
+    LazyField data_;
+    std::size_t writtenFrom_ = 0; ///< all of data_ before it and from writtenTo_ on is 0.0
+    std::size_t writtenTo_ = 0;
+    std::vector<uchar> leftOut_; ///< 1 for pixels of failed positions; empty without any
+    LazyField procData_;         ///< empty until a filter has run
+    bool useProc_ = false;       ///< only with a processed field
+    bool hasValues_ = false;     ///< data_ was given a value since it was prepared
     std::vector<uchar> imageBytes_;
     std::unique_ptr<QImage> image_;
 };

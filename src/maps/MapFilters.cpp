@@ -39,7 +39,7 @@ bool Analyzed2DRes::canFilter() const
 
 void Analyzed2DRes::startProcessed()
 {
-    procData_.assign(data_.size(), 0.0);
+    procData_.reset(data_.size(), 0, procData_.size());
     procMin = runningMinStart;
     procMax = runningMaxStart;
 }

@@ -112,15 +112,15 @@ Analyzed2DRes::Scale Analyzed2DRes::scaleForSave(bool fixedScaleGiven, double sc
     return fixedScaleGiven ? Scale{scaleMin, scaleMax} : fieldScale();
 }
 
-std::vector<double> Analyzed2DRes::shownPositions() const
+LazyField Analyzed2DRes::shownPositions() const
 {
-    std::vector<double> values;
-    values.reserve(static_cast<std::size_t>(stepper.columns()) *
-                   static_cast<std::size_t>(stepper.rows()));
+    LazyField values(static_cast<std::size_t>(stepper.columns()) *
+                     static_cast<std::size_t>(stepper.rows()));
+    double* out = values.data();
     AnalyzeCond walk = stepper;
     walk.start();
     do {
-        values.push_back(shownValueAt(walk.cx, walk.cy));
+        *out++ = shownValueAt(walk.cx, walk.cy);
     } while (walk.next());
     return values;
 }
@@ -131,8 +131,8 @@ quint16* Analyzed2DRes::tiffDataForSave(bool fixedScaleGiven, double scaleMin, d
     savedSamples = wrappedSamples = 0;
     if (shownField().empty() || !whyNotSaved(asAnalyzed).isEmpty())
         return nullptr;
-    const std::vector<double> positions = asAnalyzed ? shownPositions() : std::vector<double>();
-    const std::vector<double>& field = asAnalyzed ? positions : shownField();
+    const LazyField positions = asAnalyzed ? shownPositions() : LazyField();
+    const LazyField& field = asAnalyzed ? positions : shownField();
     const Scale s = scaleForSave(fixedScaleGiven, scaleMin, scaleMax);
     auto* const out = new quint16[field.size()];
     savedSamples = static_cast<int>(field.size());
@@ -153,8 +153,8 @@ std::vector<float> Analyzed2DRes::floatsForSave(bool asAnalyzed) const
 {
     if (shownField().empty() || !whyNotSaved(asAnalyzed).isEmpty())
         return {};
-    const std::vector<double> positions = asAnalyzed ? shownPositions() : std::vector<double>();
-    const std::vector<double>& field = asAnalyzed ? positions : shownField();
+    const LazyField positions = asAnalyzed ? shownPositions() : LazyField();
+    const LazyField& field = asAnalyzed ? positions : shownField();
     std::vector<float> values(field.size());
     std::transform(field.begin(), field.end(), values.begin(), toFloat);
     return values;

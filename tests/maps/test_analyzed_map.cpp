@@ -5,6 +5,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <numeric>
 #include <random>
@@ -150,6 +151,36 @@ private Q_SLOTS:
         QCOMPARE(QLine(map.maxX, map.maxY, map.minX, map.minY), QLine(3, 0, 0, 2));
         map.setData(-5, 0, 1, 1, 80.0); // out of the image, yet counted: deliberate
         QVERIFY(map.max == 80.0 && map.valueAt(-1, 0) == 0.0);
+    }
+
+    /// Also of the same number of pixels, for which the memory is kept.
+    void aNewFillingBeginsWithZeros()
+    {
+        const auto zeros = [](const Analyzed2DRes& map) {
+            return std::count(map.data(), map.data() + 12, 0.0) == 12;
+        };
+        Analyzed2DRes map("m");
+        const std::vector<std::function<void()>> writes{
+            [&map] { map.setData(1, 0, 0, -1, 5.0); },
+            [&map] { map.setData(3, highest, 0, highest, 5.0); },
+            [&map] {
+                map.setData(0, 2, 9, 0, 5.0);
+                map.leaveOut(1, 1, 0, 0);
+            },
+            [&map] {
+                map.setData(1, 0, 9, 0, 5.0);
+                map.deglitch(); // makes values in the row below
+                QVERIFY(map.procData()[4] > 0.0);
+                map.copyProc2Data();
+            }};
+        for (const auto& write : writes) {
+            fill(map, 4, 3, {});
+            QVERIFY(zeros(map) && !map.whyNotSaved(false).isEmpty());
+            write();
+            QVERIFY(!zeros(map));
+            fill(map, 3, 4, {});
+            QVERIFY(zeros(map) && !map.isLeftOut(1, 1));
+        }
     }
 
     void paintsInItsScaleAndColours()
