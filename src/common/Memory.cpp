@@ -7,8 +7,8 @@ namespace {
 
 constexpr int keptBytes = 256 << 20;
 constexpr int growthBytes = 16 << 20;
-/// Blocks above this are mapped one by one, in whole pages, and go back when freed: pixels of large
-/// images, for which the last page is little against the rest.
+/// Blocks above this are mapped one by one, in whole pages, and go back when freed: pictures and
+/// fields of large maps, for which the last page is little against the rest.
 constexpr int mappedBytes = 1 << 20;
 
 } // namespace
