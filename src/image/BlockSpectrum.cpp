@@ -162,7 +162,7 @@ QVector<QPointF> BlockSpectra::curveOf(int position, int count) const
     const int images = stacks_.i1.size();
     QVector<QPointF> curve(images);
     QPointF* points = curve.data();
-    const double* mu = &mu_[size_t(position)];
+    const double* mu = mu_.data() + position;
     for (int i = 0; i < images; ++i)
         points[i] = QPointF(energies_[size_t(i)], mu[size_t(i) * size_t(count)]);
     return curve;
