@@ -48,7 +48,7 @@ void ProgressSum::showTimeLeft(double share)
         setFormat(QStringLiteral("%p%"));
         return;
     }
-    const int left = int(double(passed) * (1.0 - share) / share / 1000.0 + 0.5);
+    const int left = qRound(double(passed) * (1.0 - share) / share / 1000.0);
     const QString text =
         left < longTime
             ? tr("%1 s left").arg(left)

@@ -150,6 +150,7 @@ void runWalk(WalkOrder order, int threads, int lanes)
     const int count = std::max(threads, 1);
     WalkEngine engine(std::move(order), count, lanes);
     std::vector<std::thread> workers;
+    workers.reserve(std::size_t(count));
     for (int i = 0; i < count; ++i) {
         workers.emplace_back([&engine, i] {
             for (auto step = engine.work(i); step != WalkEngine::Step::Through;

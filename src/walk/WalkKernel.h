@@ -21,13 +21,19 @@ struct TileResult
 {
     TileResult(int valueCount, int lanes);
 
-    double value(int number, int lane) const { return values[std::size_t(number * lanes + lane)]; }
-    void set(int number, int lane, double v) { values[std::size_t(number * lanes + lane)] = v; }
+    double value(int number, int lane) const { return values[at(number, lane)]; }
+    void set(int number, int lane, double v) { values[at(number, lane)] = v; }
 
     int lanes;
     std::vector<double> values;    ///< [value][lane], 0 until set
     std::vector<Outcome> outcomes; ///< [lane]
     std::vector<uchar> gapHeld;    ///< [lane]
+
+private:
+    std::size_t at(int number, int lane) const
+    {
+        return std::size_t(number) * std::size_t(lanes) + std::size_t(lane);
+    }
 };
 
 /// An analysis of single positions. Knows neither threads nor widgets: each worker of a walk has a
