@@ -7,7 +7,6 @@
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/Log.h"
-#include "common/SafeInt.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StopReason.h"
@@ -17,7 +16,6 @@
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QElapsedTimer>
 
 #include <utility>
 

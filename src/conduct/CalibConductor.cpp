@@ -24,6 +24,7 @@ namespace {
 
 constexpr double shiftMapDeglitchRange = 0.9;
 constexpr double shiftMapDeglitchFactor = 2.0;
+
 } // namespace
 
 CalibConductor::CalibConductor(const Parts& parts, CursorConductor& cursor, WalkConductor& walks,

@@ -156,7 +156,8 @@ void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
         out[k].setPoints(curveOf(k, count));
 }
 
-/// The curve at one of `count` positions. Each is written as a whole: 32 at once leave the cache.
+/// The curve at one of `count` positions. Each is written as a whole: a whole chunk
+/// of them side by side would leave the cache.
 QVector<QPointF> BlockSpectra::curveOf(int position, int count) const
 {
     const int images = stacks_.i1.size();
