@@ -20,7 +20,7 @@ CONDUCTORS = ["SourceReader", "StackConductor", "DarkConductor", "ViewConductor"
               "SaveConductor", "ExportConductor", "RegistrationConductor", "BatchConductor"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
-TARGET_SOURCES = re.compile(r"target_sources\s*\(\s*(\w+)\s+([^)]*)\)")
+TARGET_SOURCES = re.compile(r"(?:target_sources|morvenkite_lane_sources)\s*\(\s*(\w+)\s+([^)]*)\)")
 COMMENT = re.compile(r"#[^\n]*")
 
 # Headers of the Qt Widgets library that do not begin with QtWidgets or have Widget in their name.

@@ -1,5 +1,6 @@
 #include "image/BlockSpectrum.h"
 
+#include "common/LaneForms.h"
 #include "common/PortableMath.h"
 #include "common/TwoPointLine.h"
 #include "image/EnergyOrder.h"
@@ -8,11 +9,6 @@
 #include <cstdint>
 
 namespace {
-
-/// Positions worked on together: several cache lines of 16-bit pixels one after the other, which
-/// the processor fetches ahead, and few enough that what is kept of them, image by image, stays
-/// within the cache.
-constexpr int chunkPositions = 128;
 
 bool insideImage(const BlockConditions& conditions, qint64 x, int y)
 {
@@ -24,23 +20,6 @@ bool insideImage(const BlockConditions& conditions, qint64 x, int y)
 std::uint64_t signOfRare(double i0, double i1)
 {
     return portable::signOfRare(i0 / i1) | (portable::bitsOf(i0 * i1) - 1);
-}
-
-/// absorption() of each position. The first loop has no branch, so that the compiler can let it
-/// work on several positions at a time; what is not common is done again.
-void absorptions(const double* i0, const double* i1, int count, bool fluorescence, double* mu)
-{
-    std::uint64_t signs = 0;
-    for (int k = 0; k < count; ++k) {
-        signs |= signOfRare(i0[k], i1[k]);
-        mu[k] = portable::logOfCommon(i0[k] / i1[k]);
-    }
-    if (!fluorescence && signs >> 63 == 0)
-        return;
-    for (int k = 0; k < count; ++k) {
-        if (fluorescence || signOfRare(i0[k], i1[k]) >> 63 != 0)
-            mu[k] = absorption(i0[k], i1[k], fluorescence);
-    }
 }
 
 } // namespace
@@ -57,36 +36,41 @@ BlockSpectra::BlockSpectra(const StackPair& stacks, const BlockConditions& condi
     : stacks_(stacks)
     , conditions_(conditions)
     , blockPixels_(conditions.blockPixels())
+    , logarithms_(LANE_FORM(logarithms))
+    , takeOffDark_(LANE_FORM(takeOffDark))
+    , countsBetween_(LANE_FORM(countsBetween))
 {
     energies_.reserve(size_t(stacks_.i1.size()));
     for (const SharedImage& image : stacks_.i1)
         energies_.push_back(image->energy);
     if (conditions_.useI0)
         planI0();
-    i1Dark_.assign(chunkPositions, 0.0);
-    i0Dark_.assign(chunkPositions, 0.0);
+    for (std::vector<double>* row : {&i1Dark_, &i0Dark_})
+        row->assign(laneStride, 0.0);
+    // What stands behind the positions is worked on with them.
+    for (std::vector<double>* row : {&i1_, &i0_})
+        row->assign(laneStride, 1.0);
 }
 
 void BlockSpectra::planI0()
 {
     const TiffStack& i0 = stacks_.i0;
-    std::vector<bool> used(size_t(i0.size()), i0.size() == 1);
     if (i0.size() > 1) {
         const EnergyOrder order = energyOrder(i0);
         lines_.reserve(energies_.size());
         for (const double E : energies_) {
             const ImagePair pair = imagesAround(i0, order, E);
-            lines_.push_back(
-                {pair.first, pair.second, i0[pair.first]->energy, i0[pair.second]->energy});
-            used[size_t(pair.first)] = true;
-            used[size_t(pair.second)] = true;
+            const TiffData& low = *i0[pair.first];
+            const TiffData& high = *i0[pair.second];
+            // Whole counts on the grid need no line: it would give the same number.
+            const bool isAtLow = E == low.energy && low.energy != high.energy &&
+                                 low.pixelType != TiffData::Floats &&
+                                 high.pixelType != TiffData::Floats;
+            lines_.push_back({pair.first, pair.second, low.energy, high.energy, isAtLow});
         }
     }
-    for (int i = 0; i < i0.size(); ++i) {
-        if (used[size_t(i)])
-            usedI0_.push_back(i);
-    }
-    i0Sums_.resize(size_t(i0.size()) * chunkPositions);
+    i0Sums_.resize(size_t(i0.size()) * laneStride);
+    i0Formed_.resize(size_t(i0.size()));
     planI0Levels();
 }
 
@@ -114,7 +98,7 @@ Spectrum BlockSpectra::at(int x, int y)
 {
     Spectrum spectrum;
     if (insideImage(conditions_, x, y))
-        formChunk(x, 1, 1, y, &spectrum);
+        formChunk({x, 1, 1, y}, &spectrum);
     return spectrum;
 }
 
@@ -130,96 +114,140 @@ QVector<Spectrum> BlockSpectra::row(int x, int step, int count, int y)
     int end = first;
     while (end < count && insideImage(conditions_, positionX(end), y))
         ++end;
-    for (int k = first; k < end; k += chunkPositions)
-        formChunk(int(positionX(k)), step, std::min(chunkPositions, end - k), y, out + k);
+    for (int k = first; k < end; k += mostLanes)
+        formChunk({int(positionX(k)), step, std::min(mostLanes, end - k), y}, out + k);
     return spectra;
 }
 
-void BlockSpectra::formChunk(int x, int step, int count, int y, Spectrum* out)
+bool BlockSpectra::areInside(const BlockRun& run) const
 {
-    const int images = stacks_.i1.size();
-    sumDark(x, step, count, y);
-    sumI0(x, step, count, y);
-    mu_.resize(size_t(images) * size_t(count));
-    double i1[chunkPositions];
-    double i0[chunkPositions];
-    for (int i = 0; i < images; ++i) {
-        stacks_.i1[i]->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY, i1);
-        const double level =
-            conditions_.i1DarkAreaOn ? conditions_.i1DarkAvg.value(i, 0.0) * blockPixels_ : 0.0;
-        i0At(i, count, i0);
-        for (int k = 0; k < count; ++k)
-            i1[k] -= level + i1Dark_[size_t(k)];
-        absorptions(i0, i1, count, conditions_.fluorescence, &mu_[size_t(i) * size_t(count)]);
-    }
-    for (int k = 0; k < count; ++k)
-        out[k].setPoints(curveOf(k, count));
+    return insideImage(conditions_, run.x, run.y) &&
+           insideImage(conditions_, run.x + qint64(run.count - 1) * run.step, run.y);
 }
 
-/// The curve at one of `count` positions. Each is written as a whole: a whole chunk
-/// of them side by side would leave the cache.
-QVector<QPointF> BlockSpectra::curveOf(int position, int count) const
+void BlockSpectra::formMu(const BlockRun& run, double* mu)
 {
-    const int images = stacks_.i1.size();
-    QVector<QPointF> curve(images);
+    sumDark(run);
+    std::fill(i0Formed_.begin(), i0Formed_.end(), false);
+    for (int i = 0; i < stacks_.i1.size(); ++i) {
+        stacks_.i1[i]->blockSums(run.x, run.step, run.count, run.y, conditions_.halfX,
+                                 conditions_.halfY, i1_.data());
+        const double level =
+            conditions_.i1DarkAreaOn ? conditions_.i1DarkAvg.value(i, 0.0) * blockPixels_ : 0.0;
+        takeDark(i1_.data(), run.count, level, i1Dark_);
+        const double* const i0 = i0At(i, run);
+        absorptions(i0, run.count, mu + size_t(i) * laneStride);
+    }
+}
+
+/// absorption() of each position. The lane form has no branch; what is not common is done again.
+void BlockSpectra::absorptions(const double* i0, int count, double* mu) const
+{
+    const double* const i1 = i1_.data();
+    std::uint64_t rare = 1;
+    if (!conditions_.fluorescence)
+        logarithms_(i0, i1, count, mu, rare);
+    if (rare == 0)
+        return;
+    for (int k = 0; k < count; ++k) {
+        if (conditions_.fluorescence || signOfRare(i0[k], i1[k]) >> 63 != 0)
+            mu[k] = absorption(i0[k], i1[k], conditions_.fluorescence);
+    }
+}
+
+/// Without dark terms the counts stay as they are.
+void BlockSpectra::takeDark(double* counts, int count, double level,
+                            const std::vector<double>& dark) const
+{
+    if (conditions_.dark || level != 0.0)
+        takeOffDark_(counts, count, level, dark.data());
+}
+
+void BlockSpectra::formChunk(const BlockRun& run, Spectrum* out)
+{
+    mu_.resize(size_t(stacks_.i1.size()) * laneStride);
+    formMu(run, mu_.data());
+    for (int k = 0; k < run.count; ++k)
+        out[k].setPoints(curveOf(mu_.data() + k));
+}
+
+QVector<QPointF> BlockSpectra::curveOf(const double* mu) const
+{
+    QVector<QPointF> curve(stacks_.i1.size());
     QPointF* points = curve.data();
-    const double* mu = mu_.data() + position;
-    for (int i = 0; i < images; ++i)
-        points[i] = QPointF(energies_[size_t(i)], mu[size_t(i) * size_t(count)]);
+    for (size_t i = 0; i < energies_.size(); ++i)
+        points[i] = QPointF(energies_[i], mu[i * laneStride]);
     return curve;
 }
 
-void BlockSpectra::sumDark(int x, int step, int count, int y)
+void BlockSpectra::sumDark(const BlockRun& run)
 {
     if (!conditions_.dark)
         return;
-    double sums[chunkPositions];
-    conditions_.dark->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY, sums);
-    for (int k = 0; k < count; ++k) {
+    double sums[mostLanes];
+    conditions_.dark->blockSums(run.x, run.step, run.count, run.y, conditions_.halfX,
+                                conditions_.halfY, sums);
+    for (int k = 0; k < run.count; ++k) {
         const double perMs = sums[k] / conditions_.darkExposure;
         i1Dark_[size_t(k)] = perMs * conditions_.i1Exposure;
         i0Dark_[size_t(k)] = perMs * conditions_.i0Exposure;
     }
 }
 
-void BlockSpectra::sumI0(int x, int step, int count, int y)
+/// Block sums of an I0 image at the positions, formed when they are first asked for.
+const double* BlockSpectra::i0Sums(int image, const BlockRun& run)
 {
-    for (const int image : usedI0_) {
-        stacks_.i0[image]->blockSums(x, step, count, y, conditions_.halfX, conditions_.halfY,
-                                     &i0Sums_[size_t(image) * chunkPositions]);
+    double* const sums = &i0Sums_[size_t(image) * laneStride];
+    if (!i0Formed_[size_t(image)]) {
+        stacks_.i0[image]->blockSums(run.x, run.step, run.count, run.y, conditions_.halfX,
+                                     conditions_.halfY, sums);
+        i0Formed_[size_t(image)] = true;
     }
+    return sums;
 }
 
-/// I0 counts, dark taken off, of the chunk's positions at the energy of I1 image `image`.
-void BlockSpectra::i0At(int image, int count, double* i0) const
+/// Counts of the I0 images at the energy of I1 image `image`.
+void BlockSpectra::readI0(int image, const BlockRun& run)
 {
-    if (conditions_.totalI0Loaded) {
-        std::fill(i0, i0 + count, conditions_.totalI0.y(image));
-        return;
-    }
-    if (!conditions_.useI0) {
-        std::fill(i0, i0 + count, blockPixels_);
-        return;
-    }
-    const double level = i0Levels_[size_t(image)];
-    if (stacks_.i0.isEmpty()) {
-        for (int k = 0; k < count; ++k)
-            i0[k] = 1.0 - (level + i0Dark_[size_t(k)]);
-        return;
-    }
-    if (lines_.empty()) {
-        for (int k = 0; k < count; ++k)
-            i0[k] = i0Sums_[size_t(k)] - (level + i0Dark_[size_t(k)]);
+    double* const i0 = i0_.data();
+    if (stacks_.i0.isEmpty() || lines_.empty()) {
+        if (stacks_.i0.isEmpty())
+            std::fill_n(i0, run.count, 1.0);
+        else
+            std::copy_n(i0Sums(0, run), run.count, i0);
         return;
     }
     const I0Line& line = lines_[size_t(image)];
-    const double* low = &i0Sums_[size_t(line.low) * chunkPositions];
-    const double* high = &i0Sums_[size_t(line.high) * chunkPositions];
     const double E = energies_[size_t(image)];
-    for (int k = 0; k < count; ++k) {
-        i0[k] = twoPointLine(line.lowEnergy, low[k], line.highEnergy, high[k], E) -
-                (level + i0Dark_[size_t(k)]);
+    const double* const low = i0Sums(line.low, run);
+    if (line.isAtLow) {
+        std::copy_n(low, run.count, i0);
+        return;
     }
+    const double* const high = i0Sums(line.high, run);
+    if (line.lowEnergy != line.highEnergy) {
+        countsBetween_({low, high, line.lowEnergy, line.highEnergy, E}, run.count, i0);
+        return;
+    }
+    for (int k = 0; k < run.count; ++k)
+        i0[k] = twoPointLine(line.lowEnergy, low[k], line.highEnergy, high[k], E);
+}
+
+/// I0 counts, dark taken off, of the positions at the energy of I1 image `image`.
+const double* BlockSpectra::i0At(int image, const BlockRun& run)
+{
+    double* const i0 = i0_.data();
+    if (conditions_.totalI0Loaded) {
+        std::fill_n(i0, run.count, conditions_.totalI0.y(image));
+        return i0;
+    }
+    if (!conditions_.useI0) {
+        std::fill_n(i0, run.count, blockPixels_);
+        return i0;
+    }
+    readI0(image, run);
+    takeDark(i0, run.count, i0Levels_[size_t(image)], i0Dark_);
+    return i0;
 }
 
 Spectrum rawXafs(const StackPair& stacks, const BlockConditions& conditions, int x, int y)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/BlockLanes.h"
 #include "image/TiffData.h"
 #include "spectrum/Spectrum.h"
 
@@ -67,6 +68,24 @@ public:
     /// Spectra of `count` positions x, x+step, ... of row y: the same values as at().
     QVector<Spectrum> row(int x, int step, int count, int y);
 
+    /// Positions x, x+step, ... of row y, at most mostLanes.
+    struct BlockRun
+    {
+        int x;
+        int step;
+        int count;
+        int y;
+    };
+    /// All of them lie in the image.
+    bool areInside(const BlockRun& run) const;
+    /// mu of positions inside the image, [I1 image][laneStride]: the values of at(). What stands
+    /// behind the positions of a row has no meaning.
+    void formMu(const BlockRun& run, double* mu);
+    /// Energies of the I1 images [eV].
+    const std::vector<double>& energies() const { return energies_; }
+    /// The curve of one position, given its column of what formMu() formed.
+    QVector<QPointF> curveOf(const double* mu) const;
+
 private:
     /// Energy of an I1 image on the line through two I0 images.
     struct I0Line
@@ -75,27 +94,35 @@ private:
         int high;
         double lowEnergy;
         double highEnergy;
+        bool isAtLow; ///< the counts are those of `low` itself
     };
 
     void planI0();
     void planI0Levels();
-    void formChunk(int x, int step, int count, int y, Spectrum* out);
-    void sumDark(int x, int step, int count, int y);
-    void sumI0(int x, int step, int count, int y);
-    void i0At(int image, int count, double* i0) const;
-    QVector<QPointF> curveOf(int position, int count) const;
+    void formChunk(const BlockRun& run, Spectrum* out);
+    void absorptions(const double* i0, int count, double* mu) const;
+    void takeDark(double* counts, int count, double level, const std::vector<double>& dark) const;
+    void sumDark(const BlockRun& run);
+    const double* i0Sums(int image, const BlockRun& run);
+    void readI0(int image, const BlockRun& run);
+    const double* i0At(int image, const BlockRun& run);
 
     const StackPair stacks_;
     const BlockConditions conditions_;
     const double blockPixels_;
+    decltype(&lanes::sse2::logarithms) logarithms_;
+    decltype(&lanes::sse2::takeOffDark) takeOffDark_;
+    decltype(&lanes::sse2::countsBetween) countsBetween_;
     std::vector<double> energies_;
     std::vector<I0Line> lines_;    ///< one an I1 image, when two or more I0 images exist
     std::vector<double> i0Levels_; ///< dark area's level of a block, one an I1 image
-    std::vector<int> usedI0_;      ///< I0 images whose sums are needed
-    std::vector<double> i0Sums_;   ///< [I0 image][position of the chunk]
-    std::vector<double> i1Dark_;   ///< dark term per position of the chunk
+    std::vector<double> i0Sums_;   ///< [I0 image][laneStride] of the run
+    std::vector<char> i0Formed_;   ///< its sums are those of the run, one an I0 image
+    std::vector<double> i1Dark_;   ///< dark term per position of the run
     std::vector<double> i0Dark_;
-    std::vector<double> mu_; ///< [I1 image][position of the chunk]
+    std::vector<double> i1_; ///< counts of the run at an energy
+    std::vector<double> i0_;
+    std::vector<double> mu_; ///< [I1 image][laneStride]
 };
 
 /// Spectrum of the block round (x, y).

@@ -1,8 +1,10 @@
 #include "image/TiffData.h"
 
 #include "common/Fault.h"
+#include "common/LaneForms.h"
 #include "common/SafeInt.h"
 #include "common/TextItems.h"
+#include "image/BlockLanes.h"
 #include "image/ImageReaders.h"
 #include "image/PixelAccess.h"
 #include "image/PixelMemory.h"
@@ -62,8 +64,12 @@ void sumBlocksByColumns(const TiffData& image, int x, int step, int count, Pixel
     std::fill(column, column + n, ColumnSum(0));
     for (int y = rows.first; y <= rows.last; ++y) {
         const T* const row = image.row<T>(y) + first;
-        for (int c = 0; c < n; ++c)
-            column[c] += row[c];
+        if constexpr (std::is_same_v<T, quint16>) {
+            LANE_FORM(addWords)(row, n, column);
+        } else {
+            for (int c = 0; c < n; ++c)
+                column[c] += row[c];
+        }
     }
     for (int k = 0; k < count; ++k) {
         const PixelRange block = pixelRange(x + k * step, hw, image.shiftX, image.width);
@@ -87,8 +93,12 @@ void sumBlocks(const TiffData& image, int x, int step, int count, PixelRange row
         const qint64 first = qint64(x) - image.shiftX;
         if (step == 1 && first >= 0 && first + count <= image.width) {
             const T* const pixels = row + first;
-            for (int k = 0; k < count; ++k)
-                sums[k] = static_cast<double>(pixels[k]);
+            if constexpr (std::is_same_v<T, quint16>) {
+                LANE_FORM(countsOfWords)(pixels, count, sums);
+            } else {
+                for (int k = 0; k < count; ++k)
+                    sums[k] = static_cast<double>(pixels[k]);
+            }
             return;
         }
         for (int k = 0; k < count; ++k) {

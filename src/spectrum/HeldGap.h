@@ -30,12 +30,6 @@ public:
         Unsound ///< nothing can be compared
     };
 
-    /// Shares of the step. At lowGap values are continued, from the first gap below holdGap on.
-    /// Chosen on planted scans: a hold at 0.3 or 0.7 changes the noise of weights by 5 %, one at
-    /// 0.1 by 10 to 25 %, and a trigger of 0.2 also fires on straight lines.
-    static constexpr double lowGap = 0.1;
-    static constexpr double holdGap = 0.5;
-
     /// Looks at a spectrum that is normalised; one without an edge is taken as it is (Sound).
     HeldGap(const XafsSpectrum& s, const ReadRange& read);
 

@@ -1,7 +1,7 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include "common/TwoPointLine.h"
-#include "spectrum/HeldGap.h"
+#include "spectrum/GapShares.h"
 #include "spectrum/ShiftSearch.h"
 
 #include <QDebug>
@@ -101,35 +101,37 @@ void XafsSpectrum::normalize(int backgroundMode, Curves curves)
     guardEdge();
 }
 
+XafsSpectrum::RiseWindow XafsSpectrum::riseWindow() const
+{
+    const int n = size();
+    if (n < 2)
+        return {0, 0};
+    if (!sElm.use)
+        return {0, n - 1};
+    const QPointF* p = points.constData();
+    const auto middle = [p](int i) { return (p[i].x() + p[i + 1].x()) * 0.5; };
+    const double low = sElm.edgeE + sElm.preEnd + shift();
+    const double high = sElm.edgeE + sElm.postStart + shift();
+    const auto firstAbove = [&](double limit) {
+        int i = 1;
+        while (i < n - 1 && !(middle(i) > limit))
+            ++i;
+        return std::min(i, n - 1);
+    };
+    if (middle(0) > high)
+        return {0, 0};
+    return {middle(0) > low ? 0 : firstAbove(low), firstAbove(high)};
+}
+
 /// Index of the steepest rise of the smoothed curve, within the window of the suggested edge if one
 /// is in use; 0 where nothing rises.
 int XafsSpectrum::steepestIndex() const
 {
-    const int n = size();
-    if (n < 2)
-        return 0;
-    int first = 0;
-    int last = n - 1;
-    if (sElm.use) {
-        const QPointF* p = points.constData();
-        const auto middle = [p](int i) { return (p[i].x() + p[i + 1].x()) * 0.5; };
-        const double low = sElm.edgeE + sElm.preEnd + shift();
-        const double high = sElm.edgeE + sElm.postStart + shift();
-        const auto firstAbove = [&](double limit) {
-            int i = 1;
-            while (i < n - 1 && !(middle(i) > limit))
-                ++i;
-            return std::min(i, n - 1);
-        };
-        if (middle(0) > high)
-            return 0;
-        first = middle(0) > low ? 0 : firstAbove(low);
-        last = firstAbove(high);
-    }
+    const RiseWindow window = riseWindow();
     const double* values = smoothed.constData();
     int steepest = 0;
     double best = 0.0;
-    for (int i = first; i < last; ++i) {
+    for (int i = window.first; i < window.end; ++i) {
         const double rise = values[i + 1] - values[i];
         if (rise > best) {
             best = rise;
@@ -292,7 +294,7 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curve
 /// Whether the gap between the lines falls below what a comparison can stand, at any point.
 bool XafsSpectrum::comeClose(const double* gap, int n) const
 {
-    const double least = HeldGap::lowGap * heldStep(gap[edgeIndex]);
+    const double least = gapShares::low * heldStep(gap[edgeIndex]);
     // Counts what is wide enough, two at a time: nan is not.
     using Pair = double __attribute__((vector_size(2 * sizeof(double))));
     using PairMask = decltype(Pair() >= Pair());

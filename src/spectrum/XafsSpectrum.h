@@ -72,6 +72,15 @@ public:
     /// normalize() unless the spectrum is empty.
     void normalizeIfData(int backgroundMode, Curves curves = AllCurves);
 
+    /// Points from which the curve's steepest rise is sought.
+    struct RiseWindow
+    {
+        int first;
+        int end;
+    };
+    /// All, or those round the suggested edge.
+    RiseWindow riseWindow() const;
+
     bool fitLines(double edgeE, int backgroundMode);
     double findMidx() const;
 
