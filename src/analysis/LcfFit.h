@@ -88,6 +88,42 @@ public:
     /// What became of references: held, unsound, left out.
     const QVector<LcfNote>& notes() const { return notes_; }
 
+    struct Reference
+    {
+        CurveTable table;
+        double curveShift; ///< of the curve itself
+        double shift;      ///< dE of the row [eV]
+    };
+
+    /// Works out what depends on the energies and the offset of a spectrum.
+    void prepare(const XafsSpectrum& s);
+
+    /// What prepare() has worked out, until it is called again.
+    struct Prepared
+    {
+        const std::vector<double>& rowWeights; ///< weights that the rows show
+        const std::vector<double>& rows;       ///< references [energy][stride], filled up with 0
+        std::size_t stride;
+        const std::vector<int>& fitted;
+        const std::vector<int>& residualPoints;
+        const std::vector<double>& fitValues; ///< fit curve of a walk at residualPoints
+        const std::vector<double*>& lower;    ///< factors of the normal matrix, by rows
+        const std::vector<double*>& upper;
+        const std::vector<int>& pivots;
+    };
+    Prepared prepared() const
+    {
+        return {rowWeights_, rows_, stride_, fitted_, residualPoints_, fitValues_, lRows_, uRows_,
+                pivots_};
+    }
+
+    const LcfRequest& request() const { return request_; }
+    const std::vector<Reference>& references() const { return references_; }
+    const QVector<int>& activeRows() const { return activeRows_; }
+    /// The fitting range within the references' common span, and that span, where the fit curve is.
+    const ReadRange& fitRange() const { return fitRange_; }
+    ReadRange span() const { return {spanStart_, spanEnd_}; }
+
 private:
     Q_DISABLE_COPY(LcfPlan)
 
@@ -102,17 +138,9 @@ private:
         void take(const Spectrum& curve);
     };
 
-    struct Reference
-    {
-        CurveTable table;
-        double curveShift; ///< of the curve itself
-        double shift;      ///< dE of the row [eV]
-    };
-
     void holdReference(int row);
     void addReference(int row);
     bool isPreparedFor(const XafsSpectrum& s) const;
-    void prepare(const XafsSpectrum& s);
     void readReferences();
     void chooseFittedPoints();
     void factorise();

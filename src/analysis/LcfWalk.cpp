@@ -32,6 +32,44 @@ void LcfKernel::plain(const PlainPosition& at, int lane, TileResult& out)
     out.set(2 * rows_.size(), lane, fit.zansa);
 }
 
+Lanes LcfKernel::lanes(const Tile& tile, TileResult& out)
+{
+    if (!laneFit_)
+        laneFit_ = std::make_unique<LcfLaneFit>(plan_, tile.plan);
+    Lanes done;
+    if (!laneFit_->isUsable())
+        return done;
+    const LcfLaneFits& fits = laneFit_->fit(tile);
+    for (int lane = 0; lane < tile.count; ++lane) {
+        const bool fitted = tile.edges.outcome[lane] == uchar(Outcome::Fitted);
+        if (tile.edges.odd[lane] != 0 || (fitted && fits.odd[lane] != 0))
+            continue;
+        take(fits, tile.edges, lane, out);
+        done.set(std::size_t(lane));
+    }
+    return done;
+}
+
+void LcfKernel::take(const LcfLaneFits& fits, const EdgeLanes& edges, int lane,
+                     TileResult& out) const
+{
+    auto outcome = Outcome(edges.outcome[lane]);
+    if (outcome == Outcome::Fitted && fits.unsound[lane] != 0)
+        outcome = Outcome::GapUnsound;
+    out.outcomes[std::size_t(lane)] = outcome;
+    if (outcome != Outcome::Fitted)
+        return;
+    out.gapHeld[std::size_t(lane)] = fits.held[lane];
+    const QVector<int>& fitted = plan_.activeRows();
+    for (int k = 0; k < fitted.size(); ++k) {
+        const int place = places_.at(fitted.at(k));
+        const double weight = fits.weights[k][lane];
+        out.set(2 * place, lane, weight * edges.dMut[lane]);
+        out.set(2 * place + 1, lane, weight);
+    }
+    out.set(2 * rows_.size(), lane, fits.zansa[lane]);
+}
+
 LcfSink::LcfSink(const LcfRequest& conditions, const Maps& maps)
     : maps_(maps)
     , fittedRows_(conditions.fittedRows())

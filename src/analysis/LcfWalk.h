@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/LcfFit.h"
+#include "analysis/LcfLaneFit.h"
 #include "walk/WalkKernel.h"
 
 class Analyzed2DRes;
@@ -17,12 +17,16 @@ public:
     int values() const override { return 2 * rows_.size() + 1; }
     std::unique_ptr<WalkKernel> forWorker() const override;
     void plain(const PlainPosition& at, int lane, TileResult& out) override;
+    Lanes lanes(const Tile& tile, TileResult& out) override;
 
 private:
+    void take(const LcfLaneFits& fits, const EdgeLanes& edges, int lane, TileResult& out) const;
+
     const LcfRequest conditions_;
     const QVector<int> rows_;
     QVector<int> places_; ///< by reference row, its place in rows_
     LcfPlan plan_;
+    std::unique_ptr<LcfLaneFit> laneFit_; ///< of the walk, once it has a tile
 };
 
 /// Records the fits of a walk in maps, in walking order.

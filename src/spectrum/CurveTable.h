@@ -44,6 +44,11 @@ public:
         return slopes_[low] * (E - x_[low]) + y_[low];
     }
 
+    int segments() const { return x_.size() - 1; }
+    const double* xs() const { return x_.constData(); }
+    const double* ys() const { return y_.constData(); }
+    const double* slopes() const { return slopes_.constData(); }
+
     // Of the point that a segment starts at.
     double x(int segment) const { return x_[segment]; }
     double y(int segment) const { return y_[segment]; }

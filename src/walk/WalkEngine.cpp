@@ -1,6 +1,7 @@
 #include "walk/WalkEngine.h"
 
 #include <algorithm>
+#include <chrono>
 #include <thread>
 #include <utility>
 
@@ -12,53 +13,127 @@ TileResult::TileResult(int valueCount, int laneCount)
 {
 }
 
+namespace {
+
+/// Time from one stage's end to the next's.
+class StageClock
+{
+public:
+    qint64 lap()
+    {
+        const auto now = std::chrono::steady_clock::now();
+        return std::chrono::nanoseconds(now - std::exchange(last_, now)).count();
+    }
+
+private:
+    std::chrono::steady_clock::time_point last_ = std::chrono::steady_clock::now();
+};
+
+} // namespace
+
+void WalkShares::add(const WalkShares& other)
+{
+    formNs += other.formNs;
+    edgesNs += other.edgesNs;
+    kernelNs += other.kernelNs;
+    plainNs += other.plainNs;
+    recordNs += other.recordNs;
+    positions += other.positions;
+    plainPositions += other.plainPositions;
+}
+
 struct WalkEngine::Worker
 {
-    explicit Worker(const WalkOrder& order)
-        : blocks({order.source->i1, order.source->i0}, order.source->block)
+    Worker(const WalkOrder& order, const std::shared_ptr<const EdgePlan>& plan)
+        : tiles(order.source, plan)
     {
         for (const WalkJob& job : order.jobs)
             kernels.push_back(job.kernel->forWorker());
     }
 
-    BlockSpectra blocks;
+    TileMaker tiles;
     std::vector<std::unique_ptr<WalkKernel>> kernels; ///< one a job
+    std::vector<Lanes> done;                          ///< lanes of the run that each has done
+    bool hasTile = false;
 };
 
 WalkEngine::WalkEngine(WalkOrder order, int workers, int lanes)
     : order_(std::move(order))
-    , lanes_(std::max(lanes, 1))
+    , lanes_(std::clamp(lanes, 1, tileLanes))
     , runs_(order_.area)
     , ring_(ringSize)
 {
     for (const WalkJob& job : order_.jobs)
         stage_ = std::max(stage_, job.kernel->stage());
+    std::vector<double> energies;
+    for (const SharedImage& image : order_.source->i1)
+        energies.push_back(image->energy);
+    const auto plan =
+        std::make_shared<const EdgePlan>(energies, order_.source->elm, order_.source->background);
     for (int i = 0; i < std::max(workers, 1); ++i)
-        workers_.push_back(std::make_unique<Worker>(order_));
+        workers_.push_back(std::make_unique<Worker>(order_, plan));
 }
 
 WalkEngine::~WalkEngine() = default;
 
 WalkEngine::Finished WalkEngine::form(Worker& worker, const WalkRun& run) const
 {
-    const WalkSource& source = *order_.source;
-    Finished finished{true, run, {}};
+    Finished finished{true, run, {}, {}};
     for (const auto& kernel : worker.kernels)
         finished.results.emplace_back(kernel->values(), run.count);
-    QVector<XafsSpectrum> spectra;
-    if (stage_ > Stage::Counts)
-        spectra = source.ofRun(worker.blocks, run);
-    AnalyzeCond at = run.first;
-    for (int lane = 0; lane < run.count; ++lane, at.next()) {
-        if (stage_ == Stage::Counts)
-            spectra.append(source.spectrum(at.cx, at.cy, stage_));
-        else
-            source.workOut(spectra[lane], stage_);
-        for (std::size_t job = 0; job < worker.kernels.size(); ++job)
-            worker.kernels[job]->plain({source, at.cx, at.cy, spectra.at(lane)}, lane,
-                                       finished.results[job]);
-    }
+    worker.done.assign(worker.kernels.size(), Lanes());
+    const Lanes left = formLanes(worker, finished);
+    finished.shares.positions = run.count;
+    finished.shares.plainPositions = qint64(left.count());
+    StageClock clock;
+    formPlain(worker, finished, left);
+    finished.shares.plainNs = clock.lap();
     return finished;
+}
+
+/// Lets the kernels do what they have lane forms for; the lanes that some of them have not done.
+Lanes WalkEngine::formLanes(Worker& worker, Finished& finished) const
+{
+    Lanes all;
+    for (int lane = 0; lane < finished.run.count; ++lane)
+        all.set(std::size_t(lane));
+    StageClock clock;
+    worker.hasTile = stage_ > Stage::Counts && worker.tiles.formMu(finished.run);
+    finished.shares.formNs = clock.lap();
+    if (!worker.hasTile || !worker.tiles.hasEdges() || stage_ < Stage::Lines)
+        return all;
+    const Tile tile = worker.tiles.findEdges();
+    finished.shares.edgesNs = clock.lap();
+    Lanes doneByAll = all;
+    for (std::size_t job = 0; job < worker.kernels.size(); ++job) {
+        worker.done[job] = worker.kernels[job]->lanes(tile, finished.results[job]);
+        doneByAll &= worker.done[job];
+    }
+    finished.shares.kernelNs = clock.lap();
+    return all & ~doneByAll;
+}
+
+/// Does the lanes that are left, position by position.
+void WalkEngine::formPlain(Worker& worker, Finished& finished, Lanes left) const
+{
+    if (left.none())
+        return;
+    const WalkSource& source = *order_.source;
+    AnalyzeCond at = finished.run.first;
+    for (int lane = 0; lane < finished.run.count; ++lane, at.next()) {
+        const auto place = std::size_t(lane);
+        if (!left[place])
+            continue;
+        XafsSpectrum spectrum = worker.hasTile ? worker.tiles.spectrum(lane)
+                                               : source.spectrum(at.cx, at.cy, stage_);
+        if (worker.hasTile)
+            source.workOut(spectrum, stage_);
+        for (std::size_t job = 0; job < worker.kernels.size(); ++job) {
+            if (!worker.done[job][place])
+                worker.kernels[job]->plain({source, at.cx, at.cy, spectrum}, lane,
+                                           finished.results[job]);
+        }
+    }
 }
 
 WalkEngine::Step WalkEngine::work(int worker)
@@ -107,8 +182,11 @@ bool WalkEngine::take(WalkRun& run)
     lock.unlock();
     changed_.notify_all();
     run = finished.run;
+    StageClock clock;
     for (std::size_t job = 0; job < order_.jobs.size(); ++job)
         order_.jobs[job].sink->take(run, finished.results[job]);
+    shares_.add(finished.shares);
+    shares_.recordNs += clock.lap();
     return true;
 }
 
@@ -145,7 +223,7 @@ void WalkEngine::waitForRun()
         lock, [this] { return stopped_ || isNextReady() || (runs_.atEnd() && taken_ == next_); });
 }
 
-void runWalk(WalkOrder order, int threads, int lanes)
+WalkShares runWalk(WalkOrder order, int threads, int lanes)
 {
     const int count = std::max(threads, 1);
     WalkEngine engine(std::move(order), count, lanes);
@@ -167,4 +245,5 @@ void runWalk(WalkOrder order, int threads, int lanes)
     }
     for (std::thread& worker : workers)
         worker.join();
+    return engine.shares();
 }

@@ -20,9 +20,19 @@ struct WalkOrder
     std::vector<WalkJob> jobs;
 };
 
-/// Positions that a worker works on together: long against what handing them over costs, short
-/// against a user's patience.
-constexpr int tileLanes = 128;
+/// Where a walk's time went, over all workers, and how much of it the lane forms could do.
+struct WalkShares
+{
+    qint64 formNs = 0;   ///< counts and mu
+    qint64 edgesNs = 0;  ///< lane form of lines and edge
+    qint64 kernelNs = 0; ///< lane forms of the kernels
+    qint64 plainNs = 0;  ///< plain forms, of the lines and of the kernels
+    qint64 recordNs = 0; ///< sinks
+    qint64 positions = 0;
+    qint64 plainPositions = 0; ///< that a kernel did by its plain form
+
+    void add(const WalkShares& other);
+};
 
 /// The state of a walk between its owner and its workers. Workers take runs of positions in walking
 /// order and work on them side by side; what is finished waits in a ring until the owner takes it,
@@ -58,6 +68,9 @@ public:
     /// No worker begins another run, and ready() is not called any more.
     void stop();
 
+    /// Shares of what is taken so far; complete when it is through.
+    WalkShares shares() const { return shares_; }
+
     /// Wait for room in the ring (workers), for the next run (owner); true at once after the end.
     void waitForRoom();
     void waitForRun();
@@ -72,16 +85,20 @@ private:
         bool ready = false;
         WalkRun run;
         std::vector<TileResult> results; ///< one a job
+        WalkShares shares;
     };
 
     static constexpr int ringSize = 64;
 
     Finished form(Worker& worker, const WalkRun& run) const;
+    Lanes formLanes(Worker& worker, Finished& finished) const;
+    void formPlain(Worker& worker, Finished& finished, Lanes left) const;
     bool hasRoom() const { return next_ < taken_ + ringSize; }
     bool isNextReady() const { return ring_[std::size_t(taken_ % ringSize)].ready; }
 
     const WalkOrder order_;
     const int lanes_;
+    WalkShares shares_; ///< of the owner
     Stage stage_ = Stage::Counts; ///< the farthest that a kernel needs
     std::vector<std::unique_ptr<Worker>> workers_;
 
@@ -97,4 +114,4 @@ private:
 };
 
 /// Walks to the end on this thread and `threads` workers, without an event loop.
-void runWalk(WalkOrder order, int threads, int lanes = tileLanes);
+WalkShares runWalk(WalkOrder order, int threads, int lanes = tileLanes);

@@ -2,6 +2,7 @@
 
 #include "maps/WalkRuns.h"
 #include "spectrum/Outcome.h"
+#include "walk/Tile.h"
 #include "walk/WalkSource.h"
 
 #include <memory>
@@ -49,7 +50,11 @@ public:
     virtual int values() const = 0;
     /// A kernel for one worker, prepared for many positions.
     virtual std::unique_ptr<WalkKernel> forWorker() const = 0;
+    /// The truth about a position. A kernel is complete with it alone.
     virtual void plain(const PlainPosition& at, int lane, TileResult& out) = 0;
+    /// The fast form of many positions, which has the same bits; the lanes that it has done. All
+    /// others go through plain().
+    virtual Lanes lanes(const Tile&, TileResult&) { return {}; }
 };
 
 /// Takes a kernel's results, run by run in walking order, on the thread of the walk's owner.

@@ -11,10 +11,9 @@ bool hasLowerEnergy(const SharedImage& a, const SharedImage& b)
 
 } // namespace
 
-XafsSpectrum WalkSource::unnormalized(const Spectrum& curve, int x, int y) const
+XafsSpectrum WalkSource::unnormalized(const Spectrum& curve, double offset) const
 {
-    return XafsSpectrum::unnormalized(curve, QStringLiteral("block"), background, shifts.at(x, y),
-                                      elm);
+    return XafsSpectrum::unnormalized(curve, QStringLiteral("block"), background, offset, elm);
 }
 
 Spectrum WalkSource::mu(int x, int y) const
@@ -24,7 +23,8 @@ Spectrum WalkSource::mu(int x, int y) const
 
 XafsSpectrum WalkSource::spectrum(int x, int y, Stage stage) const
 {
-    XafsSpectrum s = unnormalized(stage == Stage::Counts ? rawI1(i1, block, x, y) : mu(x, y), x, y);
+    XafsSpectrum s = unnormalized(stage == Stage::Counts ? rawI1(i1, block, x, y) : mu(x, y),
+                                  shifts.at(x, y));
     workOut(s, stage);
     return s;
 }
@@ -34,18 +34,6 @@ void WalkSource::workOut(XafsSpectrum& spectrum, Stage stage) const
     if (stage >= Stage::Lines)
         spectrum.normalizeIfData(background, stage == Stage::Shown ? XafsSpectrum::AllCurves
                                                                    : XafsSpectrum::FittedCurve);
-}
-
-QVector<XafsSpectrum> WalkSource::ofRun(BlockSpectra& blocks, const WalkRun& run) const
-{
-    AnalyzeCond at = run.first;
-    QVector<XafsSpectrum> spectra;
-    spectra.reserve(run.count);
-    for (const Spectrum& curve : blocks.row(at.cx, at.stepX, run.count, at.cy)) {
-        spectra.append(unnormalized(curve, at.cx, at.cy));
-        at.next();
-    }
-    return spectra;
 }
 
 double WalkSource::leastEnergy() const

@@ -36,17 +36,15 @@ struct WalkSource
     /// The curve of a block as spectrum(x, y, Stage::Mu) gives it.
     Spectrum mu(int x, int y) const;
 
-    /// The spectra of consecutive positions up to Stage::Mu. `blocks` was made of this source.
-    QVector<XafsSpectrum> ofRun(BlockSpectra& blocks, const WalkRun& run) const;
-    /// Works a spectrum of ofRun() out up to a later stage.
+    /// Works a spectrum of Stage::Mu out up to a later stage.
     void workOut(XafsSpectrum& spectrum, Stage stage) const;
 
     /// Least and greatest energy of the I1 images, which there must be. [eV]
     double leastEnergy() const;
     double greatestEnergy() const;
 
-private:
-    XafsSpectrum unnormalized(const Spectrum& curve, int x, int y) const;
+    /// The spectrum of a block's curve, not normalised yet; its offset is as shifts.at() gives it.
+    XafsSpectrum unnormalized(const Spectrum& curve, double offset) const;
 };
 
 using SharedSource = std::shared_ptr<const WalkSource>;

@@ -1,6 +1,7 @@
 #include "analysis/LcfFixtures.h"
 #include "analysis/LcfWalk.h"
 #include "calibration/CalibWalk.h"
+#include "common/InstructionSet.h"
 #include "maps/Analyzed2DRes.h"
 #include "support/RandomStack.h"
 #include "walk/Walk.h"
@@ -33,7 +34,7 @@ QByteArray bytesOf(const double* values, int count)
 class Walks
 {
 public:
-    explicit Walks(const SharedSource& source)
+    explicit Walks(const SharedSource& source, bool ownWeights = false)
         : source_(source)
         , area_(width, height, source->block.halfX, source->block.halfY,
                 QRectF(1, 0, width + 9, height + 4), -1, -1)
@@ -41,6 +42,7 @@ public:
         area_.cutToImage();
         request_ = fourRows();
         request_.inWalk = true;
+        request_.ownWeights = ownWeights;
         request_.sElm = source->elm;
         calibration_.method = CalibMethod::InnerProduct;
         calibration_.range = 6.0;
@@ -178,25 +180,43 @@ private Q_SLOTS:
     void anyThreadsAndTilesGiveThePlainBytes_data()
     {
         QTest::addColumn<QString>("rules");
-        for (const char* rules :
-             {"straight", "Victoreen", "suggested between", "Victoreen suggested dark",
-              "fluorescence blocks", "total blocks shifts", "no I0 dark", "float shifts between",
-              "float Victoreen blocks"})
-            QTest::newRow(rules) << QString(rules);
+        QTest::addColumn<int>("mostPlain"); // [%] of the positions
+        for (const auto& row : {std::pair("straight", 100), std::pair("Victoreen own", 100),
+                                std::pair("suggested between", 100),
+                                std::pair("Victoreen suggested dark", 100),
+                                std::pair("fluorescence blocks", 100),
+                                std::pair("total blocks shifts", 100),
+                                std::pair("Victoreen shifts own", 100),
+                                std::pair("no I0 dark own", 100),
+                                std::pair("float shifts between", 100),
+                                std::pair("float Victoreen blocks", 100)})
+            QTest::newRow(row.first) << QString(row.first) << row.second;
     }
 
     void anyThreadsAndTilesGiveThePlainBytes()
     {
         QFETCH(QString, rules);
+        QFETCH(int, mostPlain);
+        const bool ownWeights = rules.contains("own");
         const SharedSource source = sourceOf(rules);
-        const Filled plain = Walks(source).plain();
+        const Filled plain = Walks(source, ownWeights).plain();
         QVERIFY(plain.texts.filter("fitted").size() > 0);
-        for (const int threads : {1, 2, 3, 16}) {
-            for (const int lanes : {1, 5, tileLanes}) {
-                Walks walks(source);
-                runWalk(walks.order(), threads, lanes);
-                QVERIFY2(walks.filled() == plain,
-                         qPrintable(QString("%1 threads, %2 lanes").arg(threads).arg(lanes)));
+        for (const InstructionSet set : instructionSets()) {
+            useInstructionSet(set);
+            for (const int threads : {1, 2, 3, 16}) {
+                for (const int lanes : {1, 5, tileLanes}) {
+                    Walks walks(source, ownWeights);
+                    const WalkShares shares = runWalk(walks.order(), threads, lanes);
+                    const QString how = QString("%1, %2 threads, %3 lanes, %4 of %5 plain")
+                                            .arg(nameOf(set))
+                                            .arg(threads)
+                                            .arg(lanes)
+                                            .arg(shares.plainPositions)
+                                            .arg(shares.positions);
+                    QVERIFY2(walks.filled() == plain, qPrintable(how));
+                    QVERIFY2(shares.plainPositions <= mostPlain * shares.positions / 100,
+                             qPrintable(how));
+                }
             }
         }
     }

@@ -1,0 +1,339 @@
+#include "analysis/LcfLanes.h"
+
+#include "common/LaneVector.h"
+#include "spectrum/HeldLanes.h"
+
+namespace {
+
+/// The vector of lanes that is worked on, and its memory.
+struct Group
+{
+    const LcfLaneTask& task;
+    const EdgeGroup& edges;
+    V offsets;
+    int lane;
+    double* values; ///< that are compared, [energy][width]
+    double* curve;  ///< the fit curve, of shifted lanes
+    double* places; ///< segments that a reference is read in
+    double* rows;   ///< references [reference][energy][width], of shifted lanes
+
+    int n() const { return task.edge->n; }
+    double energy(int i) const { return task.edge->E[i]; }
+    V valueAt(int i) const { return load(values + i * width); }
+    double* row(int reference, int i) const { return rows + (reference * n() + i) * width; }
+    M isFitted(int i) const
+    {
+        const V E = energy(i) - offsets;
+        return ~((E < task.fitFrom) | (E > task.fitTo));
+    }
+};
+
+/// Share of the squares by which a fit misses a value; all of it for a value of 0.
+inline V missed(V fit, V value)
+{
+    const V deviation = (fit - value) / value;
+    return value != 0.0 ? deviation * deviation : all(1.0);
+}
+
+/// References that one pass over the points sums up.
+constexpr int sumsAtOnce = 4;
+
+template<bool isVictoreen, bool isHeld>
+void takeValuesAs(const Group& g, const HeldLanes& held)
+{
+    for (int i = 0; i < g.n(); ++i)
+        store(g.values + i * width, comparedAt<isVictoreen, isHeld>(g.edges, held, i));
+}
+
+HeldLanes takeValues(const Group& g)
+{
+    const bool isVictoreen = g.task.edge->isVictoreen;
+    HeldLanes held;
+    if (g.task.holdGap && any(g.edges.close)) {
+        const ReadLanes read{g.task.fitFrom, g.task.fitTo, g.offsets};
+        held = isVictoreen ? holdGap<true>(g.edges, read) : holdGap<false>(g.edges, read);
+    }
+    if (any(held.held))
+        isVictoreen ? takeValuesAs<true, true>(g, held) : takeValuesAs<false, true>(g, held);
+    else
+        isVictoreen ? takeValuesAs<true, false>(g, held) : takeValuesAs<false, false>(g, held);
+    return held;
+}
+
+/// Sums of the products of four references with the values, over the points of the fit.
+void sumProducts(const Group& g, int first, V* sums)
+{
+    V sum[sumsAtOnce] = {};
+    const double* row = g.task.rows + first;
+    for (int i = 0; i < g.n(); ++i, row += g.task.stride) {
+        if (!g.task.isFitted[i])
+            continue;
+        const V value = g.valueAt(i);
+        for (int k = 0; k < sumsAtOnce; ++k)
+            sum[k] += row[k] * value;
+    }
+    for (int k = 0; k < sumsAtOnce; ++k)
+        sums[first + k] = sum[k];
+}
+
+/// Solves by the factors that all lanes share.
+void solve(const Group& g, const V* b, V* weights)
+{
+    const LcfLaneTask& t = g.task;
+    const int n = t.references;
+    for (int k = 0; k < n; ++k)
+        weights[k] = b[t.pivots[k]];
+    for (int k = 0; k < n - 1; ++k) {
+        for (int j = k + 1; j < n; ++j)
+            weights[j] -= weights[k] * t.lower[j * n + k];
+    }
+    for (int k = n - 1; k >= 0; --k) {
+        if (t.upper[k * n + k] == 0.0)
+            continue;
+        weights[k] /= t.upper[k * n + k];
+        for (int j = k - 1; j >= 0; --j)
+            weights[j] -= weights[k] * t.upper[j * n + k];
+    }
+}
+
+V residual(const Group& g)
+{
+    V sum{};
+    for (int i = 0; i < g.n(); ++i) {
+        if (g.task.isResidual[i])
+            sum += missed(all(g.task.fitValues[i]), g.valueAt(i));
+    }
+    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) /
+           double(g.n());
+}
+
+V ownResidual(const Group& g, const V* weights)
+{
+    V sum{};
+    for (int i = 1; i < g.n() - 1; ++i) {
+        if (!g.task.isFitted[i])
+            continue;
+        V fit{};
+        for (int k = 0; k < g.task.references; ++k)
+            fit = fit + weights[k] * g.task.rows[i * g.task.stride + k];
+        sum += missed(fit, g.valueAt(i));
+    }
+    return (g.task.ownResidualPoints == 0 ? V{} : sum / double(g.task.ownResidualPoints)) /
+           double(g.n());
+}
+
+V fitUnshifted(const Group& g, V* weights)
+{
+    V b[mostLaneReferences + sumsAtOnce];
+    for (int first = 0; first < g.task.references; first += sumsAtOnce)
+        sumProducts(g, first, b);
+    solve(g, b, weights);
+    return g.task.ownWeights ? ownResidual(g, weights) : residual(g);
+}
+
+bool haveSameEnergies(const LcfLaneCurve& a, const LcfLaneCurve& b)
+{
+    if (a.segments != b.segments || a.rowShift != b.rowShift || a.curveShift != b.curveShift)
+        return false;
+    for (int i = 0; i <= a.segments; ++i) {
+        if (a.x[i] != b.x[i])
+            return false;
+    }
+    return true;
+}
+
+/// Segments of a reference that the lanes read at each energy, which rise from one to the next.
+void findSegments(const Group& g, const LcfLaneCurve& curve)
+{
+    int low[width] = {};
+    for (int i = 0; i < g.n(); ++i) {
+        const V E = g.energy(i) - g.offsets + curve.rowShift + curve.curveShift;
+        double* const place = g.places + i * width;
+        for (int c = 0; c < width; ++c) {
+            while (low[c] < curve.segments - 1 && curve.x[low[c] + 1] <= E[c])
+                ++low[c];
+            place[c] = low[c];
+        }
+    }
+}
+
+void readReferences(const Group& g)
+{
+    for (int k = 0; k < g.task.references; ++k) {
+        const LcfLaneCurve& curve = g.task.curves[k];
+        if (k == 0 || !haveSameEnergies(curve, g.task.curves[k - 1]))
+            findSegments(g, curve);
+        for (int i = 0; i < g.n(); ++i) {
+            const V E = g.energy(i) - g.offsets + curve.rowShift + curve.curveShift;
+            const V place = load(g.places + i * width);
+            store(g.row(k, i), gathered(curve.slope, place) * (E - gathered(curve.x, place)) +
+                                   gathered(curve.y, place));
+        }
+    }
+}
+
+/// The fit curve of the rows' weights at each energy.
+void makeCurve(const Group& g)
+{
+    for (int i = 0; i < g.n(); ++i) {
+        V sum{};
+        for (int k = 0; k < g.task.references; ++k)
+            sum += g.task.rowWeights[k] * load(g.row(k, i));
+        store(g.curve + i * width, sum);
+    }
+}
+
+/// The points of the fit curve, which end where the references do.
+struct CurvePoints
+{
+    int first[width];
+    int end[width];
+
+    explicit CurvePoints(const Group& g)
+    {
+        for (int c = 0; c < width; ++c) {
+            first[c] = 0;
+            while (first[c] < g.n() &&
+                   !(g.energy(first[c]) - g.offsets[c] >= g.task.spanFrom))
+                ++first[c];
+            end[c] = first[c];
+            while (end[c] < g.n() && g.energy(end[c]) - g.offsets[c] <= g.task.spanTo)
+                ++end[c];
+        }
+    }
+};
+
+/// The residual against the fit curve, which stands at the shifted energies and is read at those of
+/// the scan.
+V shiftedResidual(const Group& g, M& odd)
+{
+    const CurvePoints points(g);
+    int low[width];
+    for (int c = 0; c < width; ++c) {
+        low[c] = points.first[c];
+        if (points.end[c] - points.first[c] < 2) {
+            odd[c] = -1;
+            low[c] = 0;
+        }
+    }
+    V sum{};
+    for (int i = 1; i < g.n() - 1; ++i) {
+        if (!g.task.isResidual[i])
+            continue;
+        V E0{};
+        V E1{};
+        V y0{};
+        V y1{};
+        for (int c = 0; c < width; ++c) {
+            while (low[c] < points.end[c] - 2 &&
+                   g.energy(low[c] + 1) - g.offsets[c] <= g.energy(i))
+                ++low[c];
+            E0[c] = g.energy(low[c]);
+            E1[c] = g.energy(low[c] + 1);
+            y0[c] = g.curve[low[c] * width + c];
+            y1[c] = g.curve[(low[c] + 1) * width + c];
+        }
+        const V x0 = E0 - g.offsets;
+        const V slope = (y1 - y0) / ((E1 - g.offsets) - x0);
+        sum += missed(slope * (g.energy(i) - x0) + y0, g.valueAt(i));
+    }
+    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) /
+           double(g.n());
+}
+
+V shiftedOwnResidual(const Group& g, const V* weights)
+{
+    V sum{};
+    V count{};
+    for (int i = 1; i < g.n() - 1; ++i) {
+        const M in = g.isFitted(i);
+        V fit{};
+        for (int k = 0; k < g.task.references; ++k)
+            fit = fit + weights[k] * load(g.row(k, i));
+        sum += only(in, missed(fit, g.valueAt(i)));
+        count += only(in, all(1.0));
+    }
+    return (count == 0.0 ? V{} : sum / count) / double(g.n());
+}
+
+/// Sum over the points of the fit of a reference's products with other numbers.
+template<typename Other>
+V sumOfFit(const Group& g, int reference, Other other)
+{
+    V sum{};
+    for (int i = 0; i < g.n(); ++i)
+        sum += only(g.isFitted(i), load(g.row(reference, i)) * other(i));
+    return sum;
+}
+
+void solveShifted(const Group& g, V* weights)
+{
+    const int n = g.task.references;
+    V a[mostLaneReferences][mostLaneReferences];
+    V b[mostLaneReferences];
+    for (int k = 0; k < n; ++k) {
+        for (int j = 0; j <= k; ++j)
+            a[k][j] = a[j][k] = sumOfFit(g, k, [&](int i) { return load(g.row(j, i)); });
+        b[k] = sumOfFit(g, k, [&](int i) { return g.valueAt(i); });
+    }
+    for (int c = 0; c < width; ++c) {
+        double matrix[mostLaneReferences * mostLaneReferences];
+        double right[mostLaneReferences];
+        double solution[mostLaneReferences];
+        for (int k = 0; k < n; ++k) {
+            for (int j = 0; j < n; ++j)
+                matrix[k * n + j] = a[k][j][c];
+            right[k] = b[k][c];
+        }
+        solveLcfNormal(n, matrix, right, solution);
+        for (int k = 0; k < n; ++k)
+            weights[k][c] = solution[k];
+    }
+}
+
+V fitShifted(const Group& g, V* weights, M& odd)
+{
+    readReferences(g);
+    solveShifted(g, weights);
+    if (g.task.ownWeights)
+        return shiftedOwnResidual(g, weights);
+    makeCurve(g);
+    return shiftedResidual(g, odd);
+}
+
+void fitGroup(const Group& g, bool isShifted, LcfLaneFits& out)
+{
+    // An offset beyond all energies would leave nothing to search in.
+    constexpr double mostOffset = 1e6;
+    M odd = ~(sizeOf(g.offsets) < mostOffset);
+    const HeldLanes held = takeValues(g);
+    V weights[mostLaneReferences];
+    const V zansa = isShifted ? fitShifted(g, weights, odd) : fitUnshifted(g, weights);
+    for (int k = 0; k < g.task.references; ++k)
+        store(out.weights[k] + g.lane, weights[k]);
+    store(out.zansa + g.lane, zansa);
+    for (int c = 0; c < width; ++c) {
+        out.held[g.lane + c] = static_cast<unsigned char>(held.held[c] != 0);
+        out.unsound[g.lane + c] = static_cast<unsigned char>(held.unsound[c] != 0);
+        out.odd[g.lane + c] = static_cast<unsigned char>(odd[c] != 0);
+    }
+}
+
+} // namespace
+
+namespace lanes::LANE_SET {
+
+void fitLcfLanes(const LcfLaneTask& task, const LcfLaneRun& run, double* scratch, LcfLaneFits& out)
+{
+    const int part = task.edge->n * width;
+    for (int lane = 0; lane < run.count; lane += width) {
+        const EdgeGroup edges(*task.edge, *run.edges, run.mu, lane);
+        const Group g{task,           edges,
+                      load(run.offsets + lane), lane,
+                      scratch,        scratch + part,
+                      scratch + 2 * part, scratch + 3 * part};
+        fitGroup(g, run.isShifted, out);
+    }
+}
+
+} // namespace lanes::LANE_SET

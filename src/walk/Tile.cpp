@@ -1,0 +1,58 @@
+#include "walk/Tile.h"
+
+#include "common/LaneForms.h"
+
+Lanes Tile::odd() const
+{
+    Lanes marks;
+    for (int lane = 0; lane < count; ++lane)
+        marks[std::size_t(lane)] = edges.odd[lane] != 0;
+    return marks;
+}
+
+TileMaker::TileMaker(const SharedSource& source, const std::shared_ptr<const EdgePlan>& plan)
+    : source_(source)
+    , plan_(plan)
+    , blocks_({source->i1, source->i0}, source->block)
+    , findEdges_(LANE_FORM(findEdges))
+{
+    const auto energies = std::size_t(source->i1.size());
+    mu_.assign(energies * laneStride, 1.0);
+    scratch_.resize(energies * mostWidth);
+}
+
+bool TileMaker::formMu(const WalkRun& run)
+{
+    const AnalyzeCond& at = run.first;
+    const BlockSpectra::BlockRun positions{at.cx, at.stepX, run.count, at.cy};
+    if (at.stepX < 1 || !blocks_.areInside(positions))
+        return false;
+    run_ = run;
+    blocks_.formMu(positions, mu_.data());
+    takeOffsets();
+    return true;
+}
+
+void TileMaker::takeOffsets()
+{
+    isShifted_ = false;
+    AnalyzeCond at = run_.first;
+    for (int lane = 0; lane < run_.count; ++lane, at.next()) {
+        const double offset = source_->shifts.at(at.cx, at.cy);
+        offsets_[std::size_t(lane)] = offset;
+        isShifted_ = isShifted_ || offset != 0.0;
+    }
+}
+
+Tile TileMaker::findEdges()
+{
+    findEdges_(plan_->task(), mu_.data(), run_.count, scratch_.data(), edges_);
+    return {*source_, *plan_, mu_.data(), edges_, offsets_.data(), isShifted_, run_.count};
+}
+
+XafsSpectrum TileMaker::spectrum(int lane) const
+{
+    Spectrum curve;
+    curve.setPoints(blocks_.curveOf(mu_.data() + lane));
+    return source_->unnormalized(curve, offsets_[std::size_t(lane)]);
+}
