@@ -113,8 +113,8 @@ public:
     };
     Prepared prepared() const
     {
-        return {rowWeights_, rows_, stride_, fitted_, residualPoints_, fitValues_, lRows_, uRows_,
-                pivots_};
+        return {rowWeights_, rows_,  stride_, fitted_, residualPoints_,
+                fitValues_,  lRows_, uRows_,  pivots_};
     }
 
     const LcfRequest& request() const { return request_; }

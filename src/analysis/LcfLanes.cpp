@@ -103,8 +103,7 @@ V residual(const Group& g)
         if (g.task.isResidual[i])
             sum += missed(all(g.task.fitValues[i]), g.valueAt(i));
     }
-    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) /
-           double(g.n());
+    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) / double(g.n());
 }
 
 V ownResidual(const Group& g, const V* weights)
@@ -193,8 +192,7 @@ struct CurvePoints
     {
         for (int c = 0; c < width; ++c) {
             first[c] = 0;
-            while (first[c] < g.n() &&
-                   !(g.energy(first[c]) - g.offsets[c] >= g.task.spanFrom))
+            while (first[c] < g.n() && !(g.energy(first[c]) - g.offsets[c] >= g.task.spanFrom))
                 ++first[c];
             end[c] = first[c];
             while (end[c] < g.n() && g.energy(end[c]) - g.offsets[c] <= g.task.spanTo)
@@ -225,8 +223,7 @@ V shiftedResidual(const Group& g, M& odd)
         V y0{};
         V y1{};
         for (int c = 0; c < width; ++c) {
-            while (low[c] < points.end[c] - 2 &&
-                   g.energy(low[c] + 1) - g.offsets[c] <= g.energy(i))
+            while (low[c] < points.end[c] - 2 && g.energy(low[c] + 1) - g.offsets[c] <= g.energy(i))
                 ++low[c];
             E0[c] = g.energy(low[c]);
             E1[c] = g.energy(low[c] + 1);
@@ -237,8 +234,7 @@ V shiftedResidual(const Group& g, M& odd)
         const V slope = (y1 - y0) / ((E1 - g.offsets) - x0);
         sum += missed(slope * (g.energy(i) - x0) + y0, g.valueAt(i));
     }
-    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) /
-           double(g.n());
+    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) / double(g.n());
 }
 
 V shiftedOwnResidual(const Group& g, const V* weights)
@@ -328,10 +324,8 @@ void fitLcfLanes(const LcfLaneTask& task, const LcfLaneRun& run, double* scratch
     const int part = task.edge->n * width;
     for (int lane = 0; lane < run.count; lane += width) {
         const EdgeGroup edges(*task.edge, *run.edges, run.mu, lane);
-        const Group g{task,           edges,
-                      load(run.offsets + lane), lane,
-                      scratch,        scratch + part,
-                      scratch + 2 * part, scratch + 3 * part};
+        const Group g{task,    edges,          load(run.offsets + lane), lane,
+                      scratch, scratch + part, scratch + 2 * part,       scratch + 3 * part};
         fitGroup(g, run.isShifted, out);
     }
 }

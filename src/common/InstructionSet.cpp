@@ -18,8 +18,9 @@ InstructionSet chosenAtStart()
         if (asked == nameOf(set))
             return set;
     }
-    qDebug().noquote() << "MORVENKITE_ISA" << asked << "is no instruction set of this machine:"
-                       << nameOf(sets.last()) << "is used";
+    qDebug().noquote() << "MORVENKITE_ISA" << asked
+                       << "is no instruction set of this machine:" << nameOf(sets.last())
+                       << "is used";
     return sets.last();
 }
 

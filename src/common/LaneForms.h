@@ -5,8 +5,7 @@
 
 /// Picks a lane form of the instruction set in use.
 #ifdef __x86_64__
-#define LANE_FORM(name)                                                                            \
-    chosenForm(lanes::sse2::name, lanes::avx2::name, lanes::avx512::name)
+#define LANE_FORM(name) chosenForm(lanes::sse2::name, lanes::avx2::name, lanes::avx512::name)
 #else
 #define LANE_FORM(name) (&lanes::sse2::name)
 #endif

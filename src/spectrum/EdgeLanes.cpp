@@ -1,8 +1,8 @@
 #include "spectrum/EdgeLanes.h"
 
 #include "common/LaneVector.h"
-#include "spectrum/LineLanes.h"
 #include "spectrum/GapShares.h"
+#include "spectrum/LineLanes.h"
 #include "spectrum/OutcomeCode.h"
 
 namespace {
@@ -219,8 +219,8 @@ Crossing findCrossing(const Group& g, const LinePair& lines, V lastSmoothed)
     V steepest{};
     V before = g.smoothedAt(0);
     V here = g.smoothedAt(1);
-    found.leastGap = lineAtPoint<isVictoreen>(t, lines.post, 0) -
-                     lineAtPoint<isVictoreen>(t, lines.pre, 0);
+    found.leastGap =
+        lineAtPoint<isVictoreen>(t, lines.post, 0) - lineAtPoint<isVictoreen>(t, lines.pre, 0);
     for (int i = 1; i < t.n - 1; ++i) {
         const V after = i == t.n - 2 ? lastSmoothed : g.smoothedAt(i + 1);
         const V pre = lineAtPoint<isVictoreen>(t, lines.pre, i);
@@ -359,8 +359,8 @@ void findGroup(Group& g, int lane, EdgeLanes& out)
     const V lastSmoothed = lastSmoothedOf(g);
     const Crossing crossing = findCrossing<isVictoreen>(g, lines, lastSmoothed);
     const V midx = midPoint<isVictoreen>(g, lines, crossing.index, lastSmoothed);
-    const V dMut =
-        lineAt<isVictoreen>(g.task, lines.post, midx) - lineAt<isVictoreen>(g.task, lines.pre, midx);
+    const V dMut = lineAt<isVictoreen>(g.task, lines.post, midx) -
+                   lineAt<isVictoreen>(g.task, lines.pre, midx);
     const M outcomes = outcomesOf<isVictoreen>(g, pre, post, lines, midx, dMut);
     const V edgeE = gathered(g.task.E, g.steepest);
     const V edgeGap = lineAt<isVictoreen>(g.task, lines.post, edgeE) -

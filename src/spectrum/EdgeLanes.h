@@ -10,11 +10,12 @@ struct LineTable
 {
     int first; ///< points it is fitted to
     int end;
-    int residualEnd;  ///< points that its residual is taken over end here
-    bool solvable;    ///< there are enough points, and the system can be solved
-    double from;      ///< range [eV]
+    int residualEnd; ///< points that its residual is taken over end here
+    bool solvable;   ///< there are enough points, and the system can be solved
+    double from;     ///< range [eV]
     double to;
-    double factor[9]; ///< lower (by rows), then upper (by rows) triangle, rows as they are solved in
+    double
+        factor[9]; ///< lower (by rows), then upper (by rows) triangle, rows as they are solved in
     int pivots[3];
     double middleE; ///< Victoreen: energy that the columns are centred at, their scales,
     double scale1;
@@ -54,7 +55,7 @@ struct EdgeLanes
     double postStart[laneStride]; ///< start of the post-edge range [eV]
     double midx[laneStride];      ///< as in XafsSpectrum, of fitted lanes
     double dMut[laneStride];
-    double heldStep[laneStride]; ///< XafsSpectrum::heldStep() of the gap at the steepest rise
+    double heldStep[laneStride];       ///< XafsSpectrum::heldStep() of the gap at the steepest rise
     unsigned char close[laneStride];   ///< XafsSpectrum::linesClose
     unsigned char outcome[laneStride]; ///< an Outcome
     unsigned char odd[laneStride];     ///< not 0: nothing is told of this lane

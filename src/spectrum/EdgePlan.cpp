@@ -92,8 +92,8 @@ void EdgePlan::tabulate(const XafsSpectrum& grid)
         pre_.push_back(tableOf(energies_.front(), edgeE + grid.dPreE));
         post_.push_back(tableOf(edgeE + grid.dPostS, energies_.back()));
         // Rows of the straight system never change places above 1 eV.
-        usable_ = usable_ && (task_.isVictoreen || (pre_.back().pivots[0] == 0 &&
-                                                    post_.back().pivots[0] == 0));
+        usable_ = usable_ && (task_.isVictoreen ||
+                              (pre_.back().pivots[0] == 0 && post_.back().pivots[0] == 0));
     }
     task_.pre = pre_.data();
     task_.post = post_.data();

@@ -124,8 +124,8 @@ void WalkEngine::formPlain(Worker& worker, Finished& finished, Lanes left) const
         const auto place = std::size_t(lane);
         if (!left[place])
             continue;
-        XafsSpectrum spectrum = worker.hasTile ? worker.tiles.spectrum(lane)
-                                               : source.spectrum(at.cx, at.cy, stage_);
+        XafsSpectrum spectrum =
+            worker.hasTile ? worker.tiles.spectrum(lane) : source.spectrum(at.cx, at.cy, stage_);
         if (worker.hasTile)
             source.workOut(spectrum, stage_);
         for (std::size_t job = 0; job < worker.kernels.size(); ++job) {

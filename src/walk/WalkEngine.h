@@ -98,7 +98,7 @@ private:
 
     const WalkOrder order_;
     const int lanes_;
-    WalkShares shares_; ///< of the owner
+    WalkShares shares_;           ///< of the owner
     Stage stage_ = Stage::Counts; ///< the farthest that a kernel needs
     std::vector<std::unique_ptr<Worker>> workers_;
 

@@ -23,8 +23,8 @@ Spectrum WalkSource::mu(int x, int y) const
 
 XafsSpectrum WalkSource::spectrum(int x, int y, Stage stage) const
 {
-    XafsSpectrum s = unnormalized(stage == Stage::Counts ? rawI1(i1, block, x, y) : mu(x, y),
-                                  shifts.at(x, y));
+    XafsSpectrum s =
+        unnormalized(stage == Stage::Counts ? rawI1(i1, block, x, y) : mu(x, y), shifts.at(x, y));
     workOut(s, stage);
     return s;
 }

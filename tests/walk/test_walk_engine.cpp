@@ -181,15 +181,12 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("rules");
         QTest::addColumn<int>("mostPlain"); // [%] of the positions
-        for (const auto& row : {std::pair("straight", 100), std::pair("Victoreen own", 100),
-                                std::pair("suggested between", 100),
-                                std::pair("Victoreen suggested dark", 100),
-                                std::pair("fluorescence blocks", 100),
-                                std::pair("total blocks shifts", 100),
-                                std::pair("Victoreen shifts own", 100),
-                                std::pair("no I0 dark own", 100),
-                                std::pair("float shifts between", 100),
-                                std::pair("float Victoreen blocks", 100)})
+        for (const auto& row :
+             {std::pair("straight", 100), std::pair("Victoreen own", 100),
+              std::pair("suggested between", 100), std::pair("Victoreen suggested dark", 100),
+              std::pair("fluorescence blocks", 100), std::pair("total blocks shifts", 100),
+              std::pair("Victoreen shifts own", 100), std::pair("no I0 dark own", 100),
+              std::pair("float shifts between", 100), std::pair("float Victoreen blocks", 100)})
             QTest::newRow(row.first) << QString(row.first) << row.second;
     }
 
