@@ -2,11 +2,15 @@
 
 #include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
+#include "analysis/Analyzer.h"
 #include "app/Body.h"
+#include "calibration/ShiftMapFile.h"
 #include "conduct/BatchConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
+#include "conduct/WalkConductor.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QEventLoop>
 #include <QTemporaryDir>
@@ -54,24 +58,84 @@ Body& preparedBody()
     return *body;
 }
 
-void walkLcf(benchmark::State& state)
+/// Shares of the stages in the workers' time and the sinks' [%], and of the positions that went
+/// through the plain form, of the last walk.
+void countShares(benchmark::State& state, const WalkShares& shares)
+{
+    const double worked =
+        double(shares.formNs + shares.edgesNs + shares.kernelNs + shares.plainNs + shares.recordNs);
+    const auto share = [worked](qint64 ns) { return 100.0 * double(ns) / worked; };
+    state.counters["form_%"] = share(shares.formNs);
+    state.counters["edges_%"] = share(shares.edgesNs);
+    state.counters["kernel_%"] = share(shares.kernelNs);
+    state.counters["plain_%"] = share(shares.plainNs);
+    state.counters["record_%"] = share(shares.recordNs);
+    state.counters["plain_positions_%"] =
+        100.0 * double(shares.plainPositions) / double(shares.positions);
+}
+
+/// A map with another shift at every position, as a file.
+QString writeShifts(const QString& folder)
+{
+    ShiftMapRecord record;
+    record.recorded = recordDate();
+    record.header.width = record.header.height = synthetic::side;
+    record.header.areaX1 = record.header.areaY1 = synthetic::side;
+    record.header.stdEdgeE = 8984.36;
+    record.header.spacing = 3.13551;
+    record.mapWidth = record.mapHeight = synthetic::side;
+    record.imageWidth = record.imageHeight = synthetic::side;
+    return saveShiftMap(folder + QStringLiteral("/shifts"), record, [](int x, int y) {
+        return 0.004 * (x - synthetic::side / 2) + 0.0003 * y;
+    });
+}
+
+enum class Under
+{
+    Plain,
+    Shift,
+    Victoreen,
+    Display
+};
+
+/// Brings the condition about, or takes it away.
+void setUnder(Body& body, Under under, bool on)
+{
+    if (under == Under::Shift && on) {
+        const QTemporaryDir folder;
+        command(body, QStringLiteral("calib_load_map ") + writeShifts(folder.path()));
+    } else if (under == Under::Shift) {
+        command(body, QStringLiteral("calib_clear_map"));
+    } else if (under == Under::Victoreen) {
+        command(body, QStringLiteral("calib_target_background %1").arg(on ? 0 : 1));
+    } else if (under == Under::Display) {
+        body.analyzer()->findChild<QAbstractButton*>(QStringLiteral("DispOnTime"))->setChecked(on);
+    }
+}
+
+void walkLcf(benchmark::State& state, Under under)
 {
     Body& body = preparedBody();
     command(body, QStringLiteral("set_band_w %1").arg(state.range(0)));
     command(body, QStringLiteral("set_band_h %1").arg(state.range(0)));
+    setUnder(body, under, true);
     QEventLoop loop;
     QObject::connect(&body.batch(), &BatchConductor::finishBatchExec, &loop, [&loop](int id, int) {
         if (id == ExCmdAnalyzerExecLCF)
             loop.quit();
     });
-    const ProcessorWaits waits(state);
-    for (auto _ : state) {
-        command(body, QStringLiteral("analyzer_exec_LCF"), 1);
-        loop.exec();
+    {
+        const ProcessorWaits waits(state);
+        for (auto _ : state) {
+            command(body, QStringLiteral("analyzer_exec_LCF"), 1);
+            loop.exec();
+        }
     }
+    countShares(state, body.walks().shares(WalkConductor::Analysis));
     AnalyzeCond walk;
     body.reader().askAnalyzeCond(walk);
     state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
+    setUnder(body, under, false);
 }
 
 /// 128x128 positions of one pixel against a standard, point by point through the event loop.
@@ -110,10 +174,28 @@ BENCHMARK(calibrateChain)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime()
     ->MeasureProcessCPUTime();
-BENCHMARK(walkLcf)
+BENCHMARK_CAPTURE(walkLcf, plain, Under::Plain)
     ->Name("walk_lcf")
     ->Arg(0)
     ->Arg(2)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(walkLcf, shift, Under::Shift)
+    ->Name("walk_lcf_shift")
+    ->Arg(0)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(walkLcf, victoreen, Under::Victoreen)
+    ->Name("walk_lcf_victoreen")
+    ->Arg(0)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(walkLcf, display, Under::Display)
+    ->Name("walk_lcf_disp")
+    ->Arg(0)
     ->Unit(benchmark::kMillisecond)
     ->UseRealTime()
     ->MeasureProcessCPUTime();

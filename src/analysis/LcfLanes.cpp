@@ -14,7 +14,7 @@ struct Group
     int lane;
     double* values; ///< that are compared, [energy][width]
     double* curve;  ///< the fit curve, of shifted lanes
-    double* places; ///< segments that a reference is read in
+    double* places; ///< Places of each energy
     double* rows;   ///< references [reference][energy][width], of shifted lanes
 
     int n() const { return task.edge->n; }
@@ -141,19 +141,103 @@ bool haveSameEnergies(const LcfLaneCurve& a, const LcfLaneCurve& b)
     return true;
 }
 
-/// Segments of a reference that the lanes read at each energy, which rise from one to the next.
+/// Where the lanes read a curve at one energy: neighbours with nearly the same offset mostly share
+/// a segment, which needs no reading lane by lane. In memory [width].
+class Places
+{
+public:
+    explicit Places(double* at)
+        : at_(at)
+    {
+    }
+
+    /// Not own() of the lanes: all read this one.
+    bool areShared() const { return at_[1] < 0.0; }
+    int shared() const { return int(at_[0]); }
+    V own() const { return load(at_); }
+
+    void share(int place)
+    {
+        at_[0] = place;
+        at_[1] = -1.0;
+    }
+    void takeOwn(const int* places)
+    {
+        for (int c = 0; c < width; ++c)
+            at_[c] = places[c];
+    }
+
+private:
+    double* at_;
+};
+
+/// Searches segments of curves that ascend, at rising energies. `low` goes from one energy to the
+/// next; a lane's is never above the segment that it reads.
+struct SegmentSearch
+{
+    int low[width];
+
+    /// startOf(k) is the energy, of all lanes, that segment k begins at; lane c has segments up to
+    /// lastOf(c).
+    template<typename StartOf, typename LastOf>
+    void find(V E, StartOf startOf, LastOf lastOf, Places places)
+    {
+        rise(0, E, startOf, lastOf);
+        const int k = low[0];
+        if (!any(~((E >= startOf(k)) & (E < startOf(k + 1)))) && isCommon(k, lastOf)) {
+            for (int& place : low)
+                place = k;
+            places.share(k);
+            return;
+        }
+        for (int c = 1; c < width; ++c)
+            rise(c, E, startOf, lastOf);
+        places.takeOwn(low);
+    }
+
+private:
+    template<typename StartOf, typename LastOf>
+    void rise(int c, V E, StartOf startOf, LastOf lastOf)
+    {
+        while (low[c] < lastOf(c) && startOf(low[c] + 1)[c] <= E[c])
+            ++low[c];
+    }
+
+    /// All lanes have the segment and none is beyond it.
+    template<typename LastOf>
+    bool isCommon(int k, LastOf lastOf) const
+    {
+        for (int c = 0; c < width; ++c) {
+            if (low[c] > k || lastOf(c) < k)
+                return false;
+        }
+        return true;
+    }
+};
+
+V energyIn(const Group& g, const LcfLaneCurve& curve, int i)
+{
+    return g.energy(i) - g.offsets + curve.rowShift + curve.curveShift;
+}
+
 void findSegments(const Group& g, const LcfLaneCurve& curve)
 {
-    int low[width] = {};
+    SegmentSearch search{};
     for (int i = 0; i < g.n(); ++i) {
-        const V E = g.energy(i) - g.offsets + curve.rowShift + curve.curveShift;
-        double* const place = g.places + i * width;
-        for (int c = 0; c < width; ++c) {
-            while (low[c] < curve.segments - 1 && curve.x[low[c] + 1] <= E[c])
-                ++low[c];
-            place[c] = low[c];
-        }
+        search.find(
+            energyIn(g, curve, i), [&](int k) { return all(curve.x[k]); },
+            [&](int) { return curve.segments - 1; }, Places(g.places + i * width));
     }
+}
+
+V curveAt(const LcfLaneCurve& curve, V E, Places places)
+{
+    if (places.areShared()) {
+        const int k = places.shared();
+        return curve.slope[k] * (E - curve.x[k]) + curve.y[k];
+    }
+    const V k = places.own();
+    return gathered(curve.slope, k) * (E - gathered(curve.x, k)) + gathered(curve.y, k);
 }
 
 void readReferences(const Group& g)
@@ -162,12 +246,8 @@ void readReferences(const Group& g)
         const LcfLaneCurve& curve = g.task.curves[k];
         if (k == 0 || !haveSameEnergies(curve, g.task.curves[k - 1]))
             findSegments(g, curve);
-        for (int i = 0; i < g.n(); ++i) {
-            const V E = g.energy(i) - g.offsets + curve.rowShift + curve.curveShift;
-            const V place = load(g.places + i * width);
-            store(g.row(k, i), gathered(curve.slope, place) * (E - gathered(curve.x, place)) +
-                                   gathered(curve.y, place));
-        }
+        for (int i = 0; i < g.n(); ++i)
+            store(g.row(k, i), curveAt(curve, energyIn(g, curve, i), Places(g.places + i * width)));
     }
 }
 
@@ -201,38 +281,55 @@ struct CurvePoints
     }
 };
 
+/// The fit curve's value at an energy, on the segment that begins at a point of it.
+V fitCurveAt(const Group& g, double E, Places places)
+{
+    V E0{};
+    V E1{};
+    V y0{};
+    V y1{};
+    if (places.areShared()) {
+        const int k = places.shared();
+        E0 = all(g.energy(k));
+        E1 = all(g.energy(k + 1));
+        y0 = load(g.curve + k * width);
+        y1 = load(g.curve + (k + 1) * width);
+    } else {
+        for (int c = 0; c < width; ++c) {
+            const int k = int(places.own()[c]);
+            E0[c] = g.energy(k);
+            E1[c] = g.energy(k + 1);
+            y0[c] = g.curve[k * width + c];
+            y1[c] = g.curve[(k + 1) * width + c];
+        }
+    }
+    const V x0 = E0 - g.offsets;
+    return (y1 - y0) / ((E1 - g.offsets) - x0) * (E - x0) + y0;
+}
+
 /// The residual against the fit curve, which stands at the shifted energies and is read at those of
 /// the scan.
 V shiftedResidual(const Group& g, M& odd)
 {
-    const CurvePoints points(g);
-    int low[width];
+    CurvePoints points(g);
+    SegmentSearch search{};
     for (int c = 0; c < width; ++c) {
-        low[c] = points.first[c];
         if (points.end[c] - points.first[c] < 2) {
             odd[c] = -1;
-            low[c] = 0;
+            points.first[c] = 0;
+            points.end[c] = 2;
         }
+        search.low[c] = points.first[c];
     }
     V sum{};
     for (int i = 1; i < g.n() - 1; ++i) {
         if (!g.task.isResidual[i])
             continue;
-        V E0{};
-        V E1{};
-        V y0{};
-        V y1{};
-        for (int c = 0; c < width; ++c) {
-            while (low[c] < points.end[c] - 2 && g.energy(low[c] + 1) - g.offsets[c] <= g.energy(i))
-                ++low[c];
-            E0[c] = g.energy(low[c]);
-            E1[c] = g.energy(low[c] + 1);
-            y0[c] = g.curve[low[c] * width + c];
-            y1[c] = g.curve[(low[c] + 1) * width + c];
-        }
-        const V x0 = E0 - g.offsets;
-        const V slope = (y1 - y0) / ((E1 - g.offsets) - x0);
-        sum += missed(slope * (g.energy(i) - x0) + y0, g.valueAt(i));
+        const Places places(g.places + i * width);
+        search.find(
+            all(g.energy(i)), [&](int k) { return g.energy(k) - g.offsets; },
+            [&](int c) { return points.end[c] - 2; }, places);
+        sum += missed(fitCurveAt(g, g.energy(i), places), g.valueAt(i));
     }
     return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) / double(g.n());
 }

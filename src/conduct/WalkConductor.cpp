@@ -47,6 +47,7 @@ WalkConductor::Told WalkConductor::leave(Group group)
     Run left = std::exchange(runs_[group], Run());
     if (left.walk) {
         left.walk->stop();
+        shares_[group] = left.walk->shares();
         // It may be one of its own signals that has led here.
         left.walk->disconnect(this);
         left.walk->deleteLater();

@@ -45,6 +45,9 @@ public:
     void stop(Group group);
     bool isRunning(Group group) const { return runs_[group].walk != nullptr; }
 
+    /// Where the time of the group's last walk went.
+    WalkShares shares(Group group) const { return shares_[group]; }
+
     /// Most positions that are worked on together from the next walk on.
     void setTileLanes(int lanes) { lanes_ = lanes; }
 
@@ -62,5 +65,6 @@ private:
     const SourceReader& reader_;
     WalkPool pool_;
     std::array<Run, Groups> runs_;
+    std::array<WalkShares, Groups> shares_; ///< of the last walk
     int lanes_ = tileLanes;
 };

@@ -10,6 +10,9 @@
 
 namespace {
 
+/// Images that are fetched ahead of the one that is summed.
+constexpr int imagesAhead = 8;
+
 bool insideImage(const BlockConditions& conditions, qint64 x, int y)
 {
     return x >= 0 && y >= 0 && x < conditions.imageWidth && y < conditions.imageHeight;
@@ -130,6 +133,7 @@ void BlockSpectra::formMu(const BlockRun& run, double* mu)
     sumDark(run);
     std::fill(i0Formed_.begin(), i0Formed_.end(), false);
     for (int i = 0; i < stacks_.i1.size(); ++i) {
+        prefetch(i + imagesAhead, run);
         stacks_.i1[i]->blockSums(run.x, run.step, run.count, run.y, conditions_.halfX,
                                  conditions_.halfY, i1_.data());
         const double level =
@@ -138,6 +142,19 @@ void BlockSpectra::formMu(const BlockRun& run, double* mu)
         const double* const i0 = i0At(i, run);
         absorptions(i0, run.count, mu + size_t(i) * laneStride);
     }
+}
+
+/// The same place of many images is no stream that the processor would see by itself.
+void BlockSpectra::prefetch(int image, const BlockRun& run) const
+{
+    if (image >= stacks_.i1.size())
+        return;
+    const auto fetch = [&](const TiffData& of) {
+        of.prefetchBlocks(run.x, run.step, run.count, run.y, conditions_.halfX, conditions_.halfY);
+    };
+    fetch(*stacks_.i1[image]);
+    if (!lines_.empty() && conditions_.readsI0())
+        fetch(*stacks_.i0[lines_[size_t(image)].low]);
 }
 
 /// absorption() of each position. The lane form has no branch; what is not common is done again.

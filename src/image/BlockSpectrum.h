@@ -100,6 +100,7 @@ private:
     void planI0();
     void planI0Levels();
     void formChunk(const BlockRun& run, Spectrum* out);
+    void prefetch(int image, const BlockRun& run) const;
     void absorptions(const double* i0, int count, double* mu) const;
     void takeDark(double* counts, int count, double level, const std::vector<double>& dark) const;
     void sumDark(const BlockRun& run);

@@ -17,6 +17,9 @@ constexpr size_t fewestBytes = size_t(64) << 10;
 constexpr size_t mostSharedBytes = chunkBytes / 8;
 /// Images begin where a line of the processor's cache does.
 constexpr size_t alignment = 64;
+/// What is left out between images. Walks read the same place of many images one after the other;
+/// were images as long as a power of two side by side, these would share a few sets of the cache.
+constexpr size_t gapBytes = 9 * alignment;
 
 size_t roundedUp(size_t bytes, size_t step)
 {
@@ -105,7 +108,7 @@ public:
         if (!range_.start || count > size_ - used_)
             return nullptr;
         uchar* const taken = range_.bytes + used_;
-        used_ += qMin(roundedUp(count, alignment), size_ - used_);
+        used_ += qMin(roundedUp(count, alignment) + gapBytes, size_ - used_);
         return taken;
     }
 

@@ -246,6 +246,24 @@ void TiffData::blockSums(int x, int step, int count, int y, int hw, int vw, doub
         std::fill(sums, sums + count, 0.0);
 }
 
+void TiffData::prefetchBlocks(int x, int step, int count, int y, int hw, int vw) const
+{
+    constexpr size_t cacheLine = 64;
+    const size_t size = pixelSize(pixelType);
+    const PixelRange rows = pixelRange(y, vw, shiftY, height);
+    const int first = pixelRange(x, hw, shiftX, width).first;
+    const int last = pixelRange(x + (count - 1) * step, hw, shiftX, width).last;
+    if (!pixels_ || last < first)
+        return;
+    for (int r = rows.first; r <= rows.last; ++r) {
+        const uchar* const row = pixels_.get() + size_t(r) * size_t(width) * size;
+        const uchar* const end = row + (size_t(last) + 1) * size;
+        for (const uchar* p = row + size_t(first) * size; p < end; p += cacheLine)
+            __builtin_prefetch(p);
+        __builtin_prefetch(end - 1);
+    }
+}
+
 double TiffData::areaMean(const QRectF& rect) const
 {
     const int w = truncatedInt(rect.width());

@@ -83,6 +83,9 @@ public:
     /// as blockSum.
     void blockSums(int x, int step, int count, int y, int hw, int vw, double* sums) const;
 
+    /// Lets the processor fetch the pixels of such blocks ahead.
+    void prefetchBlocks(int x, int step, int count, int y, int hw, int vw) const;
+
     /// Mean over columns x .. x+w and rows y .. y+h of rect, its numbers cut to integers; 0 for a
     /// negative width or height.
     double areaMean(const QRectF& rect) const;

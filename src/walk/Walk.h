@@ -36,6 +36,9 @@ public:
     /// From now on no sink is called and nothing is told.
     void stop();
 
+    /// Of what the sinks have taken.
+    WalkShares shares() const { return engine_->shares(); }
+
 Q_SIGNALS:
     /// The sinks have this run.
     void taken(const WalkRun& run);
