@@ -1,5 +1,6 @@
 #include "spectrum/ShiftSearch.h"
 
+#include "common/LaneForms.h"
 #include "spectrum/XafsSpectrum.h"
 
 #include <QDebug>
@@ -27,6 +28,7 @@ ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
     , refMin_(ref.xMin)
     , refMax_(ref.xMax)
     , refShift_(ref.doubleNormalizedPreBase.shift())
+    , sumShifts_(LANE_FORM(sumShifts))
 {
     const QPointF* points = spectrum.points.constData();
     const QPointF* curve = spectrum.doubleNormalizedPreBase.points.constData();
@@ -37,7 +39,7 @@ ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
         squares_ += values_[i] * values_[i];
     }
     const double* E = energies_.constData();
-    finite_ = allFinite(E, energies_.size());
+    rises_ = allFinite(E, energies_.size()) && std::is_sorted(E, E + energies_.size());
     const double edge = spectrum.midx + spectrum.shift();
     const int edgeAt = static_cast<int>(std::lower_bound(E, E + energies_.size(), edge) - E);
     edgeFirst_ = std::max(edgeAt - edgeHalf, 0);
@@ -81,7 +83,7 @@ double ShiftSearch::innerProduct(double shift)
 /// takes the points in their order.
 void ShiftSearch::sumUp(int first, int end, Batch& batch)
 {
-    if (!ref_.hasSegments() || !finite_ || !allFinite(batch.shifts, batch.n)) {
+    if (!ref_.hasSegments() || !rises_ || !allFinite(batch.shifts, batch.n)) {
         for (int k = 0; k < batch.n; ++k) {
             const Sums sums = sumsAt(first, end, batch.shifts[k]);
             batch.tt[k] = sums.tt;
@@ -90,49 +92,12 @@ void ShiftSearch::sumUp(int first, int end, Batch& batch)
         }
         return;
     }
-    std::fill_n(batch.tt, batch.n, 0.0);
-    std::fill_n(batch.rr, batch.n, 0.0);
-    std::fill_n(batch.tr, batch.n, 0.0);
-    int low = 0;
-    for (int i = first; i < end; ++i)
-        sumPoint(energies_[i], values_[i], low, batch);
-}
-
-/// Adds one point of the spectrum to the sums of all shifts. The energies that it is read at fall
-/// with rising shift, so that shifts in a row share a segment of the reference, and those in its
-/// range are a run. `low` is the segment of the first one, and is found from that of the point
-/// before.
-inline void ShiftSearch::sumPoint(double E, double t, int& low, Batch& batch) const
-{
-    // Copies and pointers of their own: the compiler must not fear that a sum is one of them.
-    const double* const shifts = batch.shifts;
-    double* __restrict const tt = batch.tt;
-    double* __restrict const rr = batch.rr;
-    double* __restrict const tr = batch.tr;
-    const double refShift = refShift_;
-    int k = 0;
-    while (k < batch.n && E - shifts[k] > refMax_)
-        ++k;
-    int end = batch.n;
-    while (end > k && E - shifts[end - 1] < refMin_)
-        --end;
-    if (k == end)
+    if (batch.n == 0)
         return;
-    low = ref_.segmentFrom(low, E - shifts[k] + refShift);
-    for (int segment = low; k < end; --segment) {
-        const double slope = ref_.slope(segment);
-        const double x = ref_.x(segment);
-        const double y = ref_.y(segment);
-        int stop = segment > 0 ? k : end;
-        while (stop < end && E - shifts[stop] + refShift >= x)
-            ++stop;
-        for (; k < stop; ++k) {
-            const double r = slope * (E - shifts[k] + refShift - x) + y;
-            tt[k] += t * t;
-            rr[k] += r * r;
-            tr[k] += t * r;
-        }
-    }
+    std::fill(batch.shifts + batch.n, batch.shifts + most, batch.shifts[batch.n - 1]);
+    sumShifts_({energies_.constData() + first, values_.constData() + first, end - first},
+               {ref_.xs(), ref_.ys(), ref_.slopes(), ref_.segments(), refShift_, refMin_, refMax_},
+               {batch.n, batch.shifts, batch.tt, batch.rr, batch.tr});
 }
 
 /// Whether a shift's inner product is sure to be less than `product`, told by the sums over points

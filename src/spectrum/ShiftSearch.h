@@ -1,6 +1,7 @@
 #pragma once
 
 #include "spectrum/CurveTable.h"
+#include "spectrum/ShiftLanes.h"
 
 class XafsSpectrum;
 
@@ -52,7 +53,6 @@ private:
 
     Sums sumsAt(int first, int end, double shift);
     void sumUp(int first, int end, Batch& batch);
-    void sumPoint(double E, double t, int& low, Batch& batch) const;
     bool staysBelow(double product, const Sums& edge) const;
     void tryBatch(double centre, const double* offsets, int n);
     void take(double product, double shift);
@@ -63,11 +63,12 @@ private:
     double squares_ = 0.0;
     int edgeFirst_; ///< points round the edge, which tell most shifts apart
     int edgeEnd_;
-    bool finite_; ///< so are all energies
+    bool rises_; ///< all energies are finite and none is below the one before
     CurveTable ref_;
     double refMin_; ///< range of the reference, raw energies
     double refMax_;
     double refShift_; ///< shift of the reference's curve itself
+    decltype(&lanes::sse2::sumShifts) sumShifts_;
     double best_ = -1e300;
     double bestShift_ = 0.0;
     bool nanLogged_ = false;
