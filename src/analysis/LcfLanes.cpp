@@ -38,26 +38,37 @@ inline V missed(V fit, V value)
 /// References that one pass over the points sums up.
 constexpr int sumsAtOnce = 4;
 
-template<bool isVictoreen, bool isHeld>
+template<LineMode mode, bool isHeld>
 void takeValuesAs(const Group& g, const HeldLanes& held)
 {
     for (int i = 0; i < g.n(); ++i)
-        store(g.values + i * width, comparedAt<isVictoreen, isHeld>(g.edges, held, i));
+        store(g.values + i * width, comparedAt<mode, isHeld>(g.edges, held, i));
+}
+
+template<LineMode mode>
+HeldLanes takeValuesOf(const Group& g)
+{
+    HeldLanes held;
+    if (g.task.holdGap && any(g.edges.close))
+        held = holdGap<mode>(g.edges, {g.task.fitFrom, g.task.fitTo, g.offsets});
+    if (any(held.held))
+        takeValuesAs<mode, true>(g, held);
+    else
+        takeValuesAs<mode, false>(g, held);
+    return held;
 }
 
 HeldLanes takeValues(const Group& g)
 {
-    const bool isVictoreen = g.task.edge->isVictoreen;
-    HeldLanes held;
-    if (g.task.holdGap && any(g.edges.close)) {
-        const ReadLanes read{g.task.fitFrom, g.task.fitTo, g.offsets};
-        held = isVictoreen ? holdGap<true>(g.edges, read) : holdGap<false>(g.edges, read);
+    switch (g.edges.mode()) {
+    case LineMode::Victoreen:
+        return takeValuesOf<LineMode::Victoreen>(g);
+    case LineMode::Bent:
+        return takeValuesOf<LineMode::Bent>(g);
+    case LineMode::Straight:
+        break;
     }
-    if (any(held.held))
-        isVictoreen ? takeValuesAs<true, true>(g, held) : takeValuesAs<false, true>(g, held);
-    else
-        isVictoreen ? takeValuesAs<true, false>(g, held) : takeValuesAs<false, false>(g, held);
-    return held;
+    return takeValuesOf<LineMode::Straight>(g);
 }
 
 /// Sums of the products of four references with the values, over the points of the fit.

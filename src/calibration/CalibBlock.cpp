@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -39,6 +40,12 @@ BlockShift blockShift(const Spectrum& raw, const XafsSpectrum& standard,
         raw, QStringLiteral("Body-Calib"), conditions.backgroundMode, 0.0, conditions.sElm);
     // The comparison reads this one curve.
     block.normalizeIfData(conditions.backgroundMode, XafsSpectrum::FittedCurve);
+    return shiftOfNormalized(std::move(block), standard, conditions);
+}
+
+BlockShift shiftOfNormalized(XafsSpectrum block, const XafsSpectrum& standard,
+                             const CalibConditions& conditions)
+{
     BlockShift found;
     found.outcome = block.outcome;
     if (!found.fitted())

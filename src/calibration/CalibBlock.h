@@ -47,6 +47,10 @@ struct BlockShift
 BlockShift blockShift(const Spectrum& raw, const XafsSpectrum& standard,
                       const CalibConditions& conditions);
 
+/// The same of a block that is normalised by the conditions' background and suggested edge.
+BlockShift shiftOfNormalized(XafsSpectrum block, const XafsSpectrum& standard,
+                             const CalibConditions& conditions);
+
 /// The standard as a calibration compares it: its curve continued by the step where its lines come
 /// too close, and one log line about that. An unsound one is taken as it is.
 XafsSpectrum comparedStandard(const XafsSpectrum& standard, const CalibConditions& conditions);

@@ -1,25 +1,33 @@
 #pragma once
 
 #include "calibration/ShiftMap.h"
+#include "spectrum/ComparedLanes.h"
 #include "walk/WalkKernel.h"
 
 class Analyzed2DRes;
 
-/// The energy shift of a walk's positions against the standard, one value each.
+/// The energy shift of a walk's positions against the standard, one value each. The walk's source
+/// normalises by the conditions' background and suggested edge.
 class CalibKernel : public WalkKernel
 {
 public:
     /// The standard is as comparedStandard() gives it.
     CalibKernel(const XafsSpectrum& standard, const CalibConditions& conditions);
 
-    Stage stage() const override { return Stage::Mu; }
+    Stage stage() const override { return Stage::Curve; }
     int values() const override { return 1; }
     std::unique_ptr<WalkKernel> forWorker() const override;
     void plain(const PlainPosition& at, int lane, TileResult& out) override;
+    Lanes lanes(const Tile& tile, TileResult& out) override;
 
 private:
+    BlockShift shiftOf(const Tile& tile, int lane);
+    double search(const Tile& tile, int lane);
+
     const XafsSpectrum standard_;
     const CalibConditions conditions_;
+    std::vector<double> compared_; ///< [energy][laneStride]
+    ComparedLanes lanes_{};
 };
 
 /// Fills a shift map and its picture, and takes the statistics, in walking order.

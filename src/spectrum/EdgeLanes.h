@@ -5,6 +5,9 @@
 // Lane form of XafsSpectrum::normalize() as far as the edge: the same bits for each lane that it
 // answers for.
 
+/// Points that a bend is sampled at.
+constexpr int bezierSamples = 100;
+
 /// Of one line fitted over the points that a place of the steepest rise leaves for it.
 struct LineTable
 {
@@ -39,7 +42,8 @@ struct EdgeTask
     double lowestMid; ///< window of the mid point [eV] and threshold of the jump, when suggested
     double highestMid;
     double thJump;
-    const LineTable* pre; ///< by index of the steepest rise
+    const double* bezierWeights; ///< [sample][control point]
+    const LineTable* pre;        ///< by index of the steepest rise
     const LineTable* post;
 };
 
@@ -51,9 +55,13 @@ struct EdgeLanes
     double steepest[laneStride]; ///< index of the steepest rise
     double pre[coefficients][laneStride];
     double post[coefficients][laneStride];
-    double preEnd[laneStride];    ///< end of the pre-edge range [eV]
-    double postStart[laneStride]; ///< start of the post-edge range [eV]
-    double midx[laneStride];      ///< as in XafsSpectrum, of fitted lanes
+    /// Of lanes with a bent line, that line [energy][laneStride]. Memory of whoever made this.
+    double* bend;
+    unsigned char preBent[laneStride];  ///< not 0: the pre-edge line is bent
+    unsigned char postBent[laneStride]; ///< not 0: the post-edge line is; at most one of them
+    double preEnd[laneStride];          ///< end of the pre-edge range [eV]
+    double postStart[laneStride];       ///< start of the post-edge range [eV]
+    double midx[laneStride];            ///< as in XafsSpectrum, of fitted lanes
     double dMut[laneStride];
     double heldStep[laneStride];       ///< XafsSpectrum::heldStep() of the gap at the steepest rise
     unsigned char close[laneStride];   ///< XafsSpectrum::linesClose
@@ -62,6 +70,12 @@ struct EdgeLanes
 };
 
 /// Edges of the curves mu [energy][laneStride] of the lanes below `count`; what is behind them up
-/// to laneStride is read and has no meaning. `scratch` has room for n times mostWidth doubles.
+/// to laneStride is read and has no meaning.
 DECLARE_LANE_FORM(findEdges, const EdgeTask& task, const double* mu, int count, double* scratch,
                   EdgeLanes& out)
+
+/// Doubles of scratch memory that findEdges() wants.
+constexpr int edgeLaneScratch(int energies)
+{
+    return (energies + 2 * bezierSamples) * mostWidth;
+}

@@ -56,6 +56,7 @@ EdgePlan::EdgePlan(const std::vector<double>& energies, const SuggestElm& elm, i
     task_.n = int(energies_.size());
     task_.E = energies_.data();
     task_.hc = hcEvAngstrom;
+    task_.bezierWeights = bezierWeights().data()->data();
     task_.isVictoreen = background == VictLine::Victoreen;
     if (task_.isVictoreen) {
         for (const double lambda : wavelengthsOf(grid)) {

@@ -18,8 +18,11 @@ struct EdgeGroup
     V steepest;
     V preEnd;
     V postStart;
-    V step;  ///< XafsSpectrum::heldStep()
-    M close; ///< fitted, and the lines come close
+    V step;             ///< XafsSpectrum::heldStep()
+    M close;            ///< fitted, and the lines come close
+    const double* bend; ///< of the first lane
+    M preBent;
+    M postBent;
 
     EdgeGroup(const EdgeTask& edgeTask, const EdgeLanes& edges, const double* muOfTile, int lane)
         : task(edgeTask)
@@ -30,6 +33,9 @@ struct EdgeGroup
         , postStart(load(edges.postStart + lane))
         , step(load(edges.heldStep + lane))
         , close(M{})
+        , bend(edges.bend + lane)
+        , preBent(maskOf(edges.preBent + lane))
+        , postBent(maskOf(edges.postBent + lane))
     {
         for (int c = 0; c < width; ++c) {
             const bool fitted = edges.outcome[lane + c] == int(Outcome::Fitted);
@@ -38,6 +44,18 @@ struct EdgeGroup
     }
 
     V muAt(int i) const { return load(mu + i * laneStride); }
+
+    LineMode mode() const
+    {
+        if (task.isVictoreen)
+            return LineMode::Victoreen;
+        return any(preBent | postBent) ? LineMode::Bent : LineMode::Straight;
+    }
+    template<LineMode mode>
+    LineValues<mode> values() const
+    {
+        return {task, lines, bend, preBent, postBent};
+    }
 };
 
 /// Where values are continued by the step.
@@ -59,9 +77,10 @@ struct ReadLanes
     M contains(double E) const { return ~(((E - offsets) < from) | ((E - offsets) > to)); }
 };
 
-template<bool isVictoreen>
+template<LineMode mode>
 HeldLanes holdGap(const EdgeGroup& g, const ReadLanes& read)
 {
+    const LineValues<mode> lines = g.template values<mode>();
     HeldLanes h;
     h.firstAbove = all(g.task.n);
     h.lastBelow = all(-1.0);
@@ -70,8 +89,7 @@ HeldLanes holdGap(const EdgeGroup& g, const ReadLanes& read)
     V place{};
     for (int i = 0; i < g.task.n; ++i, place += 1.0) {
         const double E = g.task.E[i];
-        const V gap = lineAtPoint<isVictoreen>(g.task, g.lines.post, i) -
-                      lineAtPoint<isVictoreen>(g.task, g.lines.pre, i);
+        const V gap = lines.post(i) - lines.pre(i);
         const M inside = (place == g.steepest) | ((E >= g.preEnd) & (E <= g.postStart));
         const M isLow = ~(gap >= gapShares::low * g.step) & read.contains(E);
         h.unsound |= isLow & inside;
@@ -88,11 +106,12 @@ HeldLanes holdGap(const EdgeGroup& g, const ReadLanes& read)
 }
 
 /// The value that is compared, at a point.
-template<bool isVictoreen, bool isHeld>
+template<LineMode mode, bool isHeld>
 V comparedAt(const EdgeGroup& g, const HeldLanes& h, int i)
 {
-    const V pre = lineAtPoint<isVictoreen>(g.task, g.lines.pre, i);
-    const V post = lineAtPoint<isVictoreen>(g.task, g.lines.post, i);
+    const LineValues<mode> lines = g.template values<mode>();
+    const V pre = lines.pre(i);
+    const V post = lines.post(i);
     const V mu = g.muAt(i);
     V value = (mu - pre) / (post - pre);
     if constexpr (isHeld) {

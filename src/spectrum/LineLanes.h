@@ -51,6 +51,45 @@ V lineAtPoint(const EdgeTask& t, const LineLanes& line, int i)
     return straightAt(line, all(t.E[i]));
 }
 
+/// What lines a vector of lanes has.
+enum class LineMode
+{
+    Straight,
+    Bent, ///< straight ones, some with a bend
+    Victoreen
+};
+
+inline M maskOf(const unsigned char* marks)
+{
+    M mask{};
+    for (int c = 0; c < width; ++c)
+        mask[c] = marks[c] != 0 ? -1 : 0;
+    return mask;
+}
+
+/// Both lines at the points of the curve.
+template<LineMode mode>
+struct LineValues
+{
+    const EdgeTask& task;
+    const LinePair& lines;
+    const double* bend; ///< of the first lane, [energy][laneStride]
+    M preBent;
+    M postBent;
+
+    V pre(int i) const { return at(lines.pre, preBent, i); }
+    V post(int i) const { return at(lines.post, postBent, i); }
+
+private:
+    V at(const LineLanes& line, M bent, int i) const
+    {
+        const V value = lineAtPoint<mode == LineMode::Victoreen>(task, line, i);
+        if constexpr (mode == LineMode::Bent)
+            return bent ? load(bend + i * laneStride) : value;
+        return value;
+    }
+};
+
 inline LineLanes linesOf(const double (&coefficients)[EdgeLanes::coefficients][laneStride],
                          int lane)
 {

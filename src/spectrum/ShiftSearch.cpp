@@ -15,20 +15,28 @@ constexpr int edgeHalf = 12;
 /// Below this, squares may have lost digits to underflow.
 constexpr double leastSquares = 1e-100;
 
+// A search with a step far too fine for its range ends here instead of blocking the program.
+constexpr int mostShiftsTried = 100000;
+
 bool allFinite(const double* values, int n)
 {
     return std::all_of(values, values + n, [](double v) { return std::isfinite(v); });
 }
 } // namespace
 
-ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
-    : energies_(spectrum.size())
-    , values_(spectrum.size())
+ShiftSearch::ShiftSearch(const XafsSpectrum& ref, int n)
+    : energies_(n)
+    , values_(n)
     , ref_(ref.doubleNormalizedPreBase)
     , refMin_(ref.xMin)
     , refMax_(ref.xMax)
     , refShift_(ref.doubleNormalizedPreBase.shift())
     , sumShifts_(LANE_FORM(sumShifts))
+{
+}
+
+ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
+    : ShiftSearch(ref, spectrum.size())
 {
     const QPointF* points = spectrum.points.constData();
     const QPointF* curve = spectrum.doubleNormalizedPreBase.points.constData();
@@ -36,14 +44,50 @@ ShiftSearch::ShiftSearch(const XafsSpectrum& spectrum, const XafsSpectrum& ref)
     for (int i = 0; i < spectrum.size(); ++i) {
         energies_[i] = points[i].x();
         values_[i] = i < curveSize ? curve[i].y() : 0.0;
-        squares_ += values_[i] * values_[i];
     }
+    takeEdge(spectrum.midx + spectrum.shift());
+}
+
+ShiftSearch::ShiftSearch(const double* energies, const double* values, int n, double edge,
+                         const XafsSpectrum& ref)
+    : ShiftSearch(ref, n)
+{
+    std::copy_n(energies, n, energies_.data());
+    std::copy_n(values, n, values_.data());
+    takeEdge(edge);
+}
+
+void ShiftSearch::takeEdge(double edge)
+{
+    for (const double v : values_)
+        squares_ += v * v;
     const double* E = energies_.constData();
     rises_ = allFinite(E, energies_.size()) && std::is_sorted(E, E + energies_.size());
-    const double edge = spectrum.midx + spectrum.shift();
     const int edgeAt = static_cast<int>(std::lower_bound(E, E + energies_.size(), edge) - E);
     edgeFirst_ = std::max(edgeAt - edgeHalf, 0);
     edgeEnd_ = std::min(edgeAt + edgeHalf, energies_.size());
+}
+
+double ShiftSearch::find(double centre, double range, double step, double minStep)
+{
+    if (step < minStep || !std::isfinite(range))
+        return 0.0;
+    // All levels share this centre and the best value, so a finer level does not refine round the
+    // best shift of a coarser one: deliberate.
+    int left = mostShiftsTried;
+    for (; step >= minStep && step > 0.0; step *= 0.1, range *= 0.1) {
+        QVarLengthArray<double, 128> offsets;
+        double d = -range;
+        for (; d <= range && offsets.size() < left; d += step)
+            offsets.append(d);
+        tryShifts(centre, offsets.constData(), offsets.size());
+        left -= offsets.size();
+        if (d <= range) {
+            qDebug() << "shift search given up: range" << range << "is too wide for step" << step;
+            break;
+        }
+    }
+    return bestShift_;
 }
 
 ShiftSearch::Sums ShiftSearch::sumsAt(int first, int end, double shift)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "spectrum/EdgeLanes.h"
 #include "spectrum/Spectrum.h"
 
 #include <QVarLengthArray>
@@ -10,6 +11,11 @@
 /// lines of a spectrum share them; straight lines need none.
 using Wavelengths = QVarLengthArray<double, 512>;
 Wavelengths wavelengthsOf(const Spectrum& s);
+
+/// Weights of the four control points of a Bezier bend, at each step of the curve's parameter.
+using BezierWeights = std::array<double, 4>;
+using BezierTable = std::array<BezierWeights, bezierSamples>;
+const BezierTable& bezierWeights();
 
 /// One background line of a spectrum: a least-squares fit of the Victoreen form
 /// y = c0 + c1 lambda^3 + c2 lambda^4 (lambda = hc / E) or of a straight line y = c0 + slope E,

@@ -10,14 +10,9 @@
 // over from an earlier fit must not leak into the new one.
 
 namespace {
-constexpr int bezierSamples = 100;
-
-/// Weights of the four control points at one step of the curve's parameter.
-using BezierWeights = std::array<double, 4>;
-
-std::array<BezierWeights, bezierSamples> makeBezierWeights()
+BezierTable makeBezierWeights()
 {
-    std::array<BezierWeights, bezierSamples> table;
+    BezierTable table;
     double t = 0.0;
     for (BezierWeights& w : table) {
         const double u = 1 - t;
@@ -27,6 +22,12 @@ std::array<BezierWeights, bezierSamples> makeBezierWeights()
     return table;
 }
 } // namespace
+
+const BezierTable& bezierWeights()
+{
+    static const BezierTable weights = makeBezierWeights();
+    return weights;
+}
 
 void VictLine::genCorrectedInPost(const VictLine& other)
 {
@@ -97,7 +98,6 @@ void VictLine::bendBezierBelow(const VictLine& other)
 /// parameter's end is not sampled, so that the last stretch is extrapolated.
 void VictLine::sampleBezier()
 {
-    static const std::array<BezierWeights, bezierSamples> weights = makeBezierWeights();
     const QPointF p0 = controlPoints.at(0);
     const QPointF p1 = controlPoints.at(1);
     const QPointF p2 = controlPoints.at(2);
@@ -105,7 +105,7 @@ void VictLine::sampleBezier()
     const int first = size();
     points.resize(first + bezierSamples);
     QPointF* out = points.data() + first;
-    for (const BezierWeights& w : weights) {
+    for (const BezierWeights& w : bezierWeights()) {
         *out++ = QPointF(w[0] * p0.x() + w[1] * p1.x() + w[2] * p2.x() + w[3] * p3.x(),
                          w[0] * p0.y() + w[1] * p1.y() + w[2] * p2.y() + w[3] * p3.y());
     }

@@ -4,15 +4,8 @@
 #include "spectrum/GapShares.h"
 #include "spectrum/ShiftSearch.h"
 
-#include <QDebug>
-
 #include <algorithm>
 #include <cmath>
-
-namespace {
-// A search with a step far too fine for its range ends here instead of blocking the program.
-constexpr int mostShiftsTried = 100000;
-} // namespace
 
 /// Energies and both lines at every point: read once by the search for the mid point and once by
 /// the normalised curves, and kept off the heap for the usual number of energies.
@@ -353,24 +346,5 @@ double XafsSpectrum::innerProduct(double shift, const XafsSpectrum& ref) const
 double XafsSpectrum::findBestShift(const XafsSpectrum& ref, double range, double step,
                                    double minStep) const
 {
-    if (step < minStep || !std::isfinite(range))
-        return 0.0;
-    ShiftSearch search(*this, ref);
-    // All levels share this centre and the best value, so a finer level does not refine round the
-    // best shift of a coarser one: deliberate.
-    const double centre = midx - ref.midx;
-    int left = mostShiftsTried;
-    for (; step >= minStep && step > 0.0; step *= 0.1, range *= 0.1) {
-        QVarLengthArray<double, 128> offsets;
-        double d = -range;
-        for (; d <= range && offsets.size() < left; d += step)
-            offsets.append(d);
-        search.tryShifts(centre, offsets.constData(), offsets.size());
-        left -= offsets.size();
-        if (d <= range) {
-            qDebug() << "shift search given up: range" << range << "is too wide for step" << step;
-            break;
-        }
-    }
-    return search.bestShift();
+    return ShiftSearch(*this, ref).find(midx - ref.midx, range, step, minStep);
 }

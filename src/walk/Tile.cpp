@@ -2,14 +2,6 @@
 
 #include "common/LaneForms.h"
 
-Lanes Tile::odd() const
-{
-    Lanes marks;
-    for (int lane = 0; lane < count; ++lane)
-        marks[std::size_t(lane)] = edges.odd[lane] != 0;
-    return marks;
-}
-
 TileMaker::TileMaker(const SharedSource& source, const std::shared_ptr<const EdgePlan>& plan)
     : source_(source)
     , plan_(plan)
@@ -18,7 +10,9 @@ TileMaker::TileMaker(const SharedSource& source, const std::shared_ptr<const Edg
 {
     const auto energies = std::size_t(source->i1.size());
     mu_.assign(energies * laneStride, 1.0);
-    scratch_.resize(energies * mostWidth);
+    scratch_.resize(std::size_t(edgeLaneScratch(int(energies))));
+    bend_.resize(mu_.size());
+    edges_.bend = bend_.data();
 }
 
 bool TileMaker::formMu(const WalkRun& run)

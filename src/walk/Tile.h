@@ -27,9 +27,6 @@ struct Tile
     const double* offsets;  ///< energy shift of the position, XafsSpectrum::eOffset [eV]
     bool isShifted;         ///< some offset is not 0
     int count;              ///< lanes of the run
-
-    /// Lanes of which nothing is told: the plain form's.
-    Lanes odd() const;
 };
 
 /// Forms the tiles of one worker in memory that it takes once.
@@ -58,6 +55,7 @@ private:
     WalkRun run_;
     bool isShifted_ = false;
     std::vector<double> mu_;
+    std::vector<double> bend_; ///< [energy][laneStride] of lanes with a bent line
     std::vector<double> scratch_;
     std::array<double, laneStride> offsets_{};
     EdgeLanes edges_{};
