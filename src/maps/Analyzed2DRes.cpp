@@ -58,6 +58,7 @@ void Analyzed2DRes::freeBuffers()
 
 void Analyzed2DRes::dropPicture()
 {
+    isStale_ = false;
     image_.reset();
     std::vector<uchar>().swap(imageBytes_);
 }
@@ -131,11 +132,14 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     hasValues_ = other->hasValues_;
     procData_ = other->procData_;
     useProc_ = other->useProc_;
+    if (other->isStale_)
+        paint();
+    else
+        imageBytes_ = other->imageBytes_;
     // Only as many bytes as the map has pixels: where rows are padded the last ones stay black
     // until the next genImg(), on purpose.
-    imageBytes_.assign(other->imageBytes_.size(), 0);
     const std::size_t copied = std::min(pixelCount(stepper), imageBytes_.size());
-    std::copy_n(other->imageBytes_.begin(), copied, imageBytes_.begin());
+    std::fill(imageBytes_.begin() + std::ptrdiff_t(copied), imageBytes_.end(), uchar(0));
     wrapImage();
 }
 
@@ -236,6 +240,13 @@ void Analyzed2DRes::wrapImage()
 
 void Analyzed2DRes::genImg()
 {
+    isStale_ = true;
+    imgValid = true;
+}
+
+void Analyzed2DRes::paint()
+{
+    isStale_ = false;
     image_.reset();
     const bool hasPixels = pixelCount(stepper) > 0;
     const int stride = hasPixels ? displayStride(imgFormat, stepper.width) : 0;
@@ -244,7 +255,6 @@ void Analyzed2DRes::genImg()
     if (!shownField().empty() && !imageBytes_.empty())
         paintField(shownField().data(), stride);
     wrapImage();
-    imgValid = true;
 }
 
 void Analyzed2DRes::paintField(const double* v, int stride)
@@ -262,8 +272,10 @@ void Analyzed2DRes::paintField(const double* v, int stride)
     }
 }
 
-QImage* Analyzed2DRes::img() const
+QImage* Analyzed2DRes::img()
 {
+    if (isStale_)
+        paint();
     return image_.get();
 }
 

@@ -101,10 +101,11 @@ public Q_SLOTS:
     /// Stores 0.0 over the same block and leaves the extremes as they are: the position failed, and
     /// its 0 is no result that a scale should show or a filter take in.
     void leaveOut(int ix, int iy, int xw, int yw);
-    /// Makes the picture anew through the colour bar.
+    /// Has the picture made anew, through the colour bar as it is when somebody next reads it: most
+    /// maps of a walk are never looked at.
     void genImg();
     /// The picture, owned by the map; may be null.
-    QImage* img() const;
+    QImage* img();
     /// Values scaled to 16 bits: one a position (asAnalyzed), cut to the ends of the scale, or one
     /// a pixel, wrapping outside the scale unless `clamp` cuts them too. Null when there is nothing
     /// to save. The caller frees the array with delete[]; savedSamples tells its length.
@@ -146,6 +147,7 @@ private:
     double sample(const LazyField& field, int x, int y) const;
     Scale fieldScale() const;
     void wrapImage();
+    void paint();
     void copySettings(const Analyzed2DRes& other);
     void paintField(const double* v, int stride);
     LazyField shownPositions() const;
@@ -169,6 +171,7 @@ private:
     std::vector<uchar> leftOut_; ///< 1 for pixels of failed positions; empty without any
     LazyField procData_;         ///< empty until a filter has run
     bool useProc_ = false;       ///< only with a processed field
+    bool isStale_ = false;       ///< genImg() asked for a picture that nobody has read yet
     bool hasValues_ = false;     ///< data_ was given a value since it was prepared
     std::vector<uchar> imageBytes_;
     std::unique_ptr<QImage> image_;

@@ -31,7 +31,7 @@ QVector<int> savedBy(Analyzed2DRes& map, bool fixed, double lo, double hi, bool 
     return saved ? QVector<int>(saved.data(), saved.data() + map.savedSamples) : QVector<int>();
 }
 
-QByteArray greyRow(const Analyzed2DRes& map, int y)
+QByteArray greyRow(Analyzed2DRes& map, int y)
 {
     return {reinterpret_cast<const char*>(map.img()->constScanLine(y)), map.img()->width()};
 }
