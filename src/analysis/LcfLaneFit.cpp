@@ -32,7 +32,8 @@ void solveLcfNormal(int references, const double* a, const double* b, double* we
 LcfLaneFit::LcfLaneFit(LcfPlan& plan, const EdgePlan& edges)
     : fit_(LANE_FORM(fitLcfLanes))
 {
-    if (!edges.isUsable() || plan.references().size() > std::size_t(mostLaneReferences) ||
+    if (!edges.isUsable() || plan.references().empty() ||
+        plan.references().size() > std::size_t(mostLaneReferences) ||
         plan.request().rows.size() < 2)
         return;
     XafsSpectrum grid;

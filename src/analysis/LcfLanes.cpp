@@ -71,20 +71,26 @@ HeldLanes takeValues(const Group& g)
     return takeValuesOf<LineMode::Straight>(g);
 }
 
-/// Sums of the products of four references with the values, over the points of the fit.
-void sumProducts(const Group& g, int first, V* sums)
+/// Sums of the products of four references with the values, over the points of the fit, and on the
+/// way, where it is asked for, the sum of what the walk's fit curve misses.
+template<bool withMissed>
+V sumProducts(const Group& g, int first, V* sums)
 {
     V sum[sumsAtOnce] = {};
+    V missedSum{};
     const double* row = g.task.rows + first;
     for (int i = 0; i < g.n(); ++i, row += g.task.stride) {
-        if (!g.task.isFitted[i])
-            continue;
         const V value = g.valueAt(i);
-        for (int k = 0; k < sumsAtOnce; ++k)
-            sum[k] += row[k] * value;
+        if (g.task.isFitted[i]) {
+            for (int k = 0; k < sumsAtOnce; ++k)
+                sum[k] += row[k] * value;
+        }
+        if (withMissed && g.task.isResidual[i])
+            missedSum += missed(all(g.task.fitValues[i]), value);
     }
     for (int k = 0; k < sumsAtOnce; ++k)
         sums[first + k] = sum[k];
+    return missedSum;
 }
 
 /// Solves by the factors that all lanes share.
@@ -107,13 +113,9 @@ void solve(const Group& g, const V* b, V* weights)
     }
 }
 
-V residual(const Group& g)
+/// The residual of a sum over the points of the residual.
+V residualOf(const Group& g, V sum)
 {
-    V sum{};
-    for (int i = 0; i < g.n(); ++i) {
-        if (g.task.isResidual[i])
-            sum += missed(all(g.task.fitValues[i]), g.valueAt(i));
-    }
     return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) / double(g.n());
 }
 
@@ -135,10 +137,15 @@ V ownResidual(const Group& g, const V* weights)
 V fitUnshifted(const Group& g, V* weights)
 {
     V b[mostLaneReferences + sumsAtOnce];
-    for (int first = 0; first < g.task.references; first += sumsAtOnce)
-        sumProducts(g, first, b);
+    V missedSum{};
+    if (g.task.ownWeights)
+        sumProducts<false>(g, 0, b);
+    else
+        missedSum = sumProducts<true>(g, 0, b);
+    for (int first = sumsAtOnce; first < g.task.references; first += sumsAtOnce)
+        sumProducts<false>(g, first, b);
     solve(g, b, weights);
-    return g.task.ownWeights ? ownResidual(g, weights) : residual(g);
+    return g.task.ownWeights ? ownResidual(g, weights) : residualOf(g, missedSum);
 }
 
 bool haveSameEnergies(const LcfLaneCurve& a, const LcfLaneCurve& b)

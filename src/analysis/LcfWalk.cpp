@@ -72,9 +72,11 @@ void LcfKernel::take(const LcfLaneFits& fits, const EdgeLanes& edges, int lane,
 
 LcfSink::LcfSink(const LcfRequest& conditions, const Maps& maps)
     : maps_(maps)
-    , fittedRows_(conditions.fittedRows())
     , ownWeights_(conditions.ownWeights)
 {
+    const QVector<int> fitted = conditions.fittedRows();
+    for (const int row : maps_.rows)
+        isFitted_.push_back(fitted.contains(row) ? 1 : 0);
 }
 
 void LcfSink::take(const WalkRun& run, const TileResult& result)
@@ -89,7 +91,7 @@ void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResu
 {
     const Outcome outcome = result.outcomes[std::size_t(lane)];
     for (int k = 0; k < maps_.rows.size(); ++k) {
-        if (outcome == Outcome::Fitted && !fittedRows_.contains(maps_.rows.at(k)))
+        if (outcome == Outcome::Fitted && isFitted_[std::size_t(k)] == 0)
             continue;
         maps_.jumps.at(k)->setData(at.cx, at.cy, at.halfX, at.halfY, result.value(2 * k, lane));
         maps_.weights.at(k)->setData(at.cx, at.cy, at.halfX, at.halfY,

@@ -51,7 +51,7 @@ private:
     double residualToRecord(int lane, const TileResult& result);
 
     const Maps maps_;
-    const QVector<int> fittedRows_; ///< that have values where a position is fitted
+    std::vector<char> isFitted_; ///< row has values where a position is fitted, one of maps_.rows
     const bool ownWeights_;
     double zansa_ = 0.0; ///< residual of the last position that was fitted
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "common/LogParts.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -41,35 +43,19 @@ double logOfRare(double x);
 
 /// log() of x 2^shift, for a positive normal x; of anything else, a number without meaning.
 ///
-/// x 2^shift = 2^k m with m in [sqrt(1/2), sqrt(2)), f = m - 1 and s = f / (2 + f): then
-/// log(m) = 2 artanh(s) = f - f^2 / 2 + s (f^2 / 2 + R(s^2)), where R is the minimax polynomial
-/// that K. C. Ng derived with Remez' exchange, relative error 2^-58.45. It is summed as its odd and
-/// even terms, which do not wait for each other. k log(2) is added in two parts, of which the
-/// large one times k is exact (Cody and Waite, "Software Manual for the Elementary Functions").
+/// x 2^shift = 2^k m with m in [sqrt(1/2), sqrt(2)) and f = m - 1; then see logOfParts().
 inline double logOfCommon(double x, int shift = 0)
 {
     constexpr std::uint64_t one = 0x3ff0000000000000;
     constexpr std::uint64_t sqrtHalf = 0x3fe6a09e667f3bcd;
     constexpr int mantissaBits = 52;
     constexpr std::uint64_t mantissa = (std::uint64_t(1) << mantissaBits) - 1;
-    constexpr double log2Large = 6.93147180369123816490e-01;
-    constexpr double log2Small = 1.90821492927058770002e-10;
 
     // Counted from sqrt(1/2), the exponent is k without a comparison.
     const std::uint64_t bits = bitsOf(x) + (one - sqrtHalf);
     const double k = double(int(bits >> mantissaBits) - int(one >> mantissaBits) + shift);
     const double f = fromBits((bits & mantissa) + sqrtHalf) - 1.0;
-    const double s = f / (2.0 + f);
-    const double z = s * s;
-    const double w = z * z;
-    const double even = w * (3.999999999940941908e-01 +
-                             w * (2.222219843214978396e-01 + w * 1.531383769920937332e-01));
-    const double odd = z * (6.666666666666735130e-01 +
-                            w * (2.857142874366239149e-01 +
-                                 w * (1.818357216161805012e-01 + w * 1.479819860511658591e-01)));
-    const double halfSquare = 0.5 * f * f;
-    const double rest = s * (halfSquare + (even + odd)) + k * log2Small;
-    return k * log2Large - ((halfSquare - rest) - f);
+    return logOfParts(k, f);
 }
 
 /// Natural logarithm. It is inline, since a map takes it many million times.

@@ -1,6 +1,7 @@
 #include "image/BlockLanes.h"
 
 #include "common/LaneVector.h"
+#include "common/LogParts.h"
 
 namespace {
 
@@ -24,22 +25,10 @@ inline V logOfCommon(V x)
     constexpr std::uint64_t digitsOfTwoTo52 = 0x4330000000000000;
     constexpr double twoTo52 = 4503599627370496.0;
     constexpr double exponentBias = 1023.0;
-    constexpr double log2Large = 6.93147180369123816490e-01;
-    constexpr double log2Small = 1.90821492927058770002e-10;
     const U bits = bitsOf(x) + (one - sqrtHalf);
     const V k = fromBits((bits >> 52) | digitsOfTwoTo52) - (twoTo52 + exponentBias);
     const V f = fromBits((bits & mantissa) + sqrtHalf) - 1.0;
-    const V s = f / (2.0 + f);
-    const V z = s * s;
-    const V w = z * z;
-    const V even = w * (3.999999999940941908e-01 +
-                        w * (2.222219843214978396e-01 + w * 1.531383769920937332e-01));
-    const V odd = z * (6.666666666666735130e-01 +
-                       w * (2.857142874366239149e-01 +
-                            w * (1.818357216161805012e-01 + w * 1.479819860511658591e-01)));
-    const V halfSquare = 0.5 * f * f;
-    const V rest = s * (halfSquare + (even + odd)) + k * log2Small;
-    return k * log2Large - ((halfSquare - rest) - f);
+    return logOfParts(k, f);
 }
 
 /// Not 0 in its highest bit where portable::signOfRare() isn't.

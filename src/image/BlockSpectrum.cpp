@@ -262,8 +262,12 @@ const double* BlockSpectra::i0At(int image, const BlockRun& run)
         std::fill_n(i0, run.count, blockPixels_);
         return i0;
     }
+    const double level = i0Levels_[size_t(image)];
+    const bool isBare = !conditions_.dark && level == 0.0;
+    if (isBare && !lines_.empty() && lines_[size_t(image)].isAtLow)
+        return i0Sums(lines_[size_t(image)].low, run);
     readI0(image, run);
-    takeDark(i0, run.count, i0Levels_[size_t(image)], i0Dark_);
+    takeDark(i0, run.count, level, i0Dark_);
     return i0;
 }
 

@@ -1,9 +1,13 @@
 #include "BodyFixture.h"
 #include "analysis/LCFReference.h"
+#include "display/ImgDispA.h"
 #include "support/LogCapture.h"
+#include "support/RandomStack.h"
 
 #include <QCheckBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
 #include <QPushButton>
 
 /// Walks over the map in the main window, by its real commands, signals and threads.
@@ -192,6 +196,46 @@ private Q_SLOTS:
         QVERIFY(ratioMap(body, 0)->imgValid); // what can be saved can be seen
         QVERIFY(body.run("analyzer_exec_LCF"));
         QVERIFY(values(ratioMap(body, 0)).last() > 0.5);
+    }
+
+    /// Over 120,000 positions: what is typed and where the mouse goes is seen to in between, and a
+    /// stop does not wait for the rest.
+    void theWindowAnswersWhileAWalkRuns()
+    {
+        DrivenBody body;
+        QVERIFY(body.load(experiment_));
+        QVERIFY(body.runAll({"clear_I1_files", "clear_I0_files", "eng_calc_base_i1 8850",
+                             "eng_calc_delta_i1 3.5", "eng_calc_base_i0 8850",
+                             "eng_calc_delta_i0 3.5"}));
+        constexpr int side = 350;
+        for (int i = 0; i < 60; ++i) {
+            const auto counts = [i](int x, int) { return 9000.0 + x - (i > 37 ? 4000.0 : 0.0); };
+            const auto beam = [](int x, int) { return 20000.0 + x; };
+            body.loadedI1(makeImage(side, side, TiffData::TiffWords, counts).release(), i);
+            body.stacks().loadedI0(makeImage(side, side, TiffData::TiffWords, beam).release(), i);
+        }
+        body.setMaxPositionsPerRequest(1);
+        QVERIFY(body.run(QStringLiteral("select_region 0 0 %1 %1").arg(side)));
+        const auto* button = body.analyzer()->findChild<QPushButton*>("AskAnalyze");
+        auto* field = body.findChild<QLineEdit*>("HWidth");
+        const QSignalSpy spectra(&body.cursor(), &CursorConductor::spectrumFormed);
+        body.start2DAnalysis();
+        for (int turn = 0; turn < 5; ++turn) {
+            field->selectAll();
+            QTest::keyClicks(field, QString::number(turn));
+            QMouseEvent move(QEvent::MouseMove, QPointF(20 + turn, 30), Qt::NoButton, Qt::NoButton,
+                             Qt::NoModifier);
+            QCoreApplication::postEvent(body.findChild<ImgDispA*>("dispA"), new QMouseEvent(move));
+            QTest::qWait(5);
+            QCOMPARE(field->text(), QString::number(turn));
+            QVERIFY(spectra.size() > turn);
+            QCOMPARE(button->text(), QString("Stop"));
+        }
+        QElapsedTimer stopping;
+        stopping.start();
+        body.start2DAnalysis();
+        QVERIFY(stopping.elapsed() < 500);
+        QCOMPARE(button->text(), QString("Analyze"));
     }
 
     /// Who waits for a walk that is stopped, by the button or by a new one, is told once.
