@@ -18,11 +18,13 @@ void blockSpectrum(benchmark::State& state)
 {
     const int half = int(state.range(0));
     const int step = 2 * half + 1;
-    const int count = (synthetic::side - half) / step;
+    const int count = std::min(mostLanes, (synthetic::side - half) / step);
     BlockSpectra blocks(synthetic::stacks(), synthetic::conditions(half));
+    std::vector<double> mu(blocks.energies().size() * laneStride);
     int y = half;
     for (auto _ : state) {
-        benchmark::DoNotOptimize(blocks.row(half, step, count, y));
+        blocks.formMu({half, step, count, y}, mu.data());
+        benchmark::DoNotOptimize(mu.data());
         y = (y + step) % (synthetic::side - half);
     }
     countPositions(state, count);
@@ -50,7 +52,8 @@ void fitLcfOfARow(benchmark::State& state, bool shifted)
     request.inWalk = true;
     QVector<XafsSpectrum> spectra;
     BlockSpectra blocks(synthetic::stacks(), synthetic::conditions(0));
-    for (const Spectrum& raw : blocks.row(0, 1, synthetic::side, 100)) {
+    for (int x = 0; x < synthetic::side; ++x) {
+        const Spectrum raw = blocks.at(x, 100);
         const double offset = shifted ? 0.003 * spectra.size() : 0.0;
         spectra.append(XafsSpectrum(raw, QString(), VictLine::Straight, offset, SuggestElm()));
     }

@@ -101,15 +101,21 @@ enum class Under
 /// Brings the condition about, or takes it away.
 void setUnder(Body& body, Under under, bool on)
 {
-    if (under == Under::Shift && on) {
+    switch (under) {
+    case Under::Plain:
+        break;
+    case Under::Shift: {
         const QTemporaryDir folder;
-        command(body, QStringLiteral("calib_load_map ") + writeShifts(folder.path()));
-    } else if (under == Under::Shift) {
-        command(body, QStringLiteral("calib_clear_map"));
-    } else if (under == Under::Victoreen) {
+        command(body, on ? QStringLiteral("calib_load_map ") + writeShifts(folder.path())
+                         : QStringLiteral("calib_clear_map"));
+        break;
+    }
+    case Under::Victoreen:
         command(body, QStringLiteral("calib_target_background %1").arg(on ? 0 : 1));
-    } else if (under == Under::Display) {
+        break;
+    case Under::Display:
         body.analyzer()->findChild<QAbstractButton*>(QStringLiteral("DispOnTime"))->setChecked(on);
+        break;
     }
 }
 
@@ -138,7 +144,7 @@ void walkLcf(benchmark::State& state, Under under)
     setUnder(body, under, false);
 }
 
-/// 128x128 positions of one pixel against a standard, point by point through the event loop.
+/// 128x128 positions of one pixel against a standard, through the window.
 void calibrateChain(benchmark::State& state)
 {
     Body& body = preparedBody();
@@ -167,35 +173,19 @@ void calibrateChain(benchmark::State& state)
     command(body, QStringLiteral("select_region 0 0 %1 %1").arg(synthetic::side));
 }
 
+/// The window works beside the pool: the clock counts, and the time of all threads.
+void asWalk(benchmark::internal::Benchmark* walk)
+{
+    walk->Unit(benchmark::kMillisecond)->UseRealTime()->MeasureProcessCPUTime();
+}
+
 } // namespace
 
-BENCHMARK(calibrateChain)
-    ->Name("calibrate_chain_128x128")
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(walkLcf, plain, Under::Plain)
-    ->Name("walk_lcf")
-    ->Arg(0)
-    ->Arg(2)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(walkLcf, shift, Under::Shift)
-    ->Name("walk_lcf_shift")
-    ->Arg(0)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
+BENCHMARK(calibrateChain)->Name("calibrate_chain_128x128")->Apply(asWalk);
+BENCHMARK_CAPTURE(walkLcf, plain, Under::Plain)->Name("walk_lcf")->Arg(0)->Arg(2)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkLcf, shift, Under::Shift)->Name("walk_lcf_shift")->Arg(0)->Apply(asWalk);
 BENCHMARK_CAPTURE(walkLcf, victoreen, Under::Victoreen)
     ->Name("walk_lcf_victoreen")
     ->Arg(0)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
-BENCHMARK_CAPTURE(walkLcf, display, Under::Display)
-    ->Name("walk_lcf_disp")
-    ->Arg(0)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->MeasureProcessCPUTime();
+    ->Apply(asWalk);
+BENCHMARK_CAPTURE(walkLcf, display, Under::Display)->Name("walk_lcf_disp")->Arg(0)->Apply(asWalk);

@@ -29,6 +29,16 @@ void solveLcfNormal(int references, const double* a, const double* b, double* we
         weights[k] = x[pivots[k]];
 }
 
+namespace {
+
+bool haveSameEnergies(const LcfLaneCurve& a, const LcfLaneCurve& b)
+{
+    return a.segments == b.segments && a.rowShift == b.rowShift && a.curveShift == b.curveShift &&
+           std::equal(a.x, a.x + a.segments + 1, b.x);
+}
+
+} // namespace
+
 LcfLaneFit::LcfLaneFit(LcfPlan& plan, const EdgePlan& edges)
     : fit_(LANE_FORM(fitLcfLanes))
 {
@@ -52,8 +62,11 @@ LcfLaneFit::LcfLaneFit(LcfPlan& plan, const EdgePlan& edges)
     usable_ = true;
     for (const LcfPlan::Reference& r : plan.references()) {
         usable_ = usable_ && r.table.hasSegments();
-        curves_.push_back({r.table.xs(), r.table.ys(), r.table.slopes(), r.table.segments(),
-                           r.shift, r.curveShift});
+        LcfLaneCurve curve{
+            r.table.xs(), r.table.ys(), r.table.slopes(), r.table.segments(), r.shift,
+            r.curveShift, false};
+        curve.readsLikeTheLast = !curves_.empty() && haveSameEnergies(curves_.back(), curve);
+        curves_.push_back(curve);
     }
     task_.curves = curves_.data();
     takePoints(plan);

@@ -148,17 +148,6 @@ V fitUnshifted(const Group& g, V* weights)
     return g.task.ownWeights ? ownResidual(g, weights) : residualOf(g, missedSum);
 }
 
-bool haveSameEnergies(const LcfLaneCurve& a, const LcfLaneCurve& b)
-{
-    if (a.segments != b.segments || a.rowShift != b.rowShift || a.curveShift != b.curveShift)
-        return false;
-    for (int i = 0; i <= a.segments; ++i) {
-        if (a.x[i] != b.x[i])
-            return false;
-    }
-    return true;
-}
-
 /// Where the lanes read a curve at one energy: neighbours with nearly the same offset mostly share
 /// a segment, which needs no reading lane by lane. In memory [width].
 class Places
@@ -262,7 +251,7 @@ void readReferences(const Group& g)
 {
     for (int k = 0; k < g.task.references; ++k) {
         const LcfLaneCurve& curve = g.task.curves[k];
-        if (k == 0 || !haveSameEnergies(curve, g.task.curves[k - 1]))
+        if (!curve.readsLikeTheLast)
             findSegments(g, curve);
         for (int i = 0; i < g.n(); ++i)
             store(g.row(k, i), curveAt(curve, energyIn(g, curve, i), Places(g.places + i * width)));
@@ -349,7 +338,7 @@ V shiftedResidual(const Group& g, M& odd)
             [&](int c) { return points.end[c] - 2; }, places);
         sum += missed(fitCurveAt(g, g.energy(i), places), g.valueAt(i));
     }
-    return (g.task.residualPoints == 0 ? V{} : sum / double(g.task.residualPoints)) / double(g.n());
+    return residualOf(g, sum);
 }
 
 V shiftedOwnResidual(const Group& g, const V* weights)
@@ -416,18 +405,16 @@ void fitGroup(const Group& g, bool isShifted, LcfLaneFits& out)
 {
     // An offset beyond all energies would leave nothing to search in.
     constexpr double mostOffset = 1e6;
-    M odd = ~(sizeOf(g.offsets) < mostOffset);
+    M odd = ~(absolute(g.offsets) < mostOffset);
     const HeldLanes held = takeValues(g);
     V weights[mostLaneReferences];
     const V zansa = isShifted ? fitShifted(g, weights, odd) : fitUnshifted(g, weights);
     for (int k = 0; k < g.task.references; ++k)
         store(out.weights[k] + g.lane, weights[k]);
     store(out.zansa + g.lane, zansa);
-    for (int c = 0; c < width; ++c) {
-        out.held[g.lane + c] = static_cast<unsigned char>(held.held[c] != 0);
-        out.unsound[g.lane + c] = static_cast<unsigned char>(held.unsound[c] != 0);
-        out.odd[g.lane + c] = static_cast<unsigned char>(odd[c] != 0);
-    }
+    storeMarks(held.held, out.held + g.lane);
+    storeMarks(held.unsound, out.unsound + g.lane);
+    storeMarks(odd, out.odd + g.lane);
 }
 
 } // namespace

@@ -16,6 +16,7 @@ struct LcfLaneCurve
     int segments;
     double rowShift; ///< dE of the row [eV]
     double curveShift;
+    bool readsLikeTheLast; ///< the reference before has the same energies and shifts
 };
 
 /// What does not depend on the position. Arrays over energies have one entry a point of the scan.

@@ -46,7 +46,22 @@ inline V only(M mask, V v)
     return (V)((M)v & mask);
 }
 
-inline V sizeOf(V v)
+/// Marks of lanes in memory: not 0 where the mask is.
+inline void storeMarks(M mask, unsigned char* marks)
+{
+    for (int c = 0; c < width; ++c)
+        marks[c] = static_cast<unsigned char>(mask[c] != 0);
+}
+
+inline M maskOf(const unsigned char* marks)
+{
+    M mask{};
+    for (int c = 0; c < width; ++c)
+        mask[c] = marks[c] != 0 ? -1 : 0;
+    return mask;
+}
+
+inline V absolute(V v)
 {
     return (V)((U)v & 0x7fffffffffffffffU);
 }

@@ -6,9 +6,10 @@
 
 // Lane forms of the counts of a block and of absorption(): the same bits for each position.
 
-/// mu[k] = ln(i0[k] / i1[k]), 1.0 where i0[k] * i1[k] is not above 0, of the lanes below `count`;
-/// what is behind them up to laneStride is read and written. `rare` comes back not 0 when
-/// some quotient is no positive normal number: then the plain form has to have a look.
+/// mu[k] = ln(i0[k] / i1[k]) of the lanes below `count`; what is behind them up to laneStride is
+/// read and written. `rare` comes back not 0 when somewhere i0[k] * i1[k] is not above 0 or the
+/// quotient no normal number: what stands there has no meaning, and the plain form has to have a
+/// look.
 DECLARE_LANE_FORM(logarithms, const double* i0, const double* i1, int count, double* mu,
                   std::uint64_t& rare)
 

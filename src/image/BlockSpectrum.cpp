@@ -100,26 +100,12 @@ void BlockSpectra::planI0Levels()
 Spectrum BlockSpectra::at(int x, int y)
 {
     Spectrum spectrum;
-    if (insideImage(conditions_, x, y))
-        formChunk({x, 1, 1, y}, &spectrum);
+    if (!insideImage(conditions_, x, y))
+        return spectrum;
+    mu_.resize(energies_.size() * laneStride);
+    formMu({x, 1, 1, y}, mu_.data());
+    spectrum.setPoints(curveOf(mu_.data()));
     return spectrum;
-}
-
-QVector<Spectrum> BlockSpectra::row(int x, int step, int count, int y)
-{
-    QVector<Spectrum> spectra(count);
-    Spectrum* out = spectra.data();
-    const auto positionX = [&](int k) { return qint64(x) + qint64(k) * step; };
-    // Positions outside keep their empty spectra; those inside are consecutive.
-    int first = 0;
-    while (first < count && !insideImage(conditions_, positionX(first), y))
-        ++first;
-    int end = first;
-    while (end < count && insideImage(conditions_, positionX(end), y))
-        ++end;
-    for (int k = first; k < end; k += mostLanes)
-        formChunk({int(positionX(k)), step, std::min(mostLanes, end - k), y}, out + k);
-    return spectra;
 }
 
 bool BlockSpectra::areInside(const BlockRun& run) const
@@ -180,14 +166,6 @@ void BlockSpectra::takeDark(double* counts, int count, double level,
         takeOffDark_(counts, count, level, dark.data());
 }
 
-void BlockSpectra::formChunk(const BlockRun& run, Spectrum* out)
-{
-    mu_.resize(size_t(stacks_.i1.size()) * laneStride);
-    formMu(run, mu_.data());
-    for (int k = 0; k < run.count; ++k)
-        out[k].setPoints(curveOf(mu_.data() + k));
-}
-
 QVector<QPointF> BlockSpectra::curveOf(const double* mu) const
 {
     QVector<QPointF> curve(stacks_.i1.size());
@@ -227,11 +205,12 @@ const double* BlockSpectra::i0Sums(int image, const BlockRun& run)
 void BlockSpectra::readI0(int image, const BlockRun& run)
 {
     double* const i0 = i0_.data();
-    if (stacks_.i0.isEmpty() || lines_.empty()) {
-        if (stacks_.i0.isEmpty())
-            std::fill_n(i0, run.count, 1.0);
-        else
-            std::copy_n(i0Sums(0, run), run.count, i0);
+    if (stacks_.i0.isEmpty()) {
+        std::fill_n(i0, run.count, 1.0);
+        return;
+    }
+    if (lines_.empty()) {
+        std::copy_n(i0Sums(0, run), run.count, i0);
         return;
     }
     const I0Line& line = lines_[size_t(image)];

@@ -65,9 +65,6 @@ public:
     /// Spectrum of the block round (x, y); empty outside the image.
     Spectrum at(int x, int y);
 
-    /// Spectra of `count` positions x, x+step, ... of row y: the same values as at().
-    QVector<Spectrum> row(int x, int step, int count, int y);
-
     /// Positions x, x+step, ... of row y, at most mostLanes.
     struct BlockRun
     {
@@ -99,7 +96,6 @@ private:
 
     void planI0();
     void planI0Levels();
-    void formChunk(const BlockRun& run, Spectrum* out);
     void prefetch(int image, const BlockRun& run) const;
     void absorptions(const double* i0, int count, double* mu) const;
     void takeDark(double* counts, int count, double level, const std::vector<double>& dark) const;

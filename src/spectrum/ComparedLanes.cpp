@@ -13,10 +13,8 @@ void compare(const EdgeGroup& g, bool hold, int lane, ComparedLanes& out)
         held = holdGap<mode>(g, {-1e300, 1e300, V{}});
     for (int i = 0; i < g.task.n; ++i)
         store(out.values + i * laneStride + lane, comparedAt<mode, true>(g, held, i));
-    for (int c = 0; c < width; ++c) {
-        out.held[lane + c] = static_cast<unsigned char>(held.held[c] != 0);
-        out.unsound[lane + c] = static_cast<unsigned char>(held.unsound[c] != 0);
-    }
+    storeMarks(held.held, out.held + lane);
+    storeMarks(held.unsound, out.unsound + lane);
 }
 
 } // namespace

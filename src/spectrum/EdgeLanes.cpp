@@ -2,7 +2,7 @@
 
 #include "common/LaneVector.h"
 #include "spectrum/BendLanes.h"
-#include "spectrum/GapShares.h"
+#include "spectrum/EdgeRules.h"
 #include "spectrum/LineFitLanes.h"
 #include "spectrum/OutcomeCode.h"
 
@@ -15,7 +15,7 @@ constexpr double mostMu = 1e100;
 void smooth(EdgeSearch& g)
 {
     const EdgeTask& t = g.task;
-    constexpr int half = 2; // XafsSpectrum::edgeSmoothing
+    constexpr int half = edgeRules::smoothing;
     V sum{};
     V best{};
     V before{};
@@ -27,7 +27,7 @@ void smooth(EdgeSearch& g)
     for (int i = 0; i < t.n; ++i) {
         const V mean = sum / double(count);
         store(g.smoothed + i * width, mean);
-        odd |= ~(sizeOf(g.muAt(i)) < mostMu);
+        odd |= ~(absolute(g.muAt(i)) < mostMu);
         if (i > t.firstRise && i <= t.endRise) {
             const V rise = mean - before;
             const M steeper = rise > best;
@@ -207,8 +207,9 @@ Fitted fitLines(const EdgeSearch& g)
     const V edgeE = gathered(g.task.E, g.steepest);
     const V gap = lineAt<isVictoreen>(g.task, f.lines.post, edgeE) -
                   lineAt<isVictoreen>(g.task, f.lines.pre, edgeE);
-    f.lines.pre.c0 = gap < 0.0 ? f.lines.pre.c0 + -0.55 * gap : f.lines.pre.c0;
-    f.lines.post.c0 = gap < 0.0 ? f.lines.post.c0 + 0.55 * gap : f.lines.post.c0;
+    const V apart = edgeRules::apartShare * gap;
+    f.lines.pre.c0 = gap < 0.0 ? f.lines.pre.c0 - apart : f.lines.pre.c0;
+    f.lines.post.c0 = gap < 0.0 ? f.lines.post.c0 + apart : f.lines.post.c0;
     return f;
 }
 
@@ -225,12 +226,6 @@ M outcomesOf(const EdgeTask& t, const Fitted& f, V midx, V dMut)
     judged.mark(~f.postTables.solvable, Outcome::NoPostEdge);
     judged.mark(~f.preTables.solvable, Outcome::NoPreEdge);
     return judged.code;
-}
-
-void storeMarks(M mask, unsigned char* marks)
-{
-    for (int c = 0; c < width; ++c)
-        marks[c] = static_cast<unsigned char>(mask[c] != 0);
 }
 
 /// The edge on lines that are whole, and all that is told of the lanes.
@@ -257,7 +252,7 @@ void findEdge(const EdgeSearch& g, const Fitted& f, const Bends& bends, const Be
     store(out.heldStep + lane, step);
     storeMarks(bends.pre, out.preBent + lane);
     storeMarks(bends.post, out.postBent + lane);
-    storeMarks(~(crossing.leastGap >= gapShares::low * step), out.close + lane);
+    storeMarks(~(crossing.leastGap >= edgeRules::lowGap * step), out.close + lane);
     storeMarks(g.odd, out.odd + lane);
     const M outcomes = outcomesOf(g.task, f, midx, dMut);
     for (int c = 0; c < width; ++c)

@@ -2,8 +2,9 @@
 
 #include "common/Constants.h"
 #include "spectrum/CentredColumns.h"
-#include "spectrum/Matrix.h"
+#include "spectrum/SmallSystem.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -17,26 +18,18 @@ constexpr std::size_t fewestEnergies = 8;
 template<int N>
 bool factorise(const std::array<std::array<double, N>, N>& a, LineTable& table)
 {
-    std::array<std::array<double, N>, N> lower;
-    std::array<std::array<double, N>, N> upper;
-    std::array<const double*, N> rows;
-    std::array<double*, N> l;
-    std::array<double*, N> u;
-    for (std::size_t i = 0; i < N; ++i) {
-        rows[i] = a[i].data();
-        l[i] = lower[i].data();
-        u[i] = upper[i].data();
-    }
-    if (!Matrix::makeLU(N, rows.data(), l.data(), u.data(), table.pivots))
+    SmallFactors<N> factors;
+    if (!factors.make(a))
         return false;
+    std::copy(factors.pivots.begin(), factors.pivots.end(), table.pivots);
     double* out = table.factor;
     for (int i = 1; i < N; ++i) {
         for (int k = 0; k < i; ++k)
-            *out++ = l[std::size_t(table.pivots[i])][k];
+            *out++ = factors.l[std::size_t(table.pivots[i])][k];
     }
     for (int i = 0; i < N; ++i) {
         for (int k = i; k < N; ++k)
-            *out++ = u[std::size_t(table.pivots[i])][k];
+            *out++ = factors.u[std::size_t(table.pivots[i])][k];
     }
     return true;
 }
@@ -112,10 +105,12 @@ LineTable EdgePlan::tableOf(double from, double to) const
         return count;
     };
     table.first = countOf([from](double E) { return !(E >= from); });
-    table.end = std::max(countOf([to](double E) { return E < to; }), table.first);
-    table.residualEnd = table.end;
-    if (task_.isVictoreen)
-        table.residualEnd = std::max(countOf([to](double E) { return E <= to; }), table.first);
+    // Two ways to count, which differ for an end that is no number: the fit then takes all points,
+    // the residual none.
+    table.end = std::max(countOf([to](double E) { return !(E >= to); }), table.first);
+    const bool endIncluded = task_.isVictoreen;
+    const auto isInResidual = [=](double E) { return endIncluded ? E <= to : E < to; };
+    table.residualEnd = std::max(countOf(isInResidual), table.first);
     table.solvable = task_.isVictoreen ? factoriseVictoreen(table) : factoriseStraight(table);
     return table;
 }

@@ -1,6 +1,6 @@
 #include "spectrum/HeldGap.h"
 
-#include "spectrum/GapShares.h"
+#include "spectrum/EdgeRules.h"
 
 #include <QCoreApplication>
 
@@ -60,7 +60,7 @@ HeldGap::State HeldGap::judge(const ReadRange& read) const
     State state = Sound;
     for (int i = 0; i < energies_.size(); ++i) {
         // Written so that nan is low.
-        const bool low = !(post_[i] - pre_[i] >= gapShares::low * step_);
+        const bool low = !(post_[i] - pre_[i] >= edgeRules::lowGap * step_);
         if (!low || !read.contains(energies_[i] - s_.eOffset))
             continue;
         if (isInside(i))
@@ -73,7 +73,7 @@ HeldGap::State HeldGap::judge(const ReadRange& read) const
 void HeldGap::findEnds()
 {
     const auto leaves = [this](int i) {
-        return !isInside(i) && !(post_[i] - pre_[i] >= gapShares::hold * step_);
+        return !isInside(i) && !(post_[i] - pre_[i] >= edgeRules::holdGap * step_);
     };
     firstAbove_ = s_.edgeIndex + 1;
     while (firstAbove_ < energies_.size() && !leaves(firstAbove_))

@@ -3,7 +3,7 @@
 // For sources of lane forms: HeldGap and the curve that is compared, by the plain forms'
 // operations.
 
-#include "spectrum/GapShares.h"
+#include "spectrum/EdgeRules.h"
 #include "spectrum/LineLanes.h"
 #include "spectrum/OutcomeCode.h"
 
@@ -91,10 +91,10 @@ HeldLanes holdGap(const EdgeGroup& g, const ReadLanes& read)
         const double E = g.task.E[i];
         const V gap = lines.post(i) - lines.pre(i);
         const M inside = (place == g.steepest) | ((E >= g.preEnd) & (E <= g.postStart));
-        const M isLow = ~(gap >= gapShares::low * g.step) & read.contains(E);
+        const M isLow = ~(gap >= edgeRules::lowGap * g.step) & read.contains(E);
         h.unsound |= isLow & inside;
         low |= isLow;
-        const M leaves = ~inside & ~(gap >= gapShares::hold * g.step);
+        const M leaves = ~inside & ~(gap >= edgeRules::holdGap * g.step);
         const M begins = leaves & (place > g.steepest) & ~above;
         h.firstAbove = begins ? place : h.firstAbove;
         above |= begins;

@@ -1,7 +1,7 @@
 #pragma once
 
-// For sources of lane forms: background lines of the lanes of a vector, without bends, read by the
-// plain form's operations.
+// For sources of lane forms: background lines of the lanes of a vector, read by the plain form's
+// operations.
 
 #include "common/LaneVector.h"
 #include "spectrum/EdgeLanes.h"
@@ -58,14 +58,6 @@ enum class LineMode
     Bent, ///< straight ones, some with a bend
     Victoreen
 };
-
-inline M maskOf(const unsigned char* marks)
-{
-    M mask{};
-    for (int c = 0; c < width; ++c)
-        mask[c] = marks[c] != 0 ? -1 : 0;
-    return mask;
-}
 
 /// Both lines at the points of the curve.
 template<LineMode mode>

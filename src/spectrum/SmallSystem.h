@@ -14,32 +14,48 @@ enum class SolveStep
     SolveUV
 };
 
+/// Triangular factors of an N x N matrix, with all memory on the stack.
+template<int N>
+class SmallFactors
+{
+public:
+    /// False for a singular matrix.
+    bool make(const std::array<std::array<double, N>, N>& a)
+    {
+        std::array<const double*, N> rows;
+        for (std::size_t i = 0; i < N; ++i) {
+            rows[i] = a[i].data();
+            l[i] = lower_[i].data();
+            u[i] = upper_[i].data();
+        }
+        return Matrix::makeLU(N, rows.data(), l.data(), u.data(), pivots.data());
+    }
+
+    std::array<double*, N> l; ///< rows of the lower and the upper triangle
+    std::array<double*, N> u;
+    std::array<int, N> pivots;
+
+private:
+    std::array<std::array<double, N>, N> lower_;
+    std::array<std::array<double, N>, N> upper_;
+};
+
 /// Solves the N x N system a x = b with all memory on the stack; x is set only when all steps
 /// succeed.
 template<int N>
 SolveStep solveSmall(const std::array<std::array<double, N>, N>& a, const std::array<double, N>& b,
                      std::array<double, N>& x)
 {
-    std::array<std::array<double, N>, N> lower;
-    std::array<std::array<double, N>, N> upper;
-    std::array<const double*, N> rows;
-    std::array<double*, N> l;
-    std::array<double*, N> u;
-    std::array<int, N> pivots;
-    for (size_t i = 0; i < N; ++i) {
-        rows[i] = a[i].data();
-        l[i] = lower[i].data();
-        u[i] = upper[i].data();
-    }
+    SmallFactors<N> factors;
     std::array<double, N> y;
     std::array<double, N> solution;
-    if (!Matrix::makeLU(N, rows.data(), l.data(), u.data(), pivots.data()))
+    if (!factors.make(a))
         return SolveStep::MakeLU;
-    if (!Matrix::solveLV(N, l.data(), b.data(), y.data(), pivots.data()))
+    if (!Matrix::solveLV(N, factors.l.data(), b.data(), y.data(), factors.pivots.data()))
         return SolveStep::SolveLV;
-    if (!Matrix::solveUV(N, u.data(), y.data(), solution.data(), pivots.data()))
+    if (!Matrix::solveUV(N, factors.u.data(), y.data(), solution.data(), factors.pivots.data()))
         return SolveStep::SolveUV;
     for (size_t j = 0; j < N; ++j)
-        x[j] = solution[static_cast<size_t>(pivots[j])];
+        x[j] = solution[static_cast<size_t>(factors.pivots[j])];
     return SolveStep::Solved;
 }

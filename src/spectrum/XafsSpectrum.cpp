@@ -1,7 +1,7 @@
 #include "spectrum/XafsSpectrum.h"
 
 #include "common/TwoPointLine.h"
-#include "spectrum/GapShares.h"
+#include "spectrum/EdgeRules.h"
 #include "spectrum/ShiftSearch.h"
 
 #include <algorithm>
@@ -147,8 +147,8 @@ bool XafsSpectrum::fitLines(double edgeE, int backgroundMode, const Wavelengths&
     if (gap < 0.0) {
         // Moved further apart and not past each other, deliberately: the step stays below 0, and a
         // misplaced edge is told instead of turning into a small step.
-        pre.raise(-0.55 * gap);
-        post.raise(0.55 * gap);
+        pre.raise(-edgeRules::apartShare * gap);
+        post.raise(edgeRules::apartShare * gap);
     }
     pre.genCorrectedInPost(post);
     post.genCorrectedInPre(pre);
@@ -287,7 +287,7 @@ void XafsSpectrum::makeNormalizedCurves(const LineSamples& samples, Curves curve
 /// Whether the gap between the lines falls below what a comparison can stand, at any point.
 bool XafsSpectrum::comeClose(const double* gap, int n) const
 {
-    const double least = gapShares::low * heldStep(gap[edgeIndex]);
+    const double least = edgeRules::lowGap * heldStep(gap[edgeIndex]);
     // Counts what is wide enough, two at a time: nan is not.
     using Pair = double __attribute__((vector_size(2 * sizeof(double))));
     using PairMask = decltype(Pair() >= Pair());

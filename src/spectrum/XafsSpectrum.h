@@ -1,5 +1,6 @@
 #pragma once
 
+#include "spectrum/EdgeRules.h"
 #include "spectrum/Outcome.h"
 #include "spectrum/Spectrum.h"
 #include "spectrum/SuggestElm.h"
@@ -26,7 +27,7 @@ public:
 
     /// Half width of the smoothing behind the search for the edge [points]. Energies that are set
     /// against the smoothed curve are smoothed alike.
-    static constexpr int edgeSmoothing = 2;
+    static constexpr int edgeSmoothing = edgeRules::smoothing;
 
     qint64 isMute = 1; ///< 0 after load() of a "9809" file, else 1
     QString name = QStringLiteral("No Name");

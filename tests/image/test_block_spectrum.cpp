@@ -211,11 +211,18 @@ private Q_SLOTS:
             const StackPair stacks{i1, i0};
             BlockSpectra blocks(stacks, c);
             for (int y = 0; y < 12; y += 3) {
-                const QVector<Spectrum> row = blocks.row(-2, 1, 45, y);
-                for (int k = 0; k < row.size(); ++k) {
-                    const Spectrum plain = plainSpectrum(stacks, c, k - 2, y);
-                    QVERIFY2(same(row[k], plain) && same(rawXafs(stacks, c, k - 2, y), plain),
-                             qPrintable(rules));
+                const BlockSpectra::BlockRun run{0, 1, c.imageWidth, y};
+                QVERIFY(blocks.areInside(run) && !blocks.areInside({-2, 1, 45, y}));
+                std::vector<double> mu(blocks.energies().size() * laneStride);
+                blocks.formMu(run, mu.data());
+                for (int x = -2; x < 43; ++x) {
+                    const Spectrum plain = plainSpectrum(stacks, c, x, y);
+                    QVERIFY2(same(rawXafs(stacks, c, x, y), plain), qPrintable(rules));
+                    if (x < 0 || x >= run.count)
+                        continue;
+                    Spectrum ofRun;
+                    ofRun.setPoints(blocks.curveOf(mu.data() + x));
+                    QVERIFY2(same(ofRun, plain), qPrintable(rules));
                 }
             }
             QVERIFY(rawI1(i1, c, -1, 0).isEmpty() && rawI1(i1, c, 0, 12).isEmpty());

@@ -160,6 +160,8 @@ SharedSource sourceOf(const QString& rules)
     source->elm.use = rules.contains("suggested");
     source->elm.edgeE = 8992.0;
     source->elm.thJump = 2.0;
+    if (rules.contains("nan window"))
+        source->elm.preEnd = qQNaN();
     source->background = rules.contains("Victoreen") ? VictLine::Victoreen : VictLine::Straight;
     if (rules.contains("shifts")) {
         ShiftMap map;
@@ -189,7 +191,8 @@ private Q_SLOTS:
               std::pair("Victoreen shifts own", 20), std::pair("no I0 dark own", 20),
               std::pair("float shifts between", 20), std::pair("float Victoreen blocks", 50),
               std::pair("few counts own", 20), std::pair("few counts suggested shifts", 20),
-              std::pair("few counts Victoreen", 20)})
+              std::pair("few counts Victoreen", 20), std::pair("suggested nan window", 100),
+              std::pair("Victoreen suggested nan window", 100)})
             QTest::newRow(row.first) << QString(row.first) << row.second;
     }
 
