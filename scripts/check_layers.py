@@ -26,7 +26,7 @@ COMMENT = re.compile(r"#[^\n]*")
 # Headers of the Qt Widgets library that do not begin with QtWidgets or have Widget in their name.
 WIDGET_HEADERS = {
     "QAbstractButton", "QAbstractItemView", "QAbstractScrollArea", "QAction", "QApplication",
-    "QBoxLayout", "QButtonGroup", "QCheckBox", "QComboBox", "QDialog", "QDialogButtonBox",
+    "QBoxLayout", "QButtonGroup", "QCheckBox", "QComboBox", "QDialog", "QDialogButtonBox", "QDockWidget",
     "QFileDialog", "QFormLayout", "QFrame", "QGridLayout", "QGroupBox", "QHBoxLayout", "QLabel",
     "QLayout", "QLineEdit", "QListView", "QMainWindow", "QMenu", "QMenuBar", "QMessageBox",
     "QPlainTextEdit", "QProgressBar", "QPushButton", "QRadioButton", "QScrollArea", "QScrollBar",

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QObject>
+#include <QStringList>
+#include <QVector>
+
+class QLineEdit;
+
+/// Tells which of a panel's number fields can not be read as a number. Such a field keeps the value
+/// that it always had, 0, and is no longer silent about it: it turns pale red, and its tool tip
+/// says why. An empty field counts as readable, and as 0.
+class NumberFields : public QObject
+{
+    Q_OBJECT
+public:
+    explicit NumberFields(QObject* parent = nullptr);
+
+    /// Watches a field from now on, under the name that people know it by. Its own tool tip stays
+    /// while it can be read.
+    void watch(QLineEdit* field, const QString& name);
+
+    /// Names of the fields that can't be read, in the order of watching.
+    QStringList unreadable() const;
+
+Q_SIGNALS:
+    void changed(); ///< a field can or can't be read any more
+
+private:
+    struct Watched
+    {
+        QLineEdit* field;
+        QString name;
+        QString toolTip;
+        bool readable;
+    };
+
+    void check(int no);
+    void show(Watched& watched);
+
+    QVector<Watched> watched_;
+};
