@@ -2,16 +2,6 @@
 
 #include <algorithm>
 
-namespace {
-
-/// Before that the time left would be a guess.
-constexpr int leastMs = 700;
-constexpr double leastShare = 0.03;
-
-constexpr int longTime = 100; ///< told in minutes from here on [s]
-
-} // namespace
-
 ProgressSum::ProgressSum(QWidget* parent)
     : QProgressBar(parent)
 {
@@ -21,7 +11,7 @@ ProgressSum::ProgressSum(QWidget* parent)
 void ProgressSum::setPart(int part, int done, int total)
 {
     if (parts_.isEmpty())
-        begun_.start();
+        left_.start();
     if (total > 0)
         parts_.insert(part, {done, total, false});
     else if (parts_.contains(part))
@@ -43,15 +33,6 @@ void ProgressSum::setPart(int part, int done, int total)
 /// At the pace so far.
 void ProgressSum::showTimeLeft(double share)
 {
-    const qint64 passed = begun_.elapsed();
-    if (passed < leastMs || share < leastShare) {
-        setFormat(QStringLiteral("%p%"));
-        return;
-    }
-    const int left = qRound(double(passed) * (1.0 - share) / share / 1000.0);
-    const QString text =
-        left < longTime
-            ? tr("%1 s left").arg(left)
-            : tr("%1 min %2 s left").arg(left / 60).arg(left % 60, 2, 10, QLatin1Char('0'));
-    setFormat(QStringLiteral("%p%, ") + text);
+    const std::optional<int> left = left_.secondsAt(share);
+    setFormat(left ? QStringLiteral("%p%, ") + TimeLeft::text(*left) : QStringLiteral("%p%"));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QElapsedTimer>
+#include "common/TimeLeft.h"
+
 #include <QMap>
 #include <QProgressBar>
 
@@ -26,5 +27,5 @@ private:
     void showTimeLeft(double share);
 
     QMap<int, Part> parts_; ///< begun since nothing was at work
-    QElapsedTimer begun_;
+    TimeLeft left_;
 };
