@@ -10,6 +10,11 @@
 
 namespace {
 
+constexpr const char* fileStyle = "background-color: rgb(253, 255, 225); color: black;";
+/// What an empty field asks for must not look like a file.
+constexpr const char* emptyStyle =
+    "background-color: rgb(253, 255, 225); color: rgb(112, 112, 112);";
+
 QFileDialog* newDialog(QWidget* parent)
 {
     auto* dialog = new FileDialog(parent);
@@ -29,6 +34,7 @@ XafsFileSelect::XafsFileSelect(QWidget* parent)
 {
     ui_->setupUi(this);
     ui_->Caption->hide();
+    showFile(QString());
     fitButtons(*this);
     connect(ui_->Select, &QPushButton::clicked, dialog_, &LateDialog::show);
     connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
@@ -82,7 +88,8 @@ void XafsFileSelect::showFile(const QString& fname)
 {
     fileName_ = fname;
     ui_->Selected->setText(QFileInfo(fname).fileName());
-    ui_->Selected->setToolTip(fname);
+    ui_->Selected->setStyleSheet(QLatin1String(fname.isEmpty() ? emptyStyle : fileStyle));
+    ui_->Selected->setToolTip(fname.isEmpty() ? tr("File of the spectrum") : fname);
 }
 
 void XafsFileSelect::load(const QString& fname)
