@@ -3,6 +3,10 @@
 #include "analysis/LCFReference.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
+#include "display/FileDialogs.h"
+#include "display/NumberFields.h"
+#include "display/PanelDock.h"
+#include "display/PanelForm.h"
 #include "display/XafsView.h"
 #include "ui_Analyzer.h"
 
@@ -10,7 +14,6 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDebug>
-#include <QScrollBar>
 
 namespace {
 
@@ -38,6 +41,16 @@ ReadRange energiesOf(const Spectrum& s)
     return {s.xMin - s.shift(), s.xMax - s.shift()};
 }
 
+QFileDialog* newLoadDialog(QWidget* parent)
+{
+    auto* const dialog = new FileDialog(parent);
+    dialog->setWindowTitle(Analyzer::tr("Load References"));
+    dialog->setFileMode(QFileDialog::ExistingFiles);
+    dialog->setNameFilters(
+        {Analyzer::tr("XAFS Data File (*.dat)"), Analyzer::tr("Any Files (* *.*)")});
+    return dialog;
+}
+
 } // namespace
 
 Analyzer::Analyzer(QWidget* parent)
@@ -45,6 +58,8 @@ Analyzer::Analyzer(QWidget* parent)
     , ui_(std::make_unique<Ui_Analyzer>())
     , view_(std::make_unique<XafsView>())
     , refGroup_(new QButtonGroup(this))
+    , numbers_(new NumberFields(this))
+    , loadDialog_(new LateDialog([this] { return newLoadDialog(this); }, this))
 {
     ui_->setupUi(this);
     view_->setObjectName(QStringLiteral("AnalyzerView"));
@@ -53,23 +68,18 @@ Analyzer::Analyzer(QWidget* parent)
     showFitCurve(false);
     for (int i = 0; i < rowsAtStart; ++i)
         addNewRef();
-    // Rows scroll up and down only, so they must fit in width.
-    ui_->RefScroll->setMinimumWidth(refs_.first()->minimumSizeHint().width() +
-                                    ui_->RefScroll->verticalScrollBar()->sizeHint().width());
     refGroup_->addButton(ui_->ShowZ, showZId);
     auto* const kindGroup = new QButtonGroup(this);
     kindGroup->addButton(ui_->SelDMut);
     kindGroup->addButton(ui_->SelRatio);
+    watchFields();
+    placeCaptions();
+    fitButtons(*this);
     connectForm();
+    connectConditions();
 }
 
 Analyzer::~Analyzer() = default;
-
-void Analyzer::show()
-{
-    QFrame::show();
-    view_->show();
-}
 
 void Analyzer::closeEvent(QCloseEvent* event)
 {
@@ -79,8 +89,10 @@ void Analyzer::closeEvent(QCloseEvent* event)
 
 void Analyzer::connectForm()
 {
-    connect(ui_->ShowView, &QPushButton::clicked, view_.get(), &QWidget::show);
+    connect(ui_->ShowView, &QPushButton::clicked, this, [this] { raisePanel(view_.get()); });
     connect(ui_->AddRef, &QPushButton::clicked, this, &Analyzer::addNewRef);
+    connect(ui_->LoadRefs, &QPushButton::clicked, loadDialog_, &LateDialog::show);
+    connect(loadDialog_, &LateDialog::filesSelected, this, &Analyzer::loadReferences);
     connect(ui_->AskAnalyze, &QPushButton::clicked, this, &Analyzer::askAnalyze);
     connect(refGroup_, &QButtonGroup::idClicked, this, &Analyzer::selectedNewRef);
     connect(ui_->SelDMut, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
@@ -93,17 +105,121 @@ void Analyzer::connectForm()
         connect(field, &QLineEdit::editingFinished, this, &Analyzer::scaleChanged);
 }
 
+/// All that a walk goes by and that is the panel's; rows add theirs when they are made.
+void Analyzer::connectConditions()
+{
+    for (const QLineEdit* field : {ui_->LCFRange1, ui_->LCFRange2})
+        connect(field, &QLineEdit::textChanged, this, &Analyzer::conditionsChanged);
+    for (const QCheckBox* box : {ui_->SelMLCFAnal, ui_->OwnWeights})
+        connect(box, &QCheckBox::toggled, this, &Analyzer::conditionsChanged);
+}
+
+void Analyzer::watchFields()
+{
+    connect(numbers_, &NumberFields::changed, this, &Analyzer::fieldsChanged);
+    numbers_->watch(ui_->LCFRange1, tr("Start of the fitting range"));
+    numbers_->watch(ui_->LCFRange2, tr("End of the fitting range"));
+    numbers_->watch(ui_->DMutScaleMin, tr("Least DMut of the fixed scale"));
+    numbers_->watch(ui_->DMutScaleMax, tr("Greatest DMut of the fixed scale"));
+    numbers_->watch(ui_->RatioScaleMin, tr("Least ratio of the fixed scale"));
+    numbers_->watch(ui_->RatioScaleMax, tr("Greatest ratio of the fixed scale"));
+}
+
+QStringList Analyzer::unreadable() const
+{
+    return numbers_->unreadable();
+}
+
+/// Over the fields of the rows, which are all alike.
+void Analyzer::placeCaptions()
+{
+    const LCFReference::Columns columns = refs_.first()->columns();
+    ui_->Captions->setSpacing(columns.gap);
+    ui_->Captions->setContentsMargins(0, 0, columns.arrow + columns.gap, 0);
+    QFont small = font();
+    small.setPointSizeF(0.85 * small.pointSizeF());
+    for (QLabel* label : {ui_->ShowUseCaption, ui_->ReferenceCaption, ui_->ShareCaption,
+                          ui_->JumpCaption, ui_->ShiftCaption})
+        label->setFont(small);
+    const std::pair<QLabel*, int> fields[] = {{ui_->ShareCaption, columns.share},
+                                              {ui_->JumpCaption, columns.jump},
+                                              {ui_->ShiftCaption, columns.shift}};
+    for (const auto& [label, width] : fields) {
+        label->setMinimumWidth(width);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    }
+}
+
 void Analyzer::addNewRef()
 {
     auto* const row = new LCFReference(ui_->RefBase);
+    QWidget* before = refs_.isEmpty() ? ui_->AddRef : refs_.last()->tabChain().last();
     ui_->RefRows->addWidget(row);
+    for (QWidget* next : row->tabChain()) {
+        setTabOrder(before, next);
+        before = next;
+    }
     row->setHint(hint_);
     refs_.append(row);
     refGroup_->addButton(row->showButton(), refs_.size() - 1);
     addReferenceCurve();
+    numbers_->watch(row->shiftField(), tr("dE of reference %1").arg(refs_.size()));
+    connectRow(row);
     Q_EMIT rowAdded();
+}
+
+void Analyzer::connectRow(LCFReference* row)
+{
     connect(row, &LCFReference::newFileSelected, this, &Analyzer::reAnalyzeSpectrum);
     connect(row, &LCFReference::newDeltaE, this, &Analyzer::reAnalyzeSpectrum);
+    connect(row, &LCFReference::changed, this, &Analyzer::conditionsChanged);
+    connect(row, &LCFReference::filesDropped, this,
+            [this, no = refs_.indexOf(row)](const QStringList& files) {
+                loadReferencesFrom(no, files);
+            });
+}
+
+/// Adds rows up to this one; false, with a fault, for one beyond the limit.
+bool Analyzer::makeRow(int no)
+{
+    if (no < 0 || no >= maxRows) {
+        fault(QStringLiteral("No reference row %1: rows go from 0 to %2").arg(no).arg(maxRows - 1));
+        return false;
+    }
+    while (refs_.size() <= no)
+        addNewRef();
+    return true;
+}
+
+/// The first row without a file; behind the last for none.
+int Analyzer::emptyRow(int from) const
+{
+    int row = from;
+    while (row < refs_.size() && !refs_.at(row)->spectrum().isEmpty())
+        ++row;
+    return row;
+}
+
+void Analyzer::loadReferences(const QStringList& files)
+{
+    int row = 0;
+    for (const QString& file : files) {
+        row = emptyRow(row);
+        if (!makeRow(row))
+            return;
+        refs_.at(row)->load(file);
+    }
+}
+
+void Analyzer::loadReferencesFrom(int row, const QStringList& files)
+{
+    for (const QString& file : files) {
+        if (!makeRow(row))
+            return;
+        refs_.at(row)->load(file);
+        if (!refs_.at(row)->spectrum().isEmpty())
+            ++row;
+    }
 }
 
 void Analyzer::setHint(const EdgeHint& hint)
@@ -245,6 +361,13 @@ LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm, const ReadRange& scan) c
     return request;
 }
 
+LcfRequest Analyzer::walkRequest(const SuggestElm& sElm, const ReadRange& scan) const
+{
+    LcfRequest request = lcfRequest(sElm, scan);
+    request.ownWeights = ui_->OwnWeights->isChecked();
+    return request;
+}
+
 bool Analyzer::canFit(const SuggestElm& sElm, const ReadRange& scan) const
 {
     return !lcfRequest(sElm, scan).fittedRows().isEmpty();
@@ -275,8 +398,7 @@ void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
 
 LcfRequest Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
 {
-    LcfRequest request = lcfRequest(sElm, scan);
-    request.ownWeights = ui_->OwnWeights->isChecked();
+    const LcfRequest request = walkRequest(sElm, scan);
     markLeftOut(request);
     const LcfPlan plan(request);
     for (const LcfNote& note : plan.notes()) {
@@ -341,8 +463,45 @@ void Analyzer::setEnergyCorrection(bool f)
 void Analyzer::setContAccess(bool f)
 {
     contAccess_ = f;
-    ui_->AskAnalyze->setText(f ? tr("Stop") : tr("Analyze"));
+    showReadiness();
     Q_EMIT contAccessChanged(f);
+}
+
+void Analyzer::setReadiness(const QString& reason, const QString& walkText)
+{
+    notReady_ = reason;
+    walkText_ = walkText;
+    showReadiness();
+}
+
+void Analyzer::showReadiness()
+{
+    const bool ready = contAccess_ || notReady_.isEmpty();
+    ui_->AskAnalyze->setText(contAccess_ ? tr("Stop") : tr("Analyze"));
+    ui_->AskAnalyze->setEnabled(ready);
+    if (contAccess_)
+        ui_->AskAnalyze->setToolTip(tr("Stop the analysis; the maps keep what is done"));
+    else
+        ui_->AskAnalyze->setToolTip(ready ? tr("Analyse each block of the selected area")
+                                          : notReady_);
+    ui_->WalkText->setText(ready ? walkText_ : notReady_);
+}
+
+void Analyzer::setStoppedAt(double perCent)
+{
+    // Cut, not rounded: a walk that was stopped never reads 100.
+    ui_->Progress->setText(tr("stopped at %1 %").arg(int(perCent)));
+}
+
+bool Analyzer::isMapShown() const
+{
+    return refGroup_->checkedButton() != nullptr;
+}
+
+void Analyzer::showRatioOf(int row)
+{
+    ui_->SelRatio->setChecked(true);
+    selectImageById(row);
 }
 
 void Analyzer::setProgress(double perCent)
@@ -358,12 +517,8 @@ void Analyzer::noticedNewZ(double z)
 
 void Analyzer::setLCFStd(int no, bool use, double dE, const QString& fname, const QString& isVic)
 {
-    if (no < 0 || no >= maxRows) {
-        fault(QStringLiteral("No reference row %1: rows go from 0 to %2").arg(no).arg(maxRows - 1));
+    if (!makeRow(no))
         return;
-    }
-    while (refs_.size() <= no)
-        addNewRef();
     refs_.at(no)->setStd(use, dE, fname, isVic);
 }
 

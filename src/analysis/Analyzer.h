@@ -10,7 +10,9 @@
 #include <memory>
 
 class CommandBook;
+class LateDialog;
 class LCFReference;
+class NumberFields;
 class QButtonGroup;
 class Ui_Analyzer;
 class XafsView;
@@ -60,6 +62,8 @@ public:
     /// Conditions of a fit of spectra over the scan's energies as the panel stands, with copies of
     /// all rows.
     LcfRequest lcfRequest(const SuggestElm& sElm, const ReadRange& scan) const;
+    /// The same for a walk.
+    LcfRequest walkRequest(const SuggestElm& sElm, const ReadRange& scan) const;
     /// There is a reference that takes part in fits over the scan's energies.
     bool canFit(const SuggestElm& sElm, const ReadRange& scan) const;
     /// Sends a single spectrum for analysis; does nothing during a walk or with no analysis on.
@@ -74,6 +78,24 @@ public:
     /// Curve of the last single fit.
     const XafsSpectrum& fitResult() const { return fitResult_; }
 
+    /// Why the button can't start a walk, in people's words: it is disabled then, with the reason
+    /// as tool tip and in the line below it. Without a reason that line tells of the walk it would
+    /// start. While a walk runs the button stops it, whatever the reason.
+    void setReadiness(const QString& reason, const QString& walkText);
+    /// The walk was stopped at its progress, which the panel keeps showing.
+    void setStoppedAt(double perCent);
+    /// Some row's map or that of the residuals is chosen.
+    bool isMapShown() const;
+    /// Chooses the map of weights of a row.
+    void showRatioOf(int row);
+    /// Loads files into the rows without one, from the first on, adding rows as needed. A file that
+    /// can not be read leaves its row to the next.
+    void loadReferences(const QStringList& files);
+    /// Loads files into this row and those that follow.
+    void loadReferencesFrom(int row, const QStringList& files);
+    /// Names of the fields that can't be read as a number.
+    QStringList unreadable() const;
+
     /// The commands that set its fields and rows or show it.
     void bindCommands(CommandBook& book);
 
@@ -81,8 +103,6 @@ public:
     void setHint(const EdgeHint& hint);
 
 public Q_SLOTS:
-    /// Shows the panel and the view.
-    void show();
     /// Check the boxes of the view.
     void setNormalize(bool f);
     void setEnergyCorrection(bool f);
@@ -116,6 +136,10 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void askAnalyze();
+    /// A field can or can't be read as a number any more.
+    void fieldsChanged();
+    /// Something that a walk would go by is another.
+    void conditionsChanged();
     /// A reference row was added, the last one.
     void rowAdded();
     /// A single spectrum is to be analysed.
@@ -138,6 +162,13 @@ private:
     Q_DISABLE_COPY(Analyzer)
 
     void connectForm();
+    void connectConditions();
+    void connectRow(LCFReference* row);
+    void watchFields();
+    void placeCaptions();
+    void showReadiness();
+    bool makeRow(int no);
+    int emptyRow(int from) const;
     void bindScaleCommands(CommandBook& book);
     void showFit(const LcfResult& result);
     void showFitCurve(bool f);
@@ -149,6 +180,10 @@ private:
     const std::unique_ptr<XafsView> view_; ///< a window of its own
     QVector<LCFReference*> refs_;          ///< children of the form
     QButtonGroup* refGroup_;               ///< choice of the shown map
+    NumberFields* numbers_;
+    LateDialog* loadDialog_; ///< of many references
+    QString notReady_;       ///< why no walk can start
+    QString walkText_;       ///< the walk that the button would start
     XafsSpectrum spectrum_;
     XafsSpectrum fitResult_;
     SuggestElm lastSElm_;

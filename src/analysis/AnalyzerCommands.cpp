@@ -1,6 +1,8 @@
 #include "analysis/Analyzer.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
+#include "display/PanelDock.h"
+#include "display/XafsView.h"
 
 #include <QDebug>
 
@@ -23,7 +25,10 @@ void setReference(Analyzer& panel, const CmdLine& c)
 void Analyzer::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
-    book.action(ExCmdAnalyzerShowWindow, [this](const Cmd&) { show(); });
+    book.action(ExCmdAnalyzerShowWindow, [this](const Cmd&) {
+        raisePanel(this);
+        raisePanel(view());
+    });
     book.action(ExCmdAnalyzerSetLCFStd, [this](const Cmd& c) { setReference(*this, c); });
     book.action(ExCmdAnalyzerSelectImage, [this](const Cmd& c) { selectImageById(intArg(c, 0)); });
     book.action(ExCmdAnalyzerSelectImageType, [this](const Cmd& c) {

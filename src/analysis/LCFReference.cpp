@@ -2,22 +2,89 @@
 
 #include "common/Fault.h"
 #include "common/FieldText.h"
+#include "display/FileDrop.h"
 #include "ui_LCFReference.h"
+
+#include <QPushButton>
+
+namespace {
+
+constexpr int arrowWidth = 18; ///< [pixels]
+
+/// Width in which a field shows a text whole, with its frame, margins and cursor. [pixels]
+int widthFor(const QLineEdit& field, const char* text)
+{
+    constexpr int frame = 11;
+    return field.fontMetrics().horizontalAdvance(QLatin1String(text)) + frame;
+}
+
+/// A jump in the narrow field of a row: five digits, or three of what needs an exponent.
+QString jumpText(double v)
+{
+    const QString text = QString::number(v, 'g', 5);
+    return text.contains(QLatin1Char('e')) ? QString::number(v, 'g', 3) : text;
+}
+
+} // namespace
 
 LCFReference::LCFReference(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_LCFReference>())
 {
     ui_->setupUi(this);
+    setupLine();
     forgetSpectrum();
     connect(ui_->XFS, &XafsFileSelect::newFile, this, &LCFReference::newFile);
     connect(ui_->XFS, &XafsFileSelect::cleared, this, &LCFReference::clearedFile);
     connect(ui_->XFS, &XafsFileSelect::changedUse, this, &LCFReference::changedUse);
     connect(ui_->DeltaE, &QLineEdit::editingFinished, this, &LCFReference::editedDeltaE);
     connect(ui_->IsVictreen, &QCheckBox::toggled, this, &LCFReference::toggledIsVictreen);
+    connect(ui_->More, &QToolButton::toggled, this, &LCFReference::unfold);
+    // In front of the file's own, which takes a single one.
+    connect(new FileDrop(this, FileDrop::Files), &FileDrop::dropped, this,
+            &LCFReference::filesDropped);
 }
 
 LCFReference::~LCFReference() = default;
+
+/// Captions stand above the rows, and numbers must show their signs whole.
+void LCFReference::setupLine()
+{
+    ui_->Show->setAccessibleName(ui_->Show->text());
+    ui_->Show->setText(QString());
+    ui_->XFS->hideUseText();
+    ui_->FileRow->insertWidget(0, ui_->XFS->buttons());
+    ui_->R->setFixedWidth(widthFor(*ui_->R, "-12.34"));
+    ui_->T->setFixedWidth(widthFor(*ui_->T, "-0.30478"));
+    ui_->DeltaE->setFixedWidth(widthFor(*ui_->DeltaE, "-12.5"));
+    ui_->DMut->setMinimumWidth(widthFor(*ui_->DMut, "0.304776"));
+    ui_->MidE->setMinimumWidth(widthFor(*ui_->MidE, "28984.4"));
+    ui_->More->setFixedWidth(arrowWidth);
+    unfold(false);
+}
+
+void LCFReference::unfold(bool f)
+{
+    ui_->More->setArrowType(f ? Qt::DownArrow : Qt::RightArrow);
+    ui_->Rest->setVisible(f);
+}
+
+QVector<QWidget*> LCFReference::tabChain() const
+{
+    QVector<QWidget*> chain{ui_->Show};
+    chain += ui_->XFS->tabChain();
+    chain += {ui_->DeltaE, ui_->More};
+    for (QPushButton* button : ui_->XFS->buttons()->findChildren<QPushButton*>())
+        chain.append(button);
+    chain.append(ui_->IsVictreen);
+    return chain;
+}
+
+LCFReference::Columns LCFReference::columns() const
+{
+    return {ui_->R->width(), ui_->T->width(), ui_->DeltaE->width(), arrowWidth,
+            ui_->Line->spacing()};
+}
 
 LcfReferenceData LCFReference::data() const
 {
@@ -42,6 +109,11 @@ bool LCFReference::isActive() const
 QAbstractButton* LCFReference::showButton() const
 {
     return ui_->Show;
+}
+
+QLineEdit* LCFReference::shiftField() const
+{
+    return ui_->DeltaE;
 }
 
 int LCFReference::backgroundMode() const
@@ -75,6 +147,11 @@ void LCFReference::showMark()
     if (!leftOut_.isEmpty())
         reasons.append(leftOut_);
     ui_->XFS->setMark(reasons.join(QLatin1Char('\n')));
+}
+
+void LCFReference::load(const QString& fname)
+{
+    ui_->XFS->fileSelected(fname);
 }
 
 void LCFReference::newFile(const QString& fname)
@@ -154,9 +231,11 @@ void LCFReference::setWeight(double w)
 {
     weight_ = w;
     ui_->R->setText(QString::asprintf("%5.2f", w * 100.0));
+    ui_->R->setCursorPosition(0);
 }
 
 void LCFReference::setResult(double v)
 {
-    ui_->T->setText(fieldText(v));
+    ui_->T->setText(jumpText(v));
+    ui_->T->setCursorPosition(0);
 }

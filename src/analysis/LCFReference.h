@@ -8,10 +8,11 @@
 #include <memory>
 
 class QAbstractButton;
+class QLineEdit;
 class Ui_LCFReference;
 
 /// A row of the analysis panel: one reference spectrum with its conditions, the weight that a fit
-/// gave it.
+/// gave it. One line, below which the arrow at its end folds out the rest.
 class LCFReference : public QFrame
 {
     Q_OBJECT
@@ -32,8 +33,24 @@ public:
 
     /// The button that shows this row's map; belongs to the panel's group.
     QAbstractButton* showButton() const;
+    QLineEdit* shiftField() const; ///< dE
+    /// What takes the focus by Tab, in reading order.
+    QVector<QWidget*> tabChain() const;
+    /// Widths of the line's fields [%], dMut and dE, of the arrow, and of the gaps between them
+    /// [pixels], for the captions above the rows.
+    struct Columns
+    {
+        int share;
+        int jump;
+        int shift;
+        int arrow;
+        int gap;
+    };
+    Columns columns() const;
 
 public Q_SLOTS:
+    /// The same as choosing the file in the row.
+    void load(const QString& fname);
     /// Reads a reference file. A file that can not be read costs one log line and empties the row.
     void newFile(const QString& fname);
     void changedUse(bool f);
@@ -56,12 +73,16 @@ public Q_SLOTS:
 Q_SIGNALS:
     void newFileSelected();
     void newDeltaE();
+    /// Files were dropped on the row: this one is to take the first. At least one.
+    void filesDropped(const QStringList& files);
     /// The spectrum, its shift or its use is another.
     void changed();
 
 private:
     Q_DISABLE_COPY(LCFReference)
 
+    void setupLine();
+    void unfold(bool f);
     void clearedFile();
     int backgroundMode() const;
     void forgetSpectrum();

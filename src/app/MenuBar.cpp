@@ -150,7 +150,7 @@ MenuBar::MenuBar(const Parts& parts)
     connectOpeners();
 }
 
-/// The buttons that open windows; the Analyzer's own show() brings its view along.
+/// The buttons that open windows; the analysis panel brings its view along.
 void MenuBar::connectOpeners()
 {
     const Windows& w = parts_.windows;
@@ -158,8 +158,8 @@ void MenuBar::connectOpeners()
         {"ShowXafsView", w.xafsView.get()}, {"OpenCalibCtrl", w.calibCtrl.get()},
         {"ShowAnalyzer", w.analyzer.get()}, {"BatchCtrlB", w.batchCtrl.get()},
         {"ShowBG", w.bgView.get()},         {"SaveDataConfig", w.saveDataCfg.get()}};
-    connect(buttonIn(parts_.window, "ShowAnalyzer"), &QPushButton::clicked, w.analyzer.get(),
-            &Analyzer::show);
+    connect(buttonIn(parts_.window, "ShowAnalyzer"), &QPushButton::clicked, w.analyzer->view(),
+            [view = w.analyzer->view()] { bringToFront(view); });
     for (const auto& [button, window] : openers)
         connect(buttonIn(parts_.window, button), &QPushButton::clicked, window,
                 [opened = window] { bringToFront(opened); });

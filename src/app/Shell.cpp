@@ -112,7 +112,8 @@ void Shell::nameReferenceDialogs()
 QString Shell::fileKind(const LateDialog& dialog) const
 {
     const QObject* const owner = dialog.parent();
-    if (qobject_cast<const XafsFileSelect*>(owner) || qobject_cast<const XafsView*>(owner))
+    if (qobject_cast<const XafsFileSelect*>(owner) || qobject_cast<const XafsView*>(owner) ||
+        owner == windows_.analyzer.get())
         return QStringLiteral("references");
     if (qobject_cast<const SelectDataFilesAdditionalSetup*>(owner))
         return QStringLiteral("badPixels");

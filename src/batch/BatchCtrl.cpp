@@ -8,11 +8,11 @@
 #include "common/Settings.h"
 #include "common/TextItems.h"
 #include "display/FileDialogs.h"
+#include "display/PanelForm.h"
 #include "ui_BatchCtrl.h"
 
 #include <QDebug>
 #include <QFontDatabase>
-#include <QStatusBar>
 
 namespace {
 
@@ -33,6 +33,19 @@ BatchCtrl::BatchCtrl(QWidget* parent)
     ui_->BatchCmds->setFont(font);
     ui_->BatchLogs->setFont(font);
     ui_->BatchLogs->setMaximumBlockCount(mostLogLines);
+    fitButtons(*this);
+    connectButtons();
+    connect(&watch_, &RunWatch::waits, this, &BatchCtrl::showWait);
+    connect(&watch_, &RunWatch::waitEnded, this, [this] {
+        wait_.clear();
+        showState();
+    });
+    connect(&watch_, &RunWatch::timedOut, this, &BatchCtrl::giveUp);
+    showState();
+}
+
+void BatchCtrl::connectButtons()
+{
     connect(ui_->Save, &QPushButton::clicked, saveDialog_, &LateDialog::show);
     connect(ui_->Load, &QPushButton::clicked, loadDialog_, &LateDialog::show);
     connect(saveDialog_, &LateDialog::fileSelected, this, &BatchCtrl::save);
@@ -44,9 +57,6 @@ BatchCtrl::BatchCtrl(QWidget* parent)
     });
     connect(ui_->Clear, &QPushButton::clicked, this, &BatchCtrl::clear);
     connect(ui_->ClearLog, &QPushButton::clicked, this, &BatchCtrl::clearLog);
-    connect(&watch_, &RunWatch::waits, this, &BatchCtrl::showWait);
-    connect(&watch_, &RunWatch::waitEnded, statusBar(), &QStatusBar::clearMessage);
-    connect(&watch_, &RunWatch::timedOut, this, &BatchCtrl::giveUp);
 }
 
 BatchCtrl::~BatchCtrl()
@@ -87,7 +97,12 @@ void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
     connect(this, &BatchCtrl::doDispatchConfigCmds, dispatcher_,
             &BatchDispatcher::doDispatchConfigCmds);
     connect(dispatcher_, &BatchDispatcher::runEnded, this, &BatchCtrl::takeRunEnd);
-    connect(dispatcher_, &BatchDispatcher::notStarted, this, &BatchCtrl::tellNotStarted);
+    connect(dispatcher_, &BatchDispatcher::runStarted, this,
+            [this] { setRunState(RunState::Running); });
+    connect(dispatcher_, &BatchDispatcher::runStopped, this,
+            [this] { setRunState(RunState::Idle); });
+    connect(dispatcher_, &BatchDispatcher::notStarted, this,
+            [this] { setRunState(RunState::Ended); });
     connect(dispatcher_, &BatchDispatcher::failed, this,
             [this](const FailureCount& failures) { failures_.add(failures); });
     dispatcher_->setLogPaced(true);
@@ -109,6 +124,7 @@ void BatchCtrl::execBatchSlot()
 void BatchCtrl::takeRunEnd()
 {
     firstRunEnded_ = true;
+    setRunState(RunState::Ended);
     if (startPending_) {
         startUnattended();
     } else if (unattendedRuns_) {
@@ -129,23 +145,36 @@ void BatchCtrl::stopRun()
 {
     unattendedRuns_ = false;
     watch_.leave();
-    statusBar()->clearMessage();
+    wait_.clear();
+    // At once: who presses "Exec." behind "Stop" must find it enabled.
+    setRunState(RunState::Idle);
     Q_EMIT batchStop();
 }
 
-void BatchCtrl::tellNotStarted()
+void BatchCtrl::setRunState(RunState state)
 {
-    statusBar()->showMessage(
-        tr("Nothing starts: the run before has ended, and needs \"Stop\" first"));
+    runState_ = state;
+    showState();
+}
+
+void BatchCtrl::showState()
+{
+    const QString texts[] = {QString(),
+                             tr("A run is under way: \"Exec.\" puts this text in place of its rest"),
+                             tr("A run has ended: press \"Stop\", then \"Exec.\" starts the next")};
+    const QString text = texts[int(runState_)];
+    ui_->Exec->setEnabled(runState_ != RunState::Ended);
+    ui_->Exec->setToolTip(text.isEmpty() ? tr("Run the commands") : text);
+    ui_->RunState->setText(wait_.isEmpty() ? text : wait_);
 }
 
 void BatchCtrl::showWait(const CmdLine& cmd, const QDateTime& since)
 {
     const QString time = since.toString(QStringLiteral("hh:mm:ss"));
-    statusBar()->showMessage(
-        cmd.lineNo > 0
-            ? tr("Waiting since %1 for line %2: %3").arg(time).arg(cmd.lineNo).arg(cmd.word)
-            : tr("Waiting since %1 for %2").arg(time, cmd.word));
+    wait_ = cmd.lineNo > 0
+                ? tr("Waiting since %1 for line %2: %3").arg(time).arg(cmd.lineNo).arg(cmd.word)
+                : tr("Waiting since %1 for %2").arg(time, cmd.word);
+    showState();
 }
 
 void BatchCtrl::giveUp(const CmdLine& cmd)

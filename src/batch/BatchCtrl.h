@@ -16,8 +16,8 @@ class LateDialog;
 class Ui_BatchCtrl;
 
 /// The batch window: editor and log in two tabs, the buttons that load, save, run and stop the
-/// text, and a line that tells what a run waits for. Its buttons stay enabled during a run. GUI
-/// thread.
+/// text, and below them what a run does or waits for. Its buttons stay enabled during a run, whose
+/// rest "Exec." replaces; behind its end "Exec." is disabled, and says so, until "Stop". GUI thread.
 class BatchCtrl : public QMainWindow
 {
     Q_OBJECT
@@ -91,10 +91,20 @@ public Q_SLOTS:
 
 private:
     QFileDialog* newDialog(QFileDialog::AcceptMode mode);
+    /// What the dispatcher has told of itself.
+    enum class RunState
+    {
+        Idle,
+        Running,
+        Ended ///< needs "Stop" before the next
+    };
+
+    void connectButtons();
+    void setRunState(RunState state);
+    void showState();
     void takeRunEnd();
     void startUnattended();
     void stopRun();
-    void tellNotStarted();
     void showWait(const CmdLine& cmd, const QDateTime& since);
     void giveUp(const CmdLine& cmd);
 
@@ -105,6 +115,8 @@ private:
     QString keptText_; ///< in place of the editor's
     RunWatch watch_;
     FailureCount failures_;
+    RunState runState_ = RunState::Idle;
+    QString wait_; ///< what the run waits for, in people's words
     bool firstRunEnded_ = false;
     bool startPending_ = false;   ///< execBatchSlot() waits for the end of the first run
     bool unattendedRuns_ = false; ///< what execBatchSlot() started runs

@@ -34,6 +34,7 @@ void BatchDispatcher::dispatch(const QString& text, bool ofConfig)
     }
     interpreter_.start(text, ofConfig);
     state_ = TakingLines;
+    Q_EMIT runStarted();
     askForNextLine();
 }
 
@@ -42,6 +43,7 @@ void BatchDispatcher::batchStopSlot()
     state_ = Idle;
     waitingTicket_ = 0;
     interpreter_.leaveRem();
+    Q_EMIT runStopped();
 }
 
 void BatchDispatcher::finishBatchExec(int id, int ticket)

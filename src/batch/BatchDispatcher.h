@@ -40,6 +40,9 @@ Q_SIGNALS:
     void runEnded();
     /// Lines of the text that could not be run. Their texts are in the log.
     void failed(const FailureCount& failures);
+    /// A run has begun, or was stopped: another may start.
+    void runStarted();
+    void runStopped();
     /// A text came after a run had ended, and nothing starts.
     void notStarted();
 

@@ -6,6 +6,9 @@
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"
+#include "display/NumberFields.h"
+#include "display/PanelDock.h"
+#include "display/PanelForm.h"
 #include "ui_CalibCtrl.h"
 
 namespace {
@@ -35,6 +38,13 @@ QFileDialog* newSaveDialog(QWidget* parent)
     return dialog;
 }
 
+/// Enables a button, or disables it for a reason that becomes its tool tip.
+void setReason(QAbstractButton* button, const QString& reason, const QString& toolTip)
+{
+    button->setEnabled(reason.isEmpty());
+    button->setToolTip(reason.isEmpty() ? toolTip : reason);
+}
+
 } // namespace
 
 CalibCtrl::CalibCtrl(QWidget* parent)
@@ -42,6 +52,7 @@ CalibCtrl::CalibCtrl(QWidget* parent)
     , ui_(std::make_unique<Ui_CalibCtrl>())
     , loadDialog_(new LateDialog([this] { return newLoadDialog(this); }, this))
     , saveDialog_(new LateDialog([this] { return newSaveDialog(this); }, this))
+    , numbers_(new NumberFields(this))
 {
     ui_->setupUi(this);
     loadDialog_->setTitle(tr("Load Energy Shift Map"));
@@ -50,11 +61,33 @@ CalibCtrl::CalibCtrl(QWidget* parent)
     fillCrystals();
     ui_->SelectStd->setCaption(tr("Select Std."));
     ui_->SelectStd->showUse(false);
+    fitButtons(*this);
+    ui_->DEMinLabel->setWordWrap(true); // or the numbers beside it had no room
+    keepWheelFromChoices(*this);
+    watchFields();
     setRunning(false);
+    setFormerMap(false);
+    showStatistics({}, {});
+    const QString noMap = tr("No shift map");
+    setMapReasons(noMap, noMap);
     connectForm();
 }
 
 CalibCtrl::~CalibCtrl() = default;
+
+void CalibCtrl::watchFields()
+{
+    connect(numbers_, &NumberFields::changed, this, &CalibCtrl::fieldsChanged);
+    numbers_->watch(ui_->EdgeEeV, tr("Edge energy of the standard"));
+    numbers_->watch(ui_->DEw, tr("Initial E-range"));
+    numbers_->watch(ui_->DEs, tr("E-step"));
+    numbers_->watch(ui_->MinDEs, tr("Min. E-step"));
+}
+
+QStringList CalibCtrl::unreadable() const
+{
+    return numbers_->unreadable();
+}
 
 void CalibCtrl::fillCrystals()
 {
@@ -71,6 +104,7 @@ void CalibCtrl::connectForm()
     connect(ui_->SelectStd, &XafsFileSelect::newFile, this, &CalibCtrl::newFile);
     connect(ui_->SelectStd, &XafsFileSelect::cleared, this, &CalibCtrl::clearedStd);
     connect(ui_->StdUseHint, &QCheckBox::toggled, this, &CalibCtrl::useHint);
+    connect(ui_->EdgeEeV, &QLineEdit::textChanged, this, &CalibCtrl::edgeEVChanged);
     connect(ui_->ExecCalib, &QPushButton::clicked, this, &CalibCtrl::execCalibration);
     connect(ui_->ClearMap, &QPushButton::clicked, this, &CalibCtrl::clearMap);
     connect(ui_->FormerMap, &QPushButton::clicked, this, &CalibCtrl::formerMap);
@@ -183,14 +217,49 @@ void CalibCtrl::useHint()
         tellStandard();
 }
 
-void CalibCtrl::showStatistics(const std::optional<CalibStatistics>& statistics)
+void CalibCtrl::showStatistics(const std::optional<CalibStatistics>& statistics,
+                               const std::optional<ShiftMap::MedianAndSpread>& ofMap)
 {
     const std::pair<QLineEdit*, double CalibStatistics::*> fields[] = {
-        {ui_->DEMin, &CalibStatistics::min},       {ui_->DEMax, &CalibStatistics::max},
-        {ui_->DEAvr, &CalibStatistics::mean},      {ui_->DESigma, &CalibStatistics::sigma},
-        {ui_->DEMedian, &CalibStatistics::median}, {ui_->DEMad, &CalibStatistics::mad}};
+        {ui_->DEMin, &CalibStatistics::min},
+        {ui_->DEMax, &CalibStatistics::max},
+        {ui_->DEAvr, &CalibStatistics::mean},
+        {ui_->DESigma, &CalibStatistics::sigma},
+        {ui_->DEMad, &CalibStatistics::mad}};
     for (const auto& [field, number] : fields)
         field->setText(statistics ? fieldText((*statistics).*number) : QString());
+    ui_->DEMedian->setText(ofMap ? fieldText(ofMap->median) : QString());
+    ui_->DESpread->setText(ofMap ? fieldText(ofMap->spread) : QString());
+    for (QLineEdit* field : ui_->StatisticSection->findChildren<QLineEdit*>())
+        field->setCursorPosition(0);
+}
+
+void CalibCtrl::setMapReasons(const QString& noMap, const QString& notSaved)
+{
+    ui_->MapState->setText(noMap);
+    ui_->MapState->setVisible(!noMap.isEmpty());
+    setReason(ui_->NES, noMap,
+              tr("Normalise E shift: take out single outliers of the map, more than 40 eV off"));
+    setReason(ui_->ClearMap, noMap,
+              tr("Drop the energy shift map: spectra are taken without shifts"));
+    setReason(ui_->SaveMap, notSaved, tr("Save the map to a file"));
+}
+
+void CalibCtrl::setReadiness(const QString& reason)
+{
+    notReady_ = reason;
+    showReadiness();
+}
+
+void CalibCtrl::showReadiness()
+{
+    const QString reason = running_ ? QString() : notReady_;
+    ui_->ExecCalib->setText(running_ ? tr("Stop Calib.") : tr("Exec Calib."));
+    setReason(ui_->ExecCalib, reason,
+              running_ ? tr("Stop the calibration; the map keeps what is done")
+                       : tr("Compare each block of the selected area with the standard"));
+    ui_->Readiness->setText(reason);
+    ui_->Readiness->setVisible(!reason.isEmpty());
 }
 
 void CalibCtrl::showImageGeometry(const QSize& size, const QPoint& offset)
@@ -203,7 +272,7 @@ void CalibCtrl::showImageGeometry(const QSize& size, const QPoint& offset)
 
 void CalibCtrl::showMapFile(const QString& fname)
 {
-    ui_->EMPFileName->setText(fname);
+    ui_->EMPFileName->setText(fname); // its end stays in view
     ui_->EMPFileName->setToolTip(fname);
 }
 
@@ -216,15 +285,15 @@ void CalibCtrl::setMapInterrupted(bool f)
 
 void CalibCtrl::setFormerMap(bool f)
 {
-    ui_->FormerMap->setEnabled(f);
+    setReason(ui_->FormerMap, f ? QString() : tr("No map was replaced yet"),
+              tr("Bring back the map that the last calibration, load or clear replaced; a second "
+                 "press undoes that"));
 }
 
 void CalibCtrl::setRunning(bool running)
 {
-    ui_->ExecCalib->setText(running ? tr("Stop Calib.") : tr("Exec Calib."));
-    ui_->ExecCalib->setToolTip(
-        running ? tr("Stop the calibration; the map keeps what is done")
-                : tr("Compare each block of the selected area with the standard"));
+    running_ = running;
+    showReadiness();
 }
 
 void CalibCtrl::newFile(const QString& fname)
@@ -297,7 +366,7 @@ void CalibCtrl::progress(double p)
 void CalibCtrl::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
-    book.action(ExCmdCalibShowWindow, [this](const Cmd&) { show(); });
+    book.action(ExCmdCalibShowWindow, [this](const Cmd&) { raisePanel(this); });
     book.action(ExCmdCalibLoadStd, [this](const Cmd& c) { loadStd(c.arg(0)); });
     book.text(ExCmdCalibSetEdgeEV, ui_->EdgeEeV);
     book.action(ExCmdCalibType, [this](const Cmd& c) { setType(intArg(c, 0)); });

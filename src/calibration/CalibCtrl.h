@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calibration/CalibBlock.h"
+#include "calibration/ShiftMap.h"
 #include "spectrum/ReferenceSpectrum.h"
 
 #include <QFrame>
@@ -10,6 +11,7 @@
 
 class CommandBook;
 class LateDialog;
+class NumberFields;
 class Ui_CalibCtrl;
 
 /// The calibration panel: the standard spectrum, which it owns, the conditions, the progress and
@@ -54,15 +56,25 @@ public:
     /// The commands that set its fields, read the standard or show it.
     void bindCommands(CommandBook& book);
 
-    /// Statistics of the map in force; none empties their fields.
-    void showStatistics(const std::optional<CalibStatistics>& statistics);
+    /// Statistics of the map in force: those of its calibration, and what the map itself tells;
+    /// what there is not empties its fields.
+    void showStatistics(const std::optional<CalibStatistics>& statistics,
+                        const std::optional<ShiftMap::MedianAndSpread>& ofMap);
+    /// Why nothing can be done with a map, as there is none, and why it can't be saved, in people's
+    /// words; their buttons are disabled with the reason. Empty texts enable them.
+    void setMapReasons(const QString& noMap, const QString& notSaved);
+    /// Why the button can't start a calibration, in people's words: it is disabled then, with the
+    /// reason as tool tip and below it. While one runs the button stops it.
+    void setReadiness(const QString& reason);
+    /// Names of the fields that can't be read as a number.
+    QStringList unreadable() const;
     /// Size and place on the detector of the images or of the map loaded [pixels].
     void showImageGeometry(const QSize& size, const QPoint& offset);
     /// Name of the map file last read or written.
     void showMapFile(const QString& fname);
     /// Marks the map as that of a calibration that was stopped.
     void setMapInterrupted(bool f);
-    /// Whether there is a former map to bring back.
+    /// Whether there is a former map to bring back; its button tells when there is none.
     void setFormerMap(bool f);
     /// Whether the button will start or stop a calibration.
     void setRunning(bool running);
@@ -80,6 +92,9 @@ public Q_SLOTS:
     void progress(double p);
 
 Q_SIGNALS:
+    /// A field can or can't be read as a number any more.
+    void fieldsChanged();
+    void edgeEVChanged();
     void newStdFileLoaded();
     /// The standard is another without a new file: normalised anew, or gone.
     void standardChanged();
@@ -96,6 +111,8 @@ private:
 
     void connectForm();
     void fillCrystals();
+    void watchFields();
+    void showReadiness();
     int stdBackgroundMode() const;
     void clearedStd();
     void useHint();
@@ -105,6 +122,9 @@ private:
     const std::unique_ptr<Ui_CalibCtrl> ui_;
     LateDialog* const loadDialog_;
     LateDialog* const saveDialog_;
+    NumberFields* const numbers_;
+    QString notReady_; ///< why no calibration can start
+    bool running_ = false;
     ReferenceSpectrum standard_;
     SuggestElm suggestion_; ///< of the main window
     QString stdEdge_;       ///< mid point of the standard as the edge field gets it

@@ -7,6 +7,45 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
+
+namespace {
+
+/// Of values, which there must be; it moves them about.
+double medianOf(std::vector<double>& values)
+{
+    const auto middle = values.begin() + std::ptrdiff_t(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    if (values.size() % 2 == 1)
+        return *middle;
+    return 0.5 * (*std::max_element(values.begin(), middle) + *middle);
+}
+
+/// Standard deviation of a normal distribution over its median absolute deviation.
+constexpr double sigmaOverMad = 1.4826;
+
+} // namespace
+
+std::optional<ShiftMap::MedianAndSpread> ShiftMap::medianAndSpread() const
+{
+    if (isEmpty() || interrupted)
+        return std::nullopt;
+    std::vector<double> values;
+    AnalyzeCond at = walk;
+    at.start();
+    do {
+        const bool inside = at.cx >= 0 && at.cx < walk.width && at.cy >= 0 && at.cy < walk.height;
+        const double shift = inside ? shifts.at(at.cy * walk.width + at.cx) : qQNaN();
+        if (std::isfinite(shift))
+            values.push_back(shift);
+    } while (at.next());
+    if (values.empty())
+        return std::nullopt;
+    const double median = medianOf(values);
+    for (double& value : values)
+        value = std::abs(value - median);
+    return MedianAndSpread{median, sigmaOverMad * medianOf(values)};
+}
 
 void ShiftMap::prepare(const AnalyzeCond& newWalk)
 {

@@ -24,9 +24,20 @@ struct ShiftMap
     double min = runningMinStart; ///< of the positions that have a shift [eV]
     double max = runningMaxStart;
     std::optional<CalibStatistics> statistics; ///< of its calibration, when that was completed
+    XafsSpectrum standard; ///< of its calibration; empty for one of a file
     QString fileName; ///< of which it was read, or under which it was saved
 
     bool isEmpty() const { return shifts.isEmpty(); }
+
+    /// Median of the shifts over the positions that have one, and their spread: 1.4826 times the
+    /// median distance from it, which is the standard deviation of a normal distribution and takes
+    /// little notice of outliers. [eV] None without a shift, and for a map that is not filled.
+    struct MedianAndSpread
+    {
+        double median;
+        double spread;
+    };
+    std::optional<MedianAndSpread> medianAndSpread() const;
 
     /// Starts a new filling: a shift of 0 everywhere, until its position is done.
     void prepare(const AnalyzeCond& newWalk);

@@ -17,6 +17,7 @@
 #include <QCoreApplication>
 #include <QDebug>
 
+#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -125,11 +126,19 @@ void AnalysisConductor::startWalk(CommandEnd end)
         return;
     }
     takeInSingleFits();
+    beginRun(area, std::move(end));
+    Q_EMIT runningChanged(true);
+}
+
+void AnalysisConductor::beginRun(const AnalyzeCond& area, CommandEnd end)
+{
     walk_ = Run();
     walk_.running = true;
     walk_.end = std::move(end);
     const SharedSource source = parts_.reader.frozen();
     LcfRequest conditions = parts_.panel.beginWalk(source->elm, scanOf(*source));
+    walk_.fittedRows = conditions.fittedRows();
+    walk_.conditions = AnalysisConditions(*source, area, conditions);
     conditions.inWalk = true;
     parts_.panel.setMapsInterrupted(false);
     parts_.panel.setContAccess(true);
@@ -153,11 +162,74 @@ QString AnalysisConductor::walkFault(AnalyzeCond& area) const
     if (!parts_.panel.walkAnalysisSelected())
         return QStringLiteral("no analysis selected");
     // The fits are the only analysis that walks: without them there is nothing left to run.
-    const WalkSource source = parts_.reader.source();
-    if (!parts_.panel.canFit(source.elm, scanOf(source)))
+    if (!canFit())
         return QStringLiteral("LCF is left out, no reference in use has a point inside the fitting "
                               "range and the scan");
     return {};
+}
+
+/// There must be images.
+bool AnalysisConductor::canFit() const
+{
+    const WalkSource source = parts_.reader.source();
+    return parts_.panel.canFit(source.elm, scanOf(source));
+}
+
+QString AnalysisConductor::whyNotReady() const
+{
+    AnalyzeCond area;
+    const bool hasArea = parts_.reader.askAnalyzeCond(area);
+    if (parts_.reader.source().i1.isEmpty())
+        return tr("No images: load them in step 1");
+    if (!parts_.panel.walkAnalysisSelected())
+        return tr("No analysis is chosen: check the box above");
+    if (parts_.panel.activeRows().isEmpty())
+        return tr("No reference in use: load one above");
+    if (!hasArea)
+        return tr("The selected area lies outside the image");
+    if (!canFit())
+        return tr("No reference in use has a point inside the fitting range and the scan");
+    return {};
+}
+
+QString AnalysisConductor::walkText() const
+{
+    AnalyzeCond area;
+    if (!parts_.reader.askAnalyzeCond(area))
+        return {};
+    const QString text = parts_.reader.isAreaSelected()
+                             ? tr("%1 blocks of %2 x %3 pixels, selected area")
+                             : tr("%1 blocks of %2 x %3 pixels, whole image");
+    return text.arg(qint64(area.columns()) * area.rows())
+        .arg(2 * std::abs(qint64(area.halfX)) + 1)
+        .arg(2 * std::abs(qint64(area.halfY)) + 1);
+}
+
+void AnalysisConductor::tellReadiness()
+{
+    parts_.panel.setReadiness(whyNotReady(), walkText());
+}
+
+bool AnalysisConductor::mapsWhole() const
+{
+    return parts_.book.stateOf(zansaKey) == MapState::Whole;
+}
+
+bool AnalysisConductor::mapsStopped() const
+{
+    return parts_.book.stateOf(zansaKey) == MapState::Stopped;
+}
+
+bool AnalysisConductor::conditionsDiffer() const
+{
+    if (walk_.keys.isEmpty())
+        return false;
+    const WalkSource source = parts_.reader.source();
+    AnalyzeCond area;
+    if (!parts_.reader.askAnalyzeCond(area))
+        return true;
+    return AnalysisConditions(source, area, parts_.panel.walkRequest(source.elm, scanOf(source))) !=
+           walk_.conditions;
 }
 
 /// What the rows show during and after a walk must not depend on which thread was faster.
@@ -205,6 +277,8 @@ void AnalysisConductor::positionsTaken(const WalkRun& run)
 {
     walk_.last = {run.last().cx, run.last().cy};
     const AnalyzeCond next = run.behind();
+    if (next.cy < next.y1)
+        walk_.percent = next.progress();
     if (next.newLine && next.cy < next.y1)
         finishRow(next);
     Q_EMIT progressed();
@@ -241,13 +315,27 @@ void AnalysisConductor::endWalk()
     parts_.panel.setProgress(100.0);
     logTime(QStringLiteral("2da 3:"));
     qDebug().noquote() << "2D analysis:" << walk_.outcomes.text();
+    chooseMap();
+    Q_EMIT runningChanged(false);
+    Q_EMIT ended(true);
     end.done();
+}
+
+/// A first walk would otherwise leave an empty view behind.
+void AnalysisConductor::chooseMap()
+{
+    if (!choosesMap_ || parts_.panel.isMapShown() || walk_.fittedRows.isEmpty())
+        return;
+    parts_.panel.showRatioOf(walk_.fittedRows.first());
+    Q_EMIT resultsWanted();
 }
 
 /// Returns what the command that started the walk waits for.
 CommandEnd AnalysisConductor::leaveWalk(bool whole)
 {
     walk_.running = false;
+    if (whole)
+        walk_.percent = 100.0;
     walks_.stop(WalkConductor::Analysis);
     for (const MapKey& key : qAsConst(walk_.keys))
         parts_.book.end(key, whole, walk_.outcomes);
@@ -275,9 +363,12 @@ void AnalysisConductor::stopWalk(const QString& why)
         return;
     CommandEnd end = leaveWalk(false);
     parts_.panel.setMapsInterrupted(true);
+    parts_.panel.setStoppedAt(walk_.percent);
     logTime(QStringLiteral("2da 4:"));
     qDebug().noquote() << QStringLiteral("2D analysis %1: %2").arg(why, walk_.outcomes.text());
     // The map on show is painted as far as it is filled.
     view_.resultsStopped();
+    Q_EMIT runningChanged(false);
+    Q_EMIT ended(false);
     end.failed(why);
 }

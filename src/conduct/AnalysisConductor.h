@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/AnalysisConditions.h"
 #include "analysis/AnalyzeProc.h"
 #include "batch/CommandEnd.h"
 #include "maps/MapKinds.h"
@@ -45,15 +46,42 @@ public:
     void bindCommands(CommandBook& book);
 
     bool isWalking() const { return walk_.running; }
+    /// Share of the walk that runs, or ran last, that is done [%].
+    double percent() const { return walk_.percent; }
+    /// The maps hold every position of the last walk, or it was stopped before; neither before the
+    /// first walk and while one runs.
+    bool mapsWhole() const;
+    bool mapsStopped() const;
+    /// Number of references that the last walk fitted.
+    int rowsOfMaps() const { return walk_.fittedRows.size(); }
+    /// Another walk would make other maps than the last one has made; false before the first. It
+    /// looks at everything that spectra and fits go by, and is not for every move of the mouse.
+    bool conditionsDiffer() const;
+
+    /// Why a walk can not start, in people's words; empty when it can.
+    QString whyNotReady() const;
+    /// The walk that the button would start, in people's words; empty without images.
+    QString walkText() const;
+
+    /// Whether the map of the first reference is chosen after a whole walk when none is. Off at
+    /// start: what a run writes must not depend on it.
+    void setChoosesMap(bool f) { choosesMap_ = f; }
 
 public Q_SLOTS:
     /// The button: starts a walk over the selected area, or stops the one that runs.
     void start2DAnalysis();
     void stop2DAnalysis();
     void generateResImages();
+    /// Shows whyNotReady() and walkText() in the panel.
+    void tellReadiness();
 
 Q_SIGNALS:
     void progressed(); ///< some positions are done
+    void runningChanged(bool running);
+    /// A walk has ended, at its last position (whole) or before.
+    void ended(bool whole);
+    /// A map was chosen after a walk, and the results are to be shown.
+    void resultsWanted();
 
 private:
     /// The walk that runs, or ran last.
@@ -62,6 +90,9 @@ private:
         bool running = false;
         CommandEnd end;       ///< of the batch command that started it
         QVector<MapKey> keys; ///< of its maps
+        QVector<int> fittedRows; ///< references that take part
+        AnalysisConditions conditions;
+        double percent = 0.0;
         OutcomeCounts outcomes;
         QPoint last;           ///< position that was recorded last
         QElapsedTimer painted; ///< since the map on show was painted last
@@ -71,7 +102,9 @@ private:
     void connectPanel(CursorConductor& cursor);
     void addMapsOfRows();
     void startWalk(CommandEnd end);
+    void beginRun(const AnalyzeCond& area, CommandEnd end);
     QString walkFault(AnalyzeCond& area) const;
+    bool canFit() const;
     void takeInSingleFits();
     void prepareMaps(const AnalyzeCond& area, const SharedSource& source);
     WalkOrder orderOf(const AnalyzeCond& area, const SharedSource& source,
@@ -83,6 +116,7 @@ private:
     void imagesChange(const QString& what);
     void stopWalk(const QString& why);
     CommandEnd leaveWalk(bool whole);
+    void chooseMap();
 
     const Parts parts_;
     ViewConductor& view_;
@@ -90,4 +124,5 @@ private:
     const std::unique_ptr<AnalyzeProc> proc_; ///< lives in thread_
     WalkConductor& walks_;
     Run walk_;
+    bool choosesMap_ = false;
 };

@@ -57,6 +57,7 @@ void CalibConductor::connectPanel()
     connect(panel, &CalibCtrl::formerMap, this, &CalibConductor::swapFormerMap);
     connect(panel, &CalibCtrl::normalizeEShift, this, &CalibConductor::normalizeEShift);
     connect(this, &CalibConductor::calibProgress, panel, &CalibCtrl::progress);
+    connect(panel, &CalibCtrl::edgeEVChanged, this, &CalibConductor::tellMapReasons);
 }
 
 void CalibConductor::bindCommands(CommandBook& book)
@@ -81,6 +82,7 @@ void CalibConductor::newStdFile()
         qDebug() << "Calibration: the one that runs goes on with the standard of its start";
     stdSpectrum_ = parts_.panel.standard();
     cursor_.showStandard(stdSpectrum_);
+    tellMapReasons();
 }
 
 void CalibConductor::execCalibration()
@@ -113,6 +115,7 @@ void CalibConductor::startCalibration(bool ofBatch)
     const SharedSource source = parts_.reader.frozenForCalibration();
     const TiffData& first = *source->i1.first();
     parts_.shiftMap.origin = {first.x0, first.y0};
+    parts_.shiftMap.standard = stdSpectrum_;
     parts_.book.begin(shiftMapKey, walk,
                       {QStringLiteral("Calibration"), {parts_.panel.stdFileName()}, source, {}});
     tellShiftMap();
@@ -141,6 +144,42 @@ QString CalibConductor::calibrationFault(AnalyzeCond& walk) const
     if (why.isEmpty() && stdSpectrum_.isEmpty())
         return QStringLiteral("no standard is loaded");
     return why;
+}
+
+QString CalibConductor::whyNotReady() const
+{
+    if (parts_.data.i1.images.isEmpty())
+        return tr("No images: load them in step 1");
+    if (stdSpectrum_.isEmpty())
+        return tr("No standard: select its file above");
+    AnalyzeCond walk;
+    if (!parts_.reader.askAnalyzeCond(walk))
+        return tr("The selected area lies outside the image");
+    return {};
+}
+
+void CalibConductor::tellReadiness()
+{
+    parts_.panel.setReadiness(whyNotReady());
+}
+
+bool CalibConductor::mapWhole() const
+{
+    return !run_.running && !parts_.shiftMap.isEmpty() && !parts_.shiftMap.interrupted;
+}
+
+bool CalibConductor::mapStopped() const
+{
+    return !run_.running && !parts_.shiftMap.isEmpty() && parts_.shiftMap.interrupted;
+}
+
+bool CalibConductor::standardChangedSince() const
+{
+    const XafsSpectrum& then = parts_.shiftMap.standard;
+    if (parts_.shiftMap.isEmpty() || then.isEmpty() || stdSpectrum_.isEmpty())
+        return false;
+    return then.points != stdSpectrum_.points ||
+           then.doubleNormalizedPreBase.points != stdSpectrum_.doubleNormalizedPreBase.points;
 }
 
 /// What makes the shifts meaningless though nothing fails.
@@ -198,6 +237,7 @@ void CalibConductor::stopCalibration(const QString& why)
 void CalibConductor::leaveCalibration(const QString& why)
 {
     run_.running = false;
+    tellShiftMap();
     keepAsFormer(replacedMap_);
     replacedMap_ = ShiftMap();
     parts_.panel.setRunning(false);
@@ -230,6 +270,8 @@ void CalibConductor::positionsTaken(const WalkRun& run)
 {
     run_.begun = true;
     const AnalyzeCond next = run.behind();
+    if (next.cy < next.y1)
+        run_.percent = next.progress();
     if (next.newLine && next.cy < next.y1)
         Q_EMIT calibProgress(next.progress());
     Q_EMIT progressed();
@@ -237,6 +279,7 @@ void CalibConductor::positionsTaken(const WalkRun& run)
 
 void CalibConductor::finishCalib()
 {
+    run_.percent = 100.0;
     Q_EMIT calibProgress(100.0);
     run_.statistics.close(parts_.shiftMap.walk, picture());
     parts_.shiftMap.statistics = run_.statistics;

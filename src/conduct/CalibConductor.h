@@ -44,6 +44,17 @@ public:
     void bindCommands(CommandBook& book);
 
     bool isRunning() const { return run_.running; }
+    /// Share of the calibration that runs, or ran last, that is done [%].
+    double percent() const { return run_.percent; }
+    /// The map in force: there is one with all positions, or one of a calibration that was stopped.
+    bool mapWhole() const;
+    bool mapStopped() const;
+    /// The map in force was made with another standard than the one that is loaded now.
+    bool standardChangedSince() const;
+    /// Of the map in force; see ShiftMap::medianAndSpread().
+    std::optional<ShiftMap::MedianAndSpread> medianAndSpread() const { return spread_; }
+    /// Why a calibration can not start, in people's words; empty when it can.
+    QString whyNotReady() const;
     /// Stops the calibration that runs, if any. The map stays as far as it is filled, without
     /// statistics; before the first position that is no map, and the one before stays.
     void stop();
@@ -65,6 +76,8 @@ public Q_SLOTS:
     void swapFormerMap();
     /// Takes single outliers out of the shift map.
     void normalizeEShift();
+    /// Shows whyNotReady() in the panel.
+    void tellReadiness();
     /// A run is through: a calibration of it that other images stopped, and that no command waited
     /// for, is a fault.
     void tellUnheardStop();
@@ -83,6 +96,7 @@ private:
         bool running = false;
         bool ofBatch = false; ///< a command started it
         bool begun = false;   ///< a position of it is in the map
+        double percent = 0.0;
         CalibStatistics statistics;
         std::vector<CommandEnd> waiting; ///< of the batch commands that wait for its end
     };
@@ -104,6 +118,7 @@ private:
     Analyzed2DRes& picture() const;
     void putInForce(const ShiftMap& shiftMap);
     void tellShiftMap();
+    void tellMapReasons();
     void leaveMapInForce();
     void keepAsFormer(const ShiftMap& shiftMap);
     double edgeOfMap() const;
@@ -117,6 +132,7 @@ private:
     WalkConductor& walks_;
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     Run run_;
+    std::optional<ShiftMap::MedianAndSpread> spread_; ///< of the map in force, once it is filled
     ShiftMap replacedMap_;              ///< by the calibration that runs
     std::optional<ShiftMap> formerMap_; ///< none as long as no map was replaced
     QString unheardStop_; ///< why a batch's was stopped by other images, until the batch is told

@@ -29,6 +29,7 @@ void CalibConductor::normalizeEShift()
     picture().copyProc2Data();
     picture().genImg();
     parts_.shiftMap.takeFrom(picture());
+    tellShiftMap();
     Q_EMIT shiftMapChanged();
     logTime(QStringLiteral("End Normalize E Shift  "));
 }
@@ -69,11 +70,22 @@ void CalibConductor::putInForce(const ShiftMap& shiftMap)
 void CalibConductor::tellShiftMap()
 {
     parts_.panel.setMapInterrupted(parts_.shiftMap.interrupted);
-    parts_.panel.showStatistics(parts_.shiftMap.statistics);
+    spread_ = run_.running ? std::nullopt : parts_.shiftMap.medianAndSpread();
+    parts_.panel.showStatistics(parts_.shiftMap.statistics, spread_);
+    tellMapReasons();
     parts_.panel.showMapFile(parts_.shiftMap.fileName);
     if (!parts_.shiftMap.isEmpty())
         parts_.panel.showImageGeometry({parts_.shiftMap.walk.width, parts_.shiftMap.walk.height},
                                        parts_.shiftMap.origin);
+}
+
+void CalibConductor::tellMapReasons()
+{
+    const QString noMap = parts_.shiftMap.isEmpty() ? tr("No shift map") : QString();
+    const bool hasEdge = edgeOfMap() > 0.0;
+    parts_.panel.setMapReasons(noMap, !noMap.isEmpty() || hasEdge
+                                          ? noMap
+                                          : tr("No edge energy: select the standard or type it"));
 }
 
 /// Nothing is no former map: the one that was kept before stays.

@@ -67,6 +67,11 @@ QString SourceReader::areaFault(AnalyzeCond& ac) const
         .arg(selected.y1);
 }
 
+bool SourceReader::isAreaSelected() const
+{
+    return parts_.imageBox.area()->hasSelection();
+}
+
 BlockConditions SourceReader::blockConditions(int halfX, int halfY) const
 {
     const Measurement& data = parts_.data;

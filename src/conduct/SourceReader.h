@@ -41,6 +41,8 @@ public:
     /// Fills ac with the walk over the selected area, or over the whole image; why there is nothing
     /// to walk over, or an empty text.
     QString areaFault(AnalyzeCond& ac) const;
+    /// The user has selected an area of the image.
+    bool isAreaSelected() const;
     bool askAnalyzeCond(AnalyzeCond& ac) const { return areaFault(ac).isEmpty(); }
 
     BlockConditions blockConditions(int halfX, int halfY) const;

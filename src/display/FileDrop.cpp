@@ -81,8 +81,9 @@ bool FileDrop::isWelcome(const QMimeData& data) const
     const QStringList paths = localPaths(data);
     if (mode_ == OneFile)
         return paths.size() == 1 && matches(paths.first()) && !isFolder(paths.first());
-    return std::any_of(paths.begin(), paths.end(),
-                       [this](const QString& path) { return matches(path) || isFolder(path); });
+    return std::any_of(paths.begin(), paths.end(), [this](const QString& path) {
+        return isFolder(path) ? mode_ == ManyFiles : matches(path);
+    });
 }
 
 bool FileDrop::matches(const QString& path) const

@@ -20,6 +20,7 @@ public:
     enum Mode
     {
         OneFile,  ///< a single file
+        Files,    ///< any number of files
         ManyFiles ///< any number of files, and folders for the files in them
     };
 

@@ -2,6 +2,7 @@
 
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/PanelForm.h"
 #include "display/RowMark.h"
 #include "ui_XafsFileSelect.h"
 
@@ -9,9 +10,15 @@
 
 namespace {
 
+constexpr const char* fileStyle = "background-color: rgb(253, 255, 225); color: black;";
+/// What an empty field asks for must not look like a file.
+constexpr const char* emptyStyle =
+    "background-color: rgb(253, 255, 225); color: rgb(112, 112, 112);";
+
 QFileDialog* newDialog(QWidget* parent)
 {
     auto* dialog = new FileDialog(parent);
+    dialog->setWindowTitle(XafsFileSelect::tr("Select Spectrum File"));
     dialog->setFileMode(QFileDialog::ExistingFile);
     dialog->setNameFilters(
         {XafsFileSelect::tr("XAFS Data File (*.dat)"), XafsFileSelect::tr("Any Files (* *.*)")});
@@ -27,6 +34,8 @@ XafsFileSelect::XafsFileSelect(QWidget* parent)
 {
     ui_->setupUi(this);
     ui_->Caption->hide();
+    showFile(QString());
+    fitButtons(*this);
     connect(ui_->Select, &QPushButton::clicked, dialog_, &LateDialog::show);
     connect(ui_->Clear, &QPushButton::clicked, this, &XafsFileSelect::clear);
     connect(dialog_, &LateDialog::fileSelected, this, &XafsFileSelect::fileSelected);
@@ -39,7 +48,7 @@ XafsFileSelect::~XafsFileSelect() = default;
 
 QString XafsFileSelect::fileName() const
 {
-    return ui_->Selected->text();
+    return fileName_;
 }
 
 bool XafsFileSelect::isUsed() const
@@ -58,11 +67,35 @@ bool XafsFileSelect::isUseShown() const
     return !ui_->Use->isHidden();
 }
 
+QWidget* XafsFileSelect::buttons() const
+{
+    return ui_->Buttons;
+}
+
+void XafsFileSelect::hideUseText()
+{
+    ui_->Use->setAccessibleName(ui_->Use->text());
+    ui_->Use->setText(QString());
+}
+
+QVector<QWidget*> XafsFileSelect::tabChain() const
+{
+    return {ui_->Use, ui_->Selected};
+}
+
+/// The end of a path tells files apart, so the row shows that.
+void XafsFileSelect::showFile(const QString& fname)
+{
+    fileName_ = fname;
+    ui_->Selected->setText(QFileInfo(fname).fileName());
+    ui_->Selected->setStyleSheet(QLatin1String(fname.isEmpty() ? emptyStyle : fileStyle));
+    ui_->Selected->setToolTip(fname.isEmpty() ? tr("File of the spectrum") : fname);
+}
+
 void XafsFileSelect::load(const QString& fname)
 {
     fileValid_ = true;
-    ui_->Selected->setText(fname);
-    ui_->Selected->setToolTip(fname);
+    showFile(fname);
     const QFileInfo file(fname);
     if (file.exists())
         dialog_->setFolder(file.canonicalPath());
@@ -81,8 +114,7 @@ void XafsFileSelect::fileNameValid(bool f)
 
 void XafsFileSelect::clear()
 {
-    ui_->Selected->clear();
-    ui_->Selected->setToolTip(QString());
+    showFile(QString());
     fileValid_ = false;
     Q_EMIT cleared();
 }
@@ -105,14 +137,4 @@ QString XafsFileSelect::mark() const
 void XafsFileSelect::showUse(bool f)
 {
     ui_->Use->setVisible(f);
-}
-
-void XafsFileSelect::setMaxSelectBW(int max)
-{
-    ui_->Select->setMaximumWidth(max);
-}
-
-void XafsFileSelect::setMaxClearBW(int max)
-{
-    ui_->Clear->setMaximumWidth(max);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFrame>
+#include <QVector>
 
 #include <memory>
 
@@ -22,6 +23,12 @@ public:
     bool isUsed() const;
     bool isFileValid() const { return fileValid_; }
     void setCaption(const QString& caption);
+    /// The buttons, which an owner may lay out elsewhere.
+    QWidget* buttons() const;
+    /// Shows the use box without its text, for rows that have a caption above them.
+    void hideUseText();
+    /// Those of its widgets in the row itself that take the focus, as they stand.
+    QVector<QWidget*> tabChain() const;
     bool isUseShown() const;
     QString mark() const;
     LateDialog* dialog() const { return dialog_; }
@@ -41,12 +48,12 @@ public Q_SLOTS:
     void setMark(const QString& reasons);
     /// Shows or hides the use box.
     void showUse(bool f);
-    /// Greatest width of the buttons [pixels].
-    void setMaxSelectBW(int max);
-    void setMaxClearBW(int max);
 
 private:
+    void showFile(const QString& fname);
+
     std::unique_ptr<Ui_XafsFileSelect> ui_;
     LateDialog* dialog_;
+    QString fileName_; ///< with its path; the row shows the name alone
     bool fileValid_ = false;
 };

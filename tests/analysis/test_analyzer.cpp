@@ -2,6 +2,9 @@
 
 #include "analysis/Analyzer.h"
 #include "analysis/LCFReference.h"
+#include "batch/CmdLine.h"
+#include "batch/CommandBook.h"
+#include "batch/CommandTable.h"
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
 #include "support/ImageFiles.h"
@@ -168,12 +171,68 @@ private Q_SLOTS:
         QCOMPARE(view->windowTitle(), QString("Analyzing Spectrum"));
         panel.close();
         QVERIFY(!view->isVisible());
-        panel.show();
+        CommandBook book;
+        panel.bindCommands(book);
+        const CmdLine show("analyzer_show_window");
+        book.run(exCmdId(show), show, CommandEnd([](const QStringList&) {})).done();
         QVERIFY(view->isVisible() && panel.isVisible());
         panel.setNormalize(true);
         panel.setEnergyCorrection(true);
         for (const char* box : {"Normalized", "ECorrect"})
             QVERIFY(view->findChild<QAbstractButton*>(box)->isChecked());
+    }
+
+    void manyReferencesFindRoom()
+    {
+        Analyzer panel;
+        panel.setLCFStd(1, true, 0, a_, "0");
+        QVERIFY(writeBytes(dir_.filePath("no.dat"), "8970 1\n"));
+        const QStringList many{c_, dir_.filePath("no.dat"), c_, c_, c_};
+        panel.loadReferences(many);
+        QCOMPARE(files(panel), (QStringList{"c.dat", "a.dat", "c.dat", "c.dat", "c.dat"}));
+        Q_EMIT panel.refs().at(3)->filesDropped({a_, a_, a_});
+        QCOMPARE(files(panel).mid(2), (QStringList{"c.dat", "a.dat", "a.dat", "a.dat"}));
+        const LogCapture log;
+        panel.loadReferences(QVector<QString>(120, a_).toList());
+        QVERIFY(panel.refs().size() == 100 && log.linesWith("rows go from 0 to 99") == 1);
+    }
+
+    void theButtonTellsWhatItDoesOrWhyNot()
+    {
+        Analyzer panel;
+        const auto* const button = panel.findChild<QAbstractButton*>("AskAnalyze");
+        const auto* const line = panel.findChild<QLabel*>("WalkText");
+        panel.setReadiness("why not", "a walk");
+        QVERIFY(!button->isEnabled() && button->toolTip() == "why not");
+        QCOMPARE(line->text(), QString("why not"));
+        panel.setContAccess(true); // started by a batch
+        QVERIFY(button->isEnabled() && button->text() == "Stop" && line->text() == "a walk");
+        panel.setContAccess(false);
+        QVERIFY(!button->isEnabled() && button->text() == "Analyze");
+        panel.setReadiness({}, "a walk");
+        QVERIFY(button->isEnabled() && line->text() == "a walk");
+        field(*panel.refs().at(2), "DeltaE")->setText("abc");
+        QCOMPARE(panel.unreadable(), QStringList("dE of reference 3"));
+    }
+
+    /// Tab goes through the rows before what stands below them, also through one added later.
+    void tabReadsFromTopToBottom()
+    {
+        Analyzer panel;
+        panel.addNewRef();
+        panel.show();
+        int last = -1;
+        QSet<QWidget*> seen;
+        for (QWidget* w = panel.findChild<QWidget*>("SelMLCFAnal"); !seen.contains(w);
+             w = w->nextInFocusChain()) {
+            seen.insert(w);
+            if (!(w->focusPolicy() & Qt::TabFocus) || !w->isVisible())
+                continue;
+            const int y = w->mapTo(&panel, QPoint(0, w->height() / 2)).y();
+            QVERIFY2(y > last - 10, qPrintable(w->objectName()));
+            last = y;
+        }
+        QVERIFY(last > panel.findChild<QWidget*>("SelRatio")->mapTo(&panel, QPoint()).y());
     }
 
     void batchAddsRowsUpToALimit()
@@ -233,6 +292,15 @@ private:
     static QLineEdit* field(const LCFReference& row, const char* name)
     {
         return row.findChild<QLineEdit*>(name);
+    }
+    static QStringList files(const Analyzer& panel)
+    {
+        QStringList names;
+        for (const LCFReference* row : panel.refs()) {
+            if (!row->spectrum().isEmpty())
+                names.append(QFileInfo(row->fileName()).fileName());
+        }
+        return names;
     }
     static XafsSpectrum sample(double wiggle)
     {

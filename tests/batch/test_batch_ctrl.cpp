@@ -4,10 +4,10 @@
 
 #include <QtTest>
 
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QStatusBar>
 
 /// The batch window: its text, its log, and when it starts a run.
 class TestBatchCtrl : public QObject
@@ -25,6 +25,7 @@ class TestBatchCtrl : public QObject
     {
         QTest::mouseClick(ctrl_->findChild<QPushButton*>(name), Qt::LeftButton);
     }
+    QString state() { return ctrl_->findChild<QLabel*>("RunState")->text(); }
     QPlainTextEdit* editor() { return ctrl_->findChild<QPlainTextEdit*>("BatchCmds"); }
     QString write(const QByteArray& bytes) { return writeBytes(file_, bytes) ? file_ : QString(); }
 
@@ -96,11 +97,13 @@ private Q_SLOTS:
         click("Stop");
         click("Exec");
         QTRY_COMPARE(commands_, "config a b ");
-        click("Exec"); // nothing without Stop, and the waiting start is gone
-        QTRY_VERIFY(ctrl_->statusBar()->currentMessage().contains("Nothing starts"));
+        // Nothing without Stop, and the waiting start is gone.
+        auto* const exec = ctrl_->findChild<QPushButton*>("Exec");
+        QTRY_VERIFY(!exec->isEnabled());
+        QVERIFY(state().contains("press \"Stop\"") && exec->toolTip() == state());
         QCOMPARE(commands_, "config a b ");
         click("Stop");
-        QVERIFY(ctrl_->statusBar()->currentMessage().isEmpty());
+        QVERIFY(exec->isEnabled() && state().isEmpty());
         QCOMPARE(ctrl_->findChild<QPlainTextEdit*>("BatchLogs")->toPlainText(),
                  "zoom_in : config\nzoom_in : a\nzoom_in : b\n");
     }
@@ -108,7 +111,7 @@ private Q_SLOTS:
     void aLongWaitIsShownAndEndsAtTheLimit()
     {
         RunWatch& watch = ctrl_->watch();
-        const auto shown = [this] { return ctrl_->statusBar()->currentMessage(); };
+        const auto shown = [this] { return state(); };
         const QSignalSpy gaveUp(ctrl_.get(), &BatchCtrl::gaveUp);
         CmdLine cmd("load_I1_files new");
         cmd.ticket = 5;

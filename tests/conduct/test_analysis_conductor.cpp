@@ -5,6 +5,7 @@
 #include "conduct/CalibConductor.h"
 #include "support/LogCapture.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -149,6 +150,106 @@ private Q_SLOTS:
         QTRY_VERIFY(!calibration.isRunning() && !analysis_->isWalking());
         QCOMPARE(mapValues(), undisturbed);
         QVERIFY(desk_->shiftMap.statistics && desk_->reader.energyShiftAt(3, 3) != 0.0);
+    }
+
+    /// Each of them would make other maps; what is undone, or plays no part, would not.
+    void mapsAreOutOfDateOnceSomethingIsAnother_data()
+    {
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<bool>("differs");
+        const auto add = [](const QString& line, bool differs) {
+            QTest::newRow(qPrintable(line.section(' ', 0, 2))) << line << differs;
+        };
+        for (const char* line : {"set_band_w 1", "Use_I0 0", "set_fluo_type 1", "hold_gap 0",
+                                 "Suggest_Elm 1", "select_region 2 2 6 6", "clear_I1_files",
+                                 "calib_target_background 0", "analyzer_zansa_own_weights 1"})
+            add(line, true);
+        const QString reference = "analyzer_set_LCF_std %1 %2 %3 " + experiment_.references[1];
+        add(reference.arg(2).arg(0).arg(0), true);
+        add(reference.arg(1).arg(0).arg(2.5), true);
+        add(reference.arg(1).arg(1).arg(0), true); // Victoreen lines
+        add("eng_calc_base_i1 9000", false);       // not applied yet
+        add("set_exposure_i1 50", false);          // scales a dark image, and there is none
+        add("analyzer_select_image 1", false);
+        add("analyzer_set_fixed_scale 1", false);
+    }
+
+    void mapsAreOutOfDateOnceSomethingIsAnother()
+    {
+        QFETCH(QString, line);
+        QFETCH(bool, differs);
+        QVERIFY(!analysis_->conditionsDiffer()); // from no walk
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        desk_->cursor.showXafsSpectrum(9, 5);
+        QVERIFY(!analysis_->conditionsDiffer() && analysis_->mapsWhole());
+        QVERIFY(desk_->runAll({line}));
+        QCOMPARE(analysis_->conditionsDiffer(), differs);
+        if (!differs || line.startsWith("clear"))
+            return;
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        QVERIFY(!analysis_->conditionsDiffer());
+    }
+
+    void whatKeepsAWalkFromStartingIsTold()
+    {
+        auto* const box = desk_->analyzer.findChild<QAbstractButton*>("SelMLCFAnal");
+        QCOMPARE(analysis_->whyNotReady(), QString());
+        QCOMPARE(analysis_->walkText(), QString("84 blocks of 1 x 1 pixels, whole image"));
+        desk_->run("select_region 0 0 6 6");
+        desk_->run("set_band_w 1");
+        QCOMPARE(analysis_->walkText(), QString("12 blocks of 3 x 1 pixels, selected area"));
+        desk_->run("select_region 40 2 50 6");
+        QVERIFY(analysis_->whyNotReady().contains("outside") && analysis_->walkText().isEmpty());
+        desk_->run("select_region 0 0 6 6");
+        auto* const start = desk_->analyzer.findChild<QLineEdit*>("LCFRange1");
+        start->setText("20000");
+        QVERIFY(analysis_->whyNotReady().contains("range"));
+        start->setText("0");
+        for (const int row : {0, 1})
+            desk_->analyzer.refs().at(row)->findChild<QAbstractButton*>("Use")->click();
+        QVERIFY(analysis_->whyNotReady().startsWith("No reference in use"));
+        box->click();
+        QVERIFY(analysis_->whyNotReady().startsWith("No analysis"));
+        desk_->run("clear_I1_files");
+        QVERIFY(analysis_->whyNotReady().startsWith("No images"));
+        analysis_->tellReadiness();
+        QVERIFY(!desk_->analyzer.findChild<QAbstractButton*>("AskAnalyze")->isEnabled());
+    }
+
+    void aStoppedWalkKeepsItsShare()
+    {
+        const QSignalSpy ended(analysis_.get(), &AnalysisConductor::ended);
+        const auto* const shown = desk_->analyzer.findChild<QLabel*>("Progress");
+        auto* const button = desk_->analyzer.findChild<QPushButton*>("AskAnalyze");
+        int answers = 0;
+        connect(analysis_.get(), &AnalysisConductor::progressed, this, [&] {
+            if (++answers == 3 * experiment_.width + 1)
+                button->click();
+        });
+        button->click();
+        QTRY_COMPARE(ended.size(), 1);
+        QVERIFY(!ended.first().first().toBool() && analysis_->mapsStopped());
+        QCOMPARE(shown->text(), QString("stopped at 42 %"));
+        QVERIFY(qAbs(analysis_->percent() - 300.0 / 7) < 1e-9);
+        button->click();
+        QTRY_COMPARE(ended.size(), 2);
+        QVERIFY(analysis_->mapsWhole() && analysis_->rowsOfMaps() == 2);
+        QCOMPARE(shown->text(), QString("100.00"));
+    }
+
+    void aFirstMapIsChosenWhenAskedTo()
+    {
+        const QSignalSpy wanted(analysis_.get(), &AnalysisConductor::resultsWanted);
+        const auto choice = [this] { return desk_->analyzer.mapChoice(); };
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        QVERIFY(choice().imageId == -1 && wanted.isEmpty());
+        desk_->analyzer.refs().at(0)->findChild<QAbstractButton*>("Use")->click();
+        analysis_->setChoosesMap(true);
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        QVERIFY(choice().imageId == 1 && choice().kindIndex == 1 && wanted.size() == 1);
+        desk_->analyzer.findChild<QAbstractButton*>("ShowZ")->click(); // another choice stays
+        QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
+        QVERIFY(choice().zansa && wanted.size() == 1);
     }
 
 private:

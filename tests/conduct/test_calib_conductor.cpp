@@ -5,6 +5,7 @@
 #include "display/ImgDispA.h"
 #include "support/LogCapture.h"
 
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 
@@ -128,6 +129,52 @@ private Q_SLOTS:
         QVERIFY(desk_->runAll({"Use_I0 0", "calib_exec", "calib_wait"}));
         QVERIFY(desk_->failures.isEmpty() && desk_->shiftMap.statistics);
         QVERIFY(desk_->data.i0.images.isEmpty());
+    }
+
+    void thePanelFollowsTheMapInForce()
+    {
+        const auto text = [this](const char* name) {
+            return desk_->calibCtrl.findChild<QLineEdit*>(name)->text();
+        };
+        const auto* const state = desk_->calibCtrl.findChild<QLabel*>("MapState");
+        const auto enabled = [this] {
+            QString names;
+            for (const char* name : {"NES", "ClearMap", "SaveMap", "FormerMap"}) {
+                auto* b = desk_->calibCtrl.findChild<QPushButton*>(name);
+                names += b->isEnabled() ? b->objectName() + ' ' : QString();
+            }
+            return names;
+        };
+        QVERIFY(state->text() == "No shift map" && enabled().isEmpty());
+        QVERIFY(desk_->runAll({"calib_exec", "calib_wait"}));
+        QVERIFY(calibration_->mapWhole() && state->text().isEmpty());
+        QCOMPARE(enabled(), QString("NES ClearMap SaveMap "));
+        const CalibStatistics& statistics = *desk_->shiftMap.statistics;
+        const auto ofMap = *calibration_->medianAndSpread();
+        QCOMPARE(ofMap.median, statistics.median);
+        QCOMPARE(ofMap.spread, 1.4826 * statistics.mad);
+        desk_->shiftMap.shifts[0] = qQNaN(); // a position without an edge
+        desk_->shiftMap.shifts[1] = 1e6;     // and an outlier
+        QVERIFY(qAbs(desk_->shiftMap.medianAndSpread()->median - ofMap.median) < 0.5);
+        QVERIFY(!calibration_->standardChangedSince());
+        QVERIFY(desk_->runAll({"calib_load_std " + experiment_.references[1]}));
+        QVERIFY(calibration_->standardChangedSince());
+        QVERIFY(desk_->runAll({"calib_clear_map"}));
+        for (const char* name : {"DEMedian", "DESpread", "DEMin", "DEAvr", "DEMad"})
+            QCOMPARE(text(name), QString());
+        QVERIFY(state->text() == "No shift map" && !calibration_->standardChangedSince());
+        QCOMPARE(enabled(), QString("FormerMap "));
+    }
+
+    void whatKeepsACalibrationFromStartingIsTold()
+    {
+        QCOMPARE(calibration_->whyNotReady(), QString());
+        desk_->calibCtrl.findChild<QPushButton*>("Clear")->click();
+        QVERIFY(calibration_->whyNotReady().startsWith("No standard"));
+        calibration_->tellReadiness();
+        QVERIFY(!button()->isEnabled() && button()->toolTip() == calibration_->whyNotReady());
+        desk_->run("clear_I1_files");
+        QVERIFY(calibration_->whyNotReady().startsWith("No images"));
     }
 
 private:

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QWidget>
+
+// What all forms in the narrow docks need.
+
+/// Lets the push buttons within a panel be as narrow as their texts; styles ask for far more, and a
+/// dock has no room for it. Those whose form gives a minimum width keep it. To be called once the
+/// texts stand.
+void fitButtons(QWidget& panel);
+
+/// A wheel that passes over a choice in a scrolled panel scrolls the panel, and changes the choice
+/// only when that has the focus.
+void keepWheelFromChoices(QWidget& panel);
