@@ -23,6 +23,8 @@ constexpr int maxRows = 100;
 /// Places of the fixed buttons in the image group, counted behind the rows that exist at start.
 constexpr int showZId = rowsAtStart + 3;
 
+constexpr int captionAir = 4; ///< between captions that no field holds apart [pixels]
+
 constexpr QRgb fitColour = qRgb(255, 0, 255);
 
 double value(const QLineEdit* field)
@@ -75,6 +77,7 @@ Analyzer::Analyzer(QWidget* parent)
     watchFields();
     placeCaptions();
     fitButtons(*this);
+    showReadiness();
     connectForm();
     connectConditions();
 }
@@ -136,18 +139,16 @@ void Analyzer::placeCaptions()
     const LCFReference::Columns columns = refs_.first()->columns();
     ui_->Captions->setSpacing(columns.gap);
     ui_->Captions->setContentsMargins(0, 0, columns.arrow + columns.gap, 0);
+    ui_->ShowUseCaption->setContentsMargins(0, 0, captionAir, 0);
     QFont small = font();
     small.setPointSizeF(0.85 * small.pointSizeF());
     for (QLabel* label : {ui_->ShowUseCaption, ui_->ReferenceCaption, ui_->ShareCaption,
                           ui_->JumpCaption, ui_->ShiftCaption})
         label->setFont(small);
-    const std::pair<QLabel*, int> fields[] = {{ui_->ShareCaption, columns.share},
-                                              {ui_->JumpCaption, columns.jump},
-                                              {ui_->ShiftCaption, columns.shift}};
-    for (const auto& [label, width] : fields) {
-        label->setMinimumWidth(width);
+    ui_->JumpCaption->setMinimumWidth(columns.jump);
+    ui_->ShiftCaption->setMinimumWidth(columns.shift);
+    for (QLabel* label : {ui_->ShareCaption, ui_->JumpCaption, ui_->ShiftCaption})
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    }
 }
 
 void Analyzer::addNewRef()
