@@ -93,8 +93,7 @@ void AnalysisConditions::leaveOutIdleDark()
 
 bool AnalysisConditions::Image::operator==(const Image& other) const
 {
-    return job == other.job && energy == other.energy && shift == other.shift &&
-           file == other.file;
+    return job == other.job && energy == other.energy && shift == other.shift && file == other.file;
 }
 
 bool AnalysisConditions::Reference::operator==(const Reference& other) const

@@ -12,8 +12,7 @@ class AnalysisConditions
 public:
     /// Those of no walk.
     AnalysisConditions() = default;
-    AnalysisConditions(const WalkSource& source, const AnalyzeCond& area,
-                       const LcfRequest& fit);
+    AnalysisConditions(const WalkSource& source, const AnalyzeCond& area, const LcfRequest& fit);
 
     bool operator==(const AnalysisConditions& other) const;
     bool operator!=(const AnalysisConditions& other) const { return !(*this == other); }

@@ -18,13 +18,6 @@ int widthFor(const QLineEdit& field, const char* text)
     return field.fontMetrics().horizontalAdvance(QLatin1String(text)) + frame;
 }
 
-/// A jump in the narrow field of a row: five digits, or three of what needs an exponent.
-QString jumpText(double v)
-{
-    const QString text = QString::number(v, 'g', 5);
-    return text.contains(QLatin1Char('e')) ? QString::number(v, 'g', 3) : text;
-}
-
 } // namespace
 
 LCFReference::LCFReference(QWidget* parent)
@@ -82,8 +75,7 @@ QVector<QWidget*> LCFReference::tabChain() const
 
 LCFReference::Columns LCFReference::columns() const
 {
-    return {ui_->R->width(), ui_->T->width(), ui_->DeltaE->width(), arrowWidth,
-            ui_->Line->spacing()};
+    return {ui_->T->width(), ui_->DeltaE->width(), arrowWidth, ui_->Line->spacing()};
 }
 
 LcfReferenceData LCFReference::data() const
@@ -236,6 +228,6 @@ void LCFReference::setWeight(double w)
 
 void LCFReference::setResult(double v)
 {
-    ui_->T->setText(jumpText(v));
+    ui_->T->setText(narrowText(v, 5));
     ui_->T->setCursorPosition(0);
 }

@@ -36,11 +36,10 @@ public:
     QLineEdit* shiftField() const; ///< dE
     /// What takes the focus by Tab, in reading order.
     QVector<QWidget*> tabChain() const;
-    /// Widths of the line's fields [%], dMut and dE, of the arrow, and of the gaps between them
+    /// Widths of the line's last fields, dMut and dE, of the arrow, and of the gaps between them
     /// [pixels], for the captions above the rows.
     struct Columns
     {
-        int share;
         int jump;
         int shift;
         int arrow;

@@ -159,9 +159,9 @@ void BatchCtrl::setRunState(RunState state)
 
 void BatchCtrl::showState()
 {
-    const QString texts[] = {QString(),
-                             tr("A run is under way: \"Exec.\" puts this text in place of its rest"),
-                             tr("A run has ended: press \"Stop\", then \"Exec.\" starts the next")};
+    const QString texts[] = {
+        QString(), tr("A run is under way: \"Exec.\" puts this text in place of its rest"),
+        tr("A run has ended: press \"Stop\", then \"Exec.\" starts the next")};
     const QString text = texts[int(runState_)];
     ui_->Exec->setEnabled(runState_ != RunState::Ended);
     ui_->Exec->setToolTip(text.isEmpty() ? tr("Run the commands") : text);

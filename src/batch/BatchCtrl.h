@@ -17,7 +17,8 @@ class Ui_BatchCtrl;
 
 /// The batch window: editor and log in two tabs, the buttons that load, save, run and stop the
 /// text, and below them what a run does or waits for. Its buttons stay enabled during a run, whose
-/// rest "Exec." replaces; behind its end "Exec." is disabled, and says so, until "Stop". GUI thread.
+/// rest "Exec." replaces; behind its end "Exec." is disabled, and says so, until "Stop". GUI
+/// thread.
 class BatchCtrl : public QMainWindow
 {
     Q_OBJECT

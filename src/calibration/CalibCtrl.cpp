@@ -11,6 +11,8 @@
 #include "display/PanelForm.h"
 #include "ui_CalibCtrl.h"
 
+#include <algorithm>
+
 namespace {
 
 int modeOf(const QRadioButton* victoreen)
@@ -38,6 +40,17 @@ QFileDialog* newSaveDialog(QWidget* parent)
     return dialog;
 }
 
+/// Breaks a caption that is far longer than another of its column, or the numbers beside them had
+/// no room.
+void narrowLongCaption(QLabel* caption, const QLabel* other)
+{
+    constexpr double shareOfFirstLine = 0.72;
+    caption->setWordWrap(true);
+    const int whole = caption->fontMetrics().horizontalAdvance(caption->text());
+    const int width = std::max(other->sizeHint().width(), int(shareOfFirstLine * whole));
+    caption->setFixedSize(width, caption->heightForWidth(width));
+}
+
 /// Enables a button, or disables it for a reason that becomes its tool tip.
 void setReason(QAbstractButton* button, const QString& reason, const QString& toolTip)
 {
@@ -62,7 +75,7 @@ CalibCtrl::CalibCtrl(QWidget* parent)
     ui_->SelectStd->setCaption(tr("Select Std."));
     ui_->SelectStd->showUse(false);
     fitButtons(*this);
-    ui_->DEMinLabel->setWordWrap(true); // or the numbers beside it had no room
+    narrowLongCaption(ui_->DEMinLabel, ui_->XOffsetLabel);
     keepWheelFromChoices(*this);
     watchFields();
     setRunning(false);
@@ -227,9 +240,9 @@ void CalibCtrl::showStatistics(const std::optional<CalibStatistics>& statistics,
         {ui_->DESigma, &CalibStatistics::sigma},
         {ui_->DEMad, &CalibStatistics::mad}};
     for (const auto& [field, number] : fields)
-        field->setText(statistics ? fieldText((*statistics).*number) : QString());
-    ui_->DEMedian->setText(ofMap ? fieldText(ofMap->median) : QString());
-    ui_->DESpread->setText(ofMap ? fieldText(ofMap->spread) : QString());
+        field->setText(statistics ? narrowText((*statistics).*number, 6) : QString());
+    ui_->DEMedian->setText(ofMap ? narrowText(ofMap->median, 4) : QString());
+    ui_->DESpread->setText(ofMap ? narrowText(ofMap->spread, 4) : QString());
     for (QLineEdit* field : ui_->StatisticSection->findChildren<QLineEdit*>())
         field->setCursorPosition(0);
 }

@@ -24,7 +24,7 @@ struct ShiftMap
     double min = runningMinStart; ///< of the positions that have a shift [eV]
     double max = runningMaxStart;
     std::optional<CalibStatistics> statistics; ///< of its calibration, when that was completed
-    XafsSpectrum standard; ///< of its calibration; empty for one of a file
+    XafsSpectrum standard;                     ///< of its calibration; empty for one of a file
     QString fileName; ///< of which it was read, or under which it was saved
 
     bool isEmpty() const { return shifts.isEmpty(); }

@@ -88,8 +88,8 @@ private:
     struct Run
     {
         bool running = false;
-        CommandEnd end;       ///< of the batch command that started it
-        QVector<MapKey> keys; ///< of its maps
+        CommandEnd end;          ///< of the batch command that started it
+        QVector<MapKey> keys;    ///< of its maps
         QVector<int> fittedRows; ///< references that take part
         AnalysisConditions conditions;
         double percent = 0.0;

@@ -133,7 +133,7 @@ private:
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     Run run_;
     std::optional<ShiftMap::MedianAndSpread> spread_; ///< of the map in force, once it is filled
-    ShiftMap replacedMap_;              ///< by the calibration that runs
-    std::optional<ShiftMap> formerMap_; ///< none as long as no map was replaced
+    ShiftMap replacedMap_;                            ///< by the calibration that runs
+    std::optional<ShiftMap> formerMap_;               ///< none as long as no map was replaced
     QString unheardStop_; ///< why a batch's was stopped by other images, until the batch is told
 };

@@ -163,6 +163,7 @@ private Q_SLOTS:
         action(body, "Analyzer")->trigger();
         QVERIFY(body.analyzer()->isVisible());
         const QSignalSpy runs(body.batchCtrl(), &BatchCtrl::doDispatchCmds);
+        action(body, "Stop")->trigger(); // of the run at the start
         action(body, "Execute")->trigger();
         QCOMPARE(runs.size(), 1);
         action(body, "Gestures and Keys")->trigger();

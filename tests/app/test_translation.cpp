@@ -103,8 +103,12 @@ private:
         };
         for (const auto* button : window.findChildren<QAbstractButton*>())
             check(button, button->text());
-        for (const auto* label : window.findChildren<QLabel*>())
-            check(label, label->text());
+        for (const auto* label : window.findChildren<QLabel*>()) {
+            if (!label->wordWrap())
+                check(label, label->text());
+            else if (label->isVisible() && label->heightForWidth(label->width()) > label->height())
+                cut << label->objectName() + ": " + label->text();
+        }
         return cut;
     }
 

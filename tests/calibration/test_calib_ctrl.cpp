@@ -181,7 +181,7 @@ private Q_SLOTS:
             (QStringList{text(panel, "DEMin"), text(panel, "DEMax"), text(panel, "DEAvr"),
                          text(panel, "DESigma"), text(panel, "DEMedian"), text(panel, "DEMad"),
                          text(panel, "Width"), text(panel, "Height"), text(panel, "EMPFileName")}),
-            (QStringList{"-1.23457", "1e-07", "-1.23457e-05", "2", "0.25", "0.125", "640", "480",
+            (QStringList{"-1.23457", "1e-07", "-1.23e-05", "2", "0.25", "0.125", "640", "480",
                          "/d/map.emp"}));
         const auto* mean = panel.findChild<QLineEdit*>("DEAvr");
         panel.showStatistics({}, {});

@@ -169,7 +169,6 @@ private Q_SLOTS:
         add(reference.arg(1).arg(0).arg(2.5), true);
         add(reference.arg(1).arg(1).arg(0), true); // Victoreen lines
         add("eng_calc_base_i1 9000", false);       // not applied yet
-        add("set_exposure_i1 50", false);          // scales a dark image, and there is none
         add("analyzer_select_image 1", false);
         add("analyzer_set_fixed_scale 1", false);
     }
