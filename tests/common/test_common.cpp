@@ -158,7 +158,7 @@ private Q_SLOTS:
     void hotRampRunsBlackRedYellowWhite()
     {
         ColorScale hot;
-        hot.imageFormat = ColorScale::Hot;
+        hot.chooseRamp(HotRamp);
         const std::pair<double, QRgb> rows[] = {
             {0, 0xff000000},   {100, 0xff640000}, {255, 0xffff0000}, {256, 0xffff0100},
             {510, 0xffffff00}, {511, 0xffffff01}, {765, 0xffffffff}, {qQNaN(), 0xff000000}};
@@ -166,7 +166,7 @@ private Q_SLOTS:
         for (const auto& [index, color] : rows)
             QCOMPARE(hot.colorOfValue((index + 0.5) / 766).rgb(), color);
         for (const int width : {1, 3, 4, 5, 257})
-            QCOMPARE(displayStride(ColorScale::Hot, width),
+            QCOMPARE(displayStride(ColorScale::Rgb, width),
                      QImage(width, 1, QImage::Format_RGB888).bytesPerLine());
         QCOMPARE(plotColor(-1), plotColor(8));
     }
