@@ -47,12 +47,15 @@ QString ViewConductor::mapCaption() const
                        .arg(qint64(walk.columns()) * walk.rows())
                        .arg(2 * qAbs(walk.halfX) + 1)
                        .arg(2 * qAbs(walk.halfY) + 1);
-    const int without = map->positionsWithoutEdge();
+    // Not counted anew for each picture of a walk that runs.
+    const bool filling = book_.stateOf(*map_) == MapState::Filling;
+    const int without = filling ? 0 : map->positionsWithoutEdge();
     if (without > 0)
         text += unattended_ ? tr("; %1 without an edge").arg(without)
                             : tr("; grey: %1 without an edge").arg(without);
-    const std::optional<Middle> middle = map->middle();
-    if (map_->kind == MapKind::ShiftMap && middle)
+    if (map_->kind != MapKind::ShiftMap || filling)
+        return text;
+    if (const std::optional<Middle> middle = map->middle())
         text += tr("; median %1, spread %2 eV")
                     .arg(middle->median, 0, 'f', 2)
                     .arg(middle->spread, 0, 'f', 2);

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int digits = 6;
+constexpr int fieldMargin = 10; ///< round the number in a field [pixels]
 
 /// By the number of the rule; behind them what stands for a range that was given.
 constexpr std::array<const char*, rangeRules + 1> ruleTexts = {
@@ -86,12 +87,16 @@ void RangeRow::addRamps()
     connect(ramp_, qOverload<int>(&QComboBox::currentIndexChanged), this, &RangeRow::rampChanged);
 }
 
-/// The widest number that is shown fits.
+/// Usual numbers fit always, and the widest that is shown where there is room.
 void RangeRow::fitWidths()
 {
-    const int width = fontMetrics().horizontalAdvance(QStringLiteral("-1.23457e-05")) + 10;
-    for (QLineEdit* field : {min_, max_})
-        field->setFixedWidth(width);
+    const auto width = [this](const char* text) {
+        return fontMetrics().horizontalAdvance(QLatin1String(text)) + fieldMargin;
+    };
+    for (QLineEdit* field : {min_, max_}) {
+        field->setMinimumWidth(width("-0.123457"));
+        field->setMaximumWidth(width("-1.23457e-05"));
+    }
 }
 
 void RangeRow::changeEvent(QEvent* event)

@@ -54,6 +54,7 @@ void Analyzed2DRes::freeBuffers()
     writtenFrom_ = writtenTo_ = 0;
     // Assigning an empty list would keep the memory.
     std::vector<uchar>().swap(marks_);
+    withoutEdge_ = 0;
 }
 
 void Analyzed2DRes::dropPicture()
@@ -91,6 +92,7 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     writtenFrom_ = data_.size();
     writtenTo_ = 0;
     marks_.clear();
+    withoutEdge_ = 0;
 }
 
 void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
@@ -133,6 +135,7 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     writtenFrom_ = other->writtenFrom_;
     writtenTo_ = other->writtenTo_;
     marks_ = other->marks_;
+    withoutEdge_.reset();
     hasValues_ = other->hasValues_;
     procData_ = other->procData_;
     useProc_ = other->useProc_;
@@ -203,8 +206,10 @@ void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
         return;
     noteWritten(iy, yw);
     stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
-    if (!marks_.empty())
-        stepper.fillBlockAt(marks_.data(), ix, iy, xw, yw, uchar(0));
+    if (marks_.empty())
+        return;
+    withoutEdge_.reset();
+    stepper.fillBlockAt(marks_.data(), ix, iy, xw, yw, uchar(0));
 }
 
 /// Only rows that were written need to be cleared for the next walk.
@@ -235,6 +240,7 @@ void Analyzed2DRes::markWithoutEdge(int ix, int iy, int xw, int yw)
 
 void Analyzed2DRes::mark(int ix, int iy, int xw, int yw, int marks)
 {
+    withoutEdge_.reset();
     marks_.resize(data_.size());
     stepper.fillBlockAt(marks_.data(), ix, iy, xw, yw, static_cast<uchar>(marks));
 }

@@ -208,7 +208,8 @@ private:
     bool isStale_ = false;     ///< genImg() asked for a picture that nobody has read yet
     bool hasValues_ = false;   ///< data_ was given a value since it was prepared
     MapDisplay display_;
-    mutable std::optional<Scale> automatic_; ///< as it was last asked for since genImg()
+    mutable std::optional<int> withoutEdge_ = 0; ///< positions, once they were counted
+    mutable std::optional<Scale> automatic_;     ///< as it was last asked for since genImg()
     std::vector<uchar> imageBytes_;
     std::unique_ptr<QImage> image_;
 };

@@ -18,10 +18,15 @@ void forSomePositions(const AnalyzeCond& walk, qint64 enough, Visit visit)
         int(std::ceil(std::sqrt(double(std::max(positions, enough)) / double(enough))));
     AnalyzeCond first = walk;
     first.start();
-    for (int row = 0, shift = 0; row < walk.rows(); row += step, shift = (shift + 1) % step) {
-        for (int column = shift; column < walk.columns(); column += step)
-            visit(first.cx + column * std::max(walk.stepX, 1),
-                  first.cy + row * std::max(walk.stepY, 1));
+    // In wide numbers: an area typed by hand may reach far outside the image.
+    for (qint64 row = 0, shift = 0; row < walk.rows(); row += step, shift = (shift + 1) % step) {
+        const qint64 y = first.cy + row * std::max(walk.stepY, 1);
+        for (qint64 column = shift; column < walk.columns() && y < walk.height; column += step) {
+            const qint64 x = first.cx + column * std::max(walk.stepX, 1);
+            if (x >= walk.width)
+                break;
+            visit(int(x), int(y));
+        }
     }
 }
 
@@ -29,14 +34,15 @@ void forSomePositions(const AnalyzeCond& walk, qint64 enough, Visit visit)
 
 int Analyzed2DRes::positionsWithoutEdge() const
 {
-    if (marks_.empty())
-        return 0;
+    if (withoutEdge_)
+        return *withoutEdge_;
     int count = 0;
     AnalyzeCond at = stepper;
     at.start();
     do {
         count += isWithoutEdge(at.cx, at.cy) ? 1 : 0;
     } while (at.next());
+    withoutEdge_ = count;
     return count;
 }
 
@@ -47,8 +53,10 @@ std::vector<double> Analyzed2DRes::valuesWithEdge() const
     if (!hasValues_ || qint64(stepper.columns()) * stepper.rows() > maxPositions)
         return values;
     forSomePositions(stepper, valuesEnough, [&](int x, int y) {
-        const auto at = std::size_t(qint64(y) * stepper.width + x);
-        if (!contains(x, y) || at < writtenFrom_ || at >= writtenTo_ || isWithoutEdge(x, y))
+        if (!contains(x, y))
+            return;
+        const auto at = std::size_t(y) * std::size_t(stepper.width) + std::size_t(x);
+        if (at < writtenFrom_ || at >= writtenTo_ || isWithoutEdge(x, y))
             return;
         const double v = shownValueAt(x, y);
         if (std::isfinite(v))

@@ -171,6 +171,30 @@ private Q_SLOTS:
         QCOMPARE(plotColor(-1), plotColor(8));
     }
 
+    /// Colours of the published tables, among them such between the program's own knots.
+    void smoothRampsKeepToTheirTables()
+    {
+        const std::tuple<int, int, QColor> rows[] = {
+            {ViridisRamp, 0, {68, 1, 84}},      {ViridisRamp, 64, {59, 82, 139}},
+            {ViridisRamp, 128, {33, 145, 140}}, {ViridisRamp, 191, {94, 201, 98}},
+            {ViridisRamp, 255, {253, 231, 37}}, {CividisRamp, 255, {255, 233, 69}},
+            {CividisRamp, 128, {125, 124, 120}}};
+        for (const auto& [ramp, index, expected] : rows) {
+            ColorScale scale;
+            scale.chooseRamp(ramp);
+            const QColor colour = scale.colorOfValue((index + 0.5) / 256);
+            for (const int off : {colour.red() - expected.red(), colour.green() - expected.green(),
+                                  colour.blue() - expected.blue()})
+                QVERIFY2(
+                    std::abs(off) <= 3,
+                    qPrintable(
+                        QString("%1 %2: %3 %4").arg(ramp).arg(index).arg(off).arg(colour.name())));
+        }
+        ColorScale grey;
+        grey.imageFormat = ColorScale::Rgb; // as maps with blocks without an edge have it
+        QCOMPARE(grey.colorOfValue(0.5), ColorScale().colorOfValue(0.5));
+    }
+
     void windowComesBackWhereItWas()
     {
         const QTemporaryDir store;

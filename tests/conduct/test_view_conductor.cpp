@@ -49,7 +49,8 @@ private Q_SLOTS:
         QCOMPARE(range().x(), 17.0);
         child<QPushButton>("CBarAuto")->click();
         QCOMPARE(shown("ScaleMin"), automatic);
-        QVERIFY(desk_->runAll({"cbar_set_range 5 9", "select_disp_image 1", "select_disp_image 0"}));
+        QVERIFY(
+            desk_->runAll({"cbar_set_range 5 9", "select_disp_image 1", "select_disp_image 0"}));
         QCOMPARE(range(), QPointF(5, 9));
         QTest::mouseDClick(desk_->imageBox.bar(), Qt::LeftButton);
         QCOMPARE(shown("ScaleMin"), automatic);
@@ -73,8 +74,8 @@ private Q_SLOTS:
         QVERIFY(desk_->imageBox.setChoice(ShowShiftMapId));
         desk_->imageBox.grab();
         QVERIFY(!desk_->imageBox.bar()->hasRange() && shown("ScaleMin").isEmpty());
-        QVERIFY(desk_->runAll({"analyzer_select_analysis_mode 0", "analyzer_exec_LCF",
-                               "analyzer_select_image 1"}));
+        QVERIFY(desk_->runAll(
+            {"analyzer_select_analysis_mode 0", "analyzer_exec_LCF", "analyzer_select_image 1"}));
         desk_->view.showResults();
         auto* const list = child<QComboBox>("ShownMap");
         QCOMPARE(list->currentText(), QString("dMut of b.dat"));
@@ -88,8 +89,8 @@ private Q_SLOTS:
 
     void fixedScaleIsShownAndTypedInTheRange()
     {
-        QVERIFY(desk_->runAll({"analyzer_select_analysis_mode 0", "analyzer_exec_LCF",
-                               "analyzer_select_image 0"}));
+        QVERIFY(desk_->runAll(
+            {"analyzer_select_analysis_mode 0", "analyzer_exec_LCF", "analyzer_select_image 0"}));
         desk_->analyzer.setMapKind(0);
         desk_->analyzer.setRatioScaleMax(3.0);
         desk_->analyzer.setFixedScale(true);
