@@ -86,18 +86,24 @@ void LcfSink::take(const WalkRun& run, const TileResult& result)
         recordResForAPoint(at, lane, result);
 }
 
-/// Rows that are left out of the fit get a value, 0, only where nothing is fitted.
+/// Rows that are left out of the fit get a value, 0, only where nothing is fitted. What is recorded
+/// there is no result, and is marked as such.
 void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResult& result)
 {
     const Outcome outcome = result.outcomes[std::size_t(lane)];
+    const bool fitted = outcome == Outcome::Fitted;
+    const auto record = [&](Analyzed2DRes* map, double value) {
+        map->setData(at.cx, at.cy, at.halfX, at.halfY, value);
+        if (!fitted)
+            map->markWithoutEdge(at.cx, at.cy, at.halfX, at.halfY);
+    };
     for (int k = 0; k < maps_.rows.size(); ++k) {
-        if (outcome == Outcome::Fitted && isFitted_[std::size_t(k)] == 0)
+        if (fitted && isFitted_[std::size_t(k)] == 0)
             continue;
-        maps_.jumps.at(k)->setData(at.cx, at.cy, at.halfX, at.halfY, result.value(2 * k, lane));
-        maps_.weights.at(k)->setData(at.cx, at.cy, at.halfX, at.halfY,
-                                     result.value(2 * k + 1, lane));
+        record(maps_.jumps.at(k), result.value(2 * k, lane));
+        record(maps_.weights.at(k), result.value(2 * k + 1, lane));
     }
-    maps_.zansa->setData(at.cx, at.cy, at.halfX, at.halfY, residualToRecord(lane, result));
+    record(maps_.zansa, residualToRecord(lane, result));
     maps_.outcomes->add(outcome, result.gapHeld[std::size_t(lane)] != 0);
 }
 

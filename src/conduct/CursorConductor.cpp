@@ -48,6 +48,8 @@ CursorConductor::CursorConductor(const Parts& parts, StackConductor& stacks, Dar
     connectConductors(stacks, dark);
     connect(&view, &ViewConductor::shownChanged, this, &CursorConductor::follow);
     connect(&view, &ViewConductor::valuesChanged, this, &CursorConductor::showPixelAtCursor);
+    connect(&view, &ViewConductor::loadShown, this,
+            qOverload<>(&CursorConductor::showXafsSpectrum));
     connect(&view, &ViewConductor::imageTaken, this, [this](double energy) {
         parts_.xafsView.setMarkerEnergy(energy);
         showPixelAtCursor();
@@ -61,6 +63,7 @@ void CursorConductor::connectParts()
     connect(area, &ImgDispA::viewChanged, this, &CursorConductor::showSectionsInView);
     connect(area, &ImgDispA::mouseMoved, this,
             qOverload<double, double>(&CursorConductor::showXafsSpectrum));
+    connect(area, &ImgDispA::cursorMoveAsked, this, &CursorConductor::stepCursor);
     connect(area, &DispA::drawImage2, this, &CursorConductor::draw);
     connect(area, &DispA::mouseMoved0, this, &CursorConductor::onMouseMovedInDispA);
     connect(&parts_.spectrumBox, &SpectrumBox::holdGapChanged, &parts_.analyzer,
@@ -75,10 +78,6 @@ void CursorConductor::connectConductors(StackConductor& stacks, DarkConductor& d
     connect(&stacks, &StackConductor::cleared, this, &CursorConductor::follow);
     connect(&stacks, &StackConductor::energiesApplied, this, &CursorConductor::follow);
     connect(&stacks, &StackConductor::quietLoadStarted, this, [this] { setStopRedraw(true); });
-    connect(&stacks, &StackConductor::imageCame, this, [this](ImageStack*, bool show) {
-        if (show)
-            showXafsSpectrum();
-    });
     connect(&stacks, &StackConductor::loaded, this, [this, &stacks](ImageStack* stack) {
         curX_ = 0;
         curY_ = 0;
@@ -160,6 +159,15 @@ void CursorConductor::moveCursor(int x, int y)
     follow();
 }
 
+/// By the keys, within what is on show.
+void CursorConductor::stepCursor(int dx, int dy)
+{
+    const QSize size = view_.shownSize();
+    if (!size.isEmpty())
+        moveCursor(qBound(0, curX_ + dx, size.width() - 1),
+                   qBound(0, curY_ + dy, size.height() - 1));
+}
+
 /// While a button is held the cursor stays where it is as a whole.
 void CursorConductor::onMouseMovedInDispA()
 {
@@ -207,9 +215,9 @@ void CursorConductor::showImageSections(int x, int y)
 {
     const SpectrumSettings settings = parts_.spectrumBox.settings();
     const bool useI1 = &view_.shownStack() == &parts_.data.i1;
-    QString axis = QStringLiteral("I0");
+    QString axis = tr("I0 counts");
     if (useI1)
-        axis = settings.fluorescence ? QStringLiteral("I1 / I0") : QStringLiteral("ln(I0 / I1)");
+        axis = settings.fluorescence ? QStringLiteral("I1 / I0") : tr("mu t");
     // The width field goes to the half width in y of the upright section, on purpose.
     parts_.imageBox.setSections(hCrossAt(y, sectionHalfWidth, settings.halfY, useI1).points,
                                 vCrossAt(x, sectionHalfWidth, settings.halfX, useI1).points, axis);
@@ -229,8 +237,27 @@ void CursorConductor::showMapSections(int x, int y)
         for (int i = 0; i < height && x >= 0 && x < width; ++i)
             upward.append({double(height - i), map.shownValueAt(x, i)});
     }
-    const bool isShift = parts_.imageBox.choice() == ShowShiftMapId;
-    parts_.imageBox.setSections(across, upward, isShift ? tr("Map: shift [eV]") : tr("Map value"));
+    parts_.imageBox.setSections(across, upward, mapAxis());
+}
+
+QString CursorConductor::mapAxis() const
+{
+    const std::optional<MapKey> key = view_.shownKey();
+    if (!key)
+        return {};
+    switch (key->kind) {
+    case MapKind::ShiftMap:
+        return tr("Shift [eV]");
+    case MapKind::LcfJump:
+        return tr("dMut");
+    case MapKind::LcfWeight:
+        return tr("Ratio");
+    case MapKind::Zansa:
+        return tr("Residual");
+    case MapKind::DEdge:
+        return tr("Shift of the edge [eV]");
+    }
+    return {};
 }
 
 /// The upright section counts from the lower end of what is on show.

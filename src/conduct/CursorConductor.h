@@ -74,6 +74,8 @@ private:
     void showSections(int x, int y);
     void showImageSections(int x, int y);
     void showMapSections(int x, int y);
+    QString mapAxis() const;
+    void stepCursor(int dx, int dy);
     void showSectionsInView();
     SectionSource sectionSource(const TiffData& image, bool useI1) const;
     const TiffData* currentImage(bool ofI1) const;

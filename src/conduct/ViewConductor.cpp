@@ -15,8 +15,15 @@
 
 #include <QDebug>
 
+namespace {
+
+/// Between two images that a load shows [ms].
+constexpr int arrivalPause = 50;
+
+} // namespace
+
 ViewConductor::ViewConductor(Measurement& data, MapBook& book, const SourceReader& reader,
-                             ImageBox& box, SaveBox& saveBox, const Analyzer& panel,
+                             ImageBox& box, SaveBox& saveBox, Analyzer& panel,
                              StackConductor& stacks, QObject* parent)
     : QObject(parent)
     , data_(data)
@@ -25,21 +32,22 @@ ViewConductor::ViewConductor(Measurement& data, MapBook& book, const SourceReade
     , box_(box)
     , saveBox_(saveBox)
     , panel_(panel)
+    , stacks_(stacks)
 {
     book_.setScales(panel_.scales());
     connectBox();
     connectStacks(stacks);
     connectResults();
+    connectRange();
     box_.area()->setEmptyText(emptyText());
+    showRangeChoice();
+    arrival_.setSingleShot(true);
+    connect(&arrival_, &QTimer::timeout, this, &ViewConductor::showArrived);
 }
 
 void ViewConductor::connectBox()
 {
     connect(&box_, &ImageBox::choiceChanged, this, &ViewConductor::dispImgSelected);
-    connect(&box_, &ImageBox::setAll, this, &ViewConductor::cBarUpdated);
-    connect(box_.bar(), &ColorBar::cBarUpdating, this, &ViewConductor::cBarUpdating);
-    connect(box_.bar(), &ColorBar::cBarUpdated, this, &ViewConductor::cBarUpdated);
-    connect(&book_.at(shiftMapKey), &Analyzed2DRes::scaleChanged, box_.bar(), &ColorBar::setRange);
     connect(&box_, &ImageBox::prev, this, &ViewConductor::prev);
     connect(&box_, &ImageBox::next, this, &ViewConductor::next);
     connect(&box_, &ImageBox::sliderMoved, this, &ViewConductor::sliderMoved);
@@ -53,8 +61,11 @@ void ViewConductor::connectStacks(StackConductor& stacks)
     connect(&stacks, &StackConductor::imageCame, this,
             [this](ImageStack* stack, bool show) { imageCame(*stack, show); });
     connect(&stacks, &StackConductor::loaded, this, [this](ImageStack* stack) {
+        arrival_.stop();
+        i1Arrived_ = false;
         if (!stack->images.isEmpty())
             showLoaded(*stack);
+        tellCaption();
     });
     connect(&stacks, &StackConductor::energiesApplied, this,
             [this](ImageStack* stack) { energiesApplied(*stack); });
@@ -78,7 +89,11 @@ void ViewConductor::bindCommands(CommandBook& book)
     book.action(ExCmdSeekImage, [this](const Cmd& c) { seekImage(intArg(c, 0)); });
     book.action(ExCmdCbarSetRange, [this](const Cmd& c) {
         qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
-        box_.bar()->setRange(doubleArg(c, 0), doubleArg(c, 1));
+        // A range without an extent can't be meant.
+        if (doubleArg(c, 0) == doubleArg(c, 1))
+            takeAutoRange();
+        else
+            giveRange(doubleArg(c, 0), doubleArg(c, 1));
     });
     book.action(ExCmdCbarSetAll, [this](const Cmd&) {
         qDebug() << "cbar set all";
@@ -144,6 +159,7 @@ void ViewConductor::tellImageSize()
 
 void ViewConductor::stackCleared(ImageStack& stack)
 {
+    (&stack == &data_.i1 ? i1Range_ : i0Range_) = StackRange();
     // Whatever is chosen, an image of the stack may still lie in the image area.
     if (imageStack_ == &stack)
         showImage(nullptr);
@@ -156,8 +172,26 @@ void ViewConductor::imageCame(ImageStack& stack, bool show)
 {
     if (stack.images.size() == 1)
         tellImageSize();
-    if (show && &stack == &data_.i1)
-        showLoaded(stack);
+    if (!show)
+        return;
+    i1Arrived_ = i1Arrived_ || &stack == &data_.i1;
+    const bool tooSoon = sinceArrival_.isValid() && sinceArrival_.elapsed() < arrivalPause;
+    if (unattended_ || !tooSoon)
+        showArrived();
+    else if (!arrival_.isActive())
+        arrival_.start(int(arrivalPause - sinceArrival_.elapsed()));
+}
+
+/// The last of the images that came comes on show: more of them than an eye can follow would only
+/// cost the load its time.
+void ViewConductor::showArrived()
+{
+    arrival_.stop();
+    sinceArrival_.start();
+    if (i1Arrived_ && !data_.i1.images.isEmpty())
+        showLoaded(data_.i1);
+    i1Arrived_ = false;
+    Q_EMIT loadShown();
 }
 
 /// Images of other energies stand in the place of those that were.
@@ -165,6 +199,9 @@ void ViewConductor::energiesApplied(ImageStack& stack)
 {
     if (imageStack_ == &stack)
         image_ = stack.images.value(currentNumber(stack));
+    if (image_ && imageStack_ == &stack)
+        box_.showEnergy(image_->energy);
+    tellCaption();
 }
 
 /// The last image of a stack comes on show, or under a map of its size that is.
@@ -195,25 +232,28 @@ QString ViewConductor::emptyText() const
 {
     switch (box_.choice()) {
     case ShowShiftMapId:
-        return tr("No energy shift map");
+        return tr("No energy shift map: make or load one in step 3");
     case ShowResAnalysisId:
-        return tr("No result map");
+        return tr("No result map: run an analysis in step 4");
     case ShowI0Id:
-        return tr("No I0 images");
+        return tr("No I0 images: load them in step 1");
     default:
-        return tr("No I1 images");
+        return tr("No I1 images: load them in step 1");
     }
 }
 
 void ViewConductor::showImage(const SharedImage& image)
 {
     image_ = image;
-    picture_.show(image, currentColorScale());
-    if (!image)
+    if (!image) {
         imageStack_ = nullptr;
-    box_.area()->setImage(image ? ShownImage{picture_.picture(), image->width, image->height,
-                                             image->minVal, image->maxVal}
-                                : ShownImage());
+        picture_.clear();
+        box_.area()->setImage({});
+        return;
+    }
+    const ValueRange range = rangeOf(image);
+    picture_.show(image, currentColorScale(), range);
+    box_.area()->setImage({picture_.picture(), image->width, image->height, range.min, range.max});
 }
 
 void ViewConductor::showData(int no)
@@ -231,8 +271,10 @@ void ViewConductor::takeImage(int no)
     const ImageStack& stack = shownStack();
     const SharedImage image = stack.images.at(no);
     box_.showSeek(no, stack.images.size() - 1, image->fileName);
+    box_.showEnergy(image->energy);
     imageStack_ = &stack;
     showImage(image);
+    tellCaption();
     Q_EMIT imageTaken(image->energy);
 }
 
@@ -240,6 +282,7 @@ void ViewConductor::takeNoImage()
 {
     box_.showNoImage();
     showImage(nullptr);
+    tellCaption();
 }
 
 /// An image takes the place of a map: the choice follows.
@@ -251,6 +294,7 @@ void ViewConductor::leaveMap()
         return;
     box_.setChoiceQuietly(ShowDataId);
     box_.area()->setEmptyText(emptyText());
+    showRangeChoice();
 }
 
 void ViewConductor::imageTyped(int number)
@@ -291,6 +335,8 @@ void ViewConductor::dispImgSelected()
         showMap(box_.choice() == ShowShiftMapId ? shiftMapKey : chosenResult());
     else
         showStack();
+    showRangeChoice();
+    tellCaption();
     Q_EMIT shownChanged();
 }
 
@@ -320,24 +366,4 @@ void ViewConductor::showMap(const std::optional<MapKey>& key)
         map->genImg();
     box_.area()->setAnalyzedRes(map);
     box_.area()->setShowOverLayer(true);
-}
-
-void ViewConductor::cBarUpdating()
-{
-    if (box_.choice() == ShowShiftMapId) {
-        Analyzed2DRes& map = book_.at(shiftMapKey);
-        if (map.imgValid)
-            map.genImg();
-    } else if (box_.choice() == ShowResAnalysisId) {
-        setupResAnalysisImage();
-    } else if (image_) {
-        showImage(image_);
-    }
-    box_.area()->update();
-}
-
-void ViewConductor::cBarUpdated()
-{
-    qDebug() << "cBarUpdated" << box_.bar()->rangeMin << box_.bar()->rangeMax;
-    cBarUpdating();
 }

@@ -25,6 +25,8 @@ void ViewConductor::connectResults()
     connect(&book_, &MapBook::changed, this, [this](const MapKey& key) {
         if (chosenResult() == key)
             tellShowDeglitched();
+        if (isMapChosen())
+            tellCaption();
     });
     connect(&saveBox_, &SaveBox::deglitch, this, &ViewConductor::deglitch);
     connect(&saveBox_, &SaveBox::showDeglitchedToggled, this, &ViewConductor::showDeglitched);
@@ -48,6 +50,7 @@ void ViewConductor::resultsPainted()
         return;
     map_ = chosenResult();
     box_.area()->setAnalyzedRes(shownMap());
+    tellCaption();
     if (shownMap())
         Q_EMIT valuesChanged();
 }
@@ -80,9 +83,11 @@ void ViewConductor::takeScales()
     dispImgSelected();
 }
 
+/// The bar tells the scale of the chosen map, also under an image that is on show.
 void ViewConductor::tellScaleOfChosen()
 {
-    if (const Analyzed2DRes* map = chosenMapOf())
+    const Analyzed2DRes* const map = chosenMapOf();
+    if (map && unattended_)
         box_.bar()->setRange(map->scale().min, map->scale().max);
 }
 

@@ -15,6 +15,8 @@ constexpr QRgb textColour = qRgb(0, 255, 192);
 constexpr double textLength = 95.0;  ///< of the box of a number [pixels]
 constexpr double endDistance = 50.0; ///< of the box's centre from the end of the bar [pixels]
 constexpr double maxPoint = 10.0;
+constexpr int handleHeight = 3; ///< on the screen [pixels]
+constexpr int numberMargin = 4; ///< from the end of the bar on the screen [pixels]
 
 } // namespace
 
@@ -32,10 +34,32 @@ ColorBar::ColorBar(QWidget* parent)
 
 void ColorBar::setRange(double newMin, double newMax)
 {
-    if (newMin == rangeMin && newMax == rangeMax)
+    if (hasRange_ && newMin == rangeMin && newMax == rangeMax)
         return;
+    hasRange_ = true;
     rangeMin = newMin;
     rangeMax = newMax;
+    paintCBar();
+}
+
+void ColorBar::clearRange()
+{
+    if (!hasRange_)
+        return;
+    hasRange_ = false;
+    paintCBar();
+}
+
+void ColorBar::resetHandles()
+{
+    lowHandle = 0.0;
+    highHandle = 1.0;
+    paintCBar();
+}
+
+void ColorBar::setRamp(int newRamp)
+{
+    chooseRamp(newRamp);
     paintCBar();
 }
 
@@ -52,6 +76,7 @@ void ColorBar::paintCBar()
     if (dragging)
         paintNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_,
                     0.5 * barPixmap.height(), Qt::AlignRight | Qt::AlignVCenter);
+    shown_ = QPixmap();
     update();
 }
 
@@ -97,12 +122,55 @@ void ColorBar::paintNumber(QPainter& painter, double value, double y, int flags)
                           QString::number(value, 'g', 6), maxPoint, false, Qt::NoBrush);
 }
 
+/// Each mouse move over the image paints the bar: from what was painted before.
 void ColorBar::draw1(QPainter* p)
 {
-    // Without smoothing a lower widget would drop the lines of the handles.
-    p->setRenderHint(QPainter::SmoothPixmapTransform, true);
-    p->drawPixmap(QRect(0, 0, width(), height()), barPixmap);
-    p->setRenderHint(QPainter::SmoothPixmapTransform, false);
+    if (shown_.size() != size() * devicePixelRatioF())
+        paintShown();
+    p->drawPixmap(0, 0, shown_);
+}
+
+void ColorBar::paintShown()
+{
+    shown_ = QPixmap(size() * devicePixelRatioF());
+    shown_.setDevicePixelRatio(devicePixelRatioF());
+    QPainter painter(&shown_);
+    const int rows = height();
+    for (int y = 0; y < rows; ++y)
+        painter.fillRect(0, y, width(), 1, colorOfValue(double(rows - 1 - y) / qMax(1, rows - 1)));
+    paintShownHandles(painter);
+    if (!hasRange_)
+        return;
+    paintShownNumber(painter, rangeMax, 1.0);
+    paintShownNumber(painter, rangeMin, 0.0);
+    if (dragging)
+        paintShownNumber(painter, rangeMin + (rangeMax - rangeMin) * this->*activeHandle_, 0.5);
+}
+
+/// Whole on the screen at the ends too: there they are to be taken.
+void ColorBar::paintShownHandles(QPainter& painter) const
+{
+    for (const double handle : {highHandle, lowHandle}) {
+        const int y = truncatedInt((1.0 - handle) * height()) - handleHeight / 2;
+        painter.fillRect(0, qBound(0, y, height() - handleHeight), width(), handleHeight,
+                         QColor(handleColour));
+    }
+}
+
+/// A value, read downward, at a height of the bar; dark on light colours, light on dark ones.
+void ColorBar::paintShownNumber(QPainter& painter, double value, double fraction) const
+{
+    const QString text = QString::number(value, 'g', 6);
+    const int length = painter.fontMetrics().horizontalAdvance(text) + 2;
+    const int room = qMax(0, height() - length - 2 * (numberMargin + handleHeight));
+    const int top = numberMargin + handleHeight + truncatedInt((1.0 - fraction) * room);
+    const double middle = 1.0 - (top + 0.5 * length) / qMax(1, height());
+    painter.setPen(qGray(colorOfValue(middle).rgb()) > 127 ? Qt::black : Qt::white);
+    painter.save();
+    painter.translate(width(), top);
+    painter.rotate(90.0);
+    painter.drawText(QRect(0, 0, length, width()), Qt::AlignCenter | Qt::TextDontClip, text);
+    painter.restore();
 }
 
 double ColorBar::fractionAtPointer() const
@@ -145,8 +213,6 @@ void ColorBar::onMouseDoubleClicked()
 {
     if (mouse.doubleClickButton != Qt::LeftButton)
         return;
-    lowHandle = 0.0;
-    highHandle = 1.0;
-    paintCBar();
-    Q_EMIT cBarUpdated();
+    resetHandles();
+    Q_EMIT autoAsked();
 }

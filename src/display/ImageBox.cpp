@@ -4,8 +4,16 @@
 #include "ui_ImageBox.h"
 
 #include <QButtonGroup>
+#include <QEvent>
 
 namespace {
+
+/// A step of the zoom keys, that of the wheel.
+constexpr double zoomStep = 1.1;
+
+constexpr int energyDigits = 7;
+/// Round the text of a button [pixels].
+constexpr int buttonMargin = 18;
 
 QString pixelText(int x, int y)
 {
@@ -15,7 +23,7 @@ QString pixelText(int x, int y)
 } // namespace
 
 ImageBox::ImageBox(QWidget* parent)
-    : QGroupBox(parent)
+    : QWidget(parent)
     , ui_(std::make_unique<Ui_ImageBox>())
     , choices_(new QButtonGroup(this))
 {
@@ -24,10 +32,11 @@ ImageBox::ImageBox(QWidget* parent)
     ui_->VCross->setVertical(true);
     setupChoice();
     setupSeek();
-    connect(area(), &ImgDispA::rangeShown, bar(), &ColorBar::setRange);
-    connect(ui_->ZoomIn, &QPushButton::clicked, area(), &ImgDispA::setViewWAsSelectedArea);
-    connect(ui_->ResetScale, &QPushButton::clicked, area(), &ImgDispA::resetImageViewWindow);
-    connect(ui_->CBarAll, &QPushButton::clicked, this, &ImageBox::setAll);
+    setupRange();
+    setupView();
+    connect(ui_->ShownMap, qOverload<int>(&QComboBox::activated), this, &ImageBox::mapChosen);
+    showMaps({}, -1);
+    fitWidths();
 }
 
 ImageBox::~ImageBox() = default;
@@ -43,10 +52,97 @@ void ImageBox::setupChoice()
         choices_->addButton(button, id);
         // Both the button that goes off and the one that goes on tell it.
         connect(button, &QPushButton::toggled, this, [this](bool on) {
+            paintChoices();
             if (on)
                 Q_EMIT choiceChanged();
         });
     }
+    paintChoices();
+}
+
+/// The one that is on has the colour of what is selected.
+void ImageBox::paintChoices()
+{
+    for (QAbstractButton* const button : choices_->buttons()) {
+        QPalette colours = palette();
+        if (button->isChecked()) {
+            colours.setColor(QPalette::Button, colours.color(QPalette::Highlight));
+            colours.setColor(QPalette::ButtonText, colours.color(QPalette::HighlightedText));
+        }
+        button->setPalette(colours);
+    }
+}
+
+void ImageBox::setupRange()
+{
+    connect(area(), &ImgDispA::rangeShown, this, [this](double min, double max) {
+        bar()->setRange(min, max);
+        ui_->Range->showRange({min, max});
+    });
+    connect(area(), &ImgDispA::nothingShown, this, [this] {
+        bar()->clearRange();
+        ui_->Range->showNoRange();
+    });
+    connect(ui_->Range, &RangeRow::rangeTyped, this, &ImageBox::rangeTyped);
+    connect(ui_->Range, &RangeRow::ruleChosen, this, &ImageBox::ruleChosen);
+    connect(ui_->Range, &RangeRow::rampChanged, this, [this](int ramp) {
+        bar()->setRamp(ramp);
+        Q_EMIT rampChanged(ramp);
+    });
+    connect(bar(), &ColorBar::autoAsked, this, &ImageBox::autoAsked);
+    connect(ui_->CBarAuto, &QPushButton::clicked, this, &ImageBox::autoAsked);
+    connect(ui_->CBarAll, &QPushButton::clicked, this, &ImageBox::setAll);
+}
+
+void ImageBox::setupView()
+{
+    ui_->View->setParts({area(), ui_->HCross, ui_->VCross, bar(), ui_->CBarAuto, ui_->CBarAll});
+    ui_->View->setSquarePixels(true);
+    connect(ui_->ZoomIn, &QPushButton::clicked, area(), &ImgDispA::setViewWAsSelectedArea);
+    connect(ui_->ResetScale, &QPushButton::clicked, area(), &ImgDispA::resetImageViewWindow);
+    connect(area(), &ImgDispA::selectionChanged, this, &ImageBox::followSelection);
+    connect(area(), &ImgDispA::browseAsked, this,
+            [this](int images) { images < 0 ? Q_EMIT prev() : Q_EMIT next(); });
+    followSelection();
+}
+
+void ImageBox::followSelection()
+{
+    const bool selected = area()->hasSelection();
+    ui_->ZoomIn->setEnabled(selected);
+    ui_->ZoomIn->setToolTip(selected ? tr("Show the selected area alone")
+                                     : tr("Drag over the image to select an area first"));
+}
+
+/// Buttons take the room that their texts need, numbers that of the longest that may come.
+void ImageBox::fitWidths()
+{
+    const QFontMetrics metrics = fontMetrics();
+    const auto width = [&metrics](const char* text) {
+        return metrics.horizontalAdvance(QLatin1String(text)) + 2;
+    };
+    for (QPushButton* button : {ui_->ShowData, ui_->ShowI0, ui_->ShowShiftMap, ui_->ShowResAnalysis,
+                                ui_->ZoomIn, ui_->ResetScale, ui_->Prev, ui_->Next})
+        button->setMinimumWidth(metrics.horizontalAdvance(button->text()) + buttonMargin);
+    ui_->ImgNo->setFixedWidth(width("88888") + 10);
+    ui_->Energy->setMinimumWidth(width("88888.88 eV"));
+    ui_->Position->setMinimumWidth(width("(-8888, -8888)"));
+    ui_->Value->setMinimumWidth(width("-1.23457e-05"));
+    ui_->EShiftFromStd->setMinimumWidth(width("-888.88"));
+    ui_->DarkValue->setMinimumWidth(width("8888.88"));
+    ui_->EShiftOnTbl->setMinimumWidth(width("-888.888"));
+    ui_->BoxSize->setMinimumWidth(width("(-8888, -8888)-(-8888, -8888)"));
+    // One line or two: the image stays where it is.
+    ui_->Caption->setMinimumHeight(2 * metrics.lineSpacing());
+}
+
+void ImageBox::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange)
+        fitWidths();
+    else if (event->type() == QEvent::PaletteChange)
+        paintChoices();
+    QWidget::changeEvent(event);
 }
 
 void ImageBox::setupSeek()
@@ -89,6 +185,7 @@ void ImageBox::setChoiceQuietly(ImageChoice id)
     QAbstractButton* const button = choices_->button(id);
     const QSignalBlocker quiet(button);
     button->setChecked(true);
+    paintChoices();
 }
 
 void ImageBox::showSeek(int number, int maximum, const QString& fileName)
@@ -104,11 +201,100 @@ void ImageBox::showSeek(int number, int maximum, const QString& fileName)
 void ImageBox::showNoImage()
 {
     showSeek(0, 0, QString());
+    ui_->Energy->clear();
 }
 
 void ImageBox::showImageNumber(int number)
 {
     ui_->ImgNo->setText(QString::number(number));
+}
+
+void ImageBox::showEnergy(double eV)
+{
+    ui_->Energy->setText(tr("%1 eV").arg(QString::number(eV, 'g', energyDigits)));
+}
+
+void ImageBox::showCaption(const QString& text)
+{
+    ui_->Caption->setText(text);
+}
+
+void ImageBox::showMaps(const QStringList& names, int current)
+{
+    QComboBox& list = *ui_->ShownMap;
+    QStringList shown;
+    for (int i = 0; i < list.count(); ++i)
+        shown.append(list.itemText(i));
+    if (shown != names) {
+        list.clear();
+        list.addItems(names);
+    }
+    list.setCurrentIndex(current);
+    list.setVisible(!names.isEmpty());
+}
+
+void ImageBox::showRangeChoice(const RangeChoice& choice, const QString& locked)
+{
+    ui_->Range->showChoice(choice);
+    ui_->Range->setRuleLocked(locked);
+    ui_->CBarAuto->setEnabled(locked.isEmpty());
+    ui_->CBarAuto->setToolTip(locked.isEmpty() ? tr("The scale follows the values again") : locked);
+}
+
+int ImageBox::ramp() const
+{
+    return ui_->Range->ramp();
+}
+
+bool ImageBox::squarePixels() const
+{
+    return ui_->View->squarePixels();
+}
+
+bool ImageBox::sectionsVisible() const
+{
+    return ui_->View->sectionsVisible();
+}
+
+QStringList ImageBox::unreadableFields() const
+{
+    return ui_->Range->unreadable();
+}
+
+void ImageBox::setRamp(int ramp)
+{
+    ui_->Range->setRamp(ramp);
+}
+
+void ImageBox::setSquarePixels(bool on)
+{
+    if (on == squarePixels())
+        return;
+    ui_->View->setSquarePixels(on);
+    Q_EMIT squarePixelsChanged(on);
+}
+
+void ImageBox::setSectionsVisible(bool on)
+{
+    if (on == sectionsVisible())
+        return;
+    ui_->View->setSectionsVisible(on);
+    Q_EMIT sectionsVisibleChanged(on);
+}
+
+void ImageBox::zoomIn()
+{
+    area()->zoomBy(1.0 / zoomStep);
+}
+
+void ImageBox::zoomOut()
+{
+    area()->zoomBy(zoomStep);
+}
+
+void ImageBox::showWhole()
+{
+    area()->resetImageViewWindow();
 }
 
 void ImageBox::showPosition(int x, int y)

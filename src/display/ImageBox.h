@@ -1,8 +1,11 @@
 #pragma once
 
-#include <QGroupBox>
+#include "image/DisplayRange.h"
+
 #include <QPointF>
+#include <QStringList>
 #include <QVector>
+#include <QWidget>
 
 #include <memory>
 
@@ -23,7 +26,7 @@ enum ImageChoice
 /// The image area with all that stands round it: the choice of what it shows, both sections, the
 /// colour bar, the controls that browse a stack, and the numbers at the cursor. It shows what it is
 /// given, and tells what the user asks for.
-class ImageBox : public QGroupBox
+class ImageBox : public QWidget
 {
     Q_OBJECT
 public:
@@ -47,6 +50,23 @@ public:
     /// Shows the number alone.
     void showImageNumber(int number);
 
+    /// Energy [eV] of the image that is browsed to.
+    void showEnergy(double eV);
+    /// What is on show, its number, energy, unit, or what a map says of itself.
+    void showCaption(const QString& text);
+    /// Names of the maps that can be shown, and which one is; without names there is no list.
+    void showMaps(const QStringList& names, int current);
+
+    /// Shows how the range of what is on show is chosen; `locked`, when not empty, tells why no
+    /// other rule can be.
+    void showRangeChoice(const RangeChoice& choice, const QString& locked);
+
+    int ramp() const; ///< RampId
+    bool squarePixels() const;
+    bool sectionsVisible() const;
+    /// Fields that can't be read as a number, by their names.
+    QStringList unreadableFields() const;
+
     void showPosition(int x, int y); ///< pixel of the cursor
     /// Shifts at the cursor [eV], of the map and from the standard.
     void showShifts(double ofMap, double fromStandard);
@@ -64,19 +84,44 @@ public:
     /// The sections lie beside the part of the image that is in view, and show that part.
     void showSectionsInView(int height);
 
+public Q_SLOTS:
+    /// Chooses a colour map, RampId, as by hand; another number does nothing.
+    void setRamp(int ramp);
+    /// Pixels of the image are squares on the screen; else the image is stretched over its place.
+    void setSquarePixels(bool on);
+    void setSectionsVisible(bool on);
+    void zoomIn();
+    void zoomOut();
+    void showWhole();
+
 Q_SIGNALS:
     void choiceChanged();
+    void mapChosen(int no); ///< of the names in showMaps()
+    void rangeTyped(double min, double max);
+    void ruleChosen(RangeRule rule);
+    void autoAsked();           ///< the range is to follow the values again
+    void rampChanged(int ramp); ///< the bar has it already
+    void squarePixelsChanged(bool on);
+    void sectionsVisibleChanged(bool on);
     void prev();
     void next();
     void sliderMoved(int number); ///< the seek bar, also by setting its value
     /// A number of an image was typed; -1 for what is no number. Whoever hears it shows the number
     /// that holds from now on.
     void imageNumberTyped(int number);
-    void setAll(); ///< all images are to be drawn by the handles of the scale
+    void setAll(); ///< all images are to be drawn over the scale of the one on show
+
+protected:
+    void changeEvent(QEvent* event) override;
 
 private:
     void setupChoice();
     void setupSeek();
+    void setupRange();
+    void setupView();
+    void followSelection();
+    void paintChoices();
+    void fitWidths();
 
     std::unique_ptr<Ui_ImageBox> ui_;
     QButtonGroup* choices_;

@@ -5,6 +5,7 @@
 #include "maps/Analyzed2DRes.h"
 
 #include <QDebug>
+#include <QKeyEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -24,8 +25,6 @@ bool inStrip(double fraction)
 
 /// Way of the mouse [pixels of the screen] that makes a press a drag.
 constexpr int dragDistance = 3;
-
-constexpr QRgb emptyTextColour = qRgb(128, 128, 128);
 
 /// A drag by its longer side; one straight along an axis has no area.
 bool isDrag(const QPoint& way)
@@ -106,6 +105,9 @@ void ImgDispA::setAnalyzedRes(Analyzed2DRes* map)
 void ImgDispA::setShowOverLayer(bool f)
 {
     showOverLayer_ = f;
+    const bool filled = f && analyzedRes_ && analyzedRes_->imgValid;
+    if (filled && viewWindow_.width() == 0.0)
+        resetImageViewWindow();
     update();
 }
 
@@ -175,11 +177,14 @@ void ImgDispA::layOutCoord()
 
 void ImgDispA::tellRange()
 {
-    if (const Analyzed2DRes* map = shownMap()) {
+    const Analyzed2DRes* const map = shownMap();
+    if (map && map->imgValid) {
         const Analyzed2DRes::Scale scale = map->scale();
         Q_EMIT rangeShown(scale.min, scale.max);
-    } else if (image_.picture) {
+    } else if (!showOverLayer_ && image_.picture) {
         Q_EMIT rangeShown(image_.min, image_.max);
+    } else {
+        Q_EMIT nothingShown();
     }
 }
 
@@ -187,7 +192,8 @@ void ImgDispA::drawImage(QPainter* p)
 {
     const QImage* shown = currentImage();
     if (!shown || (showOverLayer_ && !analyzedRes_->imgValid)) {
-        drawEmptyText(p);
+        Q_EMIT nothingShown();
+        drawEmpty(p);
         return;
     }
     if (viewWindow_.width() == 0.0)
@@ -197,10 +203,14 @@ void ImgDispA::drawImage(QPainter* p)
     p->drawImage(0, 0, renderedView(*shown));
 }
 
-void ImgDispA::drawEmptyText(QPainter* p) const
+/// No white paper: there is nothing on it.
+void ImgDispA::drawEmpty(QPainter* p) const
 {
-    p->setPen(QColor(emptyTextColour));
-    p->drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
+    p->fillRect(rect(), palette().color(QPalette::Window));
+    p->setPen(palette().color(QPalette::Mid));
+    p->drawRect(rect().adjusted(0, 0, -1, -1));
+    p->setPen(palette().color(QPalette::WindowText));
+    p->drawText(rect().adjusted(8, 8, -8, -8), Qt::AlignCenter | Qt::TextWordWrap, emptyText_);
 }
 
 const QImage& ImgDispA::renderedView(const QImage& picture)
@@ -282,7 +292,7 @@ void ImgDispA::onMouseReleased()
 void ImgDispA::finishSelection()
 {
     oldSelection_ = beforeDrag_;
-    selection_ = {selection_.area.normalized(), true, hasImages_ ? imageSize_ : QSize()};
+    setSelection({selection_.area.normalized(), true, hasImages_ ? imageSize_ : QSize()});
     Q_EMIT newAreaSelected();
     if (mouse.pressAction() == MouseC::Ctrl)
         setView(selection_.area);
@@ -292,7 +302,7 @@ void ImgDispA::setSelectedArea(int x1, int y1, int x2, int y2)
 {
     oldSelection_ = selection_;
     const QRectF area(x1, y1, double(x2) - x1, double(y2) - y1);
-    selection_ = {area.normalized(), true, hasImages_ ? imageSize_ : QSize()};
+    setSelection({area.normalized(), true, hasImages_ ? imageSize_ : QSize()});
     // A drag under way would bring back what it began with.
     pressedToSelect_ = false;
     selecting_ = false;
@@ -311,15 +321,21 @@ void ImgDispA::setViewWAsSelectedArea()
 
 void ImgDispA::recallOldSelectedArea()
 {
-    selection_ = oldSelection_;
+    setSelection(oldSelection_);
 }
 
 void ImgDispA::clearSelection()
 {
-    selection_ = Selection();
+    setSelection(Selection());
     pressedToSelect_ = false;
     selecting_ = false;
     update();
+}
+
+void ImgDispA::setSelection(const Selection& selection)
+{
+    selection_ = selection;
+    Q_EMIT selectionChanged();
 }
 
 void ImgDispA::setMousePixel(int x, int y)
@@ -340,9 +356,24 @@ void ImgDispA::onWheelMoved()
     const double fx = double(mouse.pos.x()) / width();
     const double fy = double(mouse.pos.y()) / height();
     // At the left and right the wheel changes the height alone, at top and bottom the width.
-    const bool atSide = inStrip(fx);
-    const bool atTopOrBottom = !atSide && inStrip(fy);
+    const bool atSide = !squarePixels_ && inStrip(fx);
+    const bool atTopOrBottom = !squarePixels_ && !atSide && inStrip(fy);
     zoomAbout(fx, fy, atSide ? 1.0 : wheelFactor, atTopOrBottom ? 1.0 : wheelFactor);
+}
+
+void ImgDispA::keyPressEvent(QKeyEvent* event)
+{
+    const int key = event->key();
+    const int dx = key == Qt::Key_Left ? -1 : key == Qt::Key_Right ? 1 : 0;
+    const int dy = key == Qt::Key_Up ? -1 : key == Qt::Key_Down ? 1 : 0;
+    // The arrows of a number pad are no others.
+    const auto keys = event->modifiers() & ~Qt::KeypadModifier;
+    if (keys == Qt::ShiftModifier && (dx != 0 || dy != 0))
+        Q_EMIT cursorMoveAsked(dx, dy);
+    else if (keys == Qt::NoModifier && dx != 0)
+        Q_EMIT browseAsked(dx);
+    else
+        DispA::keyPressEvent(event);
 }
 
 void ImgDispA::zoomBy(double factor)

@@ -9,7 +9,7 @@
 class Analyzed2DRes;
 
 /// An image as the image area shows it: its picture (owned by who shows it, null for none), its
-/// size and the values that the picture spans.
+/// size and the range of values that the picture spans.
 struct ShownImage
 {
     const QImage* picture = nullptr;
@@ -73,7 +73,11 @@ Q_SIGNALS:
     void newAreaSelected();
     /// Range of values of what was just drawn, for the colour bar.
     void rangeShown(double min, double max);
-    void viewChanged(); ///< another part of the image is in view
+    void nothingShown();                  ///< the same where there is nothing to draw
+    void viewChanged();                   ///< another part of the image is in view
+    void selectionChanged();              ///< there is another selected area, or none any more
+    void browseAsked(int images);         ///< by the keys: so many images further or back
+    void cursorMoveAsked(int dx, int dy); ///< by the keys [pixels]
 
 public Q_SLOTS:
     /// Brings the whole image into view; nothing without an image.
@@ -91,6 +95,12 @@ public Q_SLOTS:
     /// Brings the mouse over the middle of an image pixel as far as pixels of the screen allow;
     /// tells nobody, and leaves a drag alone.
     void setMousePixel(int x, int y);
+    /// The wheel zooms both ways everywhere: the area has the shape of the view.
+    void setSquarePixels(bool on) { squarePixels_ = on; }
+
+protected:
+    /// Left and Right browse, with Shift the arrows move the cursor.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     struct Selection
@@ -103,7 +113,8 @@ private:
     void layOutCoord();
     void setView(const QRectF& view);
     void drawImage(QPainter* p);
-    void drawEmptyText(QPainter* p) const;
+    void drawEmpty(QPainter* p) const;
+    void setSelection(const Selection& selection);
     const QImage& renderedView(const QImage& picture);
     void onMousePressed();
     void onMouseReleased();
@@ -131,6 +142,7 @@ private:
     QRectF viewWindow_;
     QSize imageSize_; ///< of the last images that there were, or of the map that came before any
     bool hasImages_ = false;
+    bool squarePixels_ = false;
     bool pressedToSelect_ = false; ///< a drag from here on draws a selection
     bool selecting_ = false;       ///< and does
     Selection selection_;

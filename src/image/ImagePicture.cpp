@@ -13,9 +13,10 @@ namespace {
 
 /// Writes one pixel value per column as picture bytes.
 template<typename T>
-void paintRows(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
+void paintRows(const TiffData& image, const ColorScale& scale, const ValueRange& range,
+               uchar* buffer, int stride)
 {
-    const double span = image.maxVal - image.minVal;
+    const double span = range.max - range.min;
     for (int y = 0; y < image.height; ++y) {
         uchar* out = buffer + size_t(y) * size_t(stride);
         const int rowNo = y - image.shiftY;
@@ -25,19 +26,23 @@ void paintRows(const TiffData& image, const ColorScale& scale, uchar* buffer, in
             const int column = x - image.shiftX;
             const bool inside = rowInside && column >= 0 && column < image.width;
             const double v = inside ? static_cast<double>(row[column]) : 0.0;
-            out = scale.mapValue((v - image.minVal) / span, out);
+            out = scale.mapValue((v - range.min) / span, out);
         }
         std::fill(out, buffer + size_t(y + 1) * size_t(stride), uchar(0));
     }
 }
 
-/// The same for 16-bit pixels of an unshifted image in grey: each of the values that occur is
-/// mapped once.
-void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buffer, int stride)
+/// The same for 16-bit pixels of an unshifted image: each of the values that occur is mapped once,
+/// into pixels of `bytes` bytes.
+template<int bytes>
+void paintRowsByTable(const TiffData& image, const ColorScale& scale, const ValueRange& range,
+                      uchar* buffer, int stride)
 {
-    const double span = image.maxVal - image.minVal;
-    std::vector<uchar> table(size_t(std::numeric_limits<quint16>::max()) + 1);
-    const auto enter = [&](int v) { scale.mapValue((v - image.minVal) / span, &table[size_t(v)]); };
+    const double span = range.max - range.min;
+    std::vector<uchar> table((size_t(std::numeric_limits<quint16>::max()) + 1) * bytes);
+    const auto enter = [&](int v) {
+        scale.mapValue((v - range.min) / span, &table[size_t(v) * bytes]);
+    };
     for (int v = truncatedInt(image.minVal); v <= truncatedInt(image.maxVal); ++v)
         enter(v);
     // The one value that may lie outside the extremes: a bad pixel without a good neighbour.
@@ -48,9 +53,11 @@ void paintRowsByTable(const TiffData& image, const ColorScale& scale, uchar* buf
     for (int y = 0; y < image.height; ++y) {
         const quint16* row = image.row<quint16>(y);
         uchar* out = buffer + size_t(y) * size_t(stride);
-        for (int x = 0; x < width; ++x)
-            out[x] = mapped[row[x]];
-        std::fill(out + width, out + stride, uchar(0));
+        for (int x = 0; x < width; ++x) {
+            for (int k = 0; k < bytes; ++k)
+                out[x * bytes + k] = mapped[row[x] * bytes + k];
+        }
+        std::fill(out + width * bytes, out + stride, uchar(0));
     }
 }
 
@@ -58,7 +65,7 @@ bool paintsByTable(const TiffData& image, const ColorScale& scale)
 {
     constexpr qint64 worthATable = 1 << 16;
     return (image.pixelType == TiffData::TiffWords || image.pixelType == TiffData::ImgWords) &&
-           scale.imageFormat == ColorScale::Grey && image.shiftX == 0 && image.shiftY == 0 &&
+           bytesPerPixel(scale.imageFormat) > 0 && image.shiftX == 0 && image.shiftY == 0 &&
            qint64(image.width) * image.height > worthATable;
 }
 
@@ -66,14 +73,20 @@ bool paintsByTable(const TiffData& image, const ColorScale& scale)
 
 void ImagePicture::show(const SharedImage& image, const ColorScale& scale)
 {
+    show(image, scale, image ? ValueRange{image->minVal, image->maxVal} : builtOver_);
+}
+
+void ImagePicture::show(const SharedImage& image, const ColorScale& scale, const ValueRange& range)
+{
     if (!image) {
         clear();
         return;
     }
-    if (picture_ && image_ == image && builtWith_.mapsLike(scale))
+    if (picture_ && image_ == image && builtOver_ == range && builtWith_.mapsLike(scale))
         return;
     image_ = image;
     builtWith_ = scale;
+    builtOver_ = range;
     paint(*image);
 }
 
@@ -100,11 +113,14 @@ void ImagePicture::paint(const TiffData& image)
     if (image.pixelType == TiffData::NoPixels)
         std::fill(buffer, buffer + bytes, uchar(0));
     if (paintsByTable(image, builtWith_)) {
-        paintRowsByTable(image, builtWith_, buffer, stride);
+        if (format == ColorScale::Grey)
+            paintRowsByTable<1>(image, builtWith_, builtOver_, buffer, stride);
+        else
+            paintRowsByTable<3>(image, builtWith_, builtOver_, buffer, stride);
     } else {
         withPixelType(image, 0, [&](auto* tag) {
             using T = std::remove_const_t<std::remove_pointer_t<decltype(tag)>>;
-            paintRows<T>(image, builtWith_, buffer, stride);
+            paintRows<T>(image, builtWith_, builtOver_, buffer, stride);
             return 0;
         });
     }

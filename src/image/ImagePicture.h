@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/ColorScale.h"
+#include "image/DisplayRange.h"
 #include "image/TiffData.h"
 
 #include <QImage>
@@ -14,9 +15,11 @@
 class ImagePicture
 {
 public:
-    /// Makes the picture of an image, unless it is that of this image and was made with a scale
-    /// that maps like `scale`: each pixel's place between minVal and maxVal goes through it. The
-    /// image is kept until clear() or another one; null is the same as clear().
+    /// Makes the picture of an image, unless it is that of this image and range, and was made with
+    /// a scale that maps like `scale`: each pixel's place in the range goes through it. The image
+    /// is kept until clear() or another one; null is the same as clear().
+    void show(const SharedImage& image, const ColorScale& scale, const ValueRange& range);
+    /// The same over the range of the image itself.
     void show(const SharedImage& image, const ColorScale& scale);
 
     /// Frees picture and image.
@@ -30,6 +33,7 @@ private:
 
     SharedImage image_;
     ColorScale builtWith_;
+    ValueRange builtOver_{0.0, 1.0};
     std::unique_ptr<uchar[]> bytes_;
     std::unique_ptr<QImage> picture_;
 };

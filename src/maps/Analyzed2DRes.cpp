@@ -53,7 +53,8 @@ void Analyzed2DRes::freeBuffers()
     data_ = LazyField();
     writtenFrom_ = writtenTo_ = 0;
     // Assigning an empty list would keep the memory.
-    std::vector<uchar>().swap(leftOut_);
+    std::vector<uchar>().swap(marks_);
+    withoutEdge_ = 0;
 }
 
 void Analyzed2DRes::dropPicture()
@@ -68,6 +69,7 @@ void Analyzed2DRes::clear()
     stepper = AnalyzeCond();
     resetRanges();
     freeBuffers();
+    automatic_.reset();
     imgValid = false;
     hasValues_ = false;
 }
@@ -85,10 +87,12 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     forgetProcessed();
     imgValid = false;
     hasValues_ = false;
+    automatic_.reset();
     data_.reset(pixelCount(stepper), writtenFrom_, writtenTo_);
     writtenFrom_ = data_.size();
     writtenTo_ = 0;
-    leftOut_.clear();
+    marks_.clear();
+    withoutEdge_ = 0;
 }
 
 void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
@@ -114,6 +118,8 @@ void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
     deglitchFactor = other.deglitchFactor;
     deglitchRange = other.deglitchRange;
     deglitch2Limit = other.deglitch2Limit;
+    display_ = other.display_;
+    automatic_.reset();
 }
 
 void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
@@ -128,7 +134,8 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     data_ = other->data_;
     writtenFrom_ = other->writtenFrom_;
     writtenTo_ = other->writtenTo_;
-    leftOut_ = other->leftOut_;
+    marks_ = other->marks_;
+    withoutEdge_.reset();
     hasValues_ = other->hasValues_;
     procData_ = other->procData_;
     useProc_ = other->useProc_;
@@ -136,9 +143,10 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
         paint();
     else
         imageBytes_ = other->imageBytes_;
-    // Only as many bytes as the map has pixels: where rows are padded the last ones stay black
-    // until the next genImg(), on purpose.
-    const std::size_t copied = std::min(pixelCount(stepper), imageBytes_.size());
+    // Only as many bytes as the pixels have: where rows are padded the last ones stay black until
+    // the next genImg(), on purpose.
+    const std::size_t copied =
+        std::min(pixelCount(stepper) * std::size_t(bytesPerPixel(imgFormat)), imageBytes_.size());
     std::fill(imageBytes_.begin() + std::ptrdiff_t(copied), imageBytes_.end(), uchar(0));
     wrapImage();
 }
@@ -173,7 +181,11 @@ Analyzed2DRes::Scale Analyzed2DRes::fieldScale() const
 
 Analyzed2DRes::Scale Analyzed2DRes::scale() const
 {
-    return fixedScale ? Scale{fixedMin, fixedMax} : fieldScale();
+    if (fixedScale)
+        return {fixedMin, fixedMax};
+    if (display_.range.given)
+        return *display_.range.given;
+    return display_.range.rule == RangeRule::Own ? fieldScale() : automaticScale();
 }
 
 void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
@@ -194,8 +206,10 @@ void Analyzed2DRes::setData(int ix, int iy, int xw, int yw, double t)
         return;
     noteWritten(iy, yw);
     stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, t);
-    if (!leftOut_.empty())
-        stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(0));
+    if (marks_.empty())
+        return;
+    withoutEdge_.reset();
+    stepper.fillBlockAt(marks_.data(), ix, iy, xw, yw, uchar(0));
 }
 
 /// Only rows that were written need to be cleared for the next walk.
@@ -214,16 +228,38 @@ void Analyzed2DRes::leaveOut(int ix, int iy, int xw, int yw)
     if (data_.empty())
         return;
     noteWritten(iy, yw);
-    leftOut_.resize(data_.size());
     stepper.fillBlockAt(data_.data(), ix, iy, xw, yw, 0.0);
-    stepper.fillBlockAt(leftOut_.data(), ix, iy, xw, yw, uchar(1));
+    mark(ix, iy, xw, yw, LeftOut | WithoutEdge);
+}
+
+void Analyzed2DRes::markWithoutEdge(int ix, int iy, int xw, int yw)
+{
+    if (!data_.empty())
+        mark(ix, iy, xw, yw, WithoutEdge);
+}
+
+void Analyzed2DRes::mark(int ix, int iy, int xw, int yw, int marks)
+{
+    withoutEdge_.reset();
+    marks_.resize(data_.size());
+    stepper.fillBlockAt(marks_.data(), ix, iy, xw, yw, static_cast<uchar>(marks));
+}
+
+uchar Analyzed2DRes::marksAt(int x, int y) const
+{
+    if (marks_.empty() || !contains(x, y))
+        return 0;
+    return marks_[std::size_t(y) * std::size_t(stepper.width) + std::size_t(x)];
 }
 
 bool Analyzed2DRes::isLeftOut(int x, int y) const
 {
-    if (leftOut_.empty() || !contains(x, y))
-        return false;
-    return leftOut_[std::size_t(y) * std::size_t(stepper.width) + std::size_t(x)] != 0;
+    return (marksAt(x, y) & LeftOut) != 0;
+}
+
+bool Analyzed2DRes::isWithoutEdge(int x, int y) const
+{
+    return (marksAt(x, y) & WithoutEdge) != 0;
 }
 
 void Analyzed2DRes::wrapImage()
@@ -242,6 +278,7 @@ void Analyzed2DRes::genImg()
 {
     isStale_ = true;
     imgValid = true;
+    automatic_.reset();
 }
 
 void Analyzed2DRes::paint()
@@ -249,11 +286,16 @@ void Analyzed2DRes::paint()
     isStale_ = false;
     image_.reset();
     const bool hasPixels = pixelCount(stepper) > 0;
+    const bool marksNoEdge = display_.marksNoEdge && !marks_.empty();
+    // A colour of its own needs pixels of three bytes, in the grey ramp too.
+    imgFormat = marksNoEdge ? int(ColorScale::Rgb) : currentColorScale().imageFormat;
     const int stride = hasPixels ? displayStride(imgFormat, stepper.width) : 0;
     const int rows = hasPixels ? stepper.height : 0;
     imageBytes_.assign(static_cast<std::size_t>(stride) * static_cast<std::size_t>(rows), 0);
     if (!shownField().empty() && !imageBytes_.empty())
         paintField(shownField().data(), stride);
+    if (marksNoEdge && !imageBytes_.empty())
+        paintMarks(stride);
     wrapImage();
 }
 
@@ -261,7 +303,7 @@ void Analyzed2DRes::paintField(const double* v, int stride)
 {
     const Scale s = scale();
     const double span = s.max - s.min;
-    // The map's own format decides the pixel's size, so that no row can outgrow the buffer.
+    // The picture's own format decides the pixel's size, so that no row can outgrow the buffer.
     ColorScale colours = currentColorScale();
     colours.imageFormat = imgFormat;
     uchar* line = imageBytes_.data();
@@ -269,6 +311,19 @@ void Analyzed2DRes::paintField(const double* v, int stride)
         uchar* out = line;
         for (const double* const end = v + stepper.width; v != end; ++v)
             out = colours.mapValue((*v - s.min) / span, out);
+    }
+}
+
+/// Over a picture of three bytes a pixel.
+void Analyzed2DRes::paintMarks(int stride)
+{
+    const uchar* mark = marks_.data();
+    uchar* line = imageBytes_.data();
+    for (int y = 0; y < stepper.height; ++y, line += stride) {
+        for (int x = 0; x < stepper.width; ++x, ++mark) {
+            if ((*mark & WithoutEdge) != 0)
+                std::copy(noEdgeColour.begin(), noEdgeColour.end(), line + 3 * x);
+        }
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/DisplayRange.h"
 #include "maps/AnalyzeCond.h"
 #include "maps/LazyField.h"
 
@@ -12,6 +13,14 @@
 
 class QIODevice;
 
+/// How the picture of a map is made. As it stands at first: over the range of the map's values,
+/// every value in its colour.
+struct MapDisplay
+{
+    RangeChoice range;
+    bool marksNoEdge = false; ///< positions without an edge have a colour of their own
+};
+
 /// One two-dimensional field of doubles of the image's size with its picture, its scale and a
 /// processed copy; every map of the program is one. Touched on the GUI thread alone.
 class Analyzed2DRes : public QObject
@@ -22,11 +31,7 @@ public:
     ~Analyzed2DRes() override;
 
     /// Range of values that the picture spans.
-    struct Scale
-    {
-        double min;
-        double max;
-    };
+    using Scale = ValueRange;
 
     int no = -1; ///< slot number in its analysis
     QString name;
@@ -41,7 +46,7 @@ public:
     double fixedMin; ///< scale in force while fixedScale is on
     double fixedMax;
     bool fixedScale = false;
-    int imgFormat;          ///< ColorScale format of the picture
+    int imgFormat;          ///< ColorScale format of the picture, as it was last painted
     int savedSamples = 0;   ///< values made by the last tiffDataForSave()
     int wrappedSamples = 0; ///< how many of them lay outside the scale and wrapped
     double procMin = 0.0;   ///< extremes of the processed field's finite values
@@ -69,11 +74,25 @@ public:
     bool contains(int x, int y) const;
     /// The pixel belongs to a position that failed.
     bool isLeftOut(int x, int y) const;
+    /// The pixel belongs to a position where the walk found no edge, or that failed: its value is
+    /// no result.
+    bool isWithoutEdge(int x, int y) const;
+    /// How many positions of the walk are.
+    int positionsWithoutEdge() const;
+    /// Middle and spread of the shown values at the positions with an edge, of a sample where there
+    /// are many; none without values.
+    std::optional<Middle> middle() const;
 
     /// Whether picture and saved 16-bit data come from the processed field; never without one.
     bool useProc() const { return useProc_; }
 
-    /// The scale of the picture: the fixed one when on, else that of the field it is made of.
+    /// How the picture is made; it is made anew by that when somebody next reads it.
+    void setDisplay(const MapDisplay& display);
+    const MapDisplay& display() const { return display_; }
+
+    /// The scale of the picture: the fixed one when on, else the range that was given, else the
+    /// range by its rule. An automatic one is that of the values at the last genImg(). It leaves
+    /// out positions without an edge, and by percentiles all beyond the median +- 6 spreads.
     Scale scale() const;
 
     /// Why there is nothing to save of this map, for a log line; empty when there is. A map that
@@ -101,6 +120,9 @@ public Q_SLOTS:
     /// Stores 0.0 over the same block and leaves the extremes as they are: the position failed, and
     /// its 0 is no result that a scale should show or a filter take in.
     void leaveOut(int ix, int iy, int xw, int yw);
+    /// Marks the same block as one without an edge; values and extremes stay as they are. Storing
+    /// another value takes the mark away.
+    void markWithoutEdge(int ix, int iy, int xw, int yw);
     /// Has the picture made anew, through the colour bar as it is when somebody next reads it: most
     /// maps of a walk are never looked at.
     void genImg();
@@ -133,6 +155,13 @@ Q_SIGNALS:
 private:
     Q_DISABLE_COPY(Analyzed2DRes)
 
+    /// What is known of a pixel, in marks_.
+    enum Mark : uchar
+    {
+        LeftOut = 1,
+        WithoutEdge = 2
+    };
+
     /// More positions than any image has pixels: the area lies far outside the image.
     static constexpr qint64 maxPositions = qint64(1) << 28;
 
@@ -150,6 +179,11 @@ private:
     void paint();
     void copySettings(const Analyzed2DRes& other);
     void paintField(const double* v, int stride);
+    void paintMarks(int stride);
+    void mark(int ix, int iy, int xw, int yw, int marks);
+    uchar marksAt(int x, int y) const;
+    std::vector<double> valuesWithEdge() const;
+    Scale automaticScale() const;
     LazyField shownPositions() const;
     template<typename PartText>
     void writeParts(QIODevice& file, PartText textOf) const;
@@ -168,11 +202,14 @@ private:
     LazyField data_;
     std::size_t writtenFrom_ = 0; ///< all of data_ before it and from writtenTo_ on is 0.0
     std::size_t writtenTo_ = 0;
-    std::vector<uchar> leftOut_; ///< 1 for pixels of failed positions; empty without any
-    LazyField procData_;         ///< empty until a filter has run
-    bool useProc_ = false;       ///< only with a processed field
-    bool isStale_ = false;       ///< genImg() asked for a picture that nobody has read yet
-    bool hasValues_ = false;     ///< data_ was given a value since it was prepared
+    std::vector<uchar> marks_; ///< Mark by pixel; empty without any
+    LazyField procData_;       ///< empty until a filter has run
+    bool useProc_ = false;     ///< only with a processed field
+    bool isStale_ = false;     ///< genImg() asked for a picture that nobody has read yet
+    bool hasValues_ = false;   ///< data_ was given a value since it was prepared
+    MapDisplay display_;
+    mutable std::optional<int> withoutEdge_ = 0; ///< positions, once they were counted
+    mutable std::optional<Scale> automatic_;     ///< as it was last asked for since genImg()
     std::vector<uchar> imageBytes_;
     std::unique_ptr<QImage> image_;
 };

@@ -26,6 +26,7 @@ MapBook::~MapBook() = default;
 std::unique_ptr<Analyzed2DRes> MapBook::emptyMap(MapKind kind) const
 {
     auto map = std::make_unique<Analyzed2DRes>(QLatin1String(traitsOf(kind).name));
+    map->setDisplay(displayOf(kind));
     if (!scales_ || !hasScaleFields(kind))
         return map;
     // Straight into the record: an empty map needs no picture.
@@ -150,4 +151,11 @@ void MapBook::setScales(const MapScales& scales)
     // All have their scale before anybody who is told looks at another.
     for (const MapKey& key : keys)
         Q_EMIT changed(key);
+}
+
+void MapBook::setDisplay(MapKind kind, const MapDisplay& display)
+{
+    displays_[std::size_t(kind)] = display;
+    for (const MapKey& key : keysOfKinds([kind](MapKind known) { return known == kind; }))
+        at(key).setDisplay(display);
 }

@@ -7,6 +7,7 @@
 #include <QObject>
 #include <QStringList>
 
+#include <array>
 #include <map>
 #include <memory>
 #include <optional>
@@ -79,6 +80,10 @@ public:
     /// Gives all maps with scale fields their scale and paints them; maps made later have it too.
     void setScales(const MapScales& scales);
 
+    /// How the pictures of all maps of a kind are made, also of those made later.
+    void setDisplay(MapKind kind, const MapDisplay& display);
+    const MapDisplay& displayOf(MapKind kind) const { return displays_[std::size_t(kind)]; }
+
 Q_SIGNALS:
     /// The map's filling began or ended, it was given another scale, or it has left the book.
     void changed(const MapKey& key);
@@ -101,4 +106,5 @@ private:
 
     std::map<MapKey, Entry> entries_; ///< in the order of saving
     std::optional<MapScales> scales_;
+    std::array<MapDisplay, mapKinds> displays_; ///< by kind
 };

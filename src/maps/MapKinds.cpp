@@ -14,6 +14,8 @@ constexpr MapKindTraits table[] = {
     {MapKind::DEdge, "a2d dEdge", "dEdge", "eV", ScaleFields::Ratio, false, true},
 };
 
+static_assert(std::size(table) == std::size_t(mapKinds));
+
 constexpr bool standsInOrder()
 {
     for (std::size_t i = 0; i < std::size(table); ++i) {

@@ -16,6 +16,8 @@ enum class MapKind
     DEdge      ///< shift of the edge
 };
 
+constexpr int mapKinds = 5;
+
 /// The pair of scale fields that a map's fixed scale comes from.
 enum class ScaleFields
 {

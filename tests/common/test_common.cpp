@@ -158,7 +158,7 @@ private Q_SLOTS:
     void hotRampRunsBlackRedYellowWhite()
     {
         ColorScale hot;
-        hot.imageFormat = ColorScale::Hot;
+        hot.chooseRamp(HotRamp);
         const std::pair<double, QRgb> rows[] = {
             {0, 0xff000000},   {100, 0xff640000}, {255, 0xffff0000}, {256, 0xffff0100},
             {510, 0xffffff00}, {511, 0xffffff01}, {765, 0xffffffff}, {qQNaN(), 0xff000000}};
@@ -166,9 +166,33 @@ private Q_SLOTS:
         for (const auto& [index, color] : rows)
             QCOMPARE(hot.colorOfValue((index + 0.5) / 766).rgb(), color);
         for (const int width : {1, 3, 4, 5, 257})
-            QCOMPARE(displayStride(ColorScale::Hot, width),
+            QCOMPARE(displayStride(ColorScale::Rgb, width),
                      QImage(width, 1, QImage::Format_RGB888).bytesPerLine());
         QCOMPARE(plotColor(-1), plotColor(8));
+    }
+
+    /// Colours of the published tables, among them such between the program's own knots.
+    void smoothRampsKeepToTheirTables()
+    {
+        const std::tuple<int, int, QColor> rows[] = {
+            {ViridisRamp, 0, {68, 1, 84}},      {ViridisRamp, 64, {59, 82, 139}},
+            {ViridisRamp, 128, {33, 145, 140}}, {ViridisRamp, 191, {94, 201, 98}},
+            {ViridisRamp, 255, {253, 231, 37}}, {CividisRamp, 255, {255, 233, 69}},
+            {CividisRamp, 128, {125, 124, 120}}};
+        for (const auto& [ramp, index, expected] : rows) {
+            ColorScale scale;
+            scale.chooseRamp(ramp);
+            const QColor colour = scale.colorOfValue((index + 0.5) / 256);
+            for (const int off : {colour.red() - expected.red(), colour.green() - expected.green(),
+                                  colour.blue() - expected.blue()})
+                QVERIFY2(
+                    std::abs(off) <= 3,
+                    qPrintable(
+                        QString("%1 %2: %3 %4").arg(ramp).arg(index).arg(off).arg(colour.name())));
+        }
+        ColorScale grey;
+        grey.imageFormat = ColorScale::Rgb; // as maps with blocks without an edge have it
+        QCOMPARE(grey.colorOfValue(0.5), ColorScale().colorOfValue(0.5));
     }
 
     void windowComesBackWhereItWas()

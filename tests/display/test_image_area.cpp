@@ -102,6 +102,10 @@ private Q_SLOTS:
         area_->resetImageViewWindow();
         wheel({5, 50}, -120);
         QCOMPARE(area_->viewWindow().size(), QSizeF(20, 11));
+        area_->setSquarePixels(true);
+        area_->resetImageViewWindow();
+        wheel({5, 50}, -120);
+        QCOMPARE(area_->viewWindow().size(), QSizeF(22, 11));
     }
 
     void wheelGoesByTheWayOfItsTurn_data()

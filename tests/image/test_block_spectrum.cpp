@@ -142,7 +142,7 @@ private Q_SLOTS:
         ImagePicture picture;
         for (const TiffData::PixelType type : types) {
             const int side = type == TiffData::ImgWords ? 300 : 20; // by table, and value by value
-            scale.imageFormat = type == TiffData::ImgLongs ? ColorScale::Hot : ColorScale::Grey;
+            scale.chooseRamp(type == TiffData::ImgWords ? HotRamp : GreyRamp);
             const int size = bytesPerPixel(scale.imageFormat);
             const std::shared_ptr<TiffData> image = makeImage(side, side, type, counts);
             image->shiftX = type == TiffData::ImgWords ? 0 : 2;

@@ -199,8 +199,12 @@ private Q_SLOTS:
         map.selectProcImg(true);
         QVERIFY(scales.isEmpty());
         QCOMPARE(greyRow(map, 0), QByteArray("\0\x40\x80", 3));
-        map.imgFormat = ColorScale::Hot;
+        ColorScale hot;
+        hot.chooseRamp(HotRamp);
+        theColorBar = &hot;
         map.genImg();
+        map.img();
+        theColorBar = nullptr;
         QVERIFY(map.img()->format() == QImage::Format_RGB888 && qGray(map.img()->pixel(0, 0)) == 0);
     }
 

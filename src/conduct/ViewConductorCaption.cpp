@@ -1,0 +1,105 @@
+// What the box says of what is on show, and its list of maps.
+#include "conduct/ViewConductor.h"
+
+#include "analysis/Analyzer.h"
+#include "analysis/LCFReference.h"
+#include "conduct/StackConductor.h"
+#include "display/ImageBox.h"
+#include "image/Measurement.h"
+#include "maps/MapBook.h"
+
+#include <QAbstractButton>
+#include <QFileInfo>
+
+namespace {
+
+constexpr int energyDigits = 7;
+
+} // namespace
+
+void ViewConductor::tellCaption()
+{
+    tellMaps();
+    box_.showCaption(isMapChosen() ? mapCaption() : imageCaption());
+}
+
+QString ViewConductor::imageCaption() const
+{
+    const ImageStack& stack = shownStack();
+    const int no = currentNumber(stack);
+    const TiffData* const image = currentImage(stack);
+    if (!image)
+        return {};
+    return tr("%1 - image %2 of %3 - %4 eV - counts")
+        .arg(stack.name)
+        .arg(no)
+        .arg(stack.images.size())
+        .arg(QString::number(image->energy, 'g', energyDigits));
+}
+
+QString ViewConductor::mapCaption() const
+{
+    const Analyzed2DRes* const map = shownMap();
+    if (!map || !map->imgValid || !map->whyNotSaved(true).isEmpty())
+        return {};
+    const AnalyzeCond& walk = map->stepper;
+    QString text = tr("%1 blocks of %2 x %3 pixels")
+                       .arg(qint64(walk.columns()) * walk.rows())
+                       .arg(2 * qAbs(walk.halfX) + 1)
+                       .arg(2 * qAbs(walk.halfY) + 1);
+    // Not counted anew for each picture of a walk that runs.
+    const bool filling = book_.stateOf(*map_) == MapState::Filling;
+    const int without = filling ? 0 : map->positionsWithoutEdge();
+    if (without > 0)
+        text += unattended_ ? tr("; %1 without an edge").arg(without)
+                            : tr("; grey: %1 without an edge").arg(without);
+    if (map_->kind != MapKind::ShiftMap || filling)
+        return text;
+    if (const std::optional<Middle> middle = map->middle())
+        text += tr("; median %1, spread %2 eV")
+                    .arg(middle->median, 0, 'f', 2)
+                    .arg(middle->spread, 0, 'f', 2);
+    return text;
+}
+
+QString ViewConductor::nameOf(const MapKey& key) const
+{
+    if (!traitsOf(key.kind).ofRow)
+        return key.kind == MapKind::DEdge ? tr("Shift of the edge") : tr("Residual");
+    const LCFReference* const row = panel_.refs().value(key.row);
+    const QString file = row ? QFileInfo(row->fileName()).fileName() : QString();
+    const QString of = file.isEmpty() ? tr("row %1").arg(key.row) : file;
+    return key.kind == MapKind::LcfWeight ? tr("Ratio of %1").arg(of) : tr("dMut of %1").arg(of);
+}
+
+/// The result maps that hold values, and the one that the panel has chosen.
+void ViewConductor::tellMaps()
+{
+    listed_.clear();
+    QStringList names;
+    if (box_.choice() == ShowResAnalysisId) {
+        for (const MapKey& key : book_.resultKeys()) {
+            if (!book_.find(key)->whyNotSaved(false).isEmpty())
+                continue;
+            listed_.append(key);
+            names.append(nameOf(key));
+        }
+    }
+    box_.showMaps(names, map_ ? listed_.indexOf(*map_) : -1);
+}
+
+/// By the panel's buttons, as by hand.
+void ViewConductor::chooseMap(int no)
+{
+    if (no < 0 || no >= listed_.size())
+        return;
+    const MapKey key = listed_.at(no);
+    if (!traitsOf(key.kind).ofRow) {
+        if (auto* const button = panel_.findChild<QAbstractButton*>(QStringLiteral("ShowZ")))
+            button->click();
+        return;
+    }
+    panel_.setMapKind(key.kind == MapKind::LcfWeight ? 0 : 1);
+    if (const LCFReference* const row = panel_.refs().value(key.row))
+        row->showButton()->click();
+}

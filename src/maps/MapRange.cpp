@@ -1,0 +1,94 @@
+// What the values of a map say about how it is shown.
+#include "maps/Analyzed2DRes.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+/// Values that ranges are found from: a map of more positions is sampled.
+constexpr qint64 valuesEnough = qint64(1) << 17;
+
+/// Calls visit(x, y) for the positions of a walk, or for some evenly spread ones if there are many.
+template<typename Visit>
+void forSomePositions(const AnalyzeCond& walk, qint64 enough, Visit visit)
+{
+    const qint64 positions = qint64(walk.columns()) * walk.rows();
+    const int step =
+        int(std::ceil(std::sqrt(double(std::max(positions, enough)) / double(enough))));
+    AnalyzeCond first = walk;
+    first.start();
+    // In wide numbers: an area typed by hand may reach far outside the image.
+    for (qint64 row = 0, shift = 0; row < walk.rows(); row += step, shift = (shift + 1) % step) {
+        const qint64 y = first.cy + row * std::max(walk.stepY, 1);
+        for (qint64 column = shift; column < walk.columns() && y < walk.height; column += step) {
+            const qint64 x = first.cx + column * std::max(walk.stepX, 1);
+            if (x >= walk.width)
+                break;
+            visit(int(x), int(y));
+        }
+    }
+}
+
+} // namespace
+
+int Analyzed2DRes::positionsWithoutEdge() const
+{
+    if (withoutEdge_)
+        return *withoutEdge_;
+    int count = 0;
+    AnalyzeCond at = stepper;
+    at.start();
+    do {
+        count += isWithoutEdge(at.cx, at.cy) ? 1 : 0;
+    } while (at.next());
+    withoutEdge_ = count;
+    return count;
+}
+
+/// Positions in rows that a walk has not reached yet have no value.
+std::vector<double> Analyzed2DRes::valuesWithEdge() const
+{
+    std::vector<double> values;
+    if (!hasValues_ || qint64(stepper.columns()) * stepper.rows() > maxPositions)
+        return values;
+    forSomePositions(stepper, valuesEnough, [&](int x, int y) {
+        if (!contains(x, y))
+            return;
+        const auto at = std::size_t(y) * std::size_t(stepper.width) + std::size_t(x);
+        if (at < writtenFrom_ || at >= writtenTo_ || isWithoutEdge(x, y))
+            return;
+        const double v = shownValueAt(x, y);
+        if (std::isfinite(v))
+            values.push_back(v);
+    });
+    return values;
+}
+
+std::optional<Middle> Analyzed2DRes::middle() const
+{
+    const std::vector<double> values = valuesWithEdge();
+    return values.empty() ? std::nullopt : std::optional<Middle>(middleOf(values));
+}
+
+/// "All" is what it says; only percentiles are held within the spreads.
+Analyzed2DRes::Scale Analyzed2DRes::automaticScale() const
+{
+    if (automatic_)
+        return *automatic_;
+    const RangeRule rule = display_.range.rule;
+    std::vector<double> values = valuesWithEdge();
+    Scale range = ruledRange(values, rule).value_or(fieldScale());
+    if (rule != RangeRule::All)
+        range = withinSpreads(range, values);
+    automatic_ = range;
+    return range;
+}
+
+void Analyzed2DRes::setDisplay(const MapDisplay& display)
+{
+    display_ = display;
+    automatic_.reset();
+    if (imgValid)
+        genImg();
+}
