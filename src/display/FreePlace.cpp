@@ -100,8 +100,9 @@ FreePlace::Found FreePlace::find(const QRect& former)
             // Rows are sums and differences of the same lengths: no length is not quite 0.
             if (best.box.isEmpty() || covered < best.covered - 0.5)
                 best = {boxAt(side, y), covered};
-            if (boxAt(side, y) == former)
-                kept = {former, covered};
+            // Of another size, with another text in it, it still is the same place.
+            if (former.top() == y && (former.left() == side.left || former.right() == side.right))
+                kept = {boxAt(side, y), covered};
         }
     }
     return !kept.box.isEmpty() && kept.covered <= best.covered + tolerated ? kept : best;

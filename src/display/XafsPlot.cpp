@@ -1,6 +1,7 @@
 #include "display/XafsPlot.h"
 
 #include "common/ColorScale.h"
+#include "display/CurveRange.h"
 
 #include <QPainter>
 #include <QVarLengthArray>
@@ -28,48 +29,6 @@ QPen dashed(QPen pen, const QVector<qreal>& pattern)
 {
     pen.setDashPattern(pattern);
     return pen;
-}
-
-/// Range for those values that are numbers.
-PlotRange finiteRange(const Spectrum& s)
-{
-    const PlotRange bounds{s.yMin, s.yMax};
-    if (std::isfinite(bounds.max - bounds.min) && bounds.min <= bounds.max)
-        return bounds.widened().withAir();
-    PlotRange range;
-    for (const QPointF& point : s.points)
-        range.add(point.y());
-    return range.widened().withAir();
-}
-
-/// Where a piece of a curve passes an energy.
-void addCrossing(PlotRange& range, const QPointF& a, const QPointF& b, double energy)
-{
-    if ((a.x() < energy) != (b.x() < energy))
-        range.add(a.y() + (b.y() - a.y()) * (energy - a.x()) / (b.x() - a.x()));
-}
-
-/// Takes in what is seen of a curve between two energies: its points there, and its pieces where
-/// they leave the view, so that a view between two points has a range as well.
-void addSeen(PlotRange& range, const QVector<QPointF>& curve, double first, double last, double gap)
-{
-    for (int i = 0; i < curve.size(); ++i) {
-        const QPointF& point = curve.at(i);
-        if (point.x() >= first && point.x() <= last)
-            range.add(point.y());
-        if (i == 0 || std::abs(point.x() - curve.at(i - 1).x()) > gap)
-            continue;
-        addCrossing(range, curve.at(i - 1), point, first);
-        addCrossing(range, curve.at(i - 1), point, last);
-    }
-}
-
-PlotRange energyRange(const Spectrum& s)
-{
-    PlotRange range;
-    for (const QPointF& point : s.points)
-        range.add(point.x() - s.shift());
-    return range.widened();
 }
 
 } // namespace
@@ -102,7 +61,7 @@ void XafsPlot::setSpectrum(const XafsSpectrum& s)
     spectrum_ = s;
     if (s.isEmpty())
         return;
-    values_ = finiteRange(s);
+    values_ = valueRange(s);
     range.setFull(energyRange(s));
 }
 
@@ -233,7 +192,7 @@ void XafsPlot::paintCurves(QPainter* p)
 {
     // Normalised curves lie on the axis.
     const PlotRange axis{coord.realY0, coord.realY1};
-    const auto own = [&](const XafsSpectrum& s) { return normalized ? axis : finiteRange(s); };
+    const auto own = [&](const XafsSpectrum& s) { return normalized ? axis : valueRange(s); };
     if (!stdSpectrum.isEmpty()) {
         static const QPen line = dashed(QColor(stdLineColour), {6, 2});
         paintCurve(p, stdSpectrum, {QColor(Qt::red), line, line}, own(stdSpectrum), 0.0, noGap);
