@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/FreePlace.h"
 #include "display/PlotRange.h"
 
 #include <QPainter>
@@ -13,6 +14,9 @@ class BrokenLine
 {
 public:
     void reserve(int points) { piece_.reserve(points); }
+
+    /// Tells a search for a free place of what is drawn from now on; null ends that.
+    void tell(FreePlace* place) { place_ = place; }
 
     /// Takes the next point [pixels].
     void add(QPainter* p, double x, double y)
@@ -30,9 +34,12 @@ public:
             p->drawPoint(piece_.first());
         else if (!piece_.isEmpty())
             p->drawPolyline(piece_);
+        if (place_)
+            place_->take(piece_);
         piece_.resize(0);
     }
 
 private:
     QPolygon piece_;
+    FreePlace* place_ = nullptr;
 };

@@ -1,30 +1,29 @@
 #include "display/CrossSView.h"
 
-#include "display/BrokenLine.h"
+#include "display/EmptyPlot.h"
 
 #include <QPainter>
 
 namespace {
 
 constexpr QRgb cursorColour = qRgb(192, 192, 0);
-constexpr QRgb axisColour = qRgb(0, 96, 160);
-constexpr QRgb axisGround = qRgba(255, 255, 255, 208); ///< a curve shows through it
-constexpr int axisMargin = 3;                          ///< round the text of the axis [pixels]
+constexpr QRgb axisColour = qRgb(96, 96, 96);
+constexpr int axisMargin = 3; ///< round the text of the axis [pixels]
 
-/// In the upper corner away from small positions; upright where there is no room across.
-void paintAxisText(QPainter* p, const QSize& area, bool upright, const QString& text)
+/// In the lower left corner; upright where there is no room across.
+void paintAxisText(QPainter* p, const QSize& area, const QString& text)
 {
-    if (upright) {
-        p->translate(area.width(), 0);
-        p->rotate(90.0);
-    }
-    const QRect box(QPoint(0, 0), upright ? area.transposed() : area);
-    constexpr int place = Qt::AlignRight | Qt::AlignTop;
-    const QRect inner = box.adjusted(axisMargin, 0, -axisMargin, 0);
-    p->fillRect(p->boundingRect(inner, place, text), QColor::fromRgba(axisGround));
+    const int width = p->fontMetrics().horizontalAdvance(text) + 2 * axisMargin;
+    p->save();
     p->setPen(QColor(axisColour));
-    p->drawText(inner, place, text);
-    p->resetTransform();
+    if (width > area.width()) {
+        p->translate(p->fontMetrics().height(), area.height());
+        p->rotate(-90.0);
+    } else {
+        p->translate(0, area.height());
+    }
+    p->drawText(axisMargin, -p->fontMetrics().descent() - 1, text);
+    p->restore();
 }
 
 } // namespace
@@ -71,28 +70,42 @@ void CrossSView::layOut()
             values.add(point.y());
     }
     positions_ = all ? positions.widened() : range_;
-    values_ = values.widened();
+    values_ = values.widened().withAir();
     update();
 }
 
 void CrossSView::draw(QPainter* p)
 {
+    if (points_.isEmpty()) {
+        paintEmptyPlot(p, *this, QString());
+        return;
+    }
+    // The curve runs over the text.
+    paintAxisText(p, size(), axis_);
     ChCoord plot;
     plot.setScreenArea(0, height(), width(), 0);
-    if (points_.isEmpty())
-        return;
     if (vertical_)
         plot.setRealArea(values_.min, positions_.min, values_.max, positions_.max);
     else
         plot.setRealArea(positions_.min, values_.min, positions_.max, values_.max);
-    BrokenLine line;
-    line.reserve(points_.size());
+    paintCurve(p, plot);
+    paintCursor(p, plot);
+}
+
+void CrossSView::paintCurve(QPainter* p, const ChCoord& plot)
+{
+    p->setPen(Qt::black);
+    line_.reserve(points_.size());
     for (const QPointF& point : qAsConst(points_)) {
         const double x = vertical_ ? point.y() : point.x();
         const double y = vertical_ ? point.x() : point.y();
-        line.add(p, plot.realToScreenX(x), plot.realToScreenY(y));
+        line_.add(p, plot.realToScreenX(x), plot.realToScreenY(y));
     }
-    line.end(p);
+    line_.end(p);
+}
+
+void CrossSView::paintCursor(QPainter* p, const ChCoord& plot) const
+{
     p->setPen(QColor(cursorColour));
     if (vertical_) {
         const int y = plotPixel(plot.realToScreenY(cursorPos_));
@@ -101,6 +114,4 @@ void CrossSView::draw(QPainter* p)
         const int x = plotPixel(plot.realToScreenX(cursorPos_));
         p->drawLine(x, 0, x, height());
     }
-    if (!axis_.isEmpty())
-        paintAxisText(p, size(), vertical_, axis_);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "display/BrokenLine.h"
 #include "display/DispA.h"
 #include "display/PlotRange.h"
 
@@ -7,6 +8,7 @@
 #include <QVector>
 
 /// A narrow plot of the image along the cross hair: beside the image (vertical) or below it.
+/// Without points there is no paper, but the panel's ground.
 class CrossSView : public DispA
 {
     Q_OBJECT
@@ -15,7 +17,7 @@ public:
 
     /// In a vertical strip the values run to the right and the positions upward.
     void setVertical(bool f);
-    /// (position, value) pairs, and what the values are, which stands in a corner of the plot.
+    /// (position, value) pairs, and what the values are, which stands in the lower left corner.
     void setPoints(const QVector<QPointF>& points, const QString& axis = QString());
     /// Positions at the ends of the plot, whose values span the plot; without an extent, as at
     /// first, the plot spans all points. Values that are no finite numbers count in no case.
@@ -32,6 +34,8 @@ public Q_SLOTS:
 
 private:
     void layOut();
+    void paintCurve(QPainter* p, const ChCoord& plot);
+    void paintCursor(QPainter* p, const ChCoord& plot) const;
 
     QVector<QPointF> points_;
     QString axis_;
@@ -40,4 +44,5 @@ private:
     PlotRange positions_; ///< of the plot
     PlotRange values_;
     int cursorPos_ = 0;
+    BrokenLine line_;
 };

@@ -34,6 +34,13 @@ struct PlotRange
         const double half = std::max(0.5, 1e-6 * std::abs(min));
         return {min - half, max + half};
     }
+
+    /// The range with a twentieth of it more at either end, so that curves stay clear of a frame.
+    PlotRange withAir() const
+    {
+        const double air = (max - min) / 20.0;
+        return std::isfinite(air) ? PlotRange{min - air, max + air} : *this;
+    }
 };
 
 /// The pixel of a coordinate, kept to such as lie far beyond any screen and a painter still takes.

@@ -1,6 +1,7 @@
 #include "display/XafsPlot.h"
 
 #include "common/ColorScale.h"
+#include "display/CurveRange.h"
 
 #include <QPainter>
 #include <QVarLengthArray>
@@ -28,26 +29,6 @@ QPen dashed(QPen pen, const QVector<qreal>& pattern)
 {
     pen.setDashPattern(pattern);
     return pen;
-}
-
-/// Range of those values that are numbers.
-PlotRange finiteRange(const Spectrum& s)
-{
-    const PlotRange bounds{s.yMin, s.yMax};
-    if (std::isfinite(bounds.max - bounds.min) && bounds.min <= bounds.max)
-        return bounds.widened();
-    PlotRange range;
-    for (const QPointF& point : s.points)
-        range.add(point.y());
-    return range.widened();
-}
-
-PlotRange energyRange(const Spectrum& s)
-{
-    PlotRange range;
-    for (const QPointF& point : s.points)
-        range.add(point.x() - s.shift());
-    return range.widened();
 }
 
 } // namespace
@@ -80,8 +61,7 @@ void XafsPlot::setSpectrum(const XafsSpectrum& s)
     spectrum_ = s;
     if (s.isEmpty())
         return;
-    values_ = finiteRange(s);
-    normalized_ = finiteRange(s.normalizedPreBase);
+    values_ = valueRange(s);
     range.setFull(energyRange(s));
 }
 
@@ -124,52 +104,95 @@ XafsPlot::RawCurve XafsPlot::frequencyCurve()
     return curve;
 }
 
+XafsPlot::Mode XafsPlot::mode() const
+{
+    if (showRaw)
+        return showFft ? Frequencies : RawValues;
+    return normalized ? Normalised : Absorption;
+}
+
 /// Values at the ends of the axis that is shown.
 PlotRange XafsPlot::valueAxis()
 {
     if (showRaw)
-        return rawCurve().y.widened();
-    return normalized ? normalized_ : values_;
+        return rawCurve().y.widened().withAir();
+    return normalized ? normalizedAxis() : values_;
 }
 
-void XafsPlot::prepare(const QSize& area)
+PlotRange XafsPlot::normalizedAxis() const
 {
-    // The y of the plot grows upward, and that of the screen downward.
-    coord.setScreenArea(0, area.height(), area.width(), 0);
-    coord.applyMargins();
+    PlotRange axis;
+    const auto add = [&](const XafsSpectrum& s, double correction, double gap) {
+        // Energies of normalised curves have no shift any more.
+        addSeen(axis, s.normalizedPreBase.points, range.min() + correction,
+                range.max() + correction, gap);
+    };
+    add(spectrum_, energyCorrected ? spectrum_.eOffset : 0.0, scanGap);
+    add(stdSpectrum, 0.0, noGap);
+    for (const ViewCurve& other : others) {
+        if (other.show)
+            add(other.spectrum, 0.0, noGap);
+    }
+    return axis.widened().withAir();
+}
+
+void XafsPlot::prepare(const QSize& area, const QFont& font)
+{
+    setFont(font);
+    setTitles();
     const PlotRange y = valueAxis();
     coord.setRealArea(visible().min(), y.min, visible().max(), y.max);
+    layOutWindow(area);
 }
 
-void XafsPlot::paint(QPainter* p, const QSize& area)
+void XafsPlot::paint(QPainter* p, const QSize& area, const QFont& font)
 {
     if (spectrum_.isEmpty())
         return;
-    prepare(area);
+    prepare(area, font);
     p->save();
+    p->setFont(font_);
     p->setBrush(Qt::NoBrush);
-    const QRect window(QPoint(truncatedInt(coord.plotX0), truncatedInt(coord.plotY1)),
-                       QPoint(truncatedInt(coord.plotX1), truncatedInt(coord.plotY0)));
-    // Normalised curves of other spectra may be higher than the axis, and are let into the margin.
-    const bool tall = normalized && !showRaw;
-    p->setClipRect(tall ? QRect(window.left(), 0, window.width(), area.height()) : window);
-    if (!showRaw)
-        paintCurves(p);
-    paintMarks(p);
-    p->setClipping(false);
-    paintAxes(p);
-    if (showRaw) {
-        p->setClipRect(window);
+    paintGrid(p);
+    fillLegend(window());
+    p->setClipRect(window());
+    line_.tell(&legend_.free());
+    if (showRaw)
         paintRaw(p);
-    }
+    else
+        paintCurves(p);
+    line_.tell(nullptr);
+    paintMarks(p);
+    paintEdgeNames(p);
+    p->setClipping(false);
+    paintLabels(p);
+    legend_.paint(p);
     p->restore();
+}
+
+void XafsPlot::fillLegend(const QRect& window)
+{
+    legend_.begin(window, font_);
+    if (showRaw) {
+        legend_.add(name, QColor(showFft ? fftColour : rawColour));
+    } else {
+        legend_.add(name, QPen(Qt::black, 2));
+        if (!stdSpectrum.isEmpty())
+            legend_.add(stdName, QColor(Qt::red));
+        for (int i = 0; i < others.size(); ++i) {
+            const ViewCurve& other = others.at(i);
+            if (other.show && !other.spectrum.isEmpty())
+                legend_.add(other.name, other.pen.value_or(plotColor(i)));
+        }
+    }
+    legend_.place();
 }
 
 void XafsPlot::paintCurves(QPainter* p)
 {
-    const auto own = [this](const XafsSpectrum& s) {
-        return normalized ? normalized_ : finiteRange(s);
-    };
+    // Normalised curves lie on the axis.
+    const PlotRange axis{coord.realY0, coord.realY1};
+    const auto own = [&](const XafsSpectrum& s) { return normalized ? axis : valueRange(s); };
     if (!stdSpectrum.isEmpty()) {
         static const QPen line = dashed(QColor(stdLineColour), {6, 2});
         paintCurve(p, stdSpectrum, {QColor(Qt::red), line, line}, own(stdSpectrum), 0.0, noGap);
@@ -184,8 +207,7 @@ void XafsPlot::paintCurves(QPainter* p)
     }
     static const CurvePens pens{QPen(Qt::black, 2), dashed(QColor(preColour), {8, 3}),
                                 dashed(QColor(postColour), {8, 3, 3, 3})};
-    paintCurve(p, spectrum_, pens, normalized ? normalized_ : values_,
-               energyCorrected ? spectrum_.eOffset : 0.0, scanGap);
+    paintCurve(p, spectrum_, pens, axis, energyCorrected ? spectrum_.eOffset : 0.0, scanGap);
 }
 
 /// Paints a spectrum moved down in energy by `correction`, over a range y of values of its own:

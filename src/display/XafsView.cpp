@@ -4,9 +4,11 @@
 #include "common/FieldText.h"
 #include "common/FileNames.h"
 #include "common/TextItems.h"
+#include "display/EmptyPlot.h"
 #include "display/FileDialogs.h"
 #include "ui_XafsView.h"
 
+#include <QEvent>
 #include <QPainter>
 
 XafsView::XafsView(QWidget* parent)
@@ -15,7 +17,10 @@ XafsView::XafsView(QWidget* parent)
     , saveDialog_(new LateDialog([this] { return newSaveDialog(); }, this))
 {
     ui_->setupUi(this);
+    plot_.stdName = tr("standard");
+    emptyText_ = tr("No spectrum yet: load images in step 1");
     connectForm();
+    narrowControls();
 }
 
 XafsView::~XafsView() = default;
@@ -28,6 +33,26 @@ QFileDialog* XafsView::newSaveDialog()
     dialog->setDefaultSuffix(QStringLiteral("dat"));
     dialog->setNameFilters({tr("Data File (*.dat)"), tr("Any Files (* *.*)")});
     return dialog;
+}
+
+/// Gives fields and buttons the width of their texts, so that a row fits a narrow dock.
+void XafsView::narrowControls()
+{
+    constexpr int fieldFrame = 10; // frame and margins [pixels]
+    constexpr int buttonFrame = 8;
+    const QFontMetrics metrics = fontMetrics();
+    ui_->Position->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("888")));
+    for (QLineEdit* const field : {ui_->XVal, ui_->YVal})
+        field->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("88888.8")) + fieldFrame);
+    for (QToolButton* const button : {ui_->ResetXScale, ui_->Save})
+        button->setMinimumWidth(metrics.horizontalAdvance(button->text()) + buttonFrame);
+}
+
+void XafsView::changeEvent(QEvent* event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::FontChange)
+        narrowControls();
 }
 
 void XafsView::connectForm()
@@ -56,6 +81,7 @@ void XafsView::connectForm()
 double XafsView::setSpectrum(const XafsSpectrum& s, const QString& note)
 {
     note_ = note;
+    edgeIsTold_ = false;
     plot_.setSpectrum(s);
     update();
     const bool comparable = !s.isEmpty() && !plot_.stdSpectrum.isEmpty();
@@ -71,6 +97,26 @@ void XafsView::setRawSpectrum(const Spectrum& s)
 void XafsView::setStdSpectrum(const XafsSpectrum& s)
 {
     plot_.stdSpectrum = s;
+    update();
+}
+
+void XafsView::setSpectrumName(const QString& name)
+{
+    if (plot_.name == name)
+        return;
+    plot_.name = name;
+    update();
+}
+
+void XafsView::setStdSpectrumName(const QString& name)
+{
+    plot_.stdName = name.isEmpty() ? tr("standard") : name;
+    update();
+}
+
+void XafsView::setEmptyText(const QString& sentence)
+{
+    emptyText_ = sentence;
     update();
 }
 
@@ -129,9 +175,12 @@ void XafsView::update()
 
 void XafsView::showEdge()
 {
+    if (edgeIsTold_)
+        return;
+    edgeIsTold_ = true;
     const XafsSpectrum& s = spectrum();
     if (s.isEmpty()) {
-        ui_->ExtMsg->setText(note_);
+        ui_->ExtMsg->setResult(note_);
         return;
     }
     QString line = tr("dMut = %1, Edge %2 [eV] : %3 %4")
@@ -143,12 +192,15 @@ void XafsView::showEdge()
         line += QStringLiteral(" (%1)").arg(outcomeWords(s.outcome));
     if (!note_.isEmpty())
         line += QLatin1Char(' ') + note_;
-    ui_->ExtMsg->setText(line);
+    ui_->ExtMsg->setResult(line);
 }
 
 void XafsView::draw(QPainter* p)
 {
-    plot_.paint(p, ui_->Xafs->size());
+    if (spectrum().isEmpty())
+        paintEmptyPlot(p, *ui_->Xafs, note_.isEmpty() ? emptyText_ : note_);
+    else
+        plot_.paint(p, ui_->Xafs->size(), ui_->Xafs->font());
 }
 
 void XafsView::showValues(const QString& x, const QString& value)
@@ -161,7 +213,7 @@ void XafsView::onMouseMoved()
 {
     if (spectrum().isEmpty())
         return;
-    plot_.prepare(ui_->Xafs->size());
+    plot_.prepare(ui_->Xafs->size(), ui_->Xafs->font());
     const ChCoord& axes = plot_.coord;
     const MouseC& mouse = ui_->Xafs->mouse;
     const double x = axes.screenToRealX(mouse.pos.x());
@@ -176,11 +228,11 @@ void XafsView::onWheelMoved()
 {
     if (spectrum().isEmpty())
         return;
-    plot_.prepare(ui_->Xafs->size());
+    plot_.prepare(ui_->Xafs->size(), ui_->Xafs->font());
     const QPoint& at = ui_->Xafs->mouse.pos;
     const double x = plot_.coord.screenToRealX(at.x());
     plot_.visible().zoom(x, ui_->Xafs->wheelFactor);
-    plot_.prepare(ui_->Xafs->size());
+    plot_.prepare(ui_->Xafs->size(), ui_->Xafs->font());
     showValues(fieldText(x), fieldText(plot_.coord.screenToRealY(at.y())));
     update();
 }

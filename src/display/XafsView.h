@@ -29,6 +29,11 @@ public:
     /// The raw values behind the main spectrum, for the raw modes.
     void setRawSpectrum(const Spectrum& s);
     void setStdSpectrum(const XafsSpectrum& s);
+    /// Names for the legend. The main spectrum is not in it without one; the standard is, as such.
+    void setSpectrumName(const QString& name);
+    void setStdSpectrumName(const QString& name);
+    /// What an empty plot says; by default that there is no spectrum yet.
+    void setEmptyText(const QString& sentence);
     void setOthers(const QVector<ViewCurve>& curves);
     /// One of the further spectra; an index that there is none of changes nothing.
     void setOther(int index, const ViewCurve& curve);
@@ -66,11 +71,15 @@ Q_SIGNALS:
     /// Something else is shown.
     void updated();
 
+protected:
+    void changeEvent(QEvent* event) override;
+
 private:
     Q_DISABLE_COPY(XafsView)
 
     QFileDialog* newSaveDialog();
     void connectForm();
+    void narrowControls();
     void showEdge();
     void showValues(const QString& x, const QString& value);
 
@@ -78,5 +87,7 @@ private:
     LateDialog* const saveDialog_;
     XafsPlot plot_;
     QString note_; ///< of the main spectrum
+    QString emptyText_;
+    bool edgeIsTold_ = true; ///< the line of the edge is that of the main spectrum
     bool stopRedraw_ = false;
 };

@@ -108,14 +108,16 @@ private Q_SLOTS:
         view.setFrameShape(QFrame::NoFrame);
         view.resize(100, 60);
         view.setCursorPos(-1);
+        view.setPalette(QPalette(Qt::white, Qt::darkBlue)); // a dark desktop
         const auto middle = [&view](const QVector<QPointF>& points) {
             view.setPoints(points);
             return view.grab().toImage().pixelColor(75, 30);
         };
-        QCOMPARE(middle({}), QColor(Qt::white));
+        QCOMPARE(middle({}), view.palette().color(QPalette::Window)); // no paper
         // One infinite value flattens nothing: the line is half way between 0 and 4.
         QCOMPARE(middle({{0, 0}, {49, 4}, {50, HUGE_VAL}, {51, 2}, {100, 2}}), QColor(Qt::black));
         QCOMPARE(middle({{0, 7}, {100, 7}}), QColor(Qt::black));
+        QCOMPARE(view.grab().toImage().pixelColor(75, 5), QColor(Qt::white));
         view.setVertical(true);
         middle({{0, std::nan("")}, {1, HUGE_VAL}, {2, 3}, {3, -HUGE_VAL}});
     }

@@ -6,6 +6,7 @@
 #include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPainter>
 #include <QWheelEvent>
 #include <QtTest>
 
@@ -64,9 +65,117 @@ private Q_SLOTS:
         view_->setSpectrum(measured(8990, 1.0, -0.002));
         QVERIFY(count(picture(), Qt::red) > 50 && count(picture(), post) > 50);
         view_->setNormalize(true);
-        QCOMPARE(count(picture(), Qt::red) + count(picture(), post), 0);
+        QVERIFY(count(picture(), Qt::red) < 30 && count(picture(), post) == 0); // but in the legend
         view_->setStdSpectrum(measured(9010, 3.0, 0.0));
         QVERIFY(count(picture(), Qt::red) > 50);
+    }
+
+    /// Range of the axis less its air, against the greatest and least value of step curves.
+    void theNormalisedAxisSpansAllThatIsShown()
+    {
+        const auto high = [](double E, double top) {
+            XafsSpectrum s = step(E);
+            for (QPointF& point : s.points)
+                point.ry() *= top;
+            s.normalizedPreBase.setPoints(s.points);
+            return s;
+        };
+        const auto spans = [this](double min, double max) {
+            picture();
+            const ChCoord& axes = view_->coord();
+            const double air = (max - min) / 20;
+            return qAbs(axes.realY0 - (min - air)) < 1e-9 && qAbs(axes.realY1 - (max + air)) < 1e-9;
+        };
+        view_->setNormalize(true);
+        view_->setSpectrum(high(9050, 1));
+        QVERIFY(spans(0, 1));
+        view_->setStdSpectrum(high(9060, 2));
+        QVERIFY(spans(0, 2));
+        view_->setOthers({{high(9080, 3), true, {}}, {high(9050, -9), false, {}}});
+        QVERIFY(spans(0, 3));
+        view_->setNormalize(false);
+        QVERIFY(spans(0, 1)); // that of the main spectrum
+        view_->setNormalize(true);
+        // 9000 stays at its end, and 9080 leaves the view.
+        for (int i = 0; i < 4; ++i)
+            zoomAt(9000);
+        QVERIFY(view_->xMax() > 9061 && view_->xMax() < 9079);
+        QVERIFY(spans(0, 2));
+        XafsSpectrum moved = high(9079.9, 5);
+        moved.eOffset = 20;
+        view_->setSpectrum(moved);
+        QVERIFY(spans(0, 2));
+        view_->setEnergyCorrection(true);
+        QVERIFY(spans(0, 5));
+        // Between two points a curve has values as well.
+        view_->setStdSpectrum({});
+        view_->setOthers({});
+        XafsSpectrum slope = curve({{9000, 0}, {9040, 4}});
+        slope.normalizedPreBase.setPoints(slope.points);
+        for (int i = 0; i < 60; ++i)
+            zoomAt(9030);
+        view_->setSpectrum(slope);
+        QVERIFY(spans((view_->xMin() - 9000) / 10, (view_->xMax() - 9000) / 10));
+    }
+
+    void numbersHaveRoom()
+    {
+        XafsPlot plot;
+        plot.setSpectrum(measured(8990, 1.0, 0.0));
+        for (const double zoom : {1.0, 0.31, 1e-5, 1e4}) {
+            plot.range.reset();
+            plot.range.zoom(8990.3, zoom);
+            for (const double points : {9.0, 9 * 1.25, 18.0}) {
+                QFont font;
+                font.setPointSizeF(points);
+                for (const QSize& size : {QSize(340, 240), QSize(430, 330), QSize(60, 40)}) {
+                    plot.normalized = !plot.normalized;
+                    plot.prepare(size, font);
+                    QVERIFY(areApart(plot.labels(), size));
+                    // All but the smallest have their two titles and some numbers on each axis.
+                    QVERIFY(size.width() < 100 || plot.labels().size() >= 2 + 2 * 2);
+                }
+            }
+        }
+        QCOMPARE(plot.labels().size(), 0); // no room
+    }
+
+    void theLegendKeepsOffTheCurves()
+    {
+        XafsPlot plot;
+        plot.setSpectrum(measured(8950, 1.0, 0.0));
+        plot.stdSpectrum = measured(8960, 1.0, 0.001);
+        const QImage plain = painted(plot, {340, 240});
+        QVERIFY(plot.legendBox().isEmpty()); // no names
+        plot.name = "(96, 104)";
+        plot.stdName = QString(200, 'x'); // is shortened
+        painted(plot, {340, 240});
+        const QRect box = plot.legendBox();
+        QVERIFY(!box.isEmpty() && QRect(0, 0, 340, 240).contains(box));
+        for (const QColor& colour : {QColor(Qt::black), QColor(Qt::red), QColor(220, 192, 0)})
+            QCOMPARE(count(plain.copy(box), colour), 0);
+        painted(plot, {120, 70});
+        QVERIFY(plot.legendBox().isEmpty());
+        QVector<QPointF> everywhere;
+        for (int i = 0; i <= 200; ++i)
+            everywhere.append({8900.0 + i, i % 2 ? 1.0 : -1.0});
+        plot.setSpectrum(curve(everywhere));
+        painted(plot, {340, 240});
+        QVERIFY(plot.legendBox().isEmpty());
+    }
+
+    void anEmptyPlotSaysWhatIsMissing()
+    {
+        view_->setPalette(QPalette(Qt::white, Qt::darkBlue)); // a dark desktop
+        const QColor ground = view_->palette().color(QPalette::Window);
+        const QImage empty = picture();
+        QVERIFY(count(empty, ground) > empty.width() * empty.height() * 9 / 10);
+        QVERIFY(count(empty, view_->palette().color(QPalette::WindowText)) > 50);
+        view_->setEmptyText("Nothing");
+        QVERIFY(picture() != empty);
+        view_->setSpectrum(step(9050));
+        const QImage shown = picture();
+        QVERIFY(isBlank(shown, 9085, 0.5) && has(shown, Qt::black, 9050, 0.5));
     }
 
     void marksStandAtTheirEnergies()
@@ -161,8 +270,14 @@ private Q_SLOTS:
         view_->setSpectrum(s, "Gap unsound");
         QCOMPARE(message(), edge + "Out of Range midx Noizy to decide midx (mid point outside the "
                                    "window) Gap unsound");
+        // No layout moves while the line comes and goes, and nothing of it is lost.
+        QWidget* const line = view_->findChild<QWidget*>("ExtMsg");
+        const int height = line->height();
+        QVERIFY(line->toolTip().contains("the window) Gap unsound"));
         view_->setSpectrum({});
-        QVERIFY(message().isEmpty());
+        view_->grab();
+        QVERIFY(message().isEmpty() && line->height() == height);
+        QVERIFY(height >= 2 * line->fontMetrics().height());
     }
 
     void stoppedItOnlyStores()
@@ -369,6 +484,33 @@ private:
         const QRect place = around(energy, value);
         return count(image.copy(place), Qt::white) == place.width() * place.height();
     }
+    /// Labels lie inside the area, none upon another, and no axis has a number twice.
+    static bool areApart(const QVector<PlotLabel>& labels, const QSize& area)
+    {
+        const auto clash = [](const QRect& a, const QRect& b, bool sameText) {
+            const bool sameAxis = a.top() == b.top() || a.right() == b.right();
+            return a.intersects(b) || (sameText && sameAxis);
+        };
+        for (int i = 0; i < labels.size(); ++i) {
+            const PlotLabel& label = labels.at(i);
+            if (!QRect(QPoint(), area).contains(label.box))
+                return false;
+            for (int k = 0; k < i; ++k)
+                if (clash(label.box, labels.at(k).box, label.text == labels.at(k).text))
+                    return false;
+        }
+        return true;
+    }
+    static QImage painted(XafsPlot& plot, const QSize& size)
+    {
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        QFont font;
+        font.setPointSizeF(9);
+        plot.paint(&painter, size, font);
+        return image;
+    }
     static int count(const QImage& image, const QColor& colour)
     {
         int n = 0;
@@ -389,6 +531,12 @@ private:
         move({240, 210}, keys);
         QTest::mouseRelease(plot_, button, keys, {240, 210});
         move({300, 210}, keys);
+    }
+    void zoomAt(double energy)
+    {
+        const QPointF at(view_->coord().realToScreenX(energy), 200);
+        move(at);
+        wheel(at, 120);
     }
     void wheel(const QPointF& at, int delta)
     {
