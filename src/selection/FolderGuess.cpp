@@ -1,5 +1,7 @@
 #include "selection/FolderGuess.h"
 
+#include "common/SafeInt.h"
+
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -137,23 +139,24 @@ int guessI0(const QVector<ImageSeries>& series, const Hints& hints, int i1)
     return largest(series, [&](int i) { return i != i1 && hints.at(i) == Hint::I0; });
 }
 
-/// How energies stand in names, the plainest first. Each of them finds its own number in others'
-/// names too, which then do not rise.
+/// How energies stand in names, the surest first. Each of them finds a number in names that were
+/// meant for another one too, but such numbers rarely rise by as much as a scan.
 struct NamePattern
 {
     const char* pattern;
     double factor;
+    bool withUnit; ///< so that it is sure what the number means
 };
 
 constexpr NamePattern namePatterns[] = {
-    {R"((?<![\d.])(?<E>\d{1,3}(?:\.\d+)?)[ _]?(?i:kev))", 1000.0},
-    {R"((?<!\d)(?<E>\d{1,3}_\d+)[ _]?(?i:kev))", 1000.0},
-    {R"((?<![\d.])(?<E>\d{3,6}(?:\.\d+)?)[ _]?(?i:ev))", 1.0},
-    {R"((?<!\d)(?<E>\d{3,6}_\d+)[ _]?(?i:ev))", 1.0},
-    {R"((?<![\d.])(?<E>\d{3,6}\.\d+)(?!\d))", 1.0},
-    {R"((?<!\d)(?<E>[1-9]\d{3,4}_\d{1,4})(?!\d))", 1.0},
-    {R"((?<![\d.])(?<E>[1-9]\d{3,5}(?:\.\d+)?)(?!\d))", 1.0},
-    {R"((?<![\d.])(?<E>[1-9]\d{3,5}(?:\.\d+)?)(?!.*\d))", 1.0},
+    {R"((?<![\dA-Za-z])(?<E>\d{1,3}_\d+)[ _]?(?i:kev))", 1000.0, true},
+    {R"((?<![\d.])(?<E>\d{1,3}(?:\.\d+)?)[ _]?(?i:kev))", 1000.0, true},
+    {R"((?<!\d)(?<E>[1-9]\d{2,5}_\d+)[ _]?(?i:ev))", 1.0, true},
+    {R"((?<![\d.])(?<E>\d{3,6}(?:\.\d+)?)[ _]?(?i:ev))", 1.0, true},
+    {R"((?<![\d.])(?<E>\d{3,6}\.\d+)(?!\d))", 1.0, false},
+    {R"((?<!\d)(?<E>[1-9]\d{3,4}_\d{1,4})(?!\d))", 1.0, false},
+    {R"((?<![\d.])(?<E>[1-9]\d{3,5}(?:\.\d+)?)(?!\d))", 1.0, false},
+    {R"((?<![\d.])(?<E>[1-9]\d{3,5}(?:\.\d+)?)(?!.*\d))", 1.0, false},
 };
 
 constexpr double leastEnergy = 100.0; // [eV]
@@ -161,20 +164,33 @@ constexpr double greatestEnergy = 200000.0;
 /// No scan is as short as that; numbers behind a point that count files are. [eV]
 constexpr double shortestScan = 1.0;
 
-bool tellsEnergies(const EnergyRule& rule, const QStringList& files)
+/// Cameras count files from 1000 or 10001 on; a scan that does so too has to be told.
+bool countsFiles(const QVector<double>& numbers)
 {
-    double first = 0.0;
-    double last = 0.0;
+    const int first = truncatedInt(numbers.first());
+    if (first % 1000 > 1)
+        return false;
+    for (int i = 0; i < numbers.size(); ++i) {
+        if (numbers.at(i) != first + i)
+            return false;
+    }
+    return true;
+}
+
+bool tellsEnergies(const EnergyRule& rule, bool withUnit, const QStringList& files)
+{
+    QVector<double> energies;
+    double last = leastEnergy;
     for (int i = 0; i < files.size(); ++i) {
         const FileEnergy energy = energyOfFile(rule, files.at(i), i);
-        if (energy.match != NameMatch::Number || energy.eV < leastEnergy ||
-            energy.eV > greatestEnergy || energy.eV <= last)
+        const bool rises = i == 0 ? energy.eV >= last : energy.eV > last;
+        if (energy.match != NameMatch::Number || !rises || energy.eV > greatestEnergy)
             return false;
         last = energy.eV;
-        if (i == 0)
-            first = last;
+        energies.append(last);
     }
-    return files.size() == 1 || last - first >= shortestScan;
+    return energies.size() == 1 ||
+           (last - energies.first() >= shortestScan && (withUnit || !countsFiles(energies)));
 }
 
 } // namespace
@@ -219,10 +235,9 @@ EnergyRule energiesInNames(const QVector<QStringList>& stacks)
     for (const NamePattern& known : namePatterns) {
         rule.pattern = QLatin1String(known.pattern);
         rule.factor = known.factor;
-        const bool all =
-            std::all_of(stacks.begin(), stacks.end(), [&rule](const QStringList& files) {
-                return !files.isEmpty() && tellsEnergies(rule, files);
-            });
+        const bool all = std::all_of(stacks.begin(), stacks.end(), [&](const QStringList& files) {
+            return !files.isEmpty() && tellsEnergies(rule, known.withUnit, files);
+        });
         if (all && !stacks.isEmpty())
             return rule;
     }

@@ -139,12 +139,17 @@ private Q_SLOTS:
         row("i1_8948_50.tif i1_8949_75.tif", "8948.5 8949.75");
         row("i1_8948eV.tif i1_8950eV.tif", "8948 8950");
         row("r1_8948_5eV.tif r1_8949_5eV.tif", "8948.5 8949.5");
+        row("r1_8948_500eV.tif r1_8949_750eV.tif", "8948.5 8949.75");
+        row("run2023_8948eV.tif run2023_8950eV.tif", "8948 8950");
+        row("i1_8keV.tif i1_9keV.tif", "8000 9000");
         row("i0_9.0keV.tif i0_9.012keV.tif", "9000 9012");
         row("run2023_0001_7112.tif run2023_0002_7115.tif", "7112 7115");
         row("i1_0000.tif i1_0001.tif", "");
         row("i1_0100.tif i1_0101.tif", "");
+        row("i1_1001.tif i1_1002.tif", "");
         row("s_2023_0001.tif s_2023_0002.tif", "");
         row("s100.001.tif s100.002.tif", "");
+        row("i1_7000eV.tif i1_7001eV.tif", "7000 7001");
         row("i1_8950.tif i1_8948.tif", "");
     }
 
