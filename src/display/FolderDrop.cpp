@@ -43,7 +43,7 @@ QString FolderDrop::folderOf(const QMimeData& data)
     if (paths.size() == 1 && QFileInfo(paths.first()).isDir())
         return paths.first();
     const QStringList images = filterPatterns(SelectImgDialog::imageFilter());
-    const QString folder = QFileInfo(paths.first()).absolutePath();
+    QString folder = QFileInfo(paths.first()).absolutePath();
     for (const QString& path : paths) {
         const QFileInfo file(path);
         if (file.absolutePath() != folder || file.isDir() || !QDir::match(images, file.fileName()))

@@ -25,7 +25,7 @@ constexpr int longestName = 32;
 
 QString shortName(const QString& path)
 {
-    const QString name = QFileInfo(path).fileName();
+    QString name = QFileInfo(path).fileName();
     if (name.size() <= longestName)
         return name;
     return name.left(longestName / 2 - 2) + QStringLiteral("...") + name.right(longestName / 2 - 1);

@@ -113,9 +113,10 @@ void FolderQuestion::addExtras(QVBoxLayout* layout)
     badPixelLists_->setMinimumContentsLength(12);
     layout->addSpacing(4);
     layout->addWidget(references_);
+    layout->addWidget(badPixels_);
     auto* const row = new QHBoxLayout;
-    row->addWidget(badPixels_);
-    row->addWidget(badPixelLists_, 1);
+    row->setContentsMargins(24, 0, 0, 0); // below the text of the box
+    row->addWidget(badPixelLists_);
     layout->addLayout(row);
     notes_ = new QVBoxLayout;
     notes_->setSpacing(6);

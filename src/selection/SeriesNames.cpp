@@ -22,9 +22,9 @@ struct OpenName
 OpenName opened(const QString& name)
 {
     // The extension's own digits, which few have, are no running number.
-    static const QRegularExpression number(QStringLiteral(
-        "(?:(?<whole>(?<!\\d)\\d{1,6})\\.|(?<whole2>(?<!\\d)[1-9]\\d{3,4})_"
-        "(?=\\d{1,4}(?!\\d)))?(?<last>\\d+)(?=[^\\d]*\\.[^.]*$)"));
+    static const QRegularExpression number(
+        QStringLiteral("(?:(?<whole>(?<!\\d)\\d{1,6})\\.|(?<whole2>(?<!\\d)[1-9]\\d{3,4})_"
+                       "(?=\\d{1,4}(?!\\d)))?(?<last>\\d+)(?=[^\\d]*\\.[^.]*$)"));
     OpenName open{name, name, name};
     QRegularExpressionMatch match = number.match(name);
     if (!match.hasMatch())
