@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QLineEdit>
 
 namespace {
 
@@ -31,6 +32,22 @@ SelectImgDialog::SelectImgDialog(QWidget* parent)
 QString SelectImgDialog::imageFilter()
 {
     return tr("BRNX Files, IMG Files, Tiff Files (*.dat *.img *.tif *.tiff)");
+}
+
+FolderDialog::FolderDialog(QWidget* parent)
+    : FileDialog(parent)
+{
+    setWindowTitle(tr("Open Folder"));
+    setFileMode(QFileDialog::Directory);
+    setOption(QFileDialog::ShowDirsOnly);
+}
+
+void FolderDialog::showEvent(QShowEvent* event)
+{
+    // What was chosen last would stand for a folder within the one that is shown.
+    if (auto* const name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit")))
+        name->clear();
+    FileDialog::showEvent(event);
 }
 
 EShiftMapDialog::EShiftMapDialog(QWidget* parent)
@@ -159,7 +176,7 @@ void FDGroup::chosen(const QString& file)
 {
     const QFileInfo info(file);
     if (info.isAbsolute())
-        sameDirectory(info.absolutePath());
+        sameDirectory(info.isDir() ? info.absoluteFilePath() : info.absolutePath());
 }
 
 void FDGroup::sameDirectory(const QString& path)

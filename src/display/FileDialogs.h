@@ -25,6 +25,17 @@ public:
     static QString imageFilter();
 };
 
+/// Chooses a folder. Enter takes the one that it shows.
+class FolderDialog : public FileDialog
+{
+    Q_OBJECT
+public:
+    explicit FolderDialog(QWidget* parent = nullptr);
+
+protected:
+    void showEvent(QShowEvent* event) override;
+};
+
 /// Chooses energy shift map files.
 class EShiftMapDialog : public FileDialog
 {

@@ -13,18 +13,6 @@
 
 namespace {
 
-/// Paths of the local files and folders; empty when anything else is among them.
-QStringList localPaths(const QMimeData& data)
-{
-    QStringList paths;
-    for (const QUrl& url : data.urls()) {
-        if (!url.isLocalFile())
-            return {};
-        paths.append(url.toLocalFile());
-    }
-    return paths;
-}
-
 bool isFolder(const QString& path)
 {
     return QFileInfo(path).isDir();
@@ -39,6 +27,17 @@ QStringList filterPatterns(const QString& filter)
     if (open < 0 || close < open)
         return {};
     return filter.mid(open + 1, close - open - 1).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
+QStringList localPaths(const QMimeData& data)
+{
+    QStringList paths;
+    for (const QUrl& url : data.urls()) {
+        if (!url.isLocalFile())
+            return {};
+        paths.append(url.toLocalFile());
+    }
+    return paths;
 }
 
 FileDrop::FileDrop(QWidget* target, Mode mode, const QStringList& patterns)
@@ -95,13 +94,8 @@ QStringList FileDrop::filesOf(const QMimeData& data) const
 {
     QStringList files;
     for (const QString& path : localPaths(data)) {
-        if (mode_ == ManyFiles && isFolder(path)) {
-            const QDir folder(path);
-            for (const QString& name : folder.entryList(patterns_, QDir::Files, QDir::NoSort))
-                files.append(folder.filePath(name));
-        } else if (matches(path) && QFileInfo(path).isFile()) {
+        if (matches(path) && QFileInfo(path).isFile())
             files.append(path);
-        }
     }
     sortNaturally(files);
     return files;
@@ -109,6 +103,12 @@ QStringList FileDrop::filesOf(const QMimeData& data) const
 
 void FileDrop::take(QDropEvent& event)
 {
+    for (const QString& path : localPaths(*event.mimeData())) {
+        if (isFolder(path)) {
+            Q_EMIT folderDropped(path);
+            return;
+        }
+    }
     const QStringList files = filesOf(*event.mimeData());
     if (files.isEmpty()) {
         qDebug().noquote() << "Nothing to load in what was dropped:"

@@ -11,6 +11,9 @@ class QWidget;
 /// "Some files (*.a *.b)".
 QStringList filterPatterns(const QString& filter);
 
+/// Paths of the local files and folders; none when anything else is among them.
+QStringList localPaths(const QMimeData& data);
+
 /// Lets a widget take files that are dropped on it or on a widget within it. Only local files and
 /// folders count; texts go to the fields as ever.
 class FileDrop : public QObject
@@ -21,7 +24,7 @@ public:
     {
         OneFile,  ///< a single file
         Files,    ///< any number of files
-        ManyFiles ///< any number of files, and folders for the files in them
+        ManyFiles ///< any number of files, or a folder
     };
 
     /// Takes files whose name matches a pattern, or any file when there are none. The children of
@@ -31,6 +34,8 @@ public:
 Q_SIGNALS:
     /// Existing files, in their natural order; at least one.
     void dropped(const QStringList& files);
+    /// A folder was among what was dropped, which is left to whoever looks through folders.
+    void folderDropped(const QString& path);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

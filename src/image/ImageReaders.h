@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QSize>
 #include <QString>
 
 #include <atomic>
@@ -17,6 +18,10 @@ class TiffData;
 /// and so is an image beyond the machine's memory. Exposure from the EXIF directory, 100 ms
 /// without. Of several pages the first is read, and a log line tells how many were not.
 bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* stop);
+
+/// Size of the image that readTiff() would read, from the header alone; invalid for one that it
+/// would refuse. Logs nothing.
+QSize tiffSize(const QString& name);
 
 /// "IM" files: a 64-byte header, a comment of "Key=value," entries, 16- or 32-bit little-endian
 /// rows.

@@ -104,6 +104,24 @@ const char* sizeRefusal(TIFF* tif, quint32 width, quint32 height, qint64 fileByt
     return nullptr;
 }
 
+struct TiffHeader
+{
+    quint32 width = 0;
+    quint32 height = 0;
+    const char* why = nullptr; ///< the image can't be taken, or null
+};
+
+TiffHeader headerOf(TIFF* tif, const QString& name)
+{
+    TiffHeader header;
+    TIFFGetField(tif, TIFFTAG_IMAGEWIDTH, &header.width);
+    TIFFGetField(tif, TIFFTAG_IMAGELENGTH, &header.height);
+    header.why = kindRefusal(tif);
+    if (header.why == nullptr)
+        header.why = sizeRefusal(tif, header.width, header.height, QFileInfo(name).size());
+    return header;
+}
+
 void tellFurtherPages(TIFF* tif, const QString& name)
 {
     const quint64 pages = TIFFNumberOfDirectories(tif);
@@ -152,6 +170,15 @@ int readRows(TIFF* tif, TiffData& image, const std::atomic<bool>* stop)
 
 } // namespace
 
+QSize tiffSize(const QString& name)
+{
+    const TiffHandle tif = openQuietly(name);
+    if (!tif)
+        return {};
+    const TiffHeader header = headerOf(tif.get(), name);
+    return header.why == nullptr ? QSize(int(header.width), int(header.height)) : QSize();
+}
+
 bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* stop)
 {
     const TiffHandle tif = openQuietly(name);
@@ -159,13 +186,7 @@ bool readTiff(TiffData& image, const QString& name, const std::atomic<bool>* sto
         fault(QStringLiteral("Can not open tiff ") + quoted(name));
         return false;
     }
-    uint32_t width = 0;
-    uint32_t height = 0;
-    TIFFGetField(tif.get(), TIFFTAG_IMAGEWIDTH, &width);
-    TIFFGetField(tif.get(), TIFFTAG_IMAGELENGTH, &height);
-    const char* why = kindRefusal(tif.get());
-    if (why == nullptr)
-        why = sizeRefusal(tif.get(), width, height, QFileInfo(name).size());
+    const auto [width, height, why] = headerOf(tif.get(), name);
     if (why != nullptr) {
         fault(QLatin1String(why) + QLatin1Char(' ') + quoted(name));
         return false;

@@ -32,8 +32,10 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
         Q_EMIT filesSelected(files, ui_->LoadNewFiles->isChecked());
     };
     connect(dialog_, &LateDialog::filesSelected, this, selected);
-    connect(new FileDrop(this, FileDrop::ManyFiles, filterPatterns(SelectImgDialog::imageFilter())),
-            &FileDrop::dropped, this, selected);
+    auto* const drop =
+        new FileDrop(this, FileDrop::ManyFiles, filterPatterns(SelectImgDialog::imageFilter()));
+    connect(drop, &FileDrop::dropped, this, selected);
+    connect(drop, &FileDrop::folderDropped, this, &SelectDataFiles::folderDropped);
     connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
     connect(ui_->Setup, &QPushButton::clicked, eofSetup_, &QWidget::show);
     connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);
@@ -158,6 +160,11 @@ bool SelectDataFiles::ignoreLive() const
 const ErrPoints& SelectDataFiles::errPoints() const
 {
     return addSetup_->errPoints();
+}
+
+void SelectDataFiles::useErrPoints(const QString& fname)
+{
+    addSetup_->useErrPoints(fname);
 }
 
 void SelectDataFiles::newImageSelected(int i)

@@ -49,6 +49,8 @@ public:
     bool showLatest() const;
     bool ignoreLive() const;
     const ErrPoints& errPoints() const;
+    /// Selects a list of bad pixels and switches it on; an empty name switches it off.
+    void useErrPoints(const QString& fname);
     EOFSetup& energySetup() const { return *eofSetup_; }
     LateDialog* dialog() const { return dialog_; }
 
@@ -56,6 +58,7 @@ Q_SIGNALS:
     void currentIndexChanged(int idx);
     void exposureChanged(); ///< the exposure's text
     void filesSelected(const QStringList& files, bool newFile);
+    void folderDropped(const QString& path); ///< on the row; nothing is done with it here
     void clear();
     void energiesApplied(); ///< applyEnergies() is asked for
     void setDarkArea();

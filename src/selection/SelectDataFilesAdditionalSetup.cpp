@@ -53,6 +53,13 @@ void SelectDataFilesAdditionalSetup::errPsDefSelected(const QString& fname)
     errPoints_.active = read && ui_->UseErrPs->isChecked();
 }
 
+void SelectDataFilesAdditionalSetup::useErrPoints(const QString& fname)
+{
+    ui_->UseErrPs->setChecked(!fname.isEmpty());
+    if (!fname.isEmpty())
+        errPsDefSelected(fname);
+}
+
 void SelectDataFilesAdditionalSetup::toggledUseErrPs(bool f)
 {
     errPoints_.active = f;

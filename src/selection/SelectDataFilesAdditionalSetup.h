@@ -23,6 +23,8 @@ public:
     bool ignoreLive() const;
     /// Bad pixels for images read from now on.
     const ErrPoints& errPoints() const { return errPoints_; }
+    /// Selects a list and switches it on; an empty name switches it off.
+    void useErrPoints(const QString& fname);
     /// The dialog that selects the list of bad pixels.
     LateDialog* dialog() const { return errPsDialog_; }
 

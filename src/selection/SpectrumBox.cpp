@@ -45,6 +45,11 @@ SpectrumSettings SpectrumBox::settings() const
     return settings;
 }
 
+void SpectrumBox::setUseI0(bool f)
+{
+    ui_->UseI0->setChecked(f);
+}
+
 SuggestElm SpectrumBox::suggestElm() const
 {
     SuggestElm elm;

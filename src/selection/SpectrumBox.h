@@ -34,6 +34,7 @@ public:
     ~SpectrumBox() override;
 
     SpectrumSettings settings() const;
+    void setUseI0(bool f);
 
     /// The commands that set its fields. Each acts as an edit by hand.
     void bindCommands(CommandBook& book);

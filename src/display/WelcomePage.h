@@ -1,0 +1,33 @@
+#pragma once
+
+#include "display/CoveringPage.h"
+
+#include <QStringList>
+
+class QVBoxLayout;
+
+/// What stands in the place of the image before there is any: how to begin, and the road to a map.
+class WelcomePage : public CoveringPage
+{
+    Q_OBJECT
+public:
+    explicit WelcomePage(QWidget* parent);
+
+    /// Folders that were opened before, the last one first; the page shows the first few.
+    void setRecentFolders(const QStringList& paths);
+
+Q_SIGNALS:
+    void openFolder();
+    void openRecent(const QString& path);
+    void openI1();
+    void openI0();
+    void openBatch();
+
+private:
+    void addHeading(QVBoxLayout* layout);
+    void addRoad(QVBoxLayout* layout);
+    void addOthers(QVBoxLayout* layout);
+
+    QWidget* const recent_; ///< heading and links
+    QVBoxLayout* const links_;
+};
