@@ -9,6 +9,7 @@
 #include "display/NumberFields.h"
 #include "display/PanelDock.h"
 #include "display/PanelForm.h"
+#include "display/WheelGuard.h"
 #include "ui_CalibCtrl.h"
 
 #include <algorithm>
@@ -76,7 +77,7 @@ CalibCtrl::CalibCtrl(QWidget* parent)
     ui_->SelectStd->showUse(false);
     fitButtons(*this);
     narrowLongCaption(ui_->DEMinLabel, ui_->XOffsetLabel);
-    keepWheelFromChoices(*this);
+    guardWheel(this);
     watchFields();
     setRunning(false);
     setFormerMap(false);

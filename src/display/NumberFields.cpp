@@ -6,10 +6,14 @@ namespace {
 
 const auto paleRed = QStringLiteral("background-color: rgb(255, 208, 208); color: black;");
 
-bool isNumber(const QString& text)
+bool isNumber(const QString& text, NumberFields::Kind kind)
 {
-    bool ok = text.trimmed().isEmpty();
-    if (!ok)
+    if (text.trimmed().isEmpty())
+        return true;
+    bool ok = false;
+    if (kind == NumberFields::Whole)
+        text.toInt(&ok);
+    else
         text.toDouble(&ok);
     return ok;
 }
@@ -21,10 +25,10 @@ NumberFields::NumberFields(QObject* parent)
 {
 }
 
-void NumberFields::watch(QLineEdit* field, const QString& name)
+void NumberFields::watch(QLineEdit* field, const QString& name, Kind kind)
 {
     const int no = watched_.size();
-    watched_.append({field, name, field->toolTip(), true});
+    watched_.append({field, name, kind, field->toolTip(), field->styleSheet(), true});
     connect(field, &QLineEdit::textChanged, this, [this, no] { check(no); });
     check(no);
 }
@@ -42,7 +46,7 @@ QStringList NumberFields::unreadable() const
 void NumberFields::check(int no)
 {
     Watched& watched = watched_[no];
-    const bool readable = isNumber(watched.field->text());
+    const bool readable = isNumber(watched.field->text(), watched.kind);
     if (readable == watched.readable)
         return;
     watched.readable = readable;
@@ -53,11 +57,13 @@ void NumberFields::check(int no)
 void NumberFields::show(Watched& watched)
 {
     if (watched.readable) {
-        watched.field->setStyleSheet(QString());
+        watched.field->setStyleSheet(watched.style);
         watched.field->setToolTip(watched.toolTip);
         return;
     }
     watched.toolTip = watched.field->toolTip();
+    watched.style = watched.field->styleSheet();
     watched.field->setStyleSheet(paleRed);
-    watched.field->setToolTip(tr("This is no number: it counts as 0"));
+    watched.field->setToolTip(watched.kind == Whole ? tr("This is no whole number: it counts as 0")
+                                                    : tr("This is no number: it counts as 0"));
 }

@@ -13,11 +13,18 @@ class NumberFields : public QObject
 {
     Q_OBJECT
 public:
+    /// What a field is read as. A number with a fraction is no whole one, and counts as 0 there.
+    enum Kind
+    {
+        Number,
+        Whole
+    };
+
     explicit NumberFields(QObject* parent = nullptr);
 
-    /// Watches a field from now on, under the name that people know it by. Its own tool tip stays
-    /// while it can be read.
-    void watch(QLineEdit* field, const QString& name);
+    /// Watches a field from now on, under the name that people know it by. Its own tool tip and
+    /// style stay while it can be read.
+    void watch(QLineEdit* field, const QString& name, Kind kind = Number);
 
     /// Names of the fields that can't be read, in the order of watching.
     QStringList unreadable() const;
@@ -30,7 +37,9 @@ private:
     {
         QLineEdit* field;
         QString name;
+        Kind kind;
         QString toolTip;
+        QString style;
         bool readable;
     };
 

@@ -8,7 +8,3 @@
 /// dock has no room for it. Those whose form gives a minimum width keep it. To be called once the
 /// texts stand.
 void fitButtons(QWidget& panel);
-
-/// A wheel that passes over a choice in a scrolled panel scrolls the panel, and changes the choice
-/// only when that has the focus.
-void keepWheelFromChoices(QWidget& panel);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QGroupBox>
+#include <QVector>
 
 #include <memory>
 
@@ -17,6 +18,9 @@ public:
 
     /// Shows whether the map on show is the filtered one, and tells nobody.
     void setShowDeglitched(bool f);
+    /// Why no picture, and why no map can be saved now; an empty text when it can. The buttons that
+    /// would save one are disabled, with the reason in their tool tips and in a line below them.
+    void setReasons(const QString& noPicture, const QString& noMap);
 
 Q_SIGNALS:
     void saveImage();
@@ -28,5 +32,14 @@ Q_SIGNALS:
     void checkVals();
 
 private:
+    struct Explained
+    {
+        QWidget* button;
+        QString toolTip; ///< of its own
+    };
+    void disable(const QVector<Explained>& buttons, const QString& reason);
+
     std::unique_ptr<Ui_SaveBox> ui_;
+    QVector<Explained> ofPictures_;
+    QVector<Explained> ofMaps_;
 };

@@ -3,15 +3,46 @@
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "common/FieldText.h"
+#include "display/FieldWidth.h"
+#include "display/NumberFields.h"
+#include "display/ReadingOrder.h"
+#include "display/WrapLayout.h"
 #include "ui_SaveDataCfg.h"
 
 #include <QDebug>
 
+namespace {
+
+/// Width that the longest caption may take in a narrow dock. [pixels]
+constexpr int mostCaptionWidth = 330;
+
+/// Breaks a caption that is wider, as in large fonts, near its middle.
+void foldCaption(QAbstractButton* button)
+{
+    QString text = button->text();
+    const int middle = text.indexOf(QLatin1Char(' '), text.size() / 2);
+    if (button->sizeHint().width() <= mostCaptionWidth || middle < 0)
+        return;
+    text[middle] = QLatin1Char('\n');
+    button->setText(text);
+}
+
+} // namespace
+
 SaveDataCfg::SaveDataCfg(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_SaveDataCfg>())
+    , numbers_(new NumberFields(this))
 {
     ui_->setupUi(this);
+    for (QLineEdit* field : {ui_->TiffScaleMin, ui_->TiffScaleMax})
+        fitDigits(field, 9);
+    numbers_->watch(ui_->TiffScaleMin, tr("Scale Min"));
+    numbers_->watch(ui_->TiffScaleMax, tr("Scale Max"));
+    connect(numbers_, &NumberFields::changed, this, &SaveDataCfg::fieldsChanged);
+    foldCaption(ui_->TiffAsAnalyzed);
+    wrapLine(ui_->SeparatorColumn, ui_->SeparatorRow);
+    tabInReadingOrder(this);
     const auto chosen = [this] { toggledSaveAs(form() != MapForm::Text); };
     for (const QRadioButton* choice : {ui_->SaveAsTiff, ui_->SaveAsFloatTiff, ui_->SaveAsTextData})
         connect(choice, &QRadioButton::toggled, this, chosen);
@@ -32,6 +63,11 @@ TiffSaveOptions SaveDataCfg::tiffOptions() const
     return {ui_->TiffFixedScale->isChecked(), ui_->TiffScaleMin->text().toDouble(),
             ui_->TiffScaleMax->text().toDouble(), ui_->TiffAsAnalyzed->isChecked(),
             ui_->TiffClamp->isChecked()};
+}
+
+QStringList SaveDataCfg::unreadable() const
+{
+    return numbers_->unreadable();
 }
 
 TextSaveOptions SaveDataCfg::textOptions() const

@@ -7,9 +7,10 @@
 #include <memory>
 
 class CommandBook;
+class NumberFields;
 class Ui_SaveDataCfg;
 
-/// The panel that says how the numbers of a map are saved.
+/// The part of a panel that says how the numbers of a map are saved.
 class SaveDataCfg : public QFrame
 {
     Q_OBJECT
@@ -20,9 +21,14 @@ public:
     MapForm form() const;
     TiffSaveOptions tiffOptions() const;
     TextSaveOptions textOptions() const;
+    /// Names of the number fields that can't be read.
+    QStringList unreadable() const;
 
     /// The commands that set its fields or show it.
     void bindCommands(CommandBook& book);
+
+Q_SIGNALS:
+    void fieldsChanged(); ///< a number field can or can't be read any more
 
 public Q_SLOTS:
     /// Enables the settings of TIFF (f) or of text; those of the scale for 16 bits alone.
@@ -44,4 +50,5 @@ private:
     Q_DISABLE_COPY(SaveDataCfg)
 
     const std::unique_ptr<Ui_SaveDataCfg> ui_;
+    NumberFields* const numbers_;
 };

@@ -1,8 +1,12 @@
 #include "selection/DataBox.h"
 
 #include "common/FieldText.h"
+#include "display/FieldWidth.h"
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/NumberFields.h"
+#include "display/PanelForm.h"
+#include "display/ReadingOrder.h"
 #include "display/XafsFileSelect.h"
 #include "selection/SelectDataFiles.h"
 #include "ui_DataBox.h"
@@ -10,18 +14,46 @@
 DataBox::DataBox(QWidget* parent)
     : QGroupBox(parent)
     , ui_(std::make_unique<Ui_DataBox>())
+    , numbers_(new NumberFields(this))
 {
     ui_->setupUi(this);
-    i1Row()->setCaption(tr("I1 Data"));
-    i0Row()->setCaption(tr("I0 Data"));
+    setupRows();
     setupDark();
     setupSpectra();
+    layOut();
 }
 
 DataBox::~DataBox() = default;
 
+void DataBox::setupRows()
+{
+    i1Row()->setCaption(tr("I1 Data"), QStringLiteral("I1"));
+    i0Row()->setCaption(tr("I0 Data"), QStringLiteral("I0"));
+    i1Row()->offerCopyToI0();
+    connect(i1Row(), &SelectDataFiles::copyToI0Asked, this,
+            [this] { i0Row()->takeEnergySetup(*i1Row()); });
+    for (const SelectDataFiles* row : {i1Row(), i0Row()})
+        connect(row, &SelectDataFiles::fieldsChanged, this, &DataBox::fieldsChanged);
+}
+
+void DataBox::layOut()
+{
+    fitDigits(ui_->DarkExpTime, 5);
+    fitDigitsAtLeast(ui_->DarkFileName, 5);
+    fitButtons(*this);
+    tabInReadingOrder(this);
+}
+
+QStringList DataBox::unreadable() const
+{
+    return i1Row()->unreadable() + i0Row()->unreadable() + numbers_->unreadable();
+}
+
 void DataBox::setupDark()
 {
+    numbers_->watch(ui_->DarkExpTime,
+                    ui_->DarkCaption->text() + QLatin1Char(' ') + ui_->DarkExpCaption->text());
+    connect(numbers_, &NumberFields::changed, this, &DataBox::fieldsChanged);
     auto* dialog = new LateDialog([this] { return new SelectImgDialog(this); }, this);
     dialog->setTitle(tr("Select Dark Data"));
     connect(ui_->SelectDark, &QPushButton::clicked, dialog, &LateDialog::show);

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class NumberFields;
 class SelectDataFiles;
 class Ui_DataBox;
 
@@ -27,6 +28,9 @@ public:
     /// Empties the file's name alone; the exposure stays.
     void clearDarkName();
 
+    /// Names of the number fields in all its rows that can't be read.
+    QStringList unreadable() const;
+
     // Each empties its row and tells that it is cleared.
     void clearBg();
     void clearTotalI0ofI1();
@@ -36,6 +40,7 @@ Q_SIGNALS:
     void darkSelected(const QString& fname);
     void darkCleared();
     void darkExposureChanged(); ///< its text
+    void fieldsChanged();       ///< a number field can or can't be read any more
     void bgSelected(const QString& fname);
     void bgCleared();
     void totalI0ofI1Selected(const QString& fname);
@@ -44,8 +49,11 @@ Q_SIGNALS:
     void totalI0ofI0Cleared();
 
 private:
+    void setupRows();
     void setupDark();
     void setupSpectra();
+    void layOut();
 
     std::unique_ptr<Ui_DataBox> ui_;
+    NumberFields* numbers_;
 };

@@ -3,7 +3,14 @@
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/TextItems.h"
+#include "display/FieldWidth.h"
+#include "display/NumberFields.h"
+#include "display/PanelForm.h"
+#include "display/ReadingOrder.h"
+#include "display/WheelGuard.h"
+#include "display/WrapLayout.h"
 #include "display/XafsFileSelect.h"
+#include "selection/EnergyPreview.h"
 #include "ui_EOFSetup.h"
 
 #include <QButtonGroup>
@@ -30,33 +37,85 @@ QString derivedText(double v, double largest)
 } // namespace
 
 EOFSetup::EOFSetup(QWidget* parent)
-    : QDialog(parent)
+    : QFrame(parent)
     , ui_(std::make_unique<Ui_EOFSetup>())
+    , numbers_(new NumberFields(this))
 {
     ui_->setupUi(this);
     ui_->RefFile->showUse(false);
+    ui_->CopyToI0->hide();
     fillCrystals();
+    layOut();
+    watchNumbers();
     // The three choices stand in groups of their own, so they exclude each other only this way.
     auto* choice = new QButtonGroup(this);
     for (QRadioButton* button : {ui_->ByName, ui_->ByCalc, ui_->ByRef})
         choice->addButton(button);
+    connectSteps();
+    connectRule();
+    connect(ui_->CopyToI0, &QPushButton::clicked, this, &EOFSetup::copyToI0Asked);
+    connect(ui_->Apply, &QPushButton::clicked, this, &EOFSetup::applied);
+}
+
+void EOFSetup::layOut()
+{
+    for (QLineEdit* field : {ui_->Start, ui_->Delta, ui_->End, ui_->NumOfPoints, ui_->Spacing})
+        fitDigitsAtLeast(field, 9);
+    fitDigitsAtLeast(ui_->Pattern, 9);
+    fitDigits(ui_->Factor, 5);
+    fitButtons(*this);
+    wrapLine(ui_->CalcLayout, ui_->ByCalcLayout);
+    guardWheel(this);
+    tabInReadingOrder(this);
+    // Files that are dropped on them are the row's, which has the form; they would become text.
+    for (QLineEdit* field : {ui_->Start, ui_->Delta, ui_->End, ui_->NumOfPoints, ui_->Spacing,
+                             ui_->Pattern, ui_->Factor})
+        field->setAcceptDrops(false);
+}
+
+void EOFSetup::watchNumbers()
+{
+    const std::pair<QLineEdit*, const QLabel*> fields[] = {{ui_->Start, ui_->StartCaption},
+                                                           {ui_->Delta, ui_->DeltaCaption},
+                                                           {ui_->End, ui_->EndCaption},
+                                                           {ui_->Factor, ui_->FactorCaption}};
+    for (const auto& [field, caption] : fields)
+        numbers_->watch(field, caption->text());
+    numbers_->watch(ui_->NumOfPoints, ui_->NumCaption->text(), NumberFields::Whole);
+    connect(numbers_, &NumberFields::changed, this, &EOFSetup::fieldsChanged);
+}
+
+void EOFSetup::connectSteps()
+{
     connect(ui_->Start, &QLineEdit::editingFinished, this, &EOFSetup::newStart);
     connect(ui_->Delta, &QLineEdit::editingFinished, this, &EOFSetup::newDelta);
     connect(ui_->End, &QLineEdit::editingFinished, this, &EOFSetup::newEnd);
     connect(ui_->NumOfPoints, &QLineEdit::editingFinished, this, &EOFSetup::newNumOfPoints);
-    connect(ui_->Pattern, &QLineEdit::editingFinished, this, &EOFSetup::newPattern);
-    connect(ui_->Patterns, qOverload<int>(&QComboBox::activated), this,
-            [this](int i) { newPatternSelected(ui_->Patterns->itemText(i)); });
-    connect(ui_->RefFile, &XafsFileSelect::newFile, this, &EOFSetup::refFileSelected);
-    connect(ui_->RefFile, &XafsFileSelect::cleared, this, [this] { reference_ = ScanAngles(); });
-    connect(ui_->Unit, qOverload<int>(&QComboBox::currentIndexChanged), this,
-            [this] { Q_EMIT unitChanged(unitName()); });
+    connect(ui_->Unit, qOverload<int>(&QComboBox::currentIndexChanged), this, [this] {
+        ui_->XAxis->setText(tr("X ax.: %1").arg(unitName()));
+        Q_EMIT changed();
+    });
     connect(ui_->Spacing, &QLineEdit::editingFinished, this, &EOFSetup::newSpacing);
     connect(ui_->Crystals, qOverload<int>(&QComboBox::activated), this, [this](int i) {
         units_.setD(ui_->Crystals->itemData(i).toDouble());
         showSpacing();
     });
-    connect(ui_->Apply, &QPushButton::clicked, this, &EOFSetup::applied);
+}
+
+void EOFSetup::connectRule()
+{
+    connect(ui_->Pattern, &QLineEdit::editingFinished, this, &EOFSetup::newPattern);
+    connect(ui_->Patterns, qOverload<int>(&QComboBox::activated), this,
+            [this](int i) { newPatternSelected(ui_->Patterns->itemText(i)); });
+    connect(ui_->RefFile, &XafsFileSelect::newFile, this, &EOFSetup::refFileSelected);
+    connect(ui_->RefFile, &XafsFileSelect::cleared, this,
+            [this] { setReferenceAngles(ScanAngles()); });
+    for (const QLineEdit* field :
+         {ui_->Start, ui_->Delta, ui_->End, ui_->NumOfPoints, ui_->Pattern, ui_->Factor})
+        connect(field, &QLineEdit::textChanged, this, &EOFSetup::changed);
+    for (const QAbstractButton* button : std::initializer_list<const QAbstractButton*>{
+             ui_->ByName, ui_->ByCalc, ui_->ByRef, ui_->EvenInEnergy})
+        connect(button, &QAbstractButton::toggled, this, &EOFSetup::changed);
 }
 
 EOFSetup::~EOFSetup() = default;
@@ -64,6 +123,73 @@ EOFSetup::~EOFSetup() = default;
 LateDialog* EOFSetup::dialog() const
 {
     return ui_->RefFile->dialog();
+}
+
+void EOFSetup::takeFrom(const EOFSetup& other)
+{
+    const Ui_EOFSetup& from = *other.ui_;
+    setPattern(from.Pattern->text()); // which sets the factor too
+    const std::pair<QLineEdit*, const QLineEdit*> fields[] = {{ui_->Start, from.Start},
+                                                              {ui_->Delta, from.Delta},
+                                                              {ui_->End, from.End},
+                                                              {ui_->NumOfPoints, from.NumOfPoints},
+                                                              {ui_->Factor, from.Factor}};
+    for (const auto& [field, value] : fields)
+        field->setText(value->text());
+    ui_->Unit->setCurrentIndex(from.Unit->currentIndex());
+    ui_->EvenInEnergy->setChecked(from.EvenInEnergy->isChecked());
+    const std::pair<QRadioButton*, const QRadioButton*> choices[] = {
+        {ui_->ByName, from.ByName}, {ui_->ByCalc, from.ByCalc}, {ui_->ByRef, from.ByRef}};
+    for (const auto& [button, chosen] : choices) {
+        if (chosen->isChecked())
+            button->setChecked(true);
+    }
+    {
+        const QSignalBlocker quiet(ui_->RefFile); // its file has been read
+        const QString file = from.RefFile->fileName();
+        if (file.isEmpty())
+            ui_->RefFile->clear();
+        else
+            ui_->RefFile->load(file);
+    }
+    units_.setD(other.units_.d);
+    showSpacing();
+    setReferenceAngles(other.reference_);
+}
+
+void EOFSetup::showPreview(const EnergyPreview& preview)
+{
+    const QString text =
+        preview.isSound() ? preview.text : preview.text + QStringLiteral(": ") + preview.doubt;
+    ui_->Preview->setText(text);
+    ui_->PreviewMark->setReasons(preview.doubt);
+}
+
+void EOFSetup::offerCopyToI0()
+{
+    ui_->CopyToI0->show();
+}
+
+void EOFSetup::focusRule()
+{
+    QLineEdit* const field = ui_->ByName->isChecked() ? ui_->Pattern : ui_->Start;
+    if (ui_->ByRef->isChecked()) {
+        ui_->ByRef->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    field->setFocus(Qt::OtherFocusReason);
+    field->selectAll();
+}
+
+QStringList EOFSetup::unreadable() const
+{
+    return numbers_->unreadable();
+}
+
+void EOFSetup::setReferenceAngles(const ScanAngles& angles)
+{
+    reference_ = angles;
+    Q_EMIT changed();
 }
 
 void EOFSetup::fillCrystals()
@@ -184,6 +310,7 @@ void EOFSetup::showSpacing()
 {
     ui_->Spacing->setText(energyText(units_.d));
     ui_->Crystals->setCurrentIndex(ui_->Crystals->findData(units_.d));
+    Q_EMIT changed();
 }
 
 void EOFSetup::setReference(const QString& fname)
@@ -209,7 +336,7 @@ void EOFSetup::refFileSelected(const QString& fname)
         return;
     }
     qDebug() << "reading simple" << fname;
-    reference_ = readScanAngles(file);
+    setReferenceAngles(readScanAngles(file));
     if (reference_.wrongSpacing)
         qDebug() << "The crystal spacing in ref file is no number above 0, the setup's holds"
                  << fname;

@@ -1,11 +1,21 @@
 #include "selection/SelectDataFiles.h"
 
 #include "common/FieldText.h"
+#include "display/FieldWidth.h"
 #include "display/FileDialogs.h"
 #include "display/FileDrop.h"
+#include "display/NumberFields.h"
+#include "display/PanelForm.h"
+#include "display/ReadingOrder.h"
+#include "display/WheelGuard.h"
+#include "display/WrapLayout.h"
 #include "selection/EOFSetup.h"
+#include "selection/EnergyPreview.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
 #include "ui_SelectDataFiles.h"
+
+#include <QScrollArea>
+#include <QTimer>
 
 #include <utility>
 
@@ -14,16 +24,31 @@ namespace {
 /// Of a file in the list: its place in the list of its load job. The energy is the item's data.
 constexpr int fileNumberRole = Qt::UserRole + 1;
 
+/// Files that a setup without files is previewed for: more than any scan has.
+constexpr int mostPreviewed = 100000;
+
 } // namespace
 
 SelectDataFiles::SelectDataFiles(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_SelectDataFiles>())
-    , eofSetup_(new EOFSetup(this))
-    , addSetup_(new SelectDataFilesAdditionalSetup(this))
+    , eofSetup_(new EOFSetup)
+    , addSetup_(new SelectDataFilesAdditionalSetup)
     , dialog_(new LateDialog([this] { return new SelectImgDialog(this); }, this))
+    , numbers_(new NumberFields(this))
+    , previewTimer_(new QTimer(this))
 {
     ui_->setupUi(this);
+    connectFiles();
+    foldSetupsOut();
+    connectSetups();
+    watchNumbers();
+    layOut();
+    showFiles();
+}
+
+void SelectDataFiles::connectFiles()
+{
     connect(ui_->Exposure, &QLineEdit::textChanged, this, &SelectDataFiles::exposureChanged);
     connect(ui_->Files, qOverload<int>(&QComboBox::currentIndexChanged), this,
             &SelectDataFiles::newImageSelected);
@@ -32,15 +57,38 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
         Q_EMIT filesSelected(files, ui_->LoadNewFiles->isChecked());
     };
     connect(dialog_, &LateDialog::filesSelected, this, selected);
+    // Made before the setups stand in the row: the file of reference takes its own.
     auto* const drop =
         new FileDrop(this, FileDrop::ManyFiles, filterPatterns(SelectImgDialog::imageFilter()));
     connect(drop, &FileDrop::dropped, this, selected);
     connect(drop, &FileDrop::folderDropped, this, &SelectDataFiles::folderDropped);
     connect(ui_->Clear, &QPushButton::clicked, this, &SelectDataFiles::clear);
-    connect(ui_->Setup, &QPushButton::clicked, eofSetup_, &QWidget::show);
-    connect(ui_->AddSetup, &QPushButton::clicked, addSetup_, &QWidget::show);
-    connect(eofSetup_, &EOFSetup::unitChanged, this,
-            [this](const QString& unit) { ui_->XAxis->setText(tr("X ax.: %1").arg(unit)); });
+}
+
+void SelectDataFiles::foldSetupsOut()
+{
+    const std::pair<QPushButton*, QWidget*> folds[] = {{ui_->Setup, eofSetup_},
+                                                       {ui_->AddSetup, addSetup_}};
+    for (const auto& [button, setup] : folds) {
+        ui_->RowsLayout->addWidget(setup);
+        setup->hide();
+        connect(button, &QPushButton::toggled, this, [this, setup = setup](bool open) {
+            setup->setVisible(open);
+            if (open)
+                bringIntoView(setup);
+        });
+    }
+    connect(ui_->Setup, &QPushButton::toggled, this, &SelectDataFiles::refreshPreview);
+}
+
+void SelectDataFiles::connectSetups()
+{
+    constexpr int previewDelay = 100; // [ms]
+    previewTimer_->setSingleShot(true);
+    previewTimer_->setInterval(previewDelay);
+    connect(previewTimer_, &QTimer::timeout, this, &SelectDataFiles::refreshPreview);
+    connect(eofSetup_, &EOFSetup::changed, this, &SelectDataFiles::refreshPreview);
+    connect(eofSetup_, &EOFSetup::copyToI0Asked, this, &SelectDataFiles::copyToI0Asked);
     connect(eofSetup_, &EOFSetup::applied, this, &SelectDataFiles::energiesApplied);
     using Setup = SelectDataFilesAdditionalSetup;
     connect(addSetup_, &Setup::setDarkArea, this, &SelectDataFiles::setDarkArea);
@@ -48,16 +96,45 @@ SelectDataFiles::SelectDataFiles(QWidget* parent)
     connect(addSetup_, &Setup::clearDarkArea, this, &SelectDataFiles::clearDarkArea);
 }
 
+void SelectDataFiles::watchNumbers()
+{
+    const std::pair<QLineEdit*, const QLabel*> whole[] = {{ui_->Skip, ui_->SkipCaption},
+                                                          {ui_->CutFirst, ui_->CutFirstCaption},
+                                                          {ui_->CutLast, ui_->CutLastCaption}};
+    for (const auto& [field, caption] : whole)
+        numbers_->watch(field, caption->text(), NumberFields::Whole);
+    numbers_->watch(ui_->Exposure, ui_->ExposureCaption->text());
+    connect(numbers_, &NumberFields::changed, this, &SelectDataFiles::fieldsChanged);
+    connect(eofSetup_, &EOFSetup::fieldsChanged, this, &SelectDataFiles::fieldsChanged);
+}
+
+void SelectDataFiles::layOut()
+{
+    for (QLineEdit* field : {ui_->Skip, ui_->CutFirst, ui_->CutLast})
+        fitDigits(field, 3);
+    fitDigits(ui_->Exposure, 5);
+    fitButtons(*this);
+    wrapLine(ui_->RowsLayout, ui_->NumbersLayout);
+    guardWheel(this);
+    tabInReadingOrder(this);
+}
+
 SelectDataFiles::~SelectDataFiles() = default;
 
-void SelectDataFiles::setCaption(const QString& caption)
+void SelectDataFiles::setCaption(const QString& caption, const QString& stack)
 {
+    stack_ = stack;
     ui_->Caption->setText(caption);
     dialog_->setTitle(tr("Select %1").arg(caption));
     eofSetup_->dialog()->setTitle(tr("Select Energies of %1").arg(caption));
     addSetup_->dialog()->setTitle(tr("Select Bad Pixels of %1").arg(caption));
     eofSetup_->setWindowTitle(caption + QStringLiteral(": ") + eofSetup_->windowTitle());
     addSetup_->setWindowTitle(caption + QStringLiteral(": ") + addSetup_->windowTitle());
+}
+
+void SelectDataFiles::offerCopyToI0()
+{
+    eofSetup_->offerCopyToI0();
 }
 
 double SelectDataFiles::addFile(const QString& name, int fNo)
@@ -67,7 +144,7 @@ double SelectDataFiles::addFile(const QString& name, int fNo)
     const QSignalBlocker quiet(ui_->Files);
     ui_->Files->addItem(name, energy);
     ui_->Files->setItemData(ui_->Files->count() - 1, fNo, fileNumberRole);
-    showCount();
+    showFiles();
     return energy;
 }
 
@@ -83,10 +160,10 @@ QVector<double> SelectDataFiles::applyEnergies()
     QVector<double> energies;
     nameMatches_ = NameMatches();
     for (int i = 0; i < ui_->Files->count(); ++i) {
-        const int fNo = ui_->Files->itemData(i, fileNumberRole).toInt();
-        energies.append(energyOf(ui_->Files->itemText(i), fNo));
-        ui_->Files->setItemData(i, energies.last());
+        energies.append(energyOf(ui_->Files->itemText(i), fileNumber(i)));
+        ui_->Files->setItemData(i, energies.last(), Qt::UserRole);
     }
+    showFiles();
     return energies;
 }
 
@@ -98,6 +175,7 @@ QString SelectDataFiles::takeNameComplaint()
 void SelectDataFiles::setMark(const QString& reasons)
 {
     ui_->Mark->setReasons(reasons);
+    Q_EMIT markChanged();
 }
 
 QString SelectDataFiles::mark() const
@@ -105,9 +183,88 @@ QString SelectDataFiles::mark() const
     return ui_->Mark->reasons();
 }
 
-void SelectDataFiles::showCount()
+int SelectDataFiles::fileNumber(int idx) const
 {
-    ui_->Number->setText(QString::number(ui_->Files->count()));
+    return ui_->Files->itemData(idx, fileNumberRole).toInt();
+}
+
+QVector<double> SelectDataFiles::energies() const
+{
+    QVector<double> energies;
+    for (int i = 0; i < ui_->Files->count(); ++i)
+        energies.append(ui_->Files->itemData(i).toDouble());
+    return energies;
+}
+
+void SelectDataFiles::showFiles()
+{
+    const int files = ui_->Files->count();
+    ui_->Number->setText(QString::number(files));
+    const auto energy = [this](int i) { return shownEnergy(ui_->Files->itemData(i).toDouble()); };
+    QString text;
+    if (files == 1)
+        text = tr("%1 eV").arg(energy(0));
+    else if (files > 1)
+        text = tr("%1 - %2 eV").arg(energy(0), energy(files - 1));
+    ui_->Energies->setText(text);
+    previewTimer_->start();
+    Q_EMIT filesChanged();
+}
+
+/// What the rule gives the files in the list, or, as long as there are none, those that it was made
+/// for. [eV]
+QVector<double> SelectDataFiles::energiesByRule() const
+{
+    const EnergyRule rule = eofSetup_->rule();
+    QVector<double> energies;
+    for (int i = 0; i < ui_->Files->count(); ++i)
+        energies.append(energyOfFile(rule, ui_->Files->itemText(i), fileNumber(i)).eV);
+    if (ui_->Files->count() > 0 || rule.source == EnergyRule::ByName)
+        return energies;
+    const int planned =
+        rule.source == EnergyRule::ByCalculation ? rule.points : rule.reference.degrees.size();
+    for (int i = 0; i < qMin(planned, mostPreviewed); ++i)
+        energies.append(energyOfFile(rule, QString(), i).eV);
+    return energies;
+}
+
+void SelectDataFiles::refreshPreview()
+{
+    previewTimer_->stop();
+    if (ui_->Setup->isChecked())
+        eofSetup_->showPreview(previewOf(energiesByRule()));
+}
+
+void SelectDataFiles::showEnergySetup()
+{
+    ui_->Setup->setChecked(true);
+    eofSetup_->focusRule();
+}
+
+void SelectDataFiles::takeEnergySetup(const SelectDataFiles& other)
+{
+    eofSetup_->takeFrom(*other.eofSetup_);
+    ui_->Setup->setChecked(true);
+}
+
+/// A setup that folds out below the end of a scrolled dock would not be seen.
+void SelectDataFiles::bringIntoView(QWidget* setup)
+{
+    QTimer::singleShot(0, setup, [setup] { // its place is known then
+        QWidget* above = setup->parentWidget();
+        while (above && !qobject_cast<QScrollArea*>(above))
+            above = above->parentWidget();
+        if (above)
+            static_cast<QScrollArea*>(above)->ensureWidgetVisible(setup, 0, 0);
+    });
+}
+
+QStringList SelectDataFiles::unreadable() const
+{
+    QStringList names;
+    for (const QString& field : numbers_->unreadable() + eofSetup_->unreadable())
+        names.append(stack_ + QLatin1Char(' ') + field);
+    return names;
 }
 
 int SelectDataFiles::currentIndex() const
@@ -143,8 +300,11 @@ QString SelectDataFiles::exposureText() const
 void SelectDataFiles::setExposure(double ms, bool uniform)
 {
     ui_->Exposure->setText(fieldText(ms));
-    ui_->Exposure->setStyleSheet(uniform ? QStringLiteral("background-color: rgb(255, 255, 255);")
-                                         : QStringLiteral("background-color: rgb(255, 192, 192);"));
+    // The colour of the text comes with that of the ground, which a dark desktop writes on in
+    // white.
+    ui_->Exposure->setStyleSheet(
+        uniform ? QString()
+                : QStringLiteral("background-color: rgb(255, 192, 192); color: black;"));
 }
 
 bool SelectDataFiles::showLatest() const
@@ -177,7 +337,7 @@ void SelectDataFiles::clearFiles()
     ui_->Files->clear();
     nameMatches_ = NameMatches();
     setMark(QString());
-    showCount();
+    showFiles();
 }
 
 void SelectDataFiles::prev()

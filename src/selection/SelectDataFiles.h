@@ -10,11 +10,14 @@
 class EOFSetup;
 class ErrPoints;
 class LateDialog;
+class NumberFields;
+class QTimer;
 class SelectDataFilesAdditionalSetup;
 class Ui_SelectDataFiles;
 
 /// The row through which a user or a batch chooses the image files of one stack. Its list holds
-/// the files that really loaded, with their energies; the images are the main window's.
+/// the files that really loaded, with their energies; the images are the main window's. Both setups
+/// of the stack fold out below it; that of the energies previews what it would give the files.
 ///
 /// Numbers typed as text that can't be read count as 0. Each setter sets its control as by hand.
 class SelectDataFiles : public QFrame
@@ -24,7 +27,10 @@ public:
     explicit SelectDataFiles(QWidget* parent = nullptr);
     ~SelectDataFiles() override;
 
-    void setCaption(const QString& caption);
+    /// What stands in front of the row, and the short name of its stack.
+    void setCaption(const QString& caption, const QString& stack);
+    /// Lets the energy setup offer its copy to the I0 stack.
+    void offerCopyToI0();
 
     /// Adds a loaded file to the list, without choosing it; fNo is its place in the job's list.
     /// Its energy [eV].
@@ -40,6 +46,7 @@ public:
 
     int currentIndex() const;
     int count() const;
+    QVector<double> energies() const; ///< of the files in the list [eV]
     int skip() const;
     int cutFirst() const;
     int cutLast() const;
@@ -53,10 +60,22 @@ public:
     void useErrPoints(const QString& fname);
     EOFSetup& energySetup() const { return *eofSetup_; }
     LateDialog* dialog() const { return dialog_; }
+    /// Names of the number fields of the row and its energy setup that can't be read.
+    QStringList unreadable() const;
+
+    /// Folds the energy setup out, with the focus where the rule in force is typed.
+    void showEnergySetup();
+    /// Takes the energy setup of another row and folds it out, so that it is seen. The files that
+    /// are loaded keep their energies until it is applied.
+    void takeEnergySetup(const SelectDataFiles& other);
 
 Q_SIGNALS:
     void currentIndexChanged(int idx);
     void exposureChanged(); ///< the exposure's text
+    void filesChanged();    ///< the list: its files or their energies
+    void markChanged();
+    void fieldsChanged(); ///< a number field can or can't be read any more
+    void copyToI0Asked();
     void filesSelected(const QStringList& files, bool newFile);
     void folderDropped(const QString& path); ///< on the row; nothing is done with it here
     void clear();
@@ -97,12 +116,24 @@ public Q_SLOTS:
     void noDarkArea();
 
 private:
+    void layOut();
+    void foldSetupsOut();
+    void connectFiles();
+    void connectSetups();
+    void watchNumbers();
     double energyOf(const QString& name, int fNo);
-    void showCount();
+    void showFiles();
+    int fileNumber(int idx) const;
+    QVector<double> energiesByRule() const;
+    void refreshPreview();
+    void bringIntoView(QWidget* setup);
 
     std::unique_ptr<Ui_SelectDataFiles> ui_;
     EOFSetup* eofSetup_;
     SelectDataFilesAdditionalSetup* addSetup_;
     LateDialog* dialog_;
+    NumberFields* numbers_;
+    QTimer* previewTimer_; ///< many files that come at once are previewed once
+    QString stack_;
     NameMatches nameMatches_;
 };

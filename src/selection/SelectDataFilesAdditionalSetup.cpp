@@ -2,10 +2,13 @@
 
 #include "common/SafeInt.h"
 #include "display/FileDialogs.h"
+#include "display/PanelForm.h"
+#include "display/ReadingOrder.h"
+#include "display/WrapLayout.h"
 #include "ui_SelectDataFilesAdditionalSetup.h"
 
 SelectDataFilesAdditionalSetup::SelectDataFilesAdditionalSetup(QWidget* parent)
-    : QDialog(parent)
+    : QFrame(parent)
     , ui_(std::make_unique<Ui_SelectDataFilesAdditionalSetup>())
     , errPsDialog_(new LateDialog(
           [this] {
@@ -16,6 +19,9 @@ SelectDataFilesAdditionalSetup::SelectDataFilesAdditionalSetup(QWidget* parent)
           this))
 {
     ui_->setupUi(this);
+    fitButtons(*this);
+    wrapLine(ui_->ErrPsLayout, ui_->ErrPsButtons);
+    tabInReadingOrder(this);
     connect(ui_->SelectErrPsDef, &QPushButton::clicked, errPsDialog_, &LateDialog::show);
     connect(errPsDialog_, &LateDialog::fileSelected, this,
             &SelectDataFilesAdditionalSetup::errPsDefSelected);
@@ -49,7 +55,7 @@ bool SelectDataFilesAdditionalSetup::ignoreLive() const
 void SelectDataFilesAdditionalSetup::errPsDefSelected(const QString& fname)
 {
     const bool read = errPoints_.readFile(fname, 0);
-    ui_->ErrPsFile->setText(read ? errPoints_.fileName : QString());
+    ui_->ErrPsFile->setLine(read ? errPoints_.fileName : QString());
     errPoints_.active = read && ui_->UseErrPs->isChecked();
 }
 

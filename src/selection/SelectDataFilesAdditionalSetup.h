@@ -3,15 +3,16 @@
 #include "image/ErrPoints.h"
 #include "selection/T20.h"
 
-#include <QDialog>
+#include <QFrame>
 
 #include <memory>
 
 class LateDialog;
 class Ui_SelectDataFilesAdditionalSetup;
 
-/// Further settings of one stack: display while loading, its list of bad pixels, its dark area.
-class SelectDataFilesAdditionalSetup : public QDialog
+/// Further settings of one stack, folded out in its row: display while loading, its list of bad
+/// pixels, its dark area.
+class SelectDataFilesAdditionalSetup : public QFrame
 {
     Q_OBJECT
 public:

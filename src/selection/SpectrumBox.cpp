@@ -5,16 +5,29 @@
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "common/TextItems.h"
+#include "display/FieldWidth.h"
+#include "display/NumberFields.h"
+#include "display/ReadingOrder.h"
+#include "display/WheelGuard.h"
 #include "spectrum/ElementTable.h"
 #include "ui_SpectrumBox.h"
 
 SpectrumBox::SpectrumBox(QWidget* parent)
     : QGroupBox(parent)
     , ui_(std::make_unique<Ui_SpectrumBox>())
+    , numbers_(new NumberFields(this))
 {
     ui_->setupUi(this);
     refreshEdgeEnergy();
+    connectFields();
+    watchNumbers();
+    layOut();
+}
 
+SpectrumBox::~SpectrumBox() = default;
+
+void SpectrumBox::connectFields()
+{
     // Before changed(), which tells of settings that hang together.
     const auto edgeIndexChanged = qOverload<int>(&QComboBox::currentIndexChanged);
     connect(ui_->SuggestingElm, &QLineEdit::editingFinished, this, &SpectrumBox::newElmSuggested);
@@ -28,9 +41,42 @@ SpectrumBox::SpectrumBox(QWidget* parent)
          {ui_->UseI0, ui_->FluoType, ui_->UseSuggestElm, ui_->SuggestForRefs, ui_->HoldGap})
         connect(box, &QCheckBox::toggled, this, &SpectrumBox::changed);
     connect(ui_->SuggestingEdge, edgeIndexChanged, this, &SpectrumBox::changed);
+    connect(ui_->UseI0, &QCheckBox::toggled, this, &SpectrumBox::useI0Changed);
 }
 
-SpectrumBox::~SpectrumBox() = default;
+void SpectrumBox::watchNumbers()
+{
+    numbers_->watch(ui_->HWidth, ui_->WidthCaption->text(), NumberFields::Whole);
+    numbers_->watch(ui_->VWidth, ui_->HeightCaption->text(), NumberFields::Whole);
+    const std::pair<QLineEdit*, const QLabel*> fields[] = {
+        {ui_->DPreE, ui_->DPreECaption},
+        {ui_->DPostS, ui_->DPostSCaption},
+        {ui_->SuggestingEeV, ui_->SuggestingCaption},
+        {ui_->ThJumpSigma, ui_->ThJumpCaption}};
+    for (const auto& [field, caption] : fields)
+        numbers_->watch(field, caption->text());
+    connect(numbers_, &NumberFields::changed, this, &SpectrumBox::fieldsChanged);
+}
+
+void SpectrumBox::layOut()
+{
+    for (QLineEdit* field : {ui_->HWidth, ui_->VWidth, ui_->DPreE, ui_->DPostS, ui_->ThJumpSigma})
+        fitDigits(field, 5);
+    fitDigits(ui_->SuggestingElm, 3);
+    fitDigits(ui_->SuggestingEeV, 10);
+    guardWheel(this);
+    tabInReadingOrder(this);
+}
+
+QStringList SpectrumBox::unreadable() const
+{
+    return numbers_->unreadable();
+}
+
+void SpectrumBox::setUseI0(bool f)
+{
+    ui_->UseI0->setChecked(f);
+}
 
 SpectrumSettings SpectrumBox::settings() const
 {
@@ -43,11 +89,6 @@ SpectrumSettings SpectrumBox::settings() const
     settings.suggestForRefs = ui_->SuggestForRefs->isChecked();
     settings.holdGap = ui_->HoldGap->isChecked();
     return settings;
-}
-
-void SpectrumBox::setUseI0(bool f)
-{
-    ui_->UseI0->setChecked(f);
 }
 
 SuggestElm SpectrumBox::suggestElm() const

@@ -8,6 +8,7 @@
 
 class CmdLine;
 class CommandBook;
+class NumberFields;
 class Ui_SpectrumBox;
 
 /// What a block spectrum is formed and normalised by, as the user has set it.
@@ -34,6 +35,9 @@ public:
     ~SpectrumBox() override;
 
     SpectrumSettings settings() const;
+    /// Names of the number fields that can't be read.
+    QStringList unreadable() const;
+    /// Divides by the I0 images or not, as by hand.
     void setUseI0(bool f);
 
     /// The commands that set its fields. Each acts as an edit by hand.
@@ -43,8 +47,13 @@ Q_SIGNALS:
     /// The user is through with a field, or a switch or the edge is another.
     void changed();
     void holdGapChanged(bool f); ///< comes before changed()
+    void useI0Changed(bool f);
+    void fieldsChanged(); ///< a number field can or can't be read any more
 
 private:
+    void connectFields();
+    void watchNumbers();
+    void layOut();
     SuggestElm suggestElm() const;
     void refreshEdgeEnergy();
     void newElmSuggested();
@@ -53,4 +62,5 @@ private:
     void suggestEdge(const CmdLine& cmd);
 
     std::unique_ptr<Ui_SpectrumBox> ui_;
+    NumberFields* numbers_;
 };

@@ -1,6 +1,7 @@
 #include "common/Bragg.h"
 #include "display/FileDialogs.h"
 #include "image/ErrPoints.h"
+#include "selection/DataBox.h"
 #include "selection/EOFSetup.h"
 #include "selection/SelectDataFiles.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
@@ -197,6 +198,51 @@ private Q_SLOTS:
         setup.setReference(dir.filePath("scan"));
         QCOMPARE(log.linesWith("the setup's holds"), 1);
         QCOMPARE(setup.energyOf({}, 0).eV, energyOfAngle(30, 2.5));
+    }
+
+    void setupPreviewsIsCopiedAndIsApplied()
+    {
+        DataBox box;
+        SelectDataFiles& i1 = *box.i1Row();
+        SelectDataFiles& i0 = *box.i0Row();
+        const auto part = [](SelectDataFiles& row, const char* name) {
+            return row.findChild<QWidget*>(name);
+        };
+        const auto preview = [](SelectDataFiles& row) {
+            return row.findChild<QLabel*>("Preview")->text();
+        };
+        box.show();
+        QTest::mouseClick(part(i1, "Setup"), Qt::LeftButton);
+        QCOMPARE(preview(i1), QString("100 files at 0, 1 ... 99 eV: no energies of X-rays"));
+        for (int i = 0; i < 3; ++i) { // the second file failed
+            i1.addFile(QString::number(i), 2 * i);
+            i0.addFile(QString::number(i), 2 * i);
+        }
+        QTRY_COMPARE(preview(i1), QString("3 files at 0, 2 ... 4 eV: no energies of X-rays"));
+        QVERIFY(part(i1, "PreviewMark")->isVisible());
+        QCOMPARE(i1.findChild<QLabel*>("Energies")->text(), QString("0 - 4 eV"));
+        i1.showEnergySetup();
+        auto* start = i1.findChild<QLineEdit*>("Start");
+        start->selectAll();
+        QTest::keyClicks(start, "8948");
+        QCOMPARE(preview(i1), QString("3 files at 8948, 8950 ... 8952 eV"));
+        QVERIFY(!part(i1, "PreviewMark")->isVisible());
+        QTest::keyClick(start, Qt::Key_Escape);
+        QVERIFY(start->isVisible());
+        QVERIFY(!part(i0, "CopyToI0")->isVisible());
+        i1.findChild<QComboBox*>("Unit")->setCurrentIndex(1);
+        i1.setEngByNameRegExp("E(?<E>.*)keV");
+        i1.setEngByName(true);
+        QTest::mouseClick(part(i1, "CopyToI0"), Qt::LeftButton);
+        const EnergyRule rule = i0.energySetup().rule();
+        QVERIFY(rule.source == EnergyRule::ByName && rule.pattern == "E(?<E>.*)keV");
+        QVERIFY(rule.factor == 1000.0 && rule.start == 8948.0 && rule.unit == EnergyRule::keV);
+        QVERIFY(part(i0, "Apply")->isVisible());
+        QCOMPARE(i0.energies(), (QVector<double>{0, 2, 4}));
+        connect(&i0, &SelectDataFiles::energiesApplied, &i0, &SelectDataFiles::applyEnergies);
+        QTest::mouseClick(part(i0, "Apply"), Qt::LeftButton);
+        QCOMPARE(i0.energies(), (QVector<double>{0, 2000, 4000})); // names without energies
+        QCOMPARE(i0.findChild<QLabel*>("Energies")->text(), QString("0 - 4000 eV"));
     }
 
     void enterInTheSetupEndsAFieldAndPressesNoButton()
