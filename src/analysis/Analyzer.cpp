@@ -119,6 +119,11 @@ void Analyzer::watchFields()
     numbers_->watch(ui_->RatioScaleMax, tr("Greatest ratio of the fixed scale"));
 }
 
+void Analyzer::chooseReferences()
+{
+    loadDialog_->show();
+}
+
 QStringList Analyzer::unreadable() const
 {
     return numbers_->unreadable();

@@ -103,6 +103,8 @@ public:
     void setHint(const EdgeHint& hint);
 
 public Q_SLOTS:
+    /// Shows the dialog that chooses many references.
+    void chooseReferences();
     /// Check the boxes of the view.
     void setNormalize(bool f);
     void setEnergyCorrection(bool f);

@@ -1,10 +1,15 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "app/CoverPages.h"
 #include "app/MenuBar.h"
 #include "app/Messages.h"
+#include "app/Panels.h"
 #include "app/Shell.h"
-#include "app/Windows.h"
+#include "app/StepBar.h"
+#include "app/StepWatch.h"
+#include "app/Workbench.h"
+#include "app/WorkbenchStore.h"
 #include "batch/BatchCtrl.h"
 #include "batch/CommandFailure.h"
 #include "calibration/CalibCtrl.h"
@@ -14,33 +19,64 @@
 #include "conduct/CalibConductor.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/DarkConductor.h"
+#include "conduct/FolderConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
 #include "conduct/ViewConductor.h"
 #include "conduct/WalkConductor.h"
 #include "display/ColorBar.h"
+#include "display/FileDialogs.h"
+#include "display/FolderDrop.h"
 #include "display/ImageBox.h"
+#include "display/ImgDispA.h"
+#include "display/WelcomePage.h"
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
 #include "selection/DataBox.h"
 #include "selection/RowCommands.h"
+#include "selection/SelectDataFiles.h"
 #include "selection/SpectrumBox.h"
-#include "ui_Body.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr QSize firstSize(1280, 800); ///< of a window that nobody has placed
+
+/// What the docks lie round: the image, with room for the pages that cover it.
+QWidget* newCentre(ImageBox& box)
+{
+    auto* const centre = new QWidget;
+    centre->setObjectName(QStringLiteral("ImagePanel"));
+    auto* const layout = new QVBoxLayout(centre);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->addWidget(&box);
+    return centre;
+}
+
+} // namespace
 
 Body::Body(QWidget* parent)
     : QMainWindow(parent)
-    , ui_(std::make_unique<Ui_Body>())
 {
-    ui_->setupUi(this);
-    theColorBar = ui_->ImageGroup->bar();
-    windows_ = std::make_unique<Windows>();
+    setObjectName(QStringLiteral("Body"));
+    setWindowTitle(QStringLiteral("Morvenkite"));
+    resize(firstSize);
+    panels_ = std::make_unique<Panels>();
+    theColorBar = panels_->imageBox->bar();
+    workbench_ = new Workbench(*this, *panels_, *newCentre(*panels_->imageBox));
+    coverPages_ = new CoverPages(*centralWidget());
     makeConductors();
+    makeWorkConductors();
     wireBatch();
     makeShell();
+    wireSteps();
     bindCommands(batch_->book());
     disableMissingWindows();
     loadDefaultErrPoints();
@@ -55,38 +91,45 @@ Body::~Body()
 
 void Body::makeConductors()
 {
-    DataBox& dataBox = *ui_->DataGroup;
-    SpectrumBox& spectrumBox = *ui_->SpectrumGroup;
-    ImageBox& imageBox = *ui_->ImageGroup;
-    SaveBox& saveBox = *ui_->SaveGroup;
-    Windows& w = *windows_;
-    reader_ = std::make_unique<SourceReader>(
-        SourceReader::Parts{data_, shiftMap_, dataBox, spectrumBox, imageBox, *w.calibCtrl});
-    stacks_ = std::make_unique<StackConductor>(data_, dataBox, *w.batchCtrl);
-    dark_ =
-        std::make_unique<DarkConductor>(data_, *reader_, dataBox, imageBox, *w.bgView, *stacks_);
-    view_ = std::make_unique<ViewConductor>(data_, book_, *reader_, imageBox, saveBox, *w.analyzer,
+    Panels& p = *panels_;
+    reader_ = std::make_unique<SourceReader>(SourceReader::Parts{
+        data_, shiftMap_, *p.dataBox, *p.spectrumBox, *p.imageBox, *p.calibCtrl});
+    stacks_ = std::make_unique<StackConductor>(data_, *p.dataBox, *p.batchCtrl);
+    dark_ = std::make_unique<DarkConductor>(data_, *reader_, *p.dataBox, *p.imageBox, *p.bgView,
                                             *stacks_);
-    cursor_ = std::make_unique<CursorConductor>(CursorConductor::Parts{data_, *reader_, spectrumBox,
-                                                                       imageBox, *w.analyzer,
-                                                                       *w.calibCtrl, *w.xafsView},
-                                                *stacks_, *dark_, *view_);
+    view_ = std::make_unique<ViewConductor>(data_, book_, *reader_, *p.imageBox, *p.saveBox,
+                                            *p.analyzer, *stacks_);
+    cursor_ = std::make_unique<CursorConductor>(
+        CursorConductor::Parts{data_, *reader_, *p.spectrumBox, *p.imageBox, *p.analyzer,
+                               *p.calibCtrl, *p.xafsView},
+        *stacks_, *dark_, *view_);
+    folders_ = std::make_unique<FolderConductor>(
+        FolderConductor::Parts{data_, *p.dataBox, *p.spectrumBox, *p.imageBox, *p.analyzer,
+                               coverPages_->question()},
+        *stacks_, *dark_, *view_, *cursor_);
+}
+
+void Body::makeWorkConductors()
+{
+    Panels& p = *panels_;
     walks_ = std::make_unique<WalkConductor>(*reader_, *stacks_, WalkThreads);
     calibration_ = std::make_unique<CalibConductor>(
-        CalibConductor::Parts{data_, shiftMap_, book_, *reader_, spectrumBox, *w.calibCtrl},
+        CalibConductor::Parts{data_, shiftMap_, book_, *reader_, *p.spectrumBox, *p.calibCtrl},
         *cursor_, *walks_);
     analysis_ = std::make_unique<AnalysisConductor>(
-        AnalysisConductor::Parts{book_, *reader_, *w.analyzer}, *view_, *cursor_, *walks_);
+        AnalysisConductor::Parts{book_, *reader_, *p.analyzer}, *view_, *cursor_, *walks_);
     saving_ = std::make_unique<SaveConductor>(
-        SaveConductor::Parts{data_, book_, imageBox, saveBox, *w.saveDataCfg, *w.analyzer}, *view_,
-        *this);
-    batch_ = std::make_unique<BatchConductor>(*w.batchCtrl);
+        SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
+        *view_, *this);
+    batch_ = std::make_unique<BatchConductor>(*p.batchCtrl);
+    connect(analysis_.get(), &AnalysisConductor::resultsWanted, view_.get(),
+            &ViewConductor::showResults);
 }
 
 /// The batch watches the progress of those who work, and ends an unattended run behind them.
 void Body::wireBatch()
 {
-    RunWatch* const watch = &windows_->batchCtrl->watch();
+    RunWatch* const watch = &panels_->batchCtrl->watch();
     connect(stacks_.get(), &StackConductor::progressed, watch, &RunWatch::progressed);
     connect(analysis_.get(), &AnalysisConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::progressed, watch, &RunWatch::progressed);
@@ -98,19 +141,46 @@ void Body::wireBatch()
 
 void Body::makeShell()
 {
-    shell_ = std::make_unique<Shell>(*this, *windows_, data_, *stacks_, *analysis_);
+    shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
+                                                  *calibration_, *analysis_, *saving_, *batch_});
     menus_ = std::make_unique<MenuBar>(
-        MenuBar::Parts{*this, *windows_, *ui_->DataGroup, *ui_->ImageGroup, *saving_});
-    connect(batch_.get(), &BatchConductor::finishing, shell_.get(), &Shell::saveWindows);
+        MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_});
+    connect(batch_.get(), &BatchConductor::finishing, this, &Body::endQuietly);
+    connect(new FolderDrop(this), &FolderDrop::dropped, folders_.get(), &FolderConductor::open);
+    connect(saving_.get(), &SaveConductor::savedChanged, this, &Body::closeWhenSaved);
+    const WelcomePage& welcome = coverPages_->welcome();
+    connect(&welcome, &WelcomePage::openI1, panels_->dataBox->i1Row()->dialog(), &LateDialog::show);
+    connect(&welcome, &WelcomePage::openI0, panels_->dataBox->i0Row()->dialog(), &LateDialog::show);
+    connect(&welcome, &WelcomePage::openBatch, menus_.get(), &MenuBar::openBatchFile);
+}
+
+/// The states follow the facts, and what a state offers is done.
+void Body::wireSteps()
+{
+    steps_ = std::make_unique<StepWatch>(StepWatch::Parts{data_, shiftMap_, book_, *panels_,
+                                                          *reader_, *stacks_, *dark_, *cursor_,
+                                                          *calibration_, *analysis_, *saving_});
+    connect(steps_.get(), &StepWatch::changed, workbench_, &Workbench::setStates);
+    workbench_->setStates(steps_->states());
+    connect(workbench_, &Workbench::mendAsked, this, &Body::mend);
+    connect(workbench_, &Workbench::openFolderAsked, folders_.get(),
+            &FolderConductor::chooseFolder);
+    // The page that goes had the keys, and nobody would have them.
+    connect(folders_.get(), &FolderConductor::questionClosed, this,
+            [this] { panels_->imageBox->area()->setFocus(Qt::OtherFocusReason); });
+    connect(folders_.get(), &FolderConductor::loaded, this, [this] {
+        if (steps_->states().front().isDone())
+            workbench_->openStep(Step::Analysis);
+    });
 }
 
 void Body::bindCommands(CommandBook& book)
 {
-    bindRowCommands(book, *ui_->DataGroup->i1Row(), *ui_->DataGroup->i0Row());
-    ui_->SpectrumGroup->bindCommands(book);
-    windows_->calibCtrl->bindCommands(book);
-    windows_->analyzer->bindCommands(book);
-    windows_->saveDataCfg->bindCommands(book);
+    bindRowCommands(book, *panels_->dataBox->i1Row(), *panels_->dataBox->i0Row());
+    panels_->spectrumBox->bindCommands(book);
+    panels_->calibCtrl->bindCommands(book);
+    panels_->analyzer->bindCommands(book);
+    panels_->saveDataCfg->bindCommands(book);
     stacks_->bindCommands(book);
     dark_->bindCommands(book);
     view_->bindCommands(book);
@@ -124,9 +194,38 @@ void Body::bindCommands(CommandBook& book)
 /// Buttons of windows that this version does not have yet.
 void Body::disableMissingWindows()
 {
-    ui_->ShowImgProc->setEnabled(false);
-    ui_->ShowAnalyzer2->setEnabled(false);
-    ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);
+    const StepBar& bar = workbench_->bar();
+    QPushButton* const registration = bar.opener(QStringLiteral("ShowImgProc"));
+    registration->setEnabled(false);
+    registration->setToolTip(tr("Registration is not available in this version"));
+    QPushButton* const diagnostics = bar.opener(QStringLiteral("ShowAnalyzer2"));
+    diagnostics->setEnabled(false);
+    diagnostics->setVisible(ShowAnalyzer2Button);
+}
+
+void Body::mend(Mend mend)
+{
+    switch (mend) {
+    case Mend::SetEnergies:
+        workbench_->openStep(Step::Data);
+        panels_->dataBox->i1Row()->showEnergySetup();
+        break;
+    case Mend::UseI0:
+        panels_->spectrumBox->setUseI0(true);
+        break;
+    case Mend::LoadReferences:
+        panels_->analyzer->chooseReferences();
+        break;
+    case Mend::Analyze:
+        analysis_->start2DAnalysis();
+        break;
+    case Mend::SaveData:
+        workbench_->openStep(Step::Save);
+        saving_->showSaveAllDataDialog();
+        break;
+    case Mend::None:
+        break;
+    }
 }
 
 void Body::loadDefaultErrPoints()
@@ -138,27 +237,76 @@ void Body::loadDefaultErrPoints()
 
 BatchCtrl* Body::batchCtrl() const
 {
-    return windows_->batchCtrl.get();
+    return panels_->batchCtrl.get();
 }
 
 Analyzer* Body::analyzer() const
 {
-    return windows_->analyzer.get();
+    return panels_->analyzer.get();
 }
 
-void Body::restoreWindows()
+void Body::attend()
 {
-    shell_->restoreWindows();
+    attended_ = true;
+    view_->setUnattended(false);
+    analysis_->setChoosesMap(true);
+    panels_->analyzer->setNormalize(true); // what is compared in fits
+    restoreWorkbench(*this, *workbench_, *panels_->imageBox);
+    coverPages_->follow(data_, *stacks_, *folders_, *view_);
+}
+
+void Body::endQuietly()
+{
+    endsQuietly_ = true;
+    QApplication::closeAllWindows();
+}
+
+/// Asks, once, what is to become of maps of which none is saved; false when the window may close.
+bool Body::keepsUnsavedMaps()
+{
+    const bool asks = attended_ && !endsQuietly_ && !analysis_->isWalking() &&
+                      analysis_->mapsWhole() && saving_->mapsToSave() > 0 &&
+                      saving_->savedMaps() == 0;
+    if (!asks)
+        return false;
+    QMessageBox question(QMessageBox::Warning, tr("Maps Not Saved"),
+                         tr("The maps of the last analysis are not saved."),
+                         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    question.setDefaultButton(QMessageBox::Save);
+    switch (question.exec()) {
+    case QMessageBox::Discard:
+        return false;
+    case QMessageBox::Save:
+        closesWhenSaved_ = true;
+        workbench_->openStep(Step::Save);
+        saving_->showSaveAllDataDialog();
+        return true;
+    default:
+        return true;
+    }
+}
+
+void Body::closeWhenSaved()
+{
+    if (!closesWhenSaved_ || saving_->savedMaps() == 0 ||
+        saving_->savedMaps() < saving_->mapsToSave())
+        return;
+    closesWhenSaved_ = false;
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
 }
 
 void Body::closeEvent(QCloseEvent* event)
 {
-    shell_->saveWindows();
+    if (keepsUnsavedMaps()) {
+        event->ignore();
+        return;
+    }
+    if (attended_)
+        saveWorkbench(*this, *workbench_, *panels_->imageBox);
+    attended_ = false;
     batch_->close();
     stacks_->requestStop();
     analysis_->stop2DAnalysis();
     calibration_->stop();
-    for (QWidget* window : windows_->all())
-        window->close();
     event->accept();
 }

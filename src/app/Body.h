@@ -14,17 +14,21 @@ class BatchConductor;
 class BatchCtrl;
 class CalibConductor;
 class CommandBook;
+class CoverPages;
 class CursorConductor;
 class DarkConductor;
+class FolderConductor;
 class MenuBar;
 class SaveConductor;
 class Shell;
 class SourceReader;
 class StackConductor;
-class Ui_Body;
+class StepWatch;
 class ViewConductor;
 class WalkConductor;
-struct Windows;
+class Workbench;
+enum class Mend;
+struct Panels;
 
 /// The main window. It builds all parts, wires them, and ends them in reverse: the data, the boxes
 /// of its form and the windows beside it, the conductors, and the shell round them. What happens on
@@ -36,9 +40,12 @@ public:
     explicit Body(QWidget* parent = nullptr);
     ~Body() override;
 
-    /// Brings the windows to where they stood when a session that called this was closed, shown or
-    /// hidden as they were; at the end of this one that is kept anew.
-    void restoreWindows();
+    /// A user sits in front of it: the workbench comes up as it was left, and is kept at the end;
+    /// pictures follow what a user likes to see, and the first map shows itself. Otherwise the
+    /// program writes what no user's taste has a part in.
+    void attend();
+    /// Closes all windows, and asks nothing: the program ends by a batch, a signal or on its own.
+    void endQuietly();
 
     BatchCtrl* batchCtrl() const;
     Analyzer* analyzer() const;
@@ -50,34 +57,45 @@ public:
     DarkConductor& dark() { return *dark_; }
     ViewConductor& view() { return *view_; }
     CursorConductor& cursor() { return *cursor_; }
+    FolderConductor& folders() { return *folders_; }
     WalkConductor& walks() { return *walks_; }
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
+    Workbench& workbench() { return *workbench_; }
+    Shell& shell() { return *shell_; }
+    const StepWatch& steps() const { return *steps_; }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
     void makeConductors();
+    void makeWorkConductors();
     void makeShell();
+    void wireSteps();
     void wireBatch();
     void bindCommands(CommandBook& book);
     void disableMissingWindows();
     void loadDefaultErrPoints();
+    void mend(Mend mend);
+    bool keepsUnsavedMaps();
+    void closeWhenSaved();
 
     // In the order of dependence: members end in reverse.
-    const std::unique_ptr<Ui_Body> ui_;
     Measurement data_;
     ShiftMap shiftMap_; ///< the one in force
     MapBook book_;
-    std::unique_ptr<Windows> windows_;
+    std::unique_ptr<Panels> panels_;
+    Workbench* workbench_ = nullptr;   ///< a child of this, as its docks are
+    CoverPages* coverPages_ = nullptr; ///< a child of what it covers
     std::unique_ptr<SourceReader> reader_;
     std::unique_ptr<StackConductor> stacks_;
     std::unique_ptr<DarkConductor> dark_;
     std::unique_ptr<ViewConductor> view_;
     std::unique_ptr<CursorConductor> cursor_;
+    std::unique_ptr<FolderConductor> folders_;
     std::unique_ptr<WalkConductor> walks_;
     std::unique_ptr<CalibConductor> calibration_;
     std::unique_ptr<AnalysisConductor> analysis_;
@@ -85,4 +103,8 @@ private:
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<MenuBar> menus_;
+    std::unique_ptr<StepWatch> steps_;
+    bool attended_ = false;
+    bool endsQuietly_ = false;
+    bool closesWhenSaved_ = false; ///< the user wants to save first
 };

@@ -4,19 +4,25 @@
 #include "app/ButtonAction.h"
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
-#include "app/Windows.h"
+#include "app/Panels.h"
+#include "app/Shell.h"
+#include "app/Workbench.h"
+#include "app/WorkbenchStore.h"
 #include "batch/BatchCtrl.h"
-#include "calibration/CalibCtrl.h"
 #include "common/WindowState.h"
+#include "conduct/FolderConductor.h"
 #include "conduct/SaveConductor.h"
 #include "display/FileDialogs.h"
 #include "display/ImageBox.h"
 #include "display/ImgDispA.h"
+#include "display/PanelDock.h"
 #include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
 #include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
 
+#include <QActionGroup>
+#include <QDir>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
@@ -24,9 +30,6 @@
 #include <QPushButton>
 
 namespace {
-
-/// A step of the zoom keys, that of the wheel.
-constexpr double zoomStep = 1.1;
 
 QPushButton* buttonIn(const QWidget& window, const char* name)
 {
@@ -48,22 +51,32 @@ struct MenuBar::Entry
 {
     using Function = void (*)(MenuBar& bar);
 
+    /// Where its keys act.
+    enum Reach
+    {
+        Everywhere,
+        OnImage ///< with the keys in the middle of the window; elsewhere they mean something else
+    };
+
     Entry() = default;
-    Entry(const char* t, const char* b, const QList<QKeySequence>& k = {})
+    Entry(const char* t, const char* b, const QList<QKeySequence>& k = {}, Reach r = Everywhere)
         : text(t)
         , keys(k)
+        , reach(r)
         , button(b)
     {
     }
-    Entry(const char* t, Function f, const QList<QKeySequence>& k = {})
+    Entry(const char* t, Function f, const QList<QKeySequence>& k = {}, Reach r = Everywhere)
         : text(t)
         , keys(k)
+        , reach(r)
         , run(f)
     {
     }
 
     const char* text = nullptr;
     QList<QKeySequence> keys;
+    Reach reach = Everywhere;
     const char* button = nullptr; ///< its object name
     Function run = nullptr;
 };
@@ -79,10 +92,12 @@ QVector<MenuBar::Table> MenuBar::tables()
     // clang-format off
     return {
         {QT_TRANSLATE_NOOP("MenuBar", "&File"), {
+            {QT_TRANSLATE_NOOP("MenuBar", "Open &Folder..."),
+             [](MenuBar& b) { b.parts_.folders.chooseFolder(); }, {Qt::CTRL + Qt::Key_O}},
             {QT_TRANSLATE_NOOP("MenuBar", "Open I&1 Images..."),
-             [](MenuBar& b) { b.parts_.dataBox.i1Row()->dialog()->show(); }},
+             [](MenuBar& b) { b.parts_.panels.dataBox->i1Row()->dialog()->show(); }},
             {QT_TRANSLATE_NOOP("MenuBar", "Open I&0 Images..."),
-             [](MenuBar& b) { b.parts_.dataBox.i0Row()->dialog()->show(); }},
+             [](MenuBar& b) { b.parts_.panels.dataBox->i0Row()->dialog()->show(); }},
             {QT_TRANSLATE_NOOP("MenuBar", "Open &Dark Image..."), "SelectDark"},
             {},
             {QT_TRANSLATE_NOOP("MenuBar", "Save &Image..."), "SaveImage"},
@@ -90,44 +105,67 @@ QVector<MenuBar::Table> MenuBar::tables()
             {QT_TRANSLATE_NOOP("MenuBar", "Save &All..."),
              [](MenuBar& b) { b.parts_.saving.showSaveAllDataDialog(); }},
             {},
+            {QT_TRANSLATE_NOOP("MenuBar", "A&nalyze or Stop"), "AskAnalyze", {Qt::Key_F5}},
+            {QT_TRANSLATE_NOOP("MenuBar", "Stop &Everything"),
+             [](MenuBar& b) { b.parts_.shell.stopAll(); }, {Qt::CTRL + Qt::Key_Period}},
+            {},
             {QT_TRANSLATE_NOOP("MenuBar", "&Quit"),
              [](MenuBar& b) { b.parts_.window.close(); }, {Qt::CTRL + Qt::Key_Q}},
         }},
         {QT_TRANSLATE_NOOP("MenuBar", "&View"), {
-            {QT_TRANSLATE_NOOP("MenuBar", "&Previous Image"), "Prev", {Qt::Key_Left}},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Next Image"), "Next", {Qt::Key_Right}},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Previous Image"), "Prev", {Qt::Key_Left}, Entry::OnImage},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Next Image"), "Next", {Qt::Key_Right}, Entry::OnImage},
             {},
             // Without the Shift key that plus needs on many keyboards.
-            {QT_TRANSLATE_NOOP("MenuBar", "Zoom &In"),
-             [](MenuBar& b) { b.parts_.imageBox.area()->zoomBy(1.0 / zoomStep); },
-             {Qt::Key_Plus, Qt::Key_Equal}},
-            {QT_TRANSLATE_NOOP("MenuBar", "Zoom &Out"),
-             [](MenuBar& b) { b.parts_.imageBox.area()->zoomBy(zoomStep); }, {Qt::Key_Minus}},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Whole Image"), "ResetScale", {Qt::Key_0}},
+            {QT_TRANSLATE_NOOP("MenuBar", "Zoom &In"), [](MenuBar& b) { b.box().zoomIn(); },
+             {Qt::Key_Plus, Qt::Key_Equal}, Entry::OnImage},
+            {QT_TRANSLATE_NOOP("MenuBar", "Zoom &Out"), [](MenuBar& b) { b.box().zoomOut(); },
+             {Qt::Key_Minus}, Entry::OnImage},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Whole Image"), "ResetScale", {Qt::Key_0}, Entry::OnImage},
             {QT_TRANSLATE_NOOP("MenuBar", "&Zoom to Selection"), "ZoomIn"},
             {QT_TRANSLATE_NOOP("MenuBar", "&Clear Selection"),
-             [](MenuBar& b) { b.parts_.imageBox.area()->clearSelection(); }},
+             [](MenuBar& b) { b.box().area()->clearSelection(); }},
             {},
             {QT_TRANSLATE_NOOP("MenuBar", "Set &All"), "CBarAll"},
+            {QT_TRANSLATE_NOOP("MenuBar", "Image A&lone"),
+             [](MenuBar& b) { b.parts_.workbench.setImageAlone(!b.parts_.workbench.isImageAlone()); },
+             {Qt::Key_F9}},
         }},
         {QT_TRANSLATE_NOOP("MenuBar", "&Windows"), {
+            {QT_TRANSLATE_NOOP("MenuBar", "&Data Step"), [](MenuBar& b) { b.openStep(Step::Data); },
+             {Qt::CTRL + Qt::Key_1}},
+            {QT_TRANSLATE_NOOP("MenuBar", "Spectrum S&tep"),
+             [](MenuBar& b) { b.openStep(Step::Spectrum); }, {Qt::CTRL + Qt::Key_2}},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Calibration"),
+             [](MenuBar& b) { b.openStep(Step::Calibration); }, {Qt::CTRL + Qt::Key_3}},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Analyzer"), [](MenuBar& b) { b.openStep(Step::Analysis); },
+             {Qt::CTRL + Qt::Key_4}},
+            {QT_TRANSLATE_NOOP("MenuBar", "Sa&ve Step"), [](MenuBar& b) { b.openStep(Step::Save); },
+             {Qt::CTRL + Qt::Key_5}},
+            {},
             {QT_TRANSLATE_NOOP("MenuBar", "&Spectrum"), "ShowXafsView"},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Calibration"), "OpenCalibCtrl"},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Analyzer"), "ShowAnalyzer"},
+            {QT_TRANSLATE_NOOP("MenuBar", "Analyzing S&pectrum"), "ShowView"},
+            {QT_TRANSLATE_NOOP("MenuBar", "Back&ground"), "ShowBG"},
             {QT_TRANSLATE_NOOP("MenuBar", "Analyzer&2"), "ShowAnalyzer2"},
             {QT_TRANSLATE_NOOP("MenuBar", "&Image Processor"), "ShowImgProc"},
-            {QT_TRANSLATE_NOOP("MenuBar", "Back&ground"), "ShowBG"},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Batch"), "BatchCtrlB"},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Messages"), [](MenuBar& b) { bringToFront(b.parts_.windows.messages.get()); }},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Batch"), "BatchCtrlB", {Qt::CTRL + Qt::Key_B}},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Messages"),
+             [](MenuBar& b) { raisePanel(b.parts_.panels.messages.get()); }, {Qt::CTRL + Qt::Key_M}},
             {QT_TRANSLATE_NOOP("MenuBar", "Save C&onfiguration"), "SaveDataConfig"},
+            {},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Next Region"),
+             [](MenuBar& b) { b.parts_.workbench.focusNextRegion(); }, {Qt::Key_F6}},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Reset Layout"),
+             [](MenuBar& b) { b.parts_.workbench.resetLayout(); }},
         }},
         {QT_TRANSLATE_NOOP("MenuBar", "&Batch"), {
             {QT_TRANSLATE_NOOP("MenuBar", "&Batch Window"), "BatchCtrlB"},
             {},
             {QT_TRANSLATE_NOOP("MenuBar", "&Open Batch File..."), [](MenuBar& b) { b.openBatchFile(); }},
             {QT_TRANSLATE_NOOP("MenuBar", "&Execute"),
-             [](MenuBar& b) { clickIn(*b.parts_.windows.batchCtrl, "Exec"); }},
-            {QT_TRANSLATE_NOOP("MenuBar", "&Stop"), [](MenuBar& b) { clickIn(*b.parts_.windows.batchCtrl, "Stop"); }},
+             [](MenuBar& b) { clickIn(*b.parts_.panels.batchCtrl, "Exec"); }},
+            {QT_TRANSLATE_NOOP("MenuBar", "&Stop"),
+             [](MenuBar& b) { clickIn(*b.parts_.panels.batchCtrl, "Stop"); }},
         }},
         {QT_TRANSLATE_NOOP("MenuBar", "&Help"), {
             {QT_TRANSLATE_NOOP("MenuBar", "&Gestures and Keys"), [](MenuBar& b) { b.showGestures(); }},
@@ -144,25 +182,35 @@ MenuBar::MenuBar(const Parts& parts)
         QMenu* menu = parts_.window.menuBar()->addMenu(tr(table.title));
         for (const Entry& entry : table.entries)
             addEntry(*menu, entry);
+        menus_.append(menu);
     }
-    // A click on the image takes the keys away from a field that has them.
-    parts_.imageBox.area()->setFocusPolicy(Qt::ClickFocus);
+    addRecentFolders();
+    addSwitches();
+    addColours();
     connectOpeners();
 }
 
-/// The buttons that open windows; the analysis panel brings its view along.
+ImageBox& MenuBar::box() const
+{
+    return *parts_.panels.imageBox;
+}
+
+void MenuBar::openStep(Step step)
+{
+    parts_.workbench.openStep(step, true);
+}
+
+/// The buttons that open windows.
 void MenuBar::connectOpeners()
 {
-    const Windows& w = parts_.windows;
-    const std::pair<const char*, QWidget*> openers[] = {
-        {"ShowXafsView", w.xafsView.get()}, {"OpenCalibCtrl", w.calibCtrl.get()},
-        {"ShowAnalyzer", w.analyzer.get()}, {"BatchCtrlB", w.batchCtrl.get()},
-        {"ShowBG", w.bgView.get()},         {"SaveDataConfig", w.saveDataCfg.get()}};
-    connect(buttonIn(parts_.window, "ShowAnalyzer"), &QPushButton::clicked, w.analyzer->view(),
-            [view = w.analyzer->view()] { bringToFront(view); });
-    for (const auto& [button, window] : openers)
-        connect(buttonIn(parts_.window, button), &QPushButton::clicked, window,
-                [opened = window] { bringToFront(opened); });
+    const Panels& p = parts_.panels;
+    const std::pair<const char*, QWidget*> openers[] = {{"ShowXafsView", p.xafsView.get()},
+                                                        {"BatchCtrlB", p.batchCtrl.get()},
+                                                        {"ShowBG", p.bgView.get()},
+                                                        {"SaveDataConfig", p.saveDataCfg.get()}};
+    for (const auto& [button, panel] : openers)
+        connect(buttonIn(parts_.window, button), &QPushButton::clicked, panel,
+                [opened = panel] { raisePanel(opened); });
 }
 
 void MenuBar::addEntry(QMenu& menu, const Entry& entry)
@@ -179,12 +227,70 @@ void MenuBar::addEntry(QMenu& menu, const Entry& entry)
         action = menu.addAction(tr(entry.text), this, [this, run = entry.run] { run(*this); });
     }
     action->setShortcuts(entry.keys);
+    if (entry.reach == Entry::OnImage) {
+        action->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+        parts_.window.centralWidget()->addAction(action);
+    }
+}
+
+/// Behind the entry that opens a folder; filled when it opens.
+void MenuBar::addRecentFolders()
+{
+    QMenu* const file = menus_.first();
+    auto* const recent = new QMenu(tr("&Recent Folders"), file);
+    file->insertMenu(file->actions().at(1), recent);
+    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
+        recent->clear();
+        for (const QString& path : recentFolders())
+            recent->addAction(QDir::toNativeSeparators(path), this,
+                              [this, path] { parts_.folders.open(path); });
+        if (recent->isEmpty())
+            recent->addAction(tr("No folder was opened yet"))->setEnabled(false);
+    });
+}
+
+/// Entries that show how the image is shown.
+void MenuBar::addSwitches()
+{
+    QMenu* const view = menus_.at(1);
+    view->addSeparator();
+    QAction* const square = view->addAction(tr("S&quare Pixels"));
+    square->setCheckable(true);
+    square->setChecked(box().squarePixels());
+    connect(square, &QAction::triggered, &box(), &ImageBox::setSquarePixels);
+    connect(&box(), &ImageBox::squarePixelsChanged, square, &QAction::setChecked);
+    QAction* const sections = view->addAction(tr("S&ections"));
+    sections->setCheckable(true);
+    sections->setShortcut(Qt::Key_F8);
+    sections->setChecked(box().sectionsVisible());
+    connect(sections, &QAction::triggered, &box(), &ImageBox::setSectionsVisible);
+    connect(&box(), &ImageBox::sectionsVisibleChanged, sections, &QAction::setChecked);
+}
+
+void MenuBar::addColours()
+{
+    auto* const menu = menus_.at(1)->addMenu(tr("C&olours"));
+    auto* const group = new QActionGroup(menu);
+    const std::pair<Colours, QString> choices[] = {{Colours::Desktop, tr("As the &Desktop")},
+                                                   {Colours::Light, tr("&Light")},
+                                                   {Colours::Dark, tr("D&ark")}};
+    for (const auto& [colours, text] : choices) {
+        QAction* const action = menu->addAction(text);
+        action->setCheckable(true);
+        group->addAction(action);
+        connect(action, &QAction::triggered, this, [colours = colours] {
+            applyColours(colours);
+            keepColours(colours);
+        });
+        connect(menu, &QMenu::aboutToShow, action,
+                [action, colours = colours] { action->setChecked(keptColours() == colours); });
+    }
 }
 
 void MenuBar::openBatchFile()
 {
-    bringToFront(parts_.windows.batchCtrl.get());
-    clickIn(*parts_.windows.batchCtrl, "Load");
+    raisePanel(parts_.panels.batchCtrl.get());
+    clickIn(*parts_.panels.batchCtrl, "Load");
 }
 
 void MenuBar::showGestures()

@@ -1,14 +1,18 @@
 #pragma once
 
+#include "app/StepStates.h"
+
 #include <QObject>
 #include <QVector>
 
-class DataBox;
+class FolderConductor;
 class ImageBox;
 class QMainWindow;
 class QMenu;
 class SaveConductor;
-struct Windows;
+class Shell;
+class Workbench;
+struct Panels;
 
 /// The menus of the main window with their keys, and the buttons that open windows. Most entries
 /// only press a button of the forms.
@@ -20,12 +24,15 @@ public:
     struct Parts
     {
         QMainWindow& window;
-        Windows& windows;
-        DataBox& dataBox;
-        ImageBox& imageBox;
+        Panels& panels;
+        Workbench& workbench;
+        Shell& shell;
+        FolderConductor& folders;
         SaveConductor& saving;
     };
     explicit MenuBar(const Parts& parts);
+
+    void openBatchFile();
 
 private:
     struct Entry;
@@ -34,9 +41,14 @@ private:
     static QVector<Table> tables();
     void addEntry(QMenu& menu, const Entry& entry);
     void connectOpeners();
-    void openBatchFile();
+    void addRecentFolders();
+    void addSwitches();
+    void addColours();
+    void openStep(Step step);
+    ImageBox& box() const;
     void showGestures();
     void showAbout();
 
     const Parts parts_;
+    QVector<QMenu*> menus_; ///< in the order of the bar
 };

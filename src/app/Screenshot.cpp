@@ -15,21 +15,22 @@ bool isCalled(const QWidget* window, const QString& name)
            window->windowTitle().compare(name, Qt::CaseInsensitive) == 0;
 }
 
-/// Windows with a name; pop-ups and the like have none.
-QWidgetList namedWindows()
+/// Panels, and windows with a name; pop-ups and the like have none.
+QWidgetList namedWindows(const QVector<QWidget*>& panels)
 {
-    QWidgetList windows;
+    QWidgetList windows = panels.toList();
     for (QWidget* widget : QApplication::topLevelWidgets()) {
-        if (!widget->objectName().isEmpty() && !widget->windowTitle().isEmpty())
+        if (!widget->objectName().isEmpty() && !widget->windowTitle().isEmpty() &&
+            !windows.contains(widget))
             windows.append(widget);
     }
     return windows;
 }
 
-QWidget* findWindow(const QString& name)
+QWidget* findWindow(const QWidgetList& windows, const QString& name)
 {
     QWidget* found = nullptr;
-    for (QWidget* window : namedWindows()) {
+    for (QWidget* window : windows) {
         if (isCalled(window, name) && (!found || window->isVisible()))
             found = window;
     }
@@ -38,14 +39,18 @@ QWidget* findWindow(const QString& name)
 
 } // namespace
 
-void saveScreenshot(const QString& window, const QString& fname)
+void saveScreenshot(const QVector<QWidget*>& panels, const QString& window, const QString& fname)
 {
-    if (QWidget* found = findWindow(window)) {
+    const QWidgetList windows = namedWindows(panels);
+    if (QWidget* found = findWindow(windows, window)) {
+        // A panel whose dock was never shown has had no size yet.
+        if (!found->isVisible())
+            found->resize(found->size().expandedTo(found->sizeHint()));
         savePicture(found->grab().toImage(), withExtension(fname, QStringLiteral("png")));
         return;
     }
     QStringList names;
-    for (const QWidget* known : namedWindows())
+    for (const QWidget* known : windows)
         names << known->objectName();
     names.removeDuplicates();
     names.sort();

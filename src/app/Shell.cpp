@@ -3,26 +3,33 @@
 #include "analysis/Analyzer.h"
 #include "analysis/LCFReference.h"
 #include "app/Messages.h"
+#include "app/NoticeBar.h"
+#include "app/Panels.h"
 #include "app/ProgressSum.h"
 #include "app/Screenshot.h"
-#include "app/Windows.h"
 #include "batch/BatchCtrl.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
+#include "common/Fault.h"
 #include "common/SafeInt.h"
 #include "common/Settings.h"
-#include "common/WindowState.h"
 #include "conduct/AnalysisConductor.h"
+#include "conduct/BatchConductor.h"
+#include "conduct/CalibConductor.h"
+#include "conduct/FolderConductor.h"
+#include "conduct/SaveConductor.h"
 #include "conduct/StackConductor.h"
-#include "display/ElidedLabel.h"
 #include "display/FileDialogs.h"
+#include "display/PanelDock.h"
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
 #include "image/Measurement.h"
 #include "selection/SelectDataFilesAdditionalSetup.h"
 
+#include <QFileInfo>
 #include <QMainWindow>
+#include <QPushButton>
 #include <QStatusBar>
 
 namespace {
@@ -32,76 +39,180 @@ enum Work
 {
     LoadingI1,
     LoadingI0,
-    Walking
+    Walking,
+    Calibrating
 };
 
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
 
 constexpr int progressBarWidth = 220; ///< [pixels]
+constexpr int blinkMs = 200;          ///< what is over sooner is not worth a Stop
 
 } // namespace
 
-Shell::Shell(QMainWindow& window, Windows& windows, const Measurement& data,
-             const StackConductor& stacks, const AnalysisConductor& analysis)
-    : window_(window)
-    , windows_(windows)
+Shell::Shell(const Parts& parts)
+    : parts_(parts)
 {
-    ProgressSum* const bar = setupStatusBar();
-    showProgressOfLoads(bar, data, stacks);
-    showProgressOfWalk(bar, analysis);
+    setupStatusBar();
+    connectNotices();
+    connectProgress();
+    connectProgressOfWalks();
     nameReferenceDialogs();
     groupDialogs();
-    connect(windows_.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
+    connect(parts_.panels.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
 }
 
 void Shell::bindCommands(CommandBook& book)
 {
-    book.action(ExCmdScreenshot, [](const CmdLine& c) { saveScreenshot(c.arg(0), c.arg(1)); });
+    book.action(ExCmdScreenshot, [this](const CmdLine& c) {
+        saveScreenshot(parts_.panels.all(), c.arg(0), c.arg(1));
+    });
 }
 
-/// The windows whose place is kept, by the names of their groups in the store; the main one first,
-/// so that it does not come up over the others.
-QVector<std::pair<QString, QWidget*>> Shell::keptWindows() const
+void Shell::setupStatusBar()
 {
-    QVector<std::pair<QString, QWidget*>> kept{{QStringLiteral("Body"), &window_}};
-    QMap<QString, int> numbers;
-    const QVector<QWidget*> others = windows_.all() + QVector<QWidget*>{windows_.analyzer->view()};
-    for (QWidget* window : others) {
-        // Two windows of one class differ by their order in the list, which is always the same.
-        const QString name = window->objectName();
-        const int number = ++numbers[name];
-        kept.append({number == 1 ? name : name + QString::number(number), window});
-    }
-    return kept;
+    QStatusBar* const bar = parts_.window.statusBar();
+    bar->setSizeGripEnabled(false);
+    notices_ = new NoticeBar;
+    bar->addWidget(notices_, 1);
+    connect(notices_, &NoticeBar::clicked, this,
+            [this] { raisePanel(parts_.panels.messages.get()); });
+    progress_ = new ProgressSum;
+    progress_->setObjectName(QStringLiteral("Progress"));
+    progress_->setFixedWidth(progressBarWidth);
+    bar->addPermanentWidget(progress_);
+    stop_ = new QPushButton(tr("Stop"));
+    stop_->setObjectName(QStringLiteral("StopAll"));
+    stop_->setToolTip(tr("Stops loading, analysis, calibration and batch"));
+    stop_->hide();
+    bar->addPermanentWidget(stop_);
+    connect(stop_, &QPushButton::clicked, this, &Shell::stopAll);
+    stopShown_.setSingleShot(true);
+    stopShown_.setInterval(blinkMs);
+    connect(&stopShown_, &QTimer::timeout, this, &Shell::showStop);
 }
 
-void Shell::restoreWindows()
+void Shell::notice(const QString& text, Mark mark)
 {
-    keepsWindows_ = true;
-    for (const auto& [group, window] : keptWindows()) {
-        bool popUp = false; // no window has such a mode
-        if (isWindowStateStored(group))
-            loadWindowState(window, group, &popUp);
-    }
+    notices_->notice(text, mark);
 }
 
-void Shell::saveWindows()
+void Shell::connectNotices()
 {
-    // Once: the windows are closed one after the other, and count as hidden then.
-    if (!keepsWindows_)
+    connect(new FaultTap(this), &FaultTap::told, this,
+            [this](const QString& text) { notice(text, Mark::LookHere); });
+    connect(&parts_.stacks, &StackConductor::loaded, this, &Shell::tellLoaded);
+    connect(&parts_.folders, &FolderConductor::notice, this,
+            [this](const QString& text) { notice(text, Mark::LookHere); });
+    connect(&parts_.analysis, &AnalysisConductor::ended, this, &Shell::tellAnalysis);
+    connect(&parts_.calibration, &CalibConductor::runningChanged, this, &Shell::tellCalibration);
+    connect(&parts_.saving, &SaveConductor::saved, this, [this](const QString& file) {
+        notice(tr("Saved: %1").arg(QFileInfo(file).fileName()));
+    });
+    connect(&parts_.panels.batchCtrl->watch(), &RunWatch::waits, this, [this](const CmdLine& cmd) {
+        notice(tr("The batch is at: %1").arg(cmd.simplified), Mark::Running);
+    });
+}
+
+void Shell::tellLoaded()
+{
+    const ImageStack& i1 = parts_.data.i1;
+    const ImageStack& i0 = parts_.data.i0;
+    if (parts_.stacks.isLoading(i1) || parts_.stacks.isLoading(i0))
         return;
-    keepsWindows_ = false;
-    for (const auto& [group, window] : keptWindows()) {
-        // A window that was never shown has no place yet.
-        if (window->windowHandle())
-            saveWindowState(window, group, true);
-    }
+    const int failed = parts_.stacks.failedFiles(i1) + parts_.stacks.failedFiles(i0);
+    const QString text =
+        tr("%1 + %2 images are loaded").arg(i1.images.size()).arg(i0.images.size());
+    if (failed == 0)
+        notice(text);
+    else
+        notice(tr("%1, and %2 files could not be read").arg(text).arg(failed), Mark::LookHere);
+}
+
+void Shell::tellAnalysis(bool whole)
+{
+    if (!whole)
+        notice(tr("The analysis was stopped: the maps are in part"), Mark::LookHere);
+    else if (parts_.analysis.rowsOfMaps() == 1)
+        notice(tr("Maps of 1 reference are ready"));
+    else
+        notice(tr("Maps of %1 references are ready").arg(parts_.analysis.rowsOfMaps()));
+}
+
+void Shell::tellCalibration(bool running)
+{
+    if (running)
+        return;
+    if (parts_.calibration.mapWhole())
+        notice(tr("The energy shift map is ready, and in force"));
+    else
+        notice(tr("The calibration was stopped"), Mark::LookHere);
+}
+
+void Shell::connectProgress()
+{
+    connect(&parts_.stacks, &StackConductor::progressed, progress_,
+            [this](const ImageStack* stack, int done, int total) {
+                progress_->setPart(stack == &parts_.data.i1 ? LoadingI1 : LoadingI0, done, total);
+                stopShown_.start();
+            });
+    const auto look = [this] {
+        if (!stopShown_.isActive())
+            stopShown_.start();
+    };
+    connect(&parts_.batch, &BatchConductor::commandStarted, this, look);
+    connect(&parts_.batch, &BatchConductor::finishBatchExec, this, look);
+    connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, look);
+    connect(&parts_.calibration, &CalibConductor::runningChanged, this, look);
+}
+
+void Shell::connectProgressOfWalks()
+{
+    connect(parts_.panels.analyzer.get(), &Analyzer::progressChanged, this, [this](double perCent) {
+        if (parts_.analysis.isWalking())
+            progress_->setPart(Walking, truncatedInt(perCent), 100);
+    });
+    connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, [this](bool running) {
+        if (!running)
+            progress_->setPart(Walking, 0, 0);
+    });
+    connect(&parts_.calibration, &CalibConductor::calibProgress, this, [this](double perCent) {
+        if (parts_.calibration.isRunning())
+            progress_->setPart(Calibrating, truncatedInt(perCent), 100);
+    });
+    connect(&parts_.calibration, &CalibConductor::runningChanged, this, [this](bool running) {
+        if (!running)
+            progress_->setPart(Calibrating, 0, 0);
+    });
+}
+
+bool Shell::isBusy() const
+{
+    return parts_.stacks.isLoading(parts_.data.i1) || parts_.stacks.isLoading(parts_.data.i0) ||
+           parts_.analysis.isWalking() || parts_.calibration.isRunning() ||
+           parts_.panels.batchCtrl->watch().isWaiting();
+}
+
+void Shell::showStop()
+{
+    stop_->setVisible(isBusy());
+}
+
+/// The batch first: it would go on with its next line.
+void Shell::stopAll()
+{
+    if (parts_.panels.batchCtrl->watch().isWaiting())
+        parts_.panels.batchCtrl->findChild<QPushButton*>(QStringLiteral("Stop"))->click();
+    parts_.stacks.stopLoads();
+    parts_.analysis.stop2DAnalysis();
+    parts_.calibration.stop();
+    stopShown_.start();
 }
 
 void Shell::nameReferenceDialogs()
 {
     int no = 0;
-    for (LCFReference* row : windows_.analyzer->refs()) {
+    for (LCFReference* row : parts_.panels.analyzer->refs()) {
         for (XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
             file->dialog()->setTitle(tr("Select Reference %1").arg(++no));
     }
@@ -113,25 +224,21 @@ QString Shell::fileKind(const LateDialog& dialog) const
 {
     const QObject* const owner = dialog.parent();
     if (qobject_cast<const XafsFileSelect*>(owner) || qobject_cast<const XafsView*>(owner) ||
-        owner == windows_.analyzer.get())
+        owner == parts_.panels.analyzer.get())
         return QStringLiteral("references");
     if (qobject_cast<const SelectDataFilesAdditionalSetup*>(owner))
         return QStringLiteral("badPixels");
-    if (owner == windows_.batchCtrl.get())
+    if (owner == parts_.panels.batchCtrl.get())
         return batchKind;
-    const bool ofMaps = owner == windows_.calibCtrl.get() || owner == &window_;
+    const bool ofMaps = owner == parts_.panels.calibCtrl.get() || owner == &parts_.window;
     return ofMaps ? QStringLiteral("maps") : QStringLiteral("data");
 }
 
 /// Every dialog of files follows the folder of its kind of file.
 void Shell::groupDialogs()
 {
-    const QVector<QWidget*> all =
-        windows_.all() + QVector<QWidget*>{&window_, windows_.analyzer->view()};
-    for (const QWidget* window : all) {
-        for (LateDialog* dialog : window->findChildren<LateDialog*>())
-            groupDialog(dialog);
-    }
+    for (LateDialog* dialog : parts_.window.findChildren<LateDialog*>())
+        groupDialog(dialog);
 }
 
 void Shell::groupDialog(LateDialog* dialog)
@@ -147,46 +254,7 @@ void Shell::groupDialog(LateDialog* dialog)
 void Shell::takeReferenceRow()
 {
     nameReferenceDialogs();
-    const LCFReference* const row = windows_.analyzer->refs().last();
+    const LCFReference* const row = parts_.panels.analyzer->refs().last();
     for (const XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
         groupDialog(file->dialog());
-}
-
-/// Gives the bar of the progress.
-ProgressSum* Shell::setupStatusBar()
-{
-    QStatusBar* const statusBar = window_.statusBar();
-    auto* latest = new ElidedLabel;
-    latest->setObjectName(QStringLiteral("LatestMessage"));
-    latest->setContentsMargins(6, 0, 6, 0);
-    statusBar->addWidget(latest, 1);
-    connect(windows_.messages.get(), &Messages::latest, latest, &ElidedLabel::setLine);
-
-    auto* bar = new ProgressSum;
-    bar->setObjectName(QStringLiteral("Progress"));
-    bar->setFixedWidth(progressBarWidth);
-    statusBar->addPermanentWidget(bar);
-    return bar;
-}
-
-void Shell::showProgressOfLoads(ProgressSum* bar, const Measurement& data,
-                                const StackConductor& stacks)
-{
-    connect(&stacks, &StackConductor::progressed, bar,
-            [bar, i1 = &data.i1](const ImageStack* stack, int done, int total) {
-                bar->setPart(stack == i1 ? LoadingI1 : LoadingI0, done, total);
-            });
-}
-
-void Shell::showProgressOfWalk(ProgressSum* bar, const AnalysisConductor& analysis)
-{
-    const Analyzer* const panel = windows_.analyzer.get();
-    connect(panel, &Analyzer::progressChanged, bar, [&analysis, bar](double perCent) {
-        if (analysis.isWalking())
-            bar->setPart(Walking, truncatedInt(perCent), 100);
-    });
-    connect(panel, &Analyzer::contAccessChanged, bar, [bar](bool on) {
-        if (!on)
-            bar->setPart(Walking, 0, 0);
-    });
 }

@@ -1,54 +1,76 @@
 #pragma once
 
+#include "common/Mark.h"
+
 #include <QMap>
 #include <QObject>
-#include <QVector>
-
-#include <utility>
+#include <QTimer>
 
 class AnalysisConductor;
+class BatchConductor;
+class CalibConductor;
 class CommandBook;
 class FDGroup;
+class FolderConductor;
 class LateDialog;
+class NoticeBar;
 class ProgressSum;
 class QMainWindow;
-class QWidget;
+class QPushButton;
+class SaveConductor;
 class StackConductor;
 struct Measurement;
-struct Windows;
+struct Panels;
 
-/// What surrounds the boxes of the main window: the status bar with its progress, the places of the
-/// windows, the folders of the dialogs.
+/// What surrounds the panels of the main window: the status bar with its line for people, its
+/// progress and its Stop, and the folders of the dialogs.
 class Shell : public QObject
 {
     Q_OBJECT
 public:
-    /// What it surrounds outlives it.
-    Shell(QMainWindow& window, Windows& windows, const Measurement& data,
-          const StackConductor& stacks, const AnalysisConductor& analysis);
+    /// What it surrounds; all of it outlives it.
+    struct Parts
+    {
+        QMainWindow& window;
+        Panels& panels;
+        const Measurement& data;
+        StackConductor& stacks;
+        FolderConductor& folders;
+        CalibConductor& calibration;
+        AnalysisConductor& analysis;
+        SaveConductor& saving;
+        BatchConductor& batch;
+    };
+    explicit Shell(const Parts& parts);
 
     void bindCommands(CommandBook& book);
 
-    /// Brings the windows to where they stood when a session that called this was closed, shown or
-    /// hidden as they were; at the end of this one that is kept anew.
-    void restoreWindows();
-    /// Keeps the places of the windows, once, in a session that restored them.
-    void saveWindows();
+public Q_SLOTS:
+    /// Shows a line for people. What goes into the log is another matter.
+    void notice(const QString& text, Mark mark = Mark::Done);
+    /// Stops loads, walks, calibrations and the batch.
+    void stopAll();
 
 private:
-    ProgressSum* setupStatusBar();
-    void showProgressOfLoads(ProgressSum* bar, const Measurement& data,
-                             const StackConductor& stacks);
-    void showProgressOfWalk(ProgressSum* bar, const AnalysisConductor& analysis);
-    QVector<std::pair<QString, QWidget*>> keptWindows() const;
+    void setupStatusBar();
+    void connectNotices();
+    void connectProgress();
+    void connectProgressOfWalks();
+    void tellLoaded();
+    void tellAnalysis(bool whole);
+    void tellCalibration(bool running);
+    void showStop();
+    bool isBusy() const;
     void nameReferenceDialogs();
     QString fileKind(const LateDialog& dialog) const;
     void groupDialogs();
     void groupDialog(LateDialog* dialog);
     void takeReferenceRow();
 
-    QMainWindow& window_;
-    Windows& windows_;
+    const Parts parts_;
+    NoticeBar* notices_ = nullptr;
+    ProgressSum* progress_ = nullptr;
+    QPushButton* stop_ = nullptr;
+    QTimer stopShown_; ///< Stop comes and goes behind what lasts longer than a blink
     QMap<QString, FDGroup*> dialogGroups_; ///< by the kind of file; children of this
-    bool keepsWindows_ = false;            ///< places of windows are written at the end
 };

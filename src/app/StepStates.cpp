@@ -213,6 +213,25 @@ StepState saveState(const StepFacts& f, bool dataDone)
 
 } // namespace
 
+QString mendText(Mend mend)
+{
+    switch (mend) {
+    case Mend::SetEnergies:
+        return Words::tr("Set Energies");
+    case Mend::UseI0:
+        return Words::tr("Use I0");
+    case Mend::LoadReferences:
+        return Words::tr("Load...");
+    case Mend::Analyze:
+        return Words::tr("Analyze");
+    case Mend::SaveData:
+        return Words::tr("Save Data");
+    case Mend::None:
+        break;
+    }
+    return {};
+}
+
 StepStates stepStates(const StepFacts& facts)
 {
     const StepState data = dataState(facts);

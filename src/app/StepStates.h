@@ -33,6 +33,9 @@ enum class Mend
     SaveData
 };
 
+/// Text of the button; empty for none.
+QString mendText(Mend mend);
+
 /// Work that goes on.
 struct RunFacts
 {

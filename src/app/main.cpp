@@ -1,6 +1,7 @@
 #include "app/Body.h"
 #include "app/TermSignals.h"
 #include "app/Translation.h"
+#include "app/WorkbenchStore.h"
 #include "batch/BatchCtrl.h"
 #include "batch/BatchFile.h"
 #include "common/Cfg.h"
@@ -81,23 +82,21 @@ QIcon programIcon()
 int runWindow(const Start& start, FailureCount& failures)
 {
     int endCode = 0;
-    const auto endWith = [&endCode](int code) {
+    TermSignals signalsToEnd;
+    Body body;
+    const auto endWith = [&](int code) {
         if (endCode == 0)
             endCode = code;
-        QApplication::closeAllWindows();
+        body.endQuietly();
         QCoreApplication::quit();
     };
-    TermSignals signalsToEnd;
-    QObject::connect(&signalsToEnd, &TermSignals::received,
+    QObject::connect(&signalsToEnd, &TermSignals::received, &body,
                      [&](int number) { endWith(endedBySignal + number); });
-    Body body;
-    QObject::connect(&body.batch(), &BatchConductor::finishing, qApp,
-                     &QApplication::closeAllWindows);
     BatchCtrl& batch = *body.batchCtrl();
     QObject::connect(&batch, &BatchCtrl::gaveUp, &body, [&] { endWith(timedOut); });
-    // A run on its own neither follows nor changes where the user had the windows.
+    // A run on its own neither follows nor changes what its user likes.
     if (!start.options.execBatch)
-        body.restoreWindows();
+        body.attend();
     body.show();
     if (!start.batchText.isEmpty())
         batch.setText(start.batchText);
@@ -129,6 +128,8 @@ int main(int argc, char** argv)
     keepFreedMemory();
     const LogRelay logRelay;
     theCfg() = Cfg(argc, argv, QString(), QStringList());
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication app(argc, argv);
     QApplication::setApplicationVersion(QStringLiteral(MORVENKITE_VERSION));
     QTranslator translator;
@@ -146,6 +147,8 @@ int main(int argc, char** argv)
     }
     if (!start.options.english)
         installTranslation(translator);
+    if (!start.options.execBatch)
+        applyColours(keptColours());
     FailureCount failures;
     const int code = runWindow(start, failures);
     return start.options.execBatch ? endUnattended(code, failures) : code;

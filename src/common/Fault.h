@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QObject>
 #include <QString>
 #include <QStringList>
 
@@ -12,6 +13,19 @@
 /// collector of this thread, if there is one. The line then begins with what the collector was
 /// told of the request. Any thread.
 void fault(const QString& text);
+
+/// Tells every fault of any thread, wherever it is collected, in the thread that it lives in. At
+/// most one at a time: the latest one made is told.
+class FaultTap : public QObject
+{
+    Q_OBJECT
+public:
+    explicit FaultTap(QObject* parent = nullptr);
+    ~FaultTap() override;
+
+Q_SIGNALS:
+    void told(const QString& text);
+};
 
 /// Collects the faults of its thread from its construction to its end. Collectors nest: the inner
 /// one takes them all.

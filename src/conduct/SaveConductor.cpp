@@ -19,6 +19,9 @@
 #include "output/TiffWriter.h"
 
 #include <QDebug>
+#include <QFileInfo>
+
+#include <algorithm>
 
 SaveConductor::SaveConductor(const Parts& parts, ViewConductor& view, QWidget& window)
     : parts_(parts)
@@ -31,6 +34,7 @@ SaveConductor::SaveConductor(const Parts& parts, ViewConductor& view, QWidget& w
     const QString png = QStringLiteral("png"); // a picture's format is told by its name
     connectBox(newDialog(tr("Save Image"), pictures, png, &SaveConductor::saveImage),
                newDialog(tr("Save All Images"), pictures, png, &SaveConductor::saveAllImages));
+    connect(&parts_.book, &MapBook::changed, this, &SaveConductor::forgetSaved);
 }
 
 /// A dialog for files to be saved; without filters its user sets them.
@@ -173,9 +177,7 @@ void SaveConductor::saveAllData(const QString& fname)
 {
     const MapForm form = parts_.config.form();
     bool found = false;
-    for (const MapKey& key : parts_.book.resultKeys()) {
-        if (!parts_.book.isComplete(key) || !parts_.book.at(key).whyNotSaved(true).isEmpty())
-            continue;
+    for (const MapKey& key : keysToSave()) {
         saveMapWithBar(key, mapFileName(fname, fullMapLabel(key), form), form);
         found = true;
     }
@@ -215,10 +217,42 @@ bool SaveConductor::writeMap(Analyzed2DRes& map, const QString& file, MapForm fo
 
 bool SaveConductor::saveMap(const MapKey& key, const QString& file, MapForm form)
 {
-    if (!writeMap(parts_.book.at(key), file, form))
+    if (!writeMap(parts_.book.at(key), file, form)) {
+        lastFault_ = tr("%1 could not be written, see Messages").arg(QFileInfo(file).fileName());
+        Q_EMIT savedChanged();
         return false;
+    }
     tellSaved(key, file);
+    lastFault_.clear();
+    saved_.insert(key);
+    Q_EMIT saved(file);
+    Q_EMIT savedChanged();
     return true;
+}
+
+QVector<MapKey> SaveConductor::keysToSave() const
+{
+    QVector<MapKey> keys;
+    for (const MapKey& key : parts_.book.resultKeys()) {
+        if (parts_.book.isComplete(key) && parts_.book.at(key).whyNotSaved(true).isEmpty())
+            keys.append(key);
+    }
+    return keys;
+}
+
+int SaveConductor::savedMaps() const
+{
+    const QVector<MapKey> keys = keysToSave();
+    return int(std::count_if(keys.begin(), keys.end(),
+                             [this](const MapKey& key) { return saved_.count(key) > 0; }));
+}
+
+/// Numbers on their way into a map are not those that were saved.
+void SaveConductor::forgetSaved(const MapKey& key)
+{
+    if (parts_.book.stateOf(key) == MapState::Filling)
+        saved_.erase(key);
+    Q_EMIT savedChanged();
 }
 
 /// What a user should know of a file with this map in it: whose place it took, and what is missing.

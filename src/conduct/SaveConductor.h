@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <set>
 
 class Analyzer;
 class CommandBook;
@@ -41,6 +42,12 @@ public:
 
     void bindCommands(CommandBook& book);
 
+    /// Finished result maps with something in them, and how many of those are saved as numbers.
+    int mapsToSave() const { return keysToSave().size(); }
+    int savedMaps() const;
+    /// The map whose writing failed last, in words for people; empty since one was written.
+    QString lastFault() const { return lastFault_; }
+
 public Q_SLOTS:
     /// Saves the part of the image or map in view, and the colour bar beside it.
     void saveImage(const QString& fname);
@@ -62,6 +69,11 @@ public Q_SLOTS:
     /// Writes flat.dat (ones) and dark.dat (zeros) of the image size to the working directory.
     void saveFlatDark();
 
+Q_SIGNALS:
+    /// Other maps are saved, or are to be, than before; or writing one failed.
+    void savedChanged();
+    void saved(const QString& file); ///< the numbers of a map
+
 private:
     using Save = void (SaveConductor::*)(const QString& fname);
 
@@ -77,6 +89,8 @@ private:
     bool saveMap(const MapKey& key, const QString& file, MapForm form);
     void saveMapWithBar(const MapKey& key, const QString& file, MapForm form);
     void tellSaved(const MapKey& key, const QString& file);
+    QVector<MapKey> keysToSave() const;
+    void forgetSaved(const MapKey& key);
 
     const Parts parts_;
     ViewConductor& view_;
@@ -84,4 +98,6 @@ private:
     LateDialog* saveDataDialog_;
     LateDialog* saveAllDataDialog_;
     WrittenMaps writtenMaps_;
+    std::set<MapKey> saved_; ///< of the maps as they are
+    QString lastFault_;
 };

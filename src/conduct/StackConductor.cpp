@@ -83,6 +83,8 @@ void StackConductor::setup(Loading& loading)
     connect(loader, &LoadTiff::progressed, this, [this, &loading](int done, int total) {
         Q_EMIT progressed(loading.stack, done, total);
     });
+    connect(loader, &LoadTiff::failed, this,
+            [&loading](int files) { loading.failedFiles = files; });
     connect(loader, &LoadTiff::finishLoadFiles, this,
             [this, &loading](EX_CMD_ID, int ticket, int jobsDone, const QStringList& faults) {
                 finishLoad(loading, jobsDone);
@@ -109,6 +111,12 @@ void StackConductor::requestStop()
 {
     i1_.loader->requestStop();
     i0_.loader->requestStop();
+}
+
+void StackConductor::stopLoads()
+{
+    for (Loading* loading : {&i1_, &i0_})
+        loading->loader->stopJobs(loading->jobsSent);
 }
 
 void StackConductor::bindCommands(CommandBook& book)
@@ -175,6 +183,7 @@ void StackConductor::clear(Loading& loading)
     stack.images.clear();
     stack.darkAvg.clear();
     loading.firstValidJob = loading.jobsSent + 1;
+    loading.failedFiles = 0;
     Q_EMIT cleared(&stack);
 }
 

@@ -37,6 +37,10 @@ public:
 
     /// A load of the stack is under way, and plots stay quiet.
     bool isLoading(const ImageStack& stack) const;
+    /// Files of the stack's last load that could not be read.
+    int failedFiles(const ImageStack& stack) const { return loadingOf(stack).failedFiles; }
+    /// Ends the loads that are under way behind the file that is being read. What has come stays.
+    void stopLoads();
 
 public Q_SLOTS:
     void clearI1Files();
@@ -88,6 +92,7 @@ private:
         int jobsSent = 0;
         int firstValidJob = 0; ///< images of earlier jobs were cleared before they came
         int jobsDone = 0;
+        int failedFiles = 0; ///< of the last load
         std::map<int, Waiting> waiting; ///< by the job's number
     };
 

@@ -1,32 +1,24 @@
 #pragma once
 
+#include "common/Mark.h"
+
 #include <QWidget>
 
 class QLabel;
 
-/// What a line of text means at a glance. The signs differ by shape, so colours need not be seen.
-enum class Sign
-{
-    Good,    ///< a tick in a circle
-    Look,    ///< a triangle
-    Prevents ///< a cross in a square
-};
-
-/// A sign, and a text beside it that takes as many lines as it needs.
+/// A mark, and a text beside it that takes as many lines as it needs.
 class SignLine : public QWidget
 {
     Q_OBJECT
 public:
     explicit SignLine(QWidget* parent = nullptr);
 
-    void setLine(Sign sign, const QString& text);
-    Sign sign() const { return sign_; }
+    void setLine(Mark mark, const QString& text);
+    Mark sign() const { return mark_; }
     QString text() const;
 
 private:
-    void showSign();
-
-    Sign sign_ = Sign::Good;
+    Mark mark_ = Mark::Done;
     QLabel* const picture_;
     QLabel* const text_;
 };

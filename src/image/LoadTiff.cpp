@@ -48,7 +48,10 @@ void LoadTiff::treatQues()
 
 void LoadTiff::readNext(const LoadJob& job)
 {
-    if (index_ < job.files.size()) {
+    if (job.number != 0 && job.number <= stoppedUpTo_) {
+        index_ = job.files.size();
+        fault(QStringLiteral("The load was stopped"));
+    } else if (index_ < job.files.size()) {
         // The end is looked for behind a file only, so the first one is always tried.
         readOne(job);
         index_ = int(qMin<qint64>(qint64(index_) + qMax(1, job.skip), job.files.size()));
@@ -65,8 +68,10 @@ void LoadTiff::readOne(const LoadJob& job)
         return;
     auto image = std::make_unique<TiffData>();
     image->jobNumber = job.number;
-    if (!image->readFile(name, job.errPs, &stop_))
+    if (!image->readFile(name, job.errPs, &stop_)) {
+        ++failedFiles_;
         return;
+    }
     Q_EMIT loaded(image.release(), index_);
 }
 
@@ -85,5 +90,6 @@ void LoadTiff::endJob()
     ticket_ = 0;
     filesOfEnded_ = filesOfAll_ = 0;
     Q_EMIT progressed(0, 0);
+    Q_EMIT failed(std::exchange(failedFiles_, 0));
     Q_EMIT finishLoadFiles(ended.loadCmdId, ticket, jobsDone_, std::exchange(faults_, {}));
 }

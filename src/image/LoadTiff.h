@@ -40,6 +40,9 @@ public:
     /// Asks the worker to leave its work, between two rows of a file; from any thread. For the
     /// program's end: a stopped worker reads nothing more.
     void requestStop() { stop_ = true; }
+    /// Has the jobs up to this number end behind the file that is being read; later ones are read.
+    /// From any thread.
+    void stopJobs(int upTo) { stoppedUpTo_ = upTo; }
 
 public Q_SLOTS:
     /// Queues a job. A job whose cutFirst leaves no file reads nothing and still reports its end.
@@ -56,6 +59,9 @@ Q_SIGNALS:
     /// Files gone through, read or not, of all files of the jobs since the worker was idle; 0 of 0
     /// when it is idle again.
     void progressed(int done, int total);
+    /// Files of the jobs since the worker was idle that could not be read; comes before
+    /// finishLoadFiles().
+    void failed(int files);
 
 private:
     void readNext(const LoadJob& job);
@@ -70,5 +76,7 @@ private:
     int jobsDone_ = 0;
     int filesOfEnded_ = 0; ///< files of the jobs ended since the worker was idle
     int filesOfAll_ = 0;   ///< the same with those of the queue
+    int failedFiles_ = 0; ///< since the worker was idle
     std::atomic<bool> stop_{false};
+    std::atomic<int> stoppedUpTo_{0};
 };

@@ -150,13 +150,13 @@ void FolderQuestion::energiesChanged()
     const EnergyPreview preview = previewOf(energiesOf(rule(), i1));
     const EnergyPreview previewI0 = previewOf(energiesOf(rule(), i0));
     const auto show = [](SignLine* line, const EnergyPreview& shown, const QString& text) {
-        line->setLine(shown.isSound() ? Sign::Good : Sign::Look,
+        line->setLine(shown.isSound() ? Mark::Done : Mark::LookHere,
                       shown.isSound() ? text : text + QStringLiteral(": ") + shown.doubt);
     };
     if (set)
         show(preview_, preview, preview.text);
     else
-        preview_->setLine(Sign::Look, tr("Energies not set: type the energy of the first image"));
+        preview_->setLine(Mark::LookHere, tr("Energies not set: type the energy of the first image"));
     preview_->setVisible(!i1.isEmpty());
     show(previewI0_, previewI0, tr("I0: %1").arg(previewI0.text));
     previewI0_->setVisible(set && !i1.isEmpty() && !i0.isEmpty() &&
@@ -170,9 +170,9 @@ void FolderQuestion::showNotes()
         delete item->widget();
         delete item;
     }
-    const auto note = [this](Sign sign, const QString& text) {
+    const auto note = [this](Mark mark, const QString& text) {
         auto* const line = new SignLine;
-        line->setLine(sign, text);
+        line->setLine(mark, text);
         notes_->addWidget(line);
     };
     const ImageSeries* const i1 = series(SeriesUse::I1);
@@ -182,14 +182,14 @@ void FolderQuestion::showNotes()
         const PairDoubt doubt = doubtOf(*i1, *i0);
         // What prevents loading stands beside the button.
         if (!doubt.text.isEmpty() && !doubt.prevents)
-            note(Sign::Look, doubt.text);
+            note(Mark::LookHere, doubt.text);
     }
     if (i1 && dark && dark->pixels != i1->pixels)
-        note(Sign::Look, tr("The dark image has other pixels than I1"));
+        note(Mark::LookHere, tr("The dark image has other pixels than I1"));
     if (dark && dark->files.size() > 1)
-        note(Sign::Look, tr("Of %1 dark images the first is used").arg(dark->files.size()));
+        note(Mark::LookHere, tr("Of %1 dark images the first is used").arg(dark->files.size()));
     for (const QString& remark : qAsConst(contents_.remarks))
-        note(Sign::Look, remark);
+        note(Mark::LookHere, remark);
 }
 
 QString FolderQuestion::whyNot() const
@@ -216,7 +216,7 @@ void FolderQuestion::showButton()
     const QString why = whyNot();
     load_->setEnabled(why.isEmpty());
     load_->setToolTip(why);
-    whyNot_->setLine(Sign::Prevents, why);
+    whyNot_->setLine(Mark::Blocked, why);
     whyNot_->setVisible(!why.isEmpty());
 }
 

@@ -1,13 +1,16 @@
 #include "BodyFixture.h"
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
+#include "app/NoticeBar.h"
 #include "app/ProgressSum.h"
+#include "app/Workbench.h"
 #include "batch/BatchCtrl.h"
+#include "common/Fault.h"
 #include "common/LogRelay.h"
 #include "common/Settings.h"
-#include "common/WindowState.h"
 #include "display/FileDialogs.h"
 #include "display/ImgDispA.h"
+#include "display/PanelDock.h"
 #include "display/XafsFileSelect.h"
 #include "selection/SelectDataFiles.h"
 #include "support/LogCapture.h"
@@ -126,15 +129,17 @@ private Q_SLOTS:
         QVERIFY(bar->isHidden());
     }
 
-    void latestMessageStandsInTheStatusBar()
+    /// People read what concerns them; the log goes elsewhere.
+    void faultsStandInTheStatusBarAndLogLinesDoNot()
     {
         const LogCapture previous;
-        const LogRelay relay;
         Body body;
-        qDebug().noquote() << QString("a <b> ").repeated(1000);
-        auto* label = body.findChild<QLabel*>("LatestMessage");
-        QTRY_VERIFY(label->text().startsWith("a <b> a"));
-        QVERIFY(label->toolTip().contains("a &lt;b&gt; a"));
+        const auto* notices = body.findChild<NoticeBar*>();
+        qDebug() << "loading in detail";
+        QCoreApplication::processEvents();
+        QCOMPARE(notices->text(), QString("Ready"));
+        std::thread([] { fault("<b> can't be read"); }).join();
+        QTRY_COMPARE(notices->text(), QString("<b> can't be read"));
         QVERIFY(body.minimumSizeHint().width() < 1280);
     }
 
@@ -275,36 +280,56 @@ private Q_SLOTS:
         QCOMPARE(dark->text(), experiment_.i0[0]);
     }
 
-    void windowsComeBackWhereTheyStood()
+    /// What is floated, closed and chosen is there again; an unattended run neither reads it nor
+    /// writes it, and no session moves the window.
+    void theWorkbenchComesBackAsItWasLeft()
     {
         const QTemporaryDir store;
         QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, store.path());
-        const QRect place(50, 60, 700, 450);
+        const auto dock = [](Body& body, const char* name) {
+            return body.workbench().dock(QLatin1String(name));
+        };
+        QRect place;
         {
             Body first;
-            const QSize designed = first.size();
-            first.restoreWindows();
-            QCOMPARE(first.size(), designed); // nothing is kept yet
-            QVERIFY(!first.batchCtrl()->isVisible());
+            first.attend();
+            first.setWindowState(Qt::WindowNoState);
+            first.setGeometry(30, 40, 1200, 780);
             first.show();
-            first.batchCtrl()->setGeometry(place);
-            first.batchCtrl()->show();
+            QVERIFY(QTest::qWaitForWindowExposed(&first));
+            QVERIFY(dock(first, "BatchDock")->isHidden());
+            raisePanel(first.batchCtrl());
+            dock(first, "FitViewDock")->close();
+            first.workbench().openStep(Step::Spectrum);
+            first.workbench().setImageAlone(true);
+            place = first.geometry();
             // As a batch ends the program: the windows are closed in any order.
-            connect(&first.batch(), &BatchConductor::finishing, qApp,
-                    &QApplication::closeAllWindows);
             Q_EMIT first.batch().finishing();
         }
         {
             Body unattended;
             unattended.show();
+            QVERIFY(dock(unattended, "BatchDock")->isHidden());
             unattended.close();
         }
-        Body second;
-        QVERIFY(!second.batchCtrl()->isVisible());
-        second.restoreWindows();
-        QVERIFY(second.batchCtrl()->isVisible() && !second.analyzer()->isVisible());
-        QVERIFY(!isWindowStateStored("Analyzer"));
-        QCOMPARE(second.batchCtrl()->geometry(), place);
+        for (int session = 0; session < 3; ++session) {
+            Body again;
+            again.attend();
+            again.show();
+            QVERIFY(QTest::qWaitForWindowExposed(&again));
+            QCOMPARE(again.geometry(), place);
+            QVERIFY(!dock(again, "BatchDock")->isHidden());
+            QVERIFY(dock(again, "FitViewDock")->isHidden());
+            QCOMPARE(int(again.workbench().step()), int(Step::Spectrum));
+            QVERIFY(dock(again, "DataDock")->isHidden());
+            again.close();
+        }
+        Body reset;
+        reset.attend();
+        reset.show();
+        reset.workbench().resetLayout();
+        QVERIFY(!dock(reset, "DataDock")->isHidden());
+        QVERIFY(dock(reset, "BatchDock")->isHidden());
     }
 
     /// Each dialog has a title of its own, and the folder in which its kind was last used, in this
@@ -321,13 +346,11 @@ private Q_SLOTS:
             Body body;
             body.analyzer()->addNewRef(); // a later row is like the first ones
             QMap<QString, QFileDialog*> dialogs;
-            for (const QWidget* window : QApplication::topLevelWidgets()) {
-                for (LateDialog* late : window->findChildren<LateDialog*>()) {
-                    const QString title = late->get()->windowTitle();
-                    QVERIFY2(!title.isEmpty() && dialogs.value(title, late->get()) == late->get(),
-                             qPrintable(title));
-                    dialogs[title] = late->get();
-                }
+            for (LateDialog* late : body.findChildren<LateDialog*>()) {
+                const QString title = late->get()->windowTitle();
+                QVERIFY2(!title.isEmpty() && dialogs.value(title, late->get()) == late->get(),
+                         qPrintable(title));
+                dialogs[title] = late->get();
             }
             for (int i = 0; i < kinds.size() && !again; ++i) {
                 QVERIFY(QDir(dir.path()).mkdir(QString::number(i)));

@@ -89,7 +89,7 @@ private Q_SLOTS:
         box->setCurrentText("I0");
         QCOMPARE(table->uses().first()->currentText(), QString("-"));
         QVERIFY(o.button("FolderLoad")->isEnabled());
-        QCOMPARE(o.line("FolderPreview")->sign(), Sign::Look); // no start
+        QCOMPARE(o.line("FolderPreview")->sign(), Mark::LookHere); // no start
 
         QTest::keyClick(o.window.focusWidget(), Qt::Key_Escape);
         QCOMPARE(o.closed.size(), 1);

@@ -1,0 +1,54 @@
+#include "app/Panels.h"
+
+#include "analysis/Analyzer.h"
+#include "app/Messages.h"
+#include "batch/BatchCtrl.h"
+#include "calibration/CalibCtrl.h"
+#include "display/ImageBox.h"
+#include "display/XafsView.h"
+#include "output/SaveBox.h"
+#include "output/SaveDataCfg.h"
+#include "selection/DataBox.h"
+#include "selection/SpectrumBox.h"
+
+namespace {
+
+template<typename Panel>
+std::unique_ptr<Panel> named(const QString& name)
+{
+    auto panel = std::make_unique<Panel>();
+    panel->setObjectName(name);
+    return panel;
+}
+
+std::unique_ptr<XafsView> newSpectrumView(const QString& name, const QString& title)
+{
+    auto view = named<XafsView>(name);
+    view->setWindowTitle(title);
+    return view;
+}
+
+} // namespace
+
+Panels::Panels()
+    : imageBox(named<ImageBox>(QStringLiteral("ImageGroup")))
+    , dataBox(named<DataBox>(QStringLiteral("DataGroup")))
+    , spectrumBox(named<SpectrumBox>(QStringLiteral("SpectrumGroup")))
+    , calibCtrl(std::make_unique<CalibCtrl>())
+    , analyzer(std::make_unique<Analyzer>())
+    , saveBox(named<SaveBox>(QStringLiteral("SaveGroup")))
+    , saveDataCfg(std::make_unique<SaveDataCfg>())
+    , xafsView(newSpectrumView(QStringLiteral("XafsView"), tr("Spectrum at the position")))
+    , bgView(newSpectrumView(QStringLiteral("BGView"), tr("BG Specturm")))
+    , batchCtrl(std::make_unique<BatchCtrl>())
+    , messages(std::make_unique<Messages>())
+{
+}
+
+Panels::~Panels() = default;
+
+QVector<QWidget*> Panels::all() const
+{
+    return {batchCtrl.get(), analyzer.get(),  analyzer->view(),  xafsView.get(),
+            bgView.get(),    calibCtrl.get(), saveDataCfg.get(), messages.get()};
+}
