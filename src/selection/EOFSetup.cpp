@@ -5,9 +5,6 @@
 #include "common/TextItems.h"
 #include "display/FieldWidth.h"
 #include "display/NumberFields.h"
-#include "display/PanelForm.h"
-#include "display/ReadingOrder.h"
-#include "display/WheelGuard.h"
 #include "display/WrapLayout.h"
 #include "display/XafsFileSelect.h"
 #include "selection/EnergyPreview.h"
@@ -63,10 +60,7 @@ void EOFSetup::layOut()
         fitDigitsAtLeast(field, 9);
     fitDigitsAtLeast(ui_->Pattern, 9);
     fitDigits(ui_->Factor, 5);
-    fitButtons(*this);
     wrapLine(ui_->CalcLayout, ui_->ByCalcLayout);
-    guardWheel(this);
-    tabInReadingOrder(this);
     // Files that are dropped on them are the row's, which has the form; they would become text.
     for (QLineEdit* field : {ui_->Start, ui_->Delta, ui_->End, ui_->NumOfPoints, ui_->Spacing,
                              ui_->Pattern, ui_->Factor})
@@ -144,16 +138,19 @@ void EOFSetup::takeFrom(const EOFSetup& other)
         if (chosen->isChecked())
             button->setChecked(true);
     }
-    {
-        const QSignalBlocker quiet(ui_->RefFile); // its file has been read
-        const QString file = from.RefFile->fileName();
-        if (file.isEmpty())
-            ui_->RefFile->clear();
-        else
-            ui_->RefFile->load(file);
-    }
     units_.setD(other.units_.d);
     showSpacing();
+    takeReference(other);
+}
+
+void EOFSetup::takeReference(const EOFSetup& other)
+{
+    const QSignalBlocker quiet(ui_->RefFile); // its file has been read
+    const QString file = other.ui_->RefFile->fileName();
+    if (file.isEmpty())
+        ui_->RefFile->clear();
+    else
+        ui_->RefFile->load(file);
     setReferenceAngles(other.reference_);
 }
 

@@ -82,6 +82,7 @@ private:
     void connectSteps();
     void connectRule();
     void fillCrystals();
+    void takeReference(const EOFSetup& other);
     void setReferenceAngles(const ScanAngles& angles);
     void showSpacing();
     void endFollows();

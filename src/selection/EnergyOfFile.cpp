@@ -8,6 +8,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -110,6 +111,20 @@ FileEnergy energyOfFile(const EnergyRule& rule, const QString& fileName, int fNo
     default:
         return {byCalculation(rule, fNo), NameMatch::Number};
     }
+}
+
+QVector<double> plannedEnergies(const EnergyRule& rule)
+{
+    constexpr int mostFiles = 100000;
+    int files = 0;
+    if (rule.source == EnergyRule::ByCalculation)
+        files = rule.points;
+    else if (rule.source == EnergyRule::ByReference)
+        files = rule.reference.degrees.size();
+    QVector<double> energies;
+    for (int i = 0; i < std::min(files, mostFiles); ++i)
+        energies.append(energyOfFile(rule, QString(), i).eV);
+    return energies;
 }
 
 void NameMatches::add(NameMatch match, const QString& fileName)

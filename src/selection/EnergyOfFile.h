@@ -66,6 +66,10 @@ struct FileEnergy
 /// reference 8000 + fNo, visibly wrong on a plot; numbers past a list take its last angle.
 FileEnergy energyOfFile(const EnergyRule& rule, const QString& fileName, int fNo);
 
+/// Energies [eV] that the rule plans for before there are files: of its points, or of its scan
+/// file's angles; by name none. A number of points that no scan has is cut.
+QVector<double> plannedEnergies(const EnergyRule& rule);
+
 /// Files whose energies were looked for in their names, and those that had none.
 class NameMatches
 {

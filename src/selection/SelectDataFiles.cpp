@@ -6,7 +6,6 @@
 #include "display/FileDrop.h"
 #include "display/NumberFields.h"
 #include "display/PanelForm.h"
-#include "display/ReadingOrder.h"
 #include "display/WheelGuard.h"
 #include "display/WrapLayout.h"
 #include "selection/EOFSetup.h"
@@ -23,9 +22,6 @@ namespace {
 
 /// Of a file in the list: its place in the list of its load job. The energy is the item's data.
 constexpr int fileNumberRole = Qt::UserRole + 1;
-
-/// Files that a setup without files is previewed for: more than any scan has.
-constexpr int mostPreviewed = 100000;
 
 } // namespace
 
@@ -116,7 +112,6 @@ void SelectDataFiles::layOut()
     fitButtons(*this);
     wrapLine(ui_->RowsLayout, ui_->NumbersLayout);
     guardWheel(this);
-    tabInReadingOrder(this);
 }
 
 SelectDataFiles::~SelectDataFiles() = default;
@@ -130,11 +125,6 @@ void SelectDataFiles::setCaption(const QString& caption, const QString& stack)
     addSetup_->dialog()->setTitle(tr("Select Bad Pixels of %1").arg(caption));
     eofSetup_->setWindowTitle(caption + QStringLiteral(": ") + eofSetup_->windowTitle());
     addSetup_->setWindowTitle(caption + QStringLiteral(": ") + addSetup_->windowTitle());
-}
-
-void SelectDataFiles::offerCopyToI0()
-{
-    eofSetup_->offerCopyToI0();
 }
 
 double SelectDataFiles::addFile(const QString& name, int fNo)
@@ -211,20 +201,16 @@ void SelectDataFiles::showFiles()
     Q_EMIT filesChanged();
 }
 
-/// What the rule gives the files in the list, or, as long as there are none, those that it was made
+/// What the rule gives the files in the list, or, as long as there are none, those that it plans
 /// for. [eV]
 QVector<double> SelectDataFiles::energiesByRule() const
 {
     const EnergyRule rule = eofSetup_->rule();
+    if (ui_->Files->count() == 0)
+        return plannedEnergies(rule);
     QVector<double> energies;
     for (int i = 0; i < ui_->Files->count(); ++i)
         energies.append(energyOfFile(rule, ui_->Files->itemText(i), fileNumber(i)).eV);
-    if (ui_->Files->count() > 0 || rule.source == EnergyRule::ByName)
-        return energies;
-    const int planned =
-        rule.source == EnergyRule::ByCalculation ? rule.points : rule.reference.degrees.size();
-    for (int i = 0; i < qMin(planned, mostPreviewed); ++i)
-        energies.append(energyOfFile(rule, QString(), i).eV);
     return energies;
 }
 
@@ -307,26 +293,6 @@ void SelectDataFiles::setExposure(double ms, bool uniform)
                 : QStringLiteral("background-color: rgb(255, 192, 192); color: black;"));
 }
 
-bool SelectDataFiles::showLatest() const
-{
-    return addSetup_->showLatest();
-}
-
-bool SelectDataFiles::ignoreLive() const
-{
-    return addSetup_->ignoreLive();
-}
-
-const ErrPoints& SelectDataFiles::errPoints() const
-{
-    return addSetup_->errPoints();
-}
-
-void SelectDataFiles::useErrPoints(const QString& fname)
-{
-    addSetup_->useErrPoints(fname);
-}
-
 void SelectDataFiles::newImageSelected(int i)
 {
     Q_EMIT currentIndexChanged(i);
@@ -371,88 +337,8 @@ void SelectDataFiles::setCutL(int cutL)
     ui_->CutLast->setText(QString::number(cutL));
 }
 
-void SelectDataFiles::setShowLatest(bool f)
-{
-    addSetup_->setShowLatest(f);
-}
-
-void SelectDataFiles::setEngByName(bool f)
-{
-    eofSetup_->setByName(f);
-}
-
-void SelectDataFiles::setEngByCalc(bool f)
-{
-    eofSetup_->setByCalc(f);
-}
-
-void SelectDataFiles::setEngCalcStart(double start)
-{
-    eofSetup_->setStart(start);
-}
-
-void SelectDataFiles::setEngCalcDelta(double delta)
-{
-    eofSetup_->setDelta(delta);
-}
-
-void SelectDataFiles::setEngCalcEnd(double end)
-{
-    eofSetup_->setEnd(end);
-}
-
-void SelectDataFiles::setEngCalcNum(int num)
-{
-    eofSetup_->setNumOfPoints(num);
-}
-
-void SelectDataFiles::setEvenInEng(bool f)
-{
-    eofSetup_->setEvenInEnergy(f);
-}
-
-void SelectDataFiles::setEvenInDeg(bool f)
-{
-    eofSetup_->setEvenInEnergy(!f);
-}
-
-void SelectDataFiles::setDispUnit(int idx)
-{
-    eofSetup_->setUnit(idx);
-}
-
-void SelectDataFiles::setEngByNameRegExp(const QString& pattern)
-{
-    eofSetup_->setPattern(pattern);
-}
-
-void SelectDataFiles::setEngByNameFactor(double factor)
-{
-    eofSetup_->setFactor(factor);
-}
-
 void SelectDataFiles::setExpTimeMS(double ms, bool ok)
 {
     if (ok)
         ui_->Exposure->setText(fieldText(ms));
-}
-
-void SelectDataFiles::setEngByRef(const QString& fname)
-{
-    eofSetup_->setReference(fname);
-}
-
-void SelectDataFiles::setCrystalD(const QString& spacing)
-{
-    eofSetup_->setSpacing(spacing);
-}
-
-void SelectDataFiles::darkArea(const T20& area)
-{
-    addSetup_->darkArea(area);
-}
-
-void SelectDataFiles::noDarkArea()
-{
-    addSetup_->noDarkArea();
 }

@@ -2,8 +2,6 @@
 
 #include "common/SafeInt.h"
 #include "display/FileDialogs.h"
-#include "display/PanelForm.h"
-#include "display/ReadingOrder.h"
 #include "display/WrapLayout.h"
 #include "ui_SelectDataFilesAdditionalSetup.h"
 
@@ -19,9 +17,7 @@ SelectDataFilesAdditionalSetup::SelectDataFilesAdditionalSetup(QWidget* parent)
           this))
 {
     ui_->setupUi(this);
-    fitButtons(*this);
     wrapLine(ui_->ErrPsLayout, ui_->ErrPsButtons);
-    tabInReadingOrder(this);
     connect(ui_->SelectErrPsDef, &QPushButton::clicked, errPsDialog_, &LateDialog::show);
     connect(errPsDialog_, &LateDialog::fileSelected, this,
             &SelectDataFilesAdditionalSetup::errPsDefSelected);
