@@ -57,11 +57,9 @@ public:
             body.stacks().loadedI1(viewerImage(i, true).release(), i);
             body.stacks().loadedI0(viewerImage(i, false).release(), i);
         }
+        body.attend();
+        body.resize(1920, 1080);
         body.show();
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (qobject_cast<XafsView*>(window))
-                window->show();
-        }
         QCoreApplication::processEvents();
     }
 

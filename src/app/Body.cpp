@@ -47,6 +47,7 @@
 
 namespace {
 
+const auto programName = QStringLiteral("Morvenkite");
 constexpr QSize firstSize(1280, 800); ///< of a window that nobody has placed
 
 /// What the docks lie round: the image, with room for the pages that cover it.
@@ -66,7 +67,7 @@ Body::Body(QWidget* parent)
     : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("Body"));
-    setWindowTitle(QStringLiteral("Morvenkite"));
+    setWindowTitle(programName);
     resize(firstSize);
     panels_ = std::make_unique<Panels>();
     theColorBar = panels_->imageBox->bar();

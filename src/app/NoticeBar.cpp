@@ -11,13 +11,13 @@ NoticeBar::NoticeBar(QWidget* parent)
     , mark_(new QLabel(this))
     , line_(new ElidedLabel(this))
 {
+    mark_->hide();
     setObjectName(QStringLiteral("NoticeBar"));
     line_->setObjectName(QStringLiteral("Notice"));
     auto* const row = new QHBoxLayout(this);
     row->setContentsMargins(6, 0, 6, 0);
     row->addWidget(mark_);
     row->addWidget(line_, 1);
-    mark_->hide();
     setCursor(Qt::PointingHandCursor);
     notice(tr("Ready"), Mark::Done);
 }

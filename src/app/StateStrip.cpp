@@ -18,10 +18,10 @@ StateStrip::StateStrip(QWidget* parent)
     , sentence_(new QLabel(this))
     , button_(new QPushButton(this))
 {
+    sentence_->setWordWrap(true);
     setObjectName(QStringLiteral("StateStrip"));
     sentence_->setObjectName(QStringLiteral("Sentence"));
     button_->setObjectName(QStringLiteral("MendIt"));
-    sentence_->setWordWrap(true);
     sentence_->setTextFormat(Qt::PlainText);
     button_->hide();
     auto* const row = new QHBoxLayout(this);

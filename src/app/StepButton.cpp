@@ -8,11 +8,11 @@
 
 namespace {
 
-constexpr int margin = 6;          ///< left and right of all
-constexpr int above = 5;           ///< above and below
-constexpr int barHeight = 3;       ///< of the line below the step that is open
-constexpr int leastLine = 96;      ///< of a state [pixels]
-constexpr int usualHeight = 54;    ///< [pixels]
+constexpr int margin = 6;         ///< left and right of all
+constexpr int above = 5;          ///< above and below
+constexpr int barHeight = 3;      ///< of the line below the step that is open
+constexpr int leastLine = 96;     ///< of a state [pixels]
+constexpr int usualHeight = 54;   ///< [pixels]
 constexpr double lineShare = 0.9; ///< size of a state's text, of the font
 
 constexpr int lineFlags = Qt::AlignLeft | Qt::AlignTop | Qt::TextWordWrap;

@@ -54,7 +54,7 @@ std::optional<StepState> unreadableState(const StepFacts& facts, Step step)
 QString countsText(const StepFacts& f)
 {
     const QString i1 = QString::number(f.i1.images);
-    return f.i0.images == 0 ? i1 : Words::tr("%1 + %2").arg(f.i1.images).arg(f.i0.images);
+    return f.i0.images == 0 ? i1 : QStringLiteral("%1 + %2").arg(f.i1.images).arg(f.i0.images);
 }
 
 /// What is wrong with the images, the worst first.
@@ -68,7 +68,7 @@ std::optional<StepState> dataFault(const StepFacts& f)
     for (const auto& [name, stack] : {std::pair{"I1", &f.i1}, std::pair{"I0", &f.i0}}) {
         if (stack->images > 0 && !stack->energyDoubt.isEmpty())
             return StepState{Mark::LookHere, Words::tr("energies not set"),
-                             Words::tr("%1: %2").arg(QLatin1String(name), stack->energyDoubt),
+                             QStringLiteral("%1: %2").arg(QLatin1String(name), stack->energyDoubt),
                              Mend::SetEnergies};
     }
     for (const auto& [name, stack] : {std::pair{"I1", &f.i1}, std::pair{"I0", &f.i0}}) {

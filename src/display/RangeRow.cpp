@@ -19,9 +19,12 @@ constexpr int fieldMargin = 10; ///< round the number in a field [pixels]
 
 /// By the number of the rule; behind them what stands for a range that was given.
 constexpr std::array<const char*, rangeRules + 1> ruleTexts = {
-    QT_TRANSLATE_NOOP("RangeRow", "1 - 99 %"),   QT_TRANSLATE_NOOP("RangeRow", "0.1 - 99.9 %"),
-    QT_TRANSLATE_NOOP("RangeRow", "5 - 95 %"),   QT_TRANSLATE_NOOP("RangeRow", "All values"),
-    QT_TRANSLATE_NOOP("RangeRow", "Each image"), QT_TRANSLATE_NOOP("RangeRow", "Typed")};
+    "1 - 99 %",
+    "0.1 - 99.9 %",
+    "5 - 95 %", // the same in every language
+    QT_TRANSLATE_NOOP("RangeRow", "All values"),
+    QT_TRANSLATE_NOOP("RangeRow", "Each image"),
+    QT_TRANSLATE_NOOP("RangeRow", "Typed")};
 constexpr int typedIndex = rangeRules;
 
 constexpr std::array<const char*, rampCount> rampTexts = {

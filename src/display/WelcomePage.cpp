@@ -151,8 +151,8 @@ void WelcomePage::setRecentFolders(const QStringList& paths)
         link->setTextFormat(Qt::RichText);
         link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
         link->setWordWrap(true);
-        link->setText(QStringLiteral("<a href=\"open\">%1</a> &nbsp; %2")
-                          .arg(QDir(path).dirName().toHtmlEscaped(),
+        const QString text = QStringLiteral("<a href=\"open\">%1</a> &nbsp; %2");
+        link->setText(text.arg(QDir(path).dirName().toHtmlEscaped(),
                                QFileInfo(shown).path().toHtmlEscaped()));
         link->setToolTip(shown.toHtmlEscaped());
         connect(link, &QLabel::linkActivated, this, [this, path] { Q_EMIT openRecent(path); });

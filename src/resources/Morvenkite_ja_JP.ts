@@ -2,14 +2,41 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
+    <name>AnalysisConductor</name>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>No analysis is chosen: check the box above</source>
+        <translation>解析が選ばれていない: 上のボックスをチェックする</translation>
+    </message>
+    <message>
+        <source>No reference in use: load one above</source>
+        <translation>使用中の参照がない: 上で読み込む</translation>
+    </message>
+    <message>
+        <source>The selected area lies outside the image</source>
+        <translation>選択領域が画像の外にある</translation>
+    </message>
+    <message>
+        <source>No reference in use has a point inside the fitting range and the scan</source>
+        <translation>使用中の参照に、フィット範囲とスキャンの中の点がない</translation>
+    </message>
+    <message>
+        <source>%1 blocks of %2 x %3 pixels, selected area</source>
+        <translation>%2 x %3 画素のブロック %1 個、選択領域</translation>
+    </message>
+    <message>
+        <source>%1 blocks of %2 x %3 pixels, whole image</source>
+        <translation>%2 x %3 画素のブロック %1 個、画像全体</translation>
+    </message>
+</context>
+<context>
     <name>Analyzer</name>
     <message>
         <source>Analyzer</source>
         <translation>解析</translation>
-    </message>
-    <message>
-        <source>LCF / MLCF Analysis</source>
-        <translation>LCF / MLCF 解析</translation>
     </message>
     <message>
         <source>Exec. LCF / MLCF Analysis</source>
@@ -66,10 +93,6 @@
     <message>
         <source>Analyze</source>
         <translation>解析実行</translation>
-    </message>
-    <message>
-        <source>Analyse each block of the selected area; stops a running analysis</source>
-        <translation>選択領域の各ブロックを解析する。実行中は解析を停止する</translation>
     </message>
     <message>
         <source>Image Type:</source>
@@ -154,6 +177,82 @@
     <message>
         <source>Stop</source>
         <translation>停止</translation>
+    </message>
+    <message>
+        <source>Load References...</source>
+        <translation>参照を読み込む...</translation>
+    </message>
+    <message>
+        <source>Choose files of references, many at once: they come into the rows that are empty</source>
+        <translation>参照ファイルを選ぶ (複数可)。空の行に順に入る</translation>
+    </message>
+    <message>
+        <source>Show, Use</source>
+        <translation>表示, 使用</translation>
+    </message>
+    <message>
+        <source>Reference</source>
+        <translation>参照</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation>Δμt</translation>
+    </message>
+    <message>
+        <source>dE [eV]</source>
+        <translation>dE [eV]</translation>
+    </message>
+    <message>
+        <source>Load References</source>
+        <translation>参照の読み込み</translation>
+    </message>
+    <message>
+        <source>XAFS Data File (*.dat)</source>
+        <translation>XAFS データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Start of the fitting range</source>
+        <translation>フィット範囲の始め</translation>
+    </message>
+    <message>
+        <source>End of the fitting range</source>
+        <translation>フィット範囲の終わり</translation>
+    </message>
+    <message>
+        <source>Least DMut of the fixed scale</source>
+        <translation>固定スケールの Δµt 最小値</translation>
+    </message>
+    <message>
+        <source>Greatest DMut of the fixed scale</source>
+        <translation>固定スケールの Δµt 最大値</translation>
+    </message>
+    <message>
+        <source>Least ratio of the fixed scale</source>
+        <translation>固定スケールの比率最小値</translation>
+    </message>
+    <message>
+        <source>Greatest ratio of the fixed scale</source>
+        <translation>固定スケールの比率最大値</translation>
+    </message>
+    <message>
+        <source>dE of reference %1</source>
+        <translation>参照 %1 の dE</translation>
+    </message>
+    <message>
+        <source>Stop the analysis; the maps keep what is done</source>
+        <translation>解析を停止する (終わった部分はマップに残る)</translation>
+    </message>
+    <message>
+        <source>Analyse each block of the selected area</source>
+        <translation>選択領域の各ブロックを解析する</translation>
+    </message>
+    <message>
+        <source>stopped at %1 %</source>
+        <translation>%1 % で停止</translation>
     </message>
 </context>
 <context>
@@ -243,10 +342,6 @@
         <translation>バッチファイルを読み込む</translation>
     </message>
     <message>
-        <source>Nothing starts: the run before has ended, and needs &quot;Stop&quot; first</source>
-        <translation>開始できません: 前の実行は終わっています。先に「停止」を押してください</translation>
-    </message>
-    <message>
         <source>Waiting since %1 for line %2: %3</source>
         <translation>%1 から %2 行目を待っています: %3</translation>
     </message>
@@ -258,60 +353,51 @@
         <source>These are %1 lines, too many to be shown. They can be run.</source>
         <translation>%1 行あり、表示するには多すぎます。実行はできます。</translation>
     </message>
+    <message>
+        <source>A run is under way: &quot;Exec.&quot; puts this text in place of its rest</source>
+        <translation>バッチを実行中: &quot;実行&quot; は残りをこのテキストに置き換える</translation>
+    </message>
+    <message>
+        <source>A run has ended: press &quot;Stop&quot;, then &quot;Exec.&quot; starts the next</source>
+        <translation>バッチは終了した: &quot;停止&quot; を押すと &quot;実行&quot; で次を始められる</translation>
+    </message>
 </context>
 <context>
     <name>Body</name>
     <message>
-        <source>Spectrum</source>
-        <translation>スペクトル</translation>
+        <source>Registration is not available in this version</source>
+        <translation>位置合わせはこの版では使えません</translation>
     </message>
     <message>
-        <source>Windows</source>
-        <translation>ウィンドウ</translation>
+        <source>Maps Not Saved</source>
+        <translation>マップ未保存</translation>
     </message>
     <message>
-        <source>Spectrum under the cursor</source>
-        <translation>カーソル位置のスペクトル</translation>
+        <source>The maps of the last analysis are not saved.</source>
+        <translation>最後の解析のマップが保存されていません。</translation>
+    </message>
+</context>
+<context>
+    <name>CalibConductor</name>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
     </message>
     <message>
-        <source>Energy calibration across the detector</source>
-        <translation>検出器面内のエネルギー較正</translation>
+        <source>No standard: select its file above</source>
+        <translation>標準試料がない: 上でファイルを選ぶ</translation>
     </message>
     <message>
-        <source>Calibration</source>
-        <translation>較正</translation>
+        <source>The selected area lies outside the image</source>
+        <translation>選択領域が画像の外にある</translation>
     </message>
     <message>
-        <source>Fits and maps</source>
-        <translation>フィットとマップ</translation>
+        <source>No shift map</source>
+        <translation>シフトマップなし</translation>
     </message>
     <message>
-        <source>Analyzer</source>
-        <translation>解析</translation>
-    </message>
-    <message>
-        <source>Quality of the data and dark check</source>
-        <translation>データの品質とダークの確認</translation>
-    </message>
-    <message>
-        <source>Analyzer2</source>
-        <translation>解析2</translation>
-    </message>
-    <message>
-        <source>Registration of shifted images</source>
-        <translation>ずれた画像の位置合わせ</translation>
-    </message>
-    <message>
-        <source>Img. Proc.</source>
-        <translation>画像処理</translation>
-    </message>
-    <message>
-        <source>Batch text, its run and its log</source>
-        <translation>バッチの編集・実行・ログ</translation>
-    </message>
-    <message>
-        <source>Batch Ctrl.</source>
-        <translation>バッチ</translation>
+        <source>No edge energy: select the standard or type it</source>
+        <translation>吸収端エネルギーがない: 標準試料を選ぶか入力する</translation>
     </message>
 </context>
 <context>
@@ -589,10 +675,6 @@
         <translation>中央値</translation>
     </message>
     <message>
-        <source>Median of the shifts: half of them lie below [eV]</source>
-        <translation>シフトの中央値: 半数はこれより小さい [eV]</translation>
-    </message>
-    <message>
         <source>MAD</source>
         <translation>MAD</translation>
     </message>
@@ -600,16 +682,60 @@
         <source>Median absolute deviation: half of the shifts lie nearer to their median [eV]</source>
         <translation>中央絶対偏差: 半数のシフトは中央値からこの値以内にある [eV]</translation>
     </message>
+    <message>
+        <source>Median of the shifts of the map in force: half of them lie below [eV]</source>
+        <translation>有効なマップのシフトの中央値。半数がこれより小さい [eV]</translation>
+    </message>
+    <message>
+        <source>Spread</source>
+        <translation>広がり</translation>
+    </message>
+    <message>
+        <source>How far the shifts lie from their median, little moved by outliers: 1.4826 times the median distance [eV]</source>
+        <translation>シフトの中央値からの広がり。外れ値の影響は小さい。中央値からの距離の中央値の 1.4826 倍 [eV]</translation>
+    </message>
+    <message>
+        <source>No shift map</source>
+        <translation>シフトマップなし</translation>
+    </message>
+    <message>
+        <source>Edge energy of the standard</source>
+        <translation>標準試料の吸収端エネルギー</translation>
+    </message>
+    <message>
+        <source>No map was replaced yet</source>
+        <translation>置き換えられたマップはまだない</translation>
+    </message>
 </context>
 <context>
     <name>CursorConductor</name>
     <message>
-        <source>Map: shift [eV]</source>
-        <translation>マップ: シフト [eV]</translation>
+        <source>I0 counts</source>
+        <translation>I0 カウント</translation>
     </message>
     <message>
-        <source>Map value</source>
-        <translation>マップの値</translation>
+        <source>mu t</source>
+        <translation>μt</translation>
+    </message>
+    <message>
+        <source>Shift [eV]</source>
+        <translation>シフト [eV]</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation>Δμt</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>比率</translation>
+    </message>
+    <message>
+        <source>Residual</source>
+        <translation>残差</translation>
+    </message>
+    <message>
+        <source>Shift of the edge [eV]</source>
+        <translation>吸収端のシフト [eV]</translation>
     </message>
 </context>
 <context>
@@ -722,10 +848,6 @@
         <translation>ファイルのエネルギー</translation>
     </message>
     <message>
-        <source>Energy from the file name</source>
-        <translation>ファイル名から求める</translation>
-    </message>
-    <message>
         <source>By Name</source>
         <translation>ファイル名</translation>
     </message>
@@ -752,10 +874,6 @@
     <message>
         <source>Multiplier to eV; 1000 for names in keV</source>
         <translation>eV に換算する係数。keV のファイル名では 1000</translation>
-    </message>
-    <message>
-        <source>Energy by calculation</source>
-        <translation>計算で求める</translation>
     </message>
     <message>
         <source>By Calculation</source>
@@ -814,10 +932,6 @@
         <translation>開始から終了までの間隔の数</translation>
     </message>
     <message>
-        <source>Energy from a scan file</source>
-        <translation>スキャンファイルから求める</translation>
-    </message>
-    <message>
         <source>By Reference</source>
         <translation>参照ファイル</translation>
     </message>
@@ -845,6 +959,30 @@
         <source>Give the files already loaded their energies anew</source>
         <translation>読み込み済みのファイルのエネルギーを計算し直す</translation>
     </message>
+    <message>
+        <source>Energies that the files get by this setup</source>
+        <translation>この設定で各ファイルに割り当てられるエネルギー</translation>
+    </message>
+    <message>
+        <source>X ax.: eV</source>
+        <translation>X 軸: eV</translation>
+    </message>
+    <message>
+        <source>Unit of the energies in the setup</source>
+        <translation>設定で使うエネルギーの単位</translation>
+    </message>
+    <message>
+        <source>Copy to I0</source>
+        <translation>I0 にコピー</translation>
+    </message>
+    <message>
+        <source>Give the I0 files the same setup; those already loaded follow with their own Apply</source>
+        <translation>I0 のファイルにも同じ設定を使う。読み込み済みの I0 には、I0 側の「適用」で反映する</translation>
+    </message>
+    <message>
+        <source>X ax.: %1</source>
+        <translation>X 軸: %1</translation>
+    </message>
 </context>
 <context>
     <name>EShiftMapDialog</name>
@@ -859,6 +997,165 @@
     <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>EnergyPreview</name>
+    <message>
+        <source>no files</source>
+        <translation>ファイルなし</translation>
+    </message>
+    <message>
+        <source>1 file at %1 eV</source>
+        <translation>1 ファイル、%1 eV</translation>
+    </message>
+    <message>
+        <source>2 files at %1 and %2 eV</source>
+        <translation>2 ファイル、%1 と %2 eV</translation>
+    </message>
+    <message>
+        <source>%1 files at %2, %3 ... %4 eV</source>
+        <translation>%1 ファイル、%2, %3 ... %4 eV</translation>
+    </message>
+    <message>
+        <source>no energies of X-rays</source>
+        <translation>X 線のエネルギーではありません</translation>
+    </message>
+    <message>
+        <source>energies do not rise: %1, then %2 eV</source>
+        <translation>エネルギーが増加しません: %1 の次が %2 eV</translation>
+    </message>
+</context>
+<context>
+    <name>FolderConductor</name>
+    <message>
+        <source>No images in %1 and its folders</source>
+        <translation>%1 とその下のフォルダに画像がない</translation>
+    </message>
+    <message>
+        <source>No image of I1 could be read</source>
+        <translation>I1 の画像を 1 枚も読めなかった</translation>
+    </message>
+</context>
+<context>
+    <name>FolderContents</name>
+    <message>
+        <source>Only %1 of %2 folders were looked through.</source>
+        <translation>%2 個のフォルダのうち %1 個だけを調べた</translation>
+    </message>
+    <message>
+        <source>Only the first %1 files were looked at.</source>
+        <translation>最初の %1 個のファイルだけを調べた</translation>
+    </message>
+    <message>
+        <source>Only the %1 largest of %2 series are shown.</source>
+        <translation>%2 組のうちファイル数の多い %1 組だけを表示</translation>
+    </message>
+    <message>
+        <source>No images that can be read: %1</source>
+        <translation>読める画像ではない: %1</translation>
+    </message>
+    <message>
+        <source>Only the first %1 of %2 text files were looked at.</source>
+        <translation>%2 個のテキストファイルのうち最初の %1 個だけを調べた</translation>
+    </message>
+    <message>
+        <source>The folder %1 can&apos;t be read</source>
+        <translation>フォルダ %1 を読めない</translation>
+    </message>
+</context>
+<context>
+    <name>FolderDialog</name>
+    <message>
+        <source>Open Folder</source>
+        <translation>フォルダを開く</translation>
+    </message>
+</context>
+<context>
+    <name>FolderQuestion</name>
+    <message>
+        <source>Found in %1</source>
+        <translation>%1 の内容</translation>
+    </message>
+    <message>
+        <source>Load 1 reference spectrum into the analysis</source>
+        <translation>参照スペクトル 1 個を解析に読み込む</translation>
+    </message>
+    <message>
+        <source>Load %1 reference spectra into the analysis</source>
+        <translation>参照スペクトル %1 個を解析に読み込む</translation>
+    </message>
+    <message>
+        <source>Mend the bad pixels of %1</source>
+        <translation>%1 の不良画素を補正する</translation>
+    </message>
+    <message>
+        <source>Mend the bad pixels of</source>
+        <translation>次のリストの不良画素を補正する</translation>
+    </message>
+    <message>
+        <source>The names of I1 and I0 hold no energies that rise</source>
+        <translation>I1 と I0 のファイル名に増加するエネルギーがない</translation>
+    </message>
+    <message>
+        <source>Energies not set: type the energy of the first image</source>
+        <translation>エネルギーが未設定: 最初の画像のエネルギーを入力する</translation>
+    </message>
+    <message>
+        <source>I0: %1</source>
+        <translation>I0: %1</translation>
+    </message>
+    <message>
+        <source>The dark image has other pixels than I1</source>
+        <translation>ダーク画像の画素数が I1 と異なる</translation>
+    </message>
+    <message>
+        <source>Of %1 dark images the first is used</source>
+        <translation>%1 枚のダーク画像のうち最初の 1 枚を使う</translation>
+    </message>
+    <message>
+        <source>Choose the series of I1</source>
+        <translation>I1 の組を選ぶ</translation>
+    </message>
+    <message>
+        <source>Load %1 images</source>
+        <translation>%1 枚を読み込む</translation>
+    </message>
+    <message>
+        <source>Load %1 + %2 images</source>
+        <translation>%1 + %2 枚を読み込む</translation>
+    </message>
+    <message>
+        <source>Load 1 image</source>
+        <translation>1 枚を読み込む</translation>
+    </message>
+    <message>
+        <source>Load</source>
+        <translation>読み込む</translation>
+    </message>
+    <message>
+        <source>Energies of I1 and I0</source>
+        <translation>I1 と I0 のエネルギー</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>開始</translation>
+    </message>
+    <message>
+        <source>From the names</source>
+        <translation>ファイル名から</translation>
+    </message>
+    <message>
+        <source>Step</source>
+        <translation>間隔</translation>
+    </message>
+    <message>
+        <source>(none found)</source>
+        <translation>(見つからない)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
     </message>
 </context>
 <context>
@@ -1022,10 +1319,6 @@
 <context>
     <name>ImageBox</name>
     <message>
-        <source>Image</source>
-        <translation>画像</translation>
-    </message>
-    <message>
         <source>Show the sample images (I1)</source>
         <translation>試料画像 (I1) を表示する</translation>
     </message>
@@ -1082,16 +1375,8 @@
         <translation>カーソルを通る縦断面</translation>
     </message>
     <message>
-        <source>Scale of the image; drag its two handles to spread the greys</source>
-        <translation>画像のスケール。2 つのハンドルをドラッグして階調を調整する</translation>
-    </message>
-    <message>
         <source>Horizontal section through the cursor</source>
         <translation>カーソルを通る横断面</translation>
-    </message>
-    <message>
-        <source>Draw all images of the stack by the handles of the scale</source>
-        <translation>スケールのハンドルに合わせてスタックの全画像を描き直す</translation>
     </message>
     <message>
         <source>Set All</source>
@@ -1169,6 +1454,38 @@
         <source>Dark level under the cursor [counts]</source>
         <translation>カーソル位置のダークレベル [カウント]</translation>
     </message>
+    <message>
+        <source>The map on show</source>
+        <translation>表示中のマップ</translation>
+    </message>
+    <message>
+        <source>Scale of the image; drag its two handles to spread the colours, double click for the automatic scale</source>
+        <translation>画像のスケール。2 本のハンドルをドラッグすると配色が広がり、ダブルクリックで自動に戻ります</translation>
+    </message>
+    <message>
+        <source>The scale follows the values again</source>
+        <translation>スケールを再び値に合わせます</translation>
+    </message>
+    <message>
+        <source>Auto</source>
+        <translation>自動</translation>
+    </message>
+    <message>
+        <source>Draw all images of the stack over the scale of this one</source>
+        <translation>この画像のスケールでスタックの全画像を描きます</translation>
+    </message>
+    <message>
+        <source>Energy of the image</source>
+        <translation>画像のエネルギー</translation>
+    </message>
+    <message>
+        <source>Drag over the image to select an area first</source>
+        <translation>先に画像の上をドラッグして領域を選択してください</translation>
+    </message>
+    <message>
+        <source>%1 eV</source>
+        <translation>%1 eV</translation>
+    </message>
 </context>
 <context>
     <name>LCFReference</name>
@@ -1189,16 +1506,8 @@
         <translation>直近の単独フィットでのこの参照スペクトルの重み [%]</translation>
     </message>
     <message>
-        <source>dMut</source>
-        <translation>Δμt</translation>
-    </message>
-    <message>
         <source>Edge step that this reference carries in the last single fit: weight times the step of the spectrum</source>
         <translation>直近の単独フィットでこの参照スペクトルが担う吸収端ジャンプ: 重み × スペクトルのジャンプ</translation>
-    </message>
-    <message>
-        <source>dE [eV]</source>
-        <translation>dE [eV]</translation>
     </message>
     <message>
         <source>Energy shift of the reference [eV], taken off its energies</source>
@@ -1227,6 +1536,14 @@
     <message>
         <source>Normalise the reference with Victoreen lines instead of straight ones</source>
         <translation>参照スペクトルを直線ではなく Victoreen 曲線で規格化する</translation>
+    </message>
+    <message>
+        <source>Choose or clear the file; edge and background of this reference</source>
+        <translation>ファイルの選択と解除、この参照の吸収端とバックグラウンド</translation>
+    </message>
+    <message>
+        <source>More of this reference</source>
+        <translation>この参照の詳細</translation>
     </message>
 </context>
 <context>
@@ -1375,6 +1692,78 @@
         <source>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;Viewer and analyser for imaging XAFS measurements&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</source>
         <translation>&lt;h3&gt;Morvenkite %1&lt;/h3&gt;&lt;p&gt;イメージング XAFS 測定データの表示・解析プログラム&lt;/p&gt;&lt;p&gt;Qt %2&lt;/p&gt;</translation>
     </message>
+    <message>
+        <source>Open &amp;Folder...</source>
+        <translation>フォルダを開く(&amp;F)...</translation>
+    </message>
+    <message>
+        <source>A&amp;nalyze or Stop</source>
+        <translation>解析または停止(&amp;n)</translation>
+    </message>
+    <message>
+        <source>Stop &amp;Everything</source>
+        <translation>すべて停止(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Image A&amp;lone</source>
+        <translation>画像だけ(&amp;l)</translation>
+    </message>
+    <message>
+        <source>&amp;Data Step</source>
+        <translation>データ(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Spectrum S&amp;tep</source>
+        <translation>スペクトル設定(&amp;t)</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve Step</source>
+        <translation>保存(&amp;v)</translation>
+    </message>
+    <message>
+        <source>Analyzing S&amp;pectrum</source>
+        <translation>解析中のスペクトル(&amp;p)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Region</source>
+        <translation>次の領域(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Reset Layout</source>
+        <translation>配置を戻す(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Recent Folders</source>
+        <translation>最近のフォルダ(&amp;R)</translation>
+    </message>
+    <message>
+        <source>No folder was opened yet</source>
+        <translation>まだ開いたフォルダはありません</translation>
+    </message>
+    <message>
+        <source>S&amp;quare Pixels</source>
+        <translation>正方画素(&amp;q)</translation>
+    </message>
+    <message>
+        <source>S&amp;ections</source>
+        <translation>断面(&amp;e)</translation>
+    </message>
+    <message>
+        <source>C&amp;olours</source>
+        <translation>配色(&amp;o)</translation>
+    </message>
+    <message>
+        <source>As the &amp;Desktop</source>
+        <translation>デスクトップに合わせる(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>明るい(&amp;L)</translation>
+    </message>
+    <message>
+        <source>D&amp;ark</source>
+        <translation>暗い(&amp;a)</translation>
+    </message>
 </context>
 <context>
     <name>Messages</name>
@@ -1417,6 +1806,24 @@
     <message>
         <source>Copy what is selected, or all messages, to the clipboard</source>
         <translation>選択部分、またはすべてのメッセージをクリップボードにコピーする</translation>
+    </message>
+</context>
+<context>
+    <name>NoticeBar</name>
+    <message>
+        <source>Ready</source>
+        <translation>準備完了</translation>
+    </message>
+</context>
+<context>
+    <name>NumberFields</name>
+    <message>
+        <source>This is no whole number: it counts as 0</source>
+        <translation>整数ではないため 0 として扱われます</translation>
+    </message>
+    <message>
+        <source>This is no number: it counts as 0</source>
+        <translation>数値ではないので 0 とみなします</translation>
     </message>
 </context>
 <context>
@@ -1467,14 +1874,84 @@
     </message>
 </context>
 <context>
-    <name>ProgressSum</name>
+    <name>PairDoubt</name>
     <message>
-        <source>%1 s left</source>
-        <translation>残り %1 秒</translation>
+        <source>I1 has %1 pixels, I0 %2: they do not belong together</source>
+        <translation>画素数が I1 は %1、I0 は %2 で、組にならない</translation>
     </message>
     <message>
-        <source>%1 min %2 s left</source>
-        <translation>残り %1 分 %2 秒</translation>
+        <source>I1 has %1 images, I0 %2</source>
+        <translation>画像数: I1 は %1、I0 は %2</translation>
+    </message>
+</context>
+<context>
+    <name>Panels</name>
+    <message>
+        <source>Spectrum at the position</source>
+        <translation>カーソル位置のスペクトル</translation>
+    </message>
+    <message>
+        <source>BG Specturm</source>
+        <translation>BG スペクトル</translation>
+    </message>
+</context>
+<context>
+    <name>RangeRow</name>
+    <message>
+        <source>All values</source>
+        <translation>すべての値</translation>
+    </message>
+    <message>
+        <source>Each image</source>
+        <translation>画像ごと</translation>
+    </message>
+    <message>
+        <source>Typed</source>
+        <translation>入力値</translation>
+    </message>
+    <message>
+        <source>Grey</source>
+        <translation>グレー</translation>
+    </message>
+    <message>
+        <source>Hot</source>
+        <translation>ホット</translation>
+    </message>
+    <message>
+        <source>Viridis</source>
+        <translation>Viridis</translation>
+    </message>
+    <message>
+        <source>Cividis</source>
+        <translation>Cividis</translation>
+    </message>
+    <message>
+        <source>Scale</source>
+        <translation>スケール</translation>
+    </message>
+    <message>
+        <source>Scale Min.</source>
+        <translation>スケール最小</translation>
+    </message>
+    <message>
+        <source>Value of the lowest colour</source>
+        <translation>最も低い色の値</translation>
+    </message>
+    <message>
+        <source>Scale Max.</source>
+        <translation>スケール最大</translation>
+    </message>
+    <message>
+        <source>Value of the highest colour</source>
+        <translation>最も高い色の値</translation>
+    </message>
+    <message>
+        <source>Colours of image and bar</source>
+        <translation>画像とバーの配色</translation>
+    </message>
+    <message>
+        <source>Share of the values that the scale spans</source>
+        <translation>スケールが含む値の割合</translation>
     </message>
 </context>
 <context>
@@ -1661,6 +2138,10 @@
         <source>Tiff File (*.tif)</source>
         <translation>TIFF ファイル (*.tif)</translation>
     </message>
+    <message>
+        <source>%1 could not be written, see Messages</source>
+        <translation>%1 を書き込めませんでした。メッセージを見てください</translation>
+    </message>
 </context>
 <context>
     <name>SaveDataCfg</name>
@@ -1764,6 +2245,14 @@
         <source>Cut values outside the scale to its ends; without it they wrap round in an image of one value for each pixel</source>
         <translation>スケール外の値を端の値に置き換える。オフにすると、画素ごとに 1 値の画像では値が一周して折り返す</translation>
     </message>
+    <message>
+        <source>Scale Min</source>
+        <translation>スケール最小</translation>
+    </message>
+    <message>
+        <source>Scale Max</source>
+        <translation>スケール最大</translation>
+    </message>
 </context>
 <context>
     <name>SelectDataFiles</name>
@@ -1860,18 +2349,6 @@
         <translation>画像の露光時間 [ms]。ファイルから読み取り、不揃いのときは赤で示す。変更可</translation>
     </message>
     <message>
-        <source>X ax.: eV</source>
-        <translation>X 軸: eV</translation>
-    </message>
-    <message>
-        <source>Unit of the energies in the setup</source>
-        <translation>設定で使うエネルギーの単位</translation>
-    </message>
-    <message>
-        <source>X ax.: %1</source>
-        <translation>X 軸: %1</translation>
-    </message>
-    <message>
         <source>Select %1</source>
         <translation>%1を選択</translation>
     </message>
@@ -1882,6 +2359,18 @@
     <message>
         <source>Select Bad Pixels of %1</source>
         <translation>%1の不良画素を選択</translation>
+    </message>
+    <message>
+        <source>Energies of the files that are loaded</source>
+        <translation>読み込んだファイルのエネルギー</translation>
+    </message>
+    <message>
+        <source>%1 eV</source>
+        <translation>%1 eV</translation>
+    </message>
+    <message>
+        <source>%1 - %2 eV</source>
+        <translation>%1 - %2 eV</translation>
     </message>
 </context>
 <context>
@@ -1929,10 +2418,6 @@
     <message>
         <source>Correct the bad pixels of images read from now on</source>
         <translation>これ以降に読み込む画像の不良画素を補正する</translation>
-    </message>
-    <message>
-        <source>File of the list</source>
-        <translation>リストのファイル</translation>
     </message>
     <message>
         <source>Dark Area</source>
@@ -1987,10 +2472,91 @@
     </message>
 </context>
 <context>
+    <name>SeriesTable</name>
+    <message>
+        <source>Use as</source>
+        <translation>用途</translation>
+    </message>
+    <message>
+        <source>Series</source>
+        <translation>画像の組</translation>
+    </message>
+    <message>
+        <source>Files</source>
+        <translation>ファイル数</translation>
+    </message>
+    <message>
+        <source>Pixels</source>
+        <translation>画素数</translation>
+    </message>
+    <message>
+        <source>I1</source>
+        <translation>I1</translation>
+    </message>
+    <message>
+        <source>I0</source>
+        <translation>I0</translation>
+    </message>
+    <message>
+        <source>dark</source>
+        <translation>ダーク</translation>
+    </message>
+    <message>
+        <source>%1
+to %2</source>
+        <translation>%1
+～ %2</translation>
+    </message>
+</context>
+<context>
     <name>Shell</name>
     <message>
         <source>Select Reference %1</source>
         <translation>参照スペクトル %1 を選択</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stops loading, analysis, calibration and batch</source>
+        <translation>読み込み、解析、較正、バッチを停止</translation>
+    </message>
+    <message>
+        <source>Saved: %1</source>
+        <translation>保存しました: %1</translation>
+    </message>
+    <message>
+        <source>The batch is at: %1</source>
+        <translation>バッチ実行中: %1</translation>
+    </message>
+    <message>
+        <source>%1 + %2 images are loaded</source>
+        <translation>%1 + %2 枚の画像を読み込みました</translation>
+    </message>
+    <message>
+        <source>%1, and %2 files could not be read</source>
+        <translation>%1。%2 ファイルは読めませんでした</translation>
+    </message>
+    <message>
+        <source>The analysis was stopped: the maps are in part</source>
+        <translation>解析を停止しました: マップは途中までです</translation>
+    </message>
+    <message>
+        <source>Maps of 1 reference are ready</source>
+        <translation>参照 1 個のマップができました</translation>
+    </message>
+    <message>
+        <source>Maps of %1 references are ready</source>
+        <translation>参照 %1 個のマップができました</translation>
+    </message>
+    <message>
+        <source>The energy shift map is ready, and in force</source>
+        <translation>エネルギーシフトマップができ、適用されています</translation>
+    </message>
+    <message>
+        <source>The calibration was stopped</source>
+        <translation>較正を停止しました</translation>
     </message>
 </context>
 <context>
@@ -2120,33 +2686,504 @@
     </message>
 </context>
 <context>
-    <name>ViewConductor</name>
+    <name>StepBar</name>
     <message>
-        <source>No energy shift map</source>
-        <translation>エネルギーシフトマップがありません</translation>
+        <source>Data</source>
+        <translation>データ</translation>
     </message>
     <message>
-        <source>No result map</source>
-        <translation>結果のマップがありません</translation>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
     </message>
     <message>
-        <source>No I0 images</source>
-        <translation>I0 の画像がありません</translation>
+        <source>Calibration</source>
+        <translation>較正</translation>
     </message>
     <message>
-        <source>No I1 images</source>
-        <translation>I1 の画像がありません</translation>
+        <source>Analyzer</source>
+        <translation>解析</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
+    </message>
+    <message>
+        <source>Spectrum under the cursor</source>
+        <translation>カーソル位置のスペクトル</translation>
+    </message>
+    <message>
+        <source>Registration of shifted images</source>
+        <translation>ずれた画像の位置合わせ</translation>
+    </message>
+    <message>
+        <source>Img. Proc.</source>
+        <translation>画像処理</translation>
+    </message>
+    <message>
+        <source>Batch text, its run and its log</source>
+        <translation>バッチのテキスト、実行、ログ</translation>
+    </message>
+    <message>
+        <source>Batch Ctrl.</source>
+        <translation>バッチ</translation>
+    </message>
+    <message>
+        <source>Quality of the data and dark check</source>
+        <translation>データの質とダークの確認</translation>
+    </message>
+    <message>
+        <source>Analyzer2</source>
+        <translation>解析 2</translation>
+    </message>
+    <message>
+        <source>Steps</source>
+        <translation>手順</translation>
+    </message>
+    <message>
+        <source>Analysis</source>
+        <translation>解析</translation>
     </message>
 </context>
 <context>
-    <name>Windows</name>
+    <name>StepStates</name>
+    <message>
+        <source>1 reference</source>
+        <translation>参照 1 個</translation>
+    </message>
+    <message>
+        <source>%1 references</source>
+        <translation>参照 %1 個</translation>
+    </message>
+    <message>
+        <source>running, %1 %</source>
+        <translation>実行中 %1 %</translation>
+    </message>
+    <message>
+        <source>%1 is no number</source>
+        <translation>%1 が数値でない</translation>
+    </message>
+    <message>
+        <source>No number, and counts as 0: %1</source>
+        <translation>数値でないため 0 とみなします: %1</translation>
+    </message>
+    <message>
+        <source>sizes differ</source>
+        <translation>大きさが違う</translation>
+    </message>
+    <message>
+        <source>I1 has %1 pixels, I0 has %2: they do not belong together</source>
+        <translation>I1 は %1 画素、I0 は %2 画素: 組み合わせられません</translation>
+    </message>
+    <message>
+        <source>energies not set</source>
+        <translation>エネルギー未設定</translation>
+    </message>
+    <message>
+        <source>files failed: %1</source>
+        <translation>失敗ファイル: %1</translation>
+    </message>
+    <message>
+        <source>%1: %2 files could not be read, see Messages</source>
+        <translation>%1: %2 ファイルを読めませんでした。メッセージを見てください</translation>
+    </message>
+    <message>
+        <source>I0 not used</source>
+        <translation>I0 未使用</translation>
+    </message>
+    <message>
+        <source>I0 is loaded and not used</source>
+        <translation>I0 は読み込まれていますが使われていません</translation>
+    </message>
+    <message>
+        <source>%1 images</source>
+        <translation>%1 枚</translation>
+    </message>
+    <message>
+        <source>I1 has %1 images, I0 has %2: I0 is interpolated in energy</source>
+        <translation>I1 は %1 枚、I0 は %2 枚: I0 はエネルギーで補間します</translation>
+    </message>
+    <message>
+        <source>exposures differ</source>
+        <translation>露光時間が違う</translation>
+    </message>
+    <message>
+        <source>%1: the exposures of its images differ</source>
+        <translation>%1: 画像の露光時間が一致しません</translation>
+    </message>
+    <message>
+        <source>Loading images</source>
+        <translation>画像を読み込んでいます</translation>
+    </message>
+    <message>
+        <source>no images</source>
+        <translation>画像なし</translation>
+    </message>
+    <message>
+        <source>Drop a folder or files anywhere, or open them here</source>
+        <translation>フォルダかファイルをどこにでもドロップ、またはここで開く</translation>
+    </message>
+    <message>
+        <source>%1 I0 images, no I1</source>
+        <translation>I0 %1 枚、I1 なし</translation>
+    </message>
+    <message>
+        <source>Load the images through the sample, I1</source>
+        <translation>試料を通した画像 I1 を読み込んでください</translation>
+    </message>
+    <message>
+        <source>%1, %2 - %3 eV</source>
+        <translation>%1, %2 - %3 eV</translation>
+    </message>
+    <message>
+        <source>Images are loaded, and I0 is used</source>
+        <translation>画像は読み込み済みで、I0 を使っています</translation>
+    </message>
+    <message>
+        <source>Images are loaded, without I0</source>
+        <translation>画像は読み込み済みです (I0 なし)</translation>
+    </message>
+    <message>
+        <source>block %1</source>
+        <translation>ブロック %1</translation>
+    </message>
+    <message>
+        <source>Block, ranges and element of all spectra</source>
+        <translation>全スペクトルのブロック、範囲、元素</translation>
+    </message>
+    <message>
+        <source>%1, no edge here</source>
+        <translation>%1、ここに端なし</translation>
+    </message>
+    <message>
+        <source>No edge at the cursor</source>
+        <translation>カーソル位置に吸収端がありません</translation>
+    </message>
+    <message>
+        <source>%1, edge %2 eV</source>
+        <translation>%1、端 %2 eV</translation>
+    </message>
+    <message>
+        <source>The spectrum at the cursor has an edge at %1 eV</source>
+        <translation>カーソル位置の吸収端は %1 eV です</translation>
+    </message>
+    <message>
+        <source>Comparing each block with the standard</source>
+        <translation>各ブロックを標準と比べています</translation>
+    </message>
+    <message>
+        <source>stopped: map in part</source>
+        <translation>停止: マップは途中</translation>
+    </message>
+    <message>
+        <source>The calibration was stopped: positions not reached have no shift</source>
+        <translation>較正を停止しました: 未到達の位置にはシフトがありません</translation>
+    </message>
+    <message>
+        <source>optional: standard loaded</source>
+        <translation>任意: 標準あり</translation>
+    </message>
+    <message>
+        <source>optional: no map</source>
+        <translation>任意: マップなし</translation>
+    </message>
+    <message>
+        <source>Compare each block with the standard, or load a map</source>
+        <translation>各ブロックを標準と比べるか、マップを読み込みます</translation>
+    </message>
+    <message>
+        <source>Needed where the energy shifts across the detector: select a standard, or load a map</source>
+        <translation>検出器面内でエネルギーがずれるとき必要です: 標準を選ぶか、マップを読み込みます</translation>
+    </message>
+    <message>
+        <source>standard changed since</source>
+        <translation>標準が変わった</translation>
+    </message>
+    <message>
+        <source>The map in force was made with another standard</source>
+        <translation>適用中のマップは別の標準で作られました</translation>
+    </message>
+    <message>
+        <source>median %1, spread %2 eV</source>
+        <translation>中央値 %1、幅 %2 eV</translation>
+    </message>
+    <message>
+        <source>The shift map is in force for all spectra</source>
+        <translation>シフトマップを全スペクトルに適用しています</translation>
+    </message>
+    <message>
+        <source>Fitting the references to each block</source>
+        <translation>各ブロックに参照をフィットしています</translation>
+    </message>
+    <message>
+        <source>The analysis was stopped: positions not reached are 0</source>
+        <translation>解析を停止しました: 未到達の位置は 0 です</translation>
+    </message>
+    <message>
+        <source>map is out of date</source>
+        <translation>マップが古い</translation>
+    </message>
+    <message>
+        <source>The maps were made under other conditions than those of now</source>
+        <translation>マップは今と違う条件で作られました</translation>
+    </message>
+    <message>
+        <source>maps of %1</source>
+        <translation>%1のマップ</translation>
+    </message>
+    <message>
+        <source>Maps are ready: choose one above the image</source>
+        <translation>マップができました: 画像の上で選べます</translation>
+    </message>
+    <message>
+        <source>no references</source>
+        <translation>参照なし</translation>
+    </message>
+    <message>
+        <source>Load the spectra that the blocks are fitted with</source>
+        <translation>フィットに使う参照スペクトルを読み込んでください</translation>
+    </message>
+    <message>
+        <source>%1, ready</source>
+        <translation>%1、準備完了</translation>
+    </message>
+    <message>
+        <source>Press Analyze to fit each block</source>
+        <translation>「解析実行」で各ブロックをフィットします</translation>
+    </message>
+    <message>
+        <source>writing failed</source>
+        <translation>書き込み失敗</translation>
+    </message>
+    <message>
+        <source>no maps yet</source>
+        <translation>マップなし</translation>
+    </message>
+    <message>
+        <source>Pictures can be saved at once, maps after an analysis</source>
+        <translation>画像はすぐに、マップは解析後に保存できます</translation>
+    </message>
+    <message>
+        <source>maps not saved</source>
+        <translation>マップ未保存</translation>
+    </message>
+    <message>
+        <source>The maps are not saved</source>
+        <translation>マップが保存されていません</translation>
+    </message>
+    <message>
+        <source>saved: %1 of %2 maps</source>
+        <translation>保存: %2 枚中 %1 枚</translation>
+    </message>
+    <message>
+        <source>Some of the maps are saved</source>
+        <translation>マップの一部を保存しました</translation>
+    </message>
+    <message>
+        <source>saved</source>
+        <translation>保存済み</translation>
+    </message>
+    <message>
+        <source>All maps are saved</source>
+        <translation>全マップを保存しました</translation>
+    </message>
+    <message>
+        <source>Set Energies</source>
+        <translation>エネルギー設定</translation>
+    </message>
+    <message>
+        <source>Use I0</source>
+        <translation>I0 を使う</translation>
+    </message>
+    <message>
+        <source>Load...</source>
+        <translation>読み込む...</translation>
+    </message>
+    <message>
+        <source>Analyze</source>
+        <translation>解析実行</translation>
+    </message>
+    <message>
+        <source>Save Data</source>
+        <translation>データを保存</translation>
+    </message>
+</context>
+<context>
+    <name>StepWatch</name>
+    <message>
+        <source>No image to save: load some in step 1</source>
+        <translation>保存する画像がありません: 手順 1 で読み込んでください</translation>
+    </message>
+    <message>
+        <source>No map to save: run an analysis in step 4</source>
+        <translation>保存するマップがありません: 手順 4 で解析してください</translation>
+    </message>
+</context>
+<context>
+    <name>TimeLeft</name>
+    <message>
+        <source>%1 s left</source>
+        <translation>残り %1 秒</translation>
+    </message>
+    <message>
+        <source>%1 min %2 s left</source>
+        <translation>残り %1 分 %2 秒</translation>
+    </message>
+</context>
+<context>
+    <name>ViewConductor</name>
+    <message>
+        <source>No energy shift map: make or load one in step 3</source>
+        <translation>E シフトマップなし: ステップ 3 で作成または読み込み</translation>
+    </message>
+    <message>
+        <source>No result map: run an analysis in step 4</source>
+        <translation>結果マップなし: ステップ 4 で解析を実行</translation>
+    </message>
+    <message>
+        <source>No I0 images: load them in step 1</source>
+        <translation>I0 画像なし: ステップ 1 で読み込み</translation>
+    </message>
+    <message>
+        <source>No I1 images: load them in step 1</source>
+        <translation>I1 画像なし: ステップ 1 で読み込み</translation>
+    </message>
+    <message>
+        <source>%1 - image %2 of %3 - %4 eV - counts</source>
+        <translation>%1 - 画像 %2 / %3 - %4 eV - カウント</translation>
+    </message>
+    <message>
+        <source>%1 blocks of %2 x %3 pixels</source>
+        <translation>%2 x %3 画素のブロック %1 個</translation>
+    </message>
+    <message>
+        <source>; %1 without an edge</source>
+        <translation>。吸収端なし %1 個</translation>
+    </message>
+    <message>
+        <source>; grey: %1 without an edge</source>
+        <translation>。灰色: 吸収端のない %1 個</translation>
+    </message>
+    <message>
+        <source>; median %1, spread %2 eV</source>
+        <translation>。中央値 %1、広がり %2 eV</translation>
+    </message>
+    <message>
+        <source>Shift of the edge</source>
+        <translation>吸収端のシフト</translation>
+    </message>
+    <message>
+        <source>Residual</source>
+        <translation>残差</translation>
+    </message>
+    <message>
+        <source>row %1</source>
+        <translation>行 %1</translation>
+    </message>
+    <message>
+        <source>Ratio of %1</source>
+        <translation>割合: %1</translation>
+    </message>
+    <message>
+        <source>dMut of %1</source>
+        <translation>Δμt: %1</translation>
+    </message>
+    <message>
+        <source>Fixed Scale of the analysis is on: it gives the scale</source>
+        <translation>解析の「スケール固定」がオンなので、そのスケールを使います</translation>
+    </message>
+</context>
+<context>
+    <name>WelcomePage</name>
+    <message>
+        <source>Drop a folder of images here</source>
+        <translation>画像のフォルダをここにドロップ</translation>
+    </message>
+    <message>
+        <source>Open Folder...</source>
+        <translation>フォルダを開く...</translation>
+    </message>
+    <message>
+        <source>Load the images: I1 behind the sample and I0 without it, one of each for every energy.</source>
+        <translation>画像を読み込む: 試料を透過した I1 と試料なしの I0 を、エネルギーごとに 1 枚ずつ。</translation>
+    </message>
+    <message>
+        <source>Look at a spectrum: move the mouse over the image.</source>
+        <translation>スペクトルを見る: 画像の上でマウスを動かす。</translation>
+    </message>
+    <message>
+        <source>Load the reference spectra and press Analyze: the maps show how much of each is where.</source>
+        <translation>参照スペクトルを読み込み「解析」を押す: どこに何がどれだけあるかがマップになる。</translation>
+    </message>
+    <message>
+        <source>From images to maps</source>
+        <translation>画像からマップまで</translation>
+    </message>
+    <message>
+        <source>Or open files</source>
+        <translation>ファイルを個別に開く</translation>
+    </message>
+    <message>
+        <source>Open I1 Images...</source>
+        <translation>I1 画像を開く...</translation>
+    </message>
+    <message>
+        <source>Open I0 Images...</source>
+        <translation>I0 画像を開く...</translation>
+    </message>
+    <message>
+        <source>Open Batch File...</source>
+        <translation>バッチファイルを開く...</translation>
+    </message>
+    <message>
+        <source>Opened before</source>
+        <translation>最近開いたフォルダ</translation>
+    </message>
+</context>
+<context>
+    <name>Workbench</name>
     <message>
         <source>Spectrum at the position</source>
         <translation>カーソル位置のスペクトル</translation>
     </message>
     <message>
+        <source>Analyzing Spectrum</source>
+        <translation>解析中のスペクトル</translation>
+    </message>
+    <message>
         <source>BG Specturm</source>
         <translation>BG スペクトル</translation>
+    </message>
+    <message>
+        <source>Batch</source>
+        <translation>バッチ</translation>
+    </message>
+    <message>
+        <source>Messages</source>
+        <translation>メッセージ</translation>
+    </message>
+    <message>
+        <source>Open Folder...</source>
+        <translation>フォルダを開く...</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>データ</translation>
+    </message>
+    <message>
+        <source>Spectrum</source>
+        <translation>スペクトル</translation>
+    </message>
+    <message>
+        <source>Calibration</source>
+        <translation>較正</translation>
+    </message>
+    <message>
+        <source>Analysis</source>
+        <translation>解析</translation>
+    </message>
+    <message>
+        <source>Save</source>
+        <translation>保存</translation>
     </message>
 </context>
 <context>
@@ -2190,6 +3227,14 @@
     <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>drop a file here</source>
+        <translation>ここにドロップ</translation>
+    </message>
+    <message>
+        <source>Select Spectrum File</source>
+        <translation>スペクトルファイルの選択</translation>
     </message>
 </context>
 <context>
@@ -2301,6 +3346,30 @@
     <message>
         <source>Save Spectra: %1</source>
         <translation>スペクトルを保存: %1</translation>
+    </message>
+    <message>
+        <source>mu t</source>
+        <translation>μt</translation>
+    </message>
+    <message>
+        <source>normalised mu t</source>
+        <translation>規格化した μt</translation>
+    </message>
+    <message>
+        <source>counts</source>
+        <translation>カウント</translation>
+    </message>
+    <message>
+        <source>power</source>
+        <translation>強度</translation>
+    </message>
+    <message>
+        <source>standard</source>
+        <translation>標準</translation>
+    </message>
+    <message>
+        <source>No spectrum yet: load images in step 1</source>
+        <translation>スペクトルがまだありません: ステップ 1 で画像を読み込んでください</translation>
     </message>
 </context>
 </TS>

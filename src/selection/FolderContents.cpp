@@ -23,11 +23,6 @@ constexpr int mostTexts = 200;
 /// Files of a series whose headers are tried: the first may be broken, and often is.
 constexpr int mostTries = 3;
 
-QString tr(const char* text)
-{
-    return FolderContents::tr(text);
-}
-
 bool hasSuffix(const QString& name, std::initializer_list<const char*> suffixes)
 {
     const QString own = QFileInfo(name).suffix().toLower();
@@ -60,11 +55,13 @@ public:
             readOne(folder);
         }
         if (folders.size() > mostFolders)
-            contents_.remarks.append(tr("Only %1 of %2 folders were looked through.")
-                                         .arg(mostFolders)
-                                         .arg(folders.size()));
+            contents_.remarks.append(
+                FolderContents::tr("Only %1 of %2 folders were looked through.")
+                    .arg(mostFolders)
+                    .arg(folders.size()));
         if (filesLeft_ <= 0)
-            contents_.remarks.append(tr("Only the first %1 files were looked at.").arg(mostFiles));
+            contents_.remarks.append(
+                FolderContents::tr("Only the first %1 files were looked at.").arg(mostFiles));
         keepLargestSeries();
         takeSizes();
         takeTexts();
@@ -114,8 +111,9 @@ private:
         QVector<ImageSeries>& all = contents_.series;
         if (all.size() <= mostSeries)
             return;
-        contents_.remarks.append(
-            tr("Only the %1 largest of %2 series are shown.").arg(mostSeries).arg(all.size()));
+        contents_.remarks.append(FolderContents::tr("Only the %1 largest of %2 series are shown.")
+                                     .arg(mostSeries)
+                                     .arg(all.size()));
         QVector<int> sizes;
         for (const ImageSeries& series : qAsConst(all))
             sizes.append(series.files.size());
@@ -151,7 +149,7 @@ private:
         }
         contents_.series = readable;
         if (!others.isEmpty())
-            contents_.remarks.append(tr("No images that can be read: %1")
+            contents_.remarks.append(FolderContents::tr("No images that can be read: %1")
                                          .arg(others.mid(0, 3).join(QLatin1String(", "))) +
                                      (others.size() > 3 ? QStringLiteral(" ...") : QString()));
     }
@@ -159,9 +157,10 @@ private:
     void takeTexts()
     {
         if (texts_.size() > mostTexts)
-            contents_.remarks.append(tr("Only the first %1 of %2 text files were looked at.")
-                                         .arg(mostTexts)
-                                         .arg(texts_.size()));
+            contents_.remarks.append(
+                FolderContents::tr("Only the first %1 of %2 text files were looked at.")
+                    .arg(mostTexts)
+                    .arg(texts_.size()));
         sortNaturally(texts_);
         for (const QString& text : qAsConst(texts_).mid(0, mostTexts)) {
             const TextKind kind = textKindOf(text);
@@ -208,7 +207,7 @@ FolderContents readFolder(const QString& path)
     contents.path = QDir(path).absolutePath();
     const QFileInfo folder(path);
     if (path.isEmpty() || !folder.isDir() || !folder.isReadable() || !folder.isExecutable()) {
-        contents.fault = tr("The folder %1 can't be read").arg(contents.name());
+        contents.fault = FolderContents::tr("The folder %1 can't be read").arg(contents.name());
         return contents;
     }
     FolderReader(contents).read();

@@ -81,7 +81,7 @@ void FolderQuestion::addEnergies(QVBoxLayout* layout)
     for (QWidget* widget :
          {static_cast<QWidget*>(byStart_), static_cast<QWidget*>(start_),
           static_cast<QWidget*>(new QLabel(tr("Step"))), static_cast<QWidget*>(step_),
-          static_cast<QWidget*>(new QLabel(tr("[eV]")))})
+          static_cast<QWidget*>(new QLabel(QStringLiteral("[eV]")))})
         typed->addWidget(widget);
     typed->addStretch(1);
     layout->addLayout(typed);

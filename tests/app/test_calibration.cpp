@@ -18,11 +18,7 @@ private Q_SLOTS:
     void init()
     {
         body_ = std::make_unique<DrivenBody>();
-        panel_ = nullptr;
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (auto* panel = qobject_cast<CalibCtrl*>(widget))
-                panel_ = panel;
-        }
+        panel_ = body_->findChild<CalibCtrl*>();
         QVERIFY(panel_ && load());
     }
     void cleanup() { body_.reset(); }

@@ -3,7 +3,10 @@
 #include "display/FileDialogs.h"
 #include "selection/SelectDataFiles.h"
 
+#include "display/PanelDock.h"
+
 #include <QAbstractButton>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QLabel>
 #include <QTranslator>
@@ -78,15 +81,15 @@ private Q_SLOTS:
         const QSize screen(1280, 800);
         body.resize(screen);
         QStringList cut;
-        for (QWidget* window : QApplication::topLevelWidgets()) {
-            if (qobject_cast<QFileDialog*>(window))
-                continue;
-            window->show();
-            QVERIFY(QTest::qWaitForWindowExposed(window));
-            if (window->width() > screen.width() || window->height() > screen.height())
-                cut << "larger than the screen: " + window->windowTitle();
-            cut << cutCaptionsOf(*window);
-            window->hide();
+        body.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&body));
+        for (QDockWidget* dock : body.findChildren<QDockWidget*>()) {
+            if (auto* const panel = qobject_cast<PanelDock*>(dock))
+                panel->bringUp();
+            QCoreApplication::processEvents();
+            if (body.width() > screen.width() || body.height() > screen.height())
+                cut << "larger than the screen with " + dock->windowTitle();
+            cut << cutCaptionsOf(body);
         }
         QVERIFY2(cut.isEmpty(), qPrintable(cut.join("\n")));
     }

@@ -24,10 +24,9 @@ class TestViewer : public QObject
 private Q_SLOTS:
     void init()
     {
-        body_.reset(); // its windows have the same names as those of the next
         body_ = std::make_unique<DrivenBody>();
         area_ = body_->findChild<ImgDispA*>("dispA");
-        view_ = window<XafsView>("XafsView");
+        view_ = body_->findChild<XafsView*>("XafsView");
         QVERIFY(area_ && view_);
     }
 
@@ -358,7 +357,7 @@ private Q_SLOTS:
 
     void backgroundSpectrumHasAViewOfItsOwn()
     {
-        auto* view = window<XafsView>("BGView");
+        auto* view = body_->findChild<XafsView*>("BGView");
         QCOMPARE(view->windowTitle(), QString("BG Specturm"));
         body_->selectedBG(experiment_.references[0]);
         QCOMPARE(view->spectrum().size(), experiment_.energies);
@@ -420,15 +419,6 @@ private:
     {
         QVERIFY(body_->load(experiment_));
         body_->grab(); // the image area learns its coordinates when it paints
-    }
-    template<typename T>
-    static T* window(const char* name)
-    {
-        for (QWidget* widget : QApplication::topLevelWidgets()) {
-            if (widget->objectName() == name)
-                return qobject_cast<T*>(widget);
-        }
-        return nullptr;
     }
     QString text(const char* label) const { return body_->findChild<QLabel*>(label)->text(); }
     void click(const char* button) { body_->findChild<QPushButton*>(button)->click(); }
