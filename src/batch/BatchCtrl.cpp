@@ -29,6 +29,8 @@ BatchCtrl::BatchCtrl(QWidget* parent)
     , loadDialog_(new LateDialog([this] { return newDialog(QFileDialog::AcceptOpen); }, this))
 {
     ui_->setupUi(this);
+    // Two lines whatever they say: a text that is cut off is no help.
+    ui_->RunState->setMinimumHeight(2 * fontMetrics().lineSpacing() + 4);
     const QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     ui_->BatchCmds->setFont(font);
     ui_->BatchLogs->setFont(font);

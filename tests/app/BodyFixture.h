@@ -19,6 +19,14 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+/// The font of a common desktop, which the offscreen platform does not have; `scale` times as large.
+inline void useScreenFont(double scale = 1.0)
+{
+    QFont font(QStringLiteral("DejaVu Sans"));
+    font.setPointSizeF(9.0 * scale);
+    QApplication::setFont(font);
+}
+
 /// A main window driven as a batch does: commands by text, each waited for by its ticket.
 class DrivenBody : public Body
 {

@@ -54,7 +54,8 @@ private Q_SLOTS:
         auto* area = body_->findChild<ImgDispA*>("dispA");
         body_->grab();
         searchFinely();
-        QTest::mouseClick(button(), Qt::LeftButton);
+        QTRY_VERIFY(button()->isEnabled());
+        button()->click();
         QVERIFY(QTest::qWaitFor([this] { return body_->energyShiftAt(3, 0) != 0.0; }));
         QMouseEvent move(QEvent::MouseMove, area->rect().center(), Qt::NoButton, Qt::NoButton,
                          Qt::NoModifier);

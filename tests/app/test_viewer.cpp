@@ -1,6 +1,7 @@
 #include "BodyFixture.h"
 #include "display/ColorBar.h"
 #include "display/CrossSView.h"
+#include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/XafsView.h"
 #include "image/ImagePicture.h"
@@ -24,6 +25,7 @@ class TestViewer : public QObject
 private Q_SLOTS:
     void init()
     {
+        body_.reset(); // it takes the program's colour scale with it
         body_ = std::make_unique<DrivenBody>();
         area_ = body_->findChild<ImgDispA*>("dispA");
         view_ = body_->findChild<XafsView*>("XafsView");
@@ -362,7 +364,7 @@ private Q_SLOTS:
         body_->selectedBG(experiment_.references[0]);
         QCOMPARE(view->spectrum().size(), experiment_.energies);
         click("ShowBG");
-        QVERIFY(view->isVisible());
+        QVERIFY(view->isVisibleTo(body_.get()));
     }
 
     void strangeImagesAreDrawnOrLeftBlank_data()
@@ -420,7 +422,11 @@ private:
         QVERIFY(body_->load(experiment_));
         body_->grab(); // the image area learns its coordinates when it paints
     }
-    QString text(const char* label) const { return body_->findChild<QLabel*>(label)->text(); }
+    /// Of the labels round the image; the views of spectra have some of the same names.
+    QString text(const char* label) const
+    {
+        return body_->findChild<ImageBox*>()->findChild<QLabel*>(label)->text();
+    }
     void click(const char* button) { body_->findChild<QPushButton*>(button)->click(); }
 
     /// The mouse over the middle of an image pixel.
