@@ -165,13 +165,22 @@ pictures_1280x800() {
     finish
 }
 
+# With the edge that is to be looked for, which keeps out the noise beside the sample.
 pictures_1920x1080() {
+    {
+        echo "INCLUDE $folder/config.cfg"
+        echo 'batch Suggesting_Elm Cu'
+        echo 'batch suggesting_th_jump 5'
+        echo 'batch Suggest_Elm 1'
+        echo 'batch :echo "The edge is set"'
+    } >"$work/edge.cfg"
     local picture
     for picture in workbench workbench-ja workbench-dark; do
-        local store="" language=(-e)
+        local store=$'[Workbench]\nramp=2' language=(-e)
         [[ $picture != workbench-ja ]] || language=()
-        [[ $picture != workbench-dark ]] || store=$'[Workbench]\ncolours=2'
-        start "$store" "${language[@]}" -c "$folder/config.cfg"
+        [[ $picture != workbench-dark ]] || store+=$'\ncolours=2'
+        start "$store" "${language[@]}" -c "$work/edge.cfg"
+        logged "The edge is set"
         open_folder
         load
         grab loaded # is at rest when all is loaded
