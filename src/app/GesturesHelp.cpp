@@ -19,6 +19,7 @@ constexpr const char* image = QT_TRANSLATE_NOOP("GesturesHelp", "Image");
 constexpr const char* colorBar = QT_TRANSLATE_NOOP("GesturesHelp", "Colour bar");
 constexpr const char* spectrum = QT_TRANSLATE_NOOP("GesturesHelp", "Spectrum");
 constexpr const char* rows = QT_TRANSLATE_NOOP("GesturesHelp", "Data rows");
+constexpr const char* anywhere = QT_TRANSLATE_NOOP("GesturesHelp", "Anywhere");
 constexpr const char* keys = QT_TRANSLATE_NOOP("GesturesHelp", "Main window");
 constexpr const char* drag = QT_TRANSLATE_NOOP("GesturesHelp", "Drag");
 constexpr const char* wheel = QT_TRANSLATE_NOOP("GesturesHelp", "Wheel");
@@ -37,16 +38,22 @@ const Gesture gestures[] = {
      QT_TRANSLATE_NOOP("GesturesHelp", "Clear the selection")},
     {image, wheel, QT_TRANSLATE_NOOP("GesturesHelp", "Zoom about the cursor")},
     {image, QT_TRANSLATE_NOOP("GesturesHelp", "Wheel near the left or right side"),
-     QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the height alone")},
+     QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the height alone, without square pixels")},
     {image, QT_TRANSLATE_NOOP("GesturesHelp", "Wheel near the top or bottom"),
-     QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the width alone")},
+     QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the width alone, without square pixels")},
+    {image, QT_TRANSLATE_NOOP("GesturesHelp", "Arrows"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Browse the images")},
+    {image, QT_TRANSLATE_NOOP("GesturesHelp", "Shift + arrows"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Move the cursor pixel by pixel")},
     {colorBar, drag, QT_TRANSLATE_NOOP("GesturesHelp", "Move the nearer end of the scale")},
     {colorBar, QT_TRANSLATE_NOOP("GesturesHelp", "Double click"),
-     QT_TRANSLATE_NOOP("GesturesHelp", "Bring both ends of the scale back")},
+     QT_TRANSLATE_NOOP("GesturesHelp", "Automatic range")},
     {spectrum, drag, QT_TRANSLATE_NOOP("GesturesHelp", "Move along the energy axis")},
     {spectrum, wheel, QT_TRANSLATE_NOOP("GesturesHelp", "Zoom the energy axis about the cursor")},
     {rows, QT_TRANSLATE_NOOP("GesturesHelp", "Drop files"),
      QT_TRANSLATE_NOOP("GesturesHelp", "Load them as if they were selected there")},
+    {anywhere, QT_TRANSLATE_NOOP("GesturesHelp", "Drop a folder"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Ask what of it is to be loaded")},
 };
 
 void addRow(QTableWidget& table, const QStringList& cells)
