@@ -3,6 +3,8 @@
 #include "common/Fault.h"
 #include "display/XafsView.h"
 
+#include <QFileInfo>
+
 // The reference rows, and the single fits that fill them.
 
 namespace {
@@ -94,12 +96,15 @@ void Analyzer::addReferenceCurve()
 
 void Analyzer::showReference(int row)
 {
-    view_->setOther(row, {refs_.at(row)->spectrum(), refs_.at(row)->isUsed(), {}});
+    view_->setOther(row, {refs_.at(row)->spectrum(),
+                          refs_.at(row)->isUsed(),
+                          {},
+                          QFileInfo(refs_.at(row)->fileName()).fileName()});
 }
 
 void Analyzer::showFitCurve(bool f)
 {
-    view_->setOther(refs_.size(), {fitResult_, f, QPen(QColor(fitColour), 2)});
+    view_->setOther(refs_.size(), {fitResult_, f, QPen(QColor(fitColour), 2), tr("fit")});
 }
 
 QVector<int> Analyzer::activeRows() const

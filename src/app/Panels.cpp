@@ -43,6 +43,7 @@ Panels::Panels()
     , batchCtrl(std::make_unique<BatchCtrl>())
     , messages(std::make_unique<Messages>())
 {
+    bgView->setEmptyText(tr("No background spectrum: load one in step 1"));
 }
 
 Panels::~Panels() = default;

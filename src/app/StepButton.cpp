@@ -80,7 +80,7 @@ QRect StepButton::lineBox(int width) const
 int StepButton::heightForWidth(int width) const
 {
     const int lines = qMax(fontMetrics().height(), lineBox(width).height());
-    return qMax(usualHeight, 2 * above + barHeight + fontMetrics().height() + lines);
+    return qMax(usualHeight, above + barHeight + fontMetrics().height() + lines);
 }
 
 QSize StepButton::sizeHint() const

@@ -12,6 +12,7 @@
 #include "conduct/StopReason.h"
 #include "conduct/ViewConductor.h"
 #include "conduct/WalkConductor.h"
+#include "maps/FaintPositions.h"
 #include "maps/MapBook.h"
 
 #include <QCoreApplication>
@@ -309,6 +310,8 @@ void AnalysisConductor::generateResImages()
 
 void AnalysisConductor::endWalk()
 {
+    if (choosesMap_)
+        markFaint();
     generateResImages();
     CommandEnd end = leaveWalk(true);
     tellResidual();
@@ -319,6 +322,17 @@ void AnalysisConductor::endWalk()
     Q_EMIT runningChanged(false);
     Q_EMIT ended(true);
     end.done();
+}
+
+/// The maps in front of a user take their colours from the sample.
+void AnalysisConductor::markFaint()
+{
+    std::vector<const Analyzed2DRes*> jumps;
+    for (const int row : qAsConst(walk_.fittedRows))
+        jumps.push_back(&parts_.book.at({MapKind::LcfJump, row}));
+    const PositionMask faint = faintPositions(jumps);
+    for (const MapKey& key : qAsConst(walk_.keys))
+        parts_.book.at(key).setFaint(faint);
 }
 
 /// A first walk would otherwise leave an empty view behind.

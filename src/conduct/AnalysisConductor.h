@@ -117,6 +117,7 @@ private:
     void stopWalk(const QString& why);
     CommandEnd leaveWalk(bool whole);
     void chooseMap();
+    void markFaint();
 
     const Parts parts_;
     ViewConductor& view_;

@@ -138,6 +138,9 @@ void CursorConductor::showXafsSpectrum()
     const bool outside = spectrum.isEmpty() && !source.i1.isEmpty();
     const QString note =
         outside ? outcomeWords(spectrum.outcome) : parts_.analyzer.gapNote(spectrum);
+    const QString name = QStringLiteral("(%1, %2)").arg(curX_).arg(curY_);
+    view.setSpectrumName(name);
+    parts_.analyzer.view()->setSpectrumName(name);
     const double dE = view.setSpectrum(spectrum, note);
     Q_EMIT spectrumFormed(spectrum, source.elm);
     parts_.imageBox.showPosition(curX_, curY_);
@@ -147,6 +150,7 @@ void CursorConductor::showXafsSpectrum()
 
 void CursorConductor::showStandard(const XafsSpectrum& standard)
 {
+    parts_.xafsView.setStdSpectrumName(QFileInfo(parts_.calibCtrl.stdFileName()).fileName());
     parts_.xafsView.setStdSpectrum(standard);
     follow();
 }

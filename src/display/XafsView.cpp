@@ -39,7 +39,7 @@ QFileDialog* XafsView::newSaveDialog()
 void XafsView::narrowControls()
 {
     constexpr int fieldFrame = 10; // frame and margins [pixels]
-    constexpr int buttonFrame = 8;
+    constexpr int buttonFrame = 10;
     const QFontMetrics metrics = fontMetrics();
     ui_->Position->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("888")));
     for (QLineEdit* const field : {ui_->XVal, ui_->YVal})

@@ -55,6 +55,7 @@ void Analyzed2DRes::freeBuffers()
     // Assigning an empty list would keep the memory.
     std::vector<uchar>().swap(marks_);
     withoutEdge_ = 0;
+    faint_.reset();
 }
 
 void Analyzed2DRes::dropPicture()
@@ -93,6 +94,7 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     writtenTo_ = 0;
     marks_.clear();
     withoutEdge_ = 0;
+    faint_.reset();
 }
 
 void Analyzed2DRes::copySettings(const Analyzed2DRes& other)

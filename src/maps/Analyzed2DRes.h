@@ -2,6 +2,7 @@
 
 #include "image/DisplayRange.h"
 #include "maps/AnalyzeCond.h"
+#include "maps/FaintPositions.h"
 #include "maps/LazyField.h"
 
 #include <QFileInfo>
@@ -89,6 +90,10 @@ public:
     /// How the picture is made; it is made anew by that when somebody next reads it.
     void setDisplay(const MapDisplay& display);
     const MapDisplay& display() const { return display_; }
+
+    /// Leaves these positions, of the size of the map, out of automatic ranges until the map is
+    /// filled anew; null for none.
+    void setFaint(const PositionMask& faint);
 
     /// The scale of the picture: the fixed one when on, else the range that was given, else the
     /// range by its rule. An automatic one is that of the values at the last genImg(). It leaves
@@ -208,6 +213,7 @@ private:
     bool isStale_ = false;     ///< genImg() asked for a picture that nobody has read yet
     bool hasValues_ = false;   ///< data_ was given a value since it was prepared
     MapDisplay display_;
+    PositionMask faint_;
     mutable std::optional<int> withoutEdge_ = 0; ///< positions, once they were counted
     mutable std::optional<Scale> automatic_;     ///< as it was last asked for since genImg()
     std::vector<uchar> imageBytes_;

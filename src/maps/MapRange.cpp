@@ -56,7 +56,8 @@ std::vector<double> Analyzed2DRes::valuesWithEdge() const
         if (!contains(x, y))
             return;
         const auto at = std::size_t(y) * std::size_t(stepper.width) + std::size_t(x);
-        if (at < writtenFrom_ || at >= writtenTo_ || isWithoutEdge(x, y))
+        if (at < writtenFrom_ || at >= writtenTo_ || isWithoutEdge(x, y) ||
+            (faint_ && (*faint_)[at] != 0))
             return;
         const double v = shownValueAt(x, y);
         if (std::isfinite(v))
@@ -83,6 +84,12 @@ Analyzed2DRes::Scale Analyzed2DRes::automaticScale() const
         range = withinSpreads(range, values);
     automatic_ = range;
     return range;
+}
+
+void Analyzed2DRes::setFaint(const PositionMask& faint)
+{
+    faint_ = faint && faint->size() == data_.size() ? faint : nullptr;
+    automatic_.reset();
 }
 
 void Analyzed2DRes::setDisplay(const MapDisplay& display)

@@ -254,6 +254,10 @@
         <source>stopped at %1 %</source>
         <translation>%1 % で停止</translation>
     </message>
+    <message>
+        <source>fit</source>
+        <translation>フィット</translation>
+    </message>
 </context>
 <context>
     <name>BatchCtrl</name>
@@ -1241,16 +1245,8 @@
         <translation>左右の端でホイール</translation>
     </message>
     <message>
-        <source>Zoom the height alone</source>
-        <translation>縦方向だけ拡大・縮小する</translation>
-    </message>
-    <message>
         <source>Wheel near the top or bottom</source>
         <translation>上下の端でホイール</translation>
-    </message>
-    <message>
-        <source>Zoom the width alone</source>
-        <translation>横方向だけ拡大・縮小する</translation>
     </message>
     <message>
         <source>Move the nearer end of the scale</source>
@@ -1293,8 +1289,44 @@
         <translation>ダブルクリック</translation>
     </message>
     <message>
-        <source>Bring both ends of the scale back</source>
-        <translation>スケールの両端を元に戻す</translation>
+        <source>Anywhere</source>
+        <translation>どこでも</translation>
+    </message>
+    <message>
+        <source>Zoom the height alone, without square pixels</source>
+        <translation>正方形の画素でないとき、高さだけを拡大・縮小</translation>
+    </message>
+    <message>
+        <source>Zoom the width alone, without square pixels</source>
+        <translation>正方形の画素でないとき、幅だけを拡大・縮小</translation>
+    </message>
+    <message>
+        <source>Arrows</source>
+        <translation>矢印キー</translation>
+    </message>
+    <message>
+        <source>Browse the images</source>
+        <translation>画像を順に見る</translation>
+    </message>
+    <message>
+        <source>Shift + arrows</source>
+        <translation>Shift + 矢印キー</translation>
+    </message>
+    <message>
+        <source>Move the cursor pixel by pixel</source>
+        <translation>カーソルを1画素ずつ動かす</translation>
+    </message>
+    <message>
+        <source>Automatic range</source>
+        <translation>範囲を自動にする</translation>
+    </message>
+    <message>
+        <source>Drop a folder</source>
+        <translation>フォルダをドロップ</translation>
+    </message>
+    <message>
+        <source>Ask what of it is to be loaded</source>
+        <translation>何を読み込むかを尋ねる</translation>
     </message>
 </context>
 <context>
@@ -1893,6 +1925,10 @@
     <message>
         <source>BG Specturm</source>
         <translation>BG スペクトル</translation>
+    </message>
+    <message>
+        <source>No background spectrum: load one in step 1</source>
+        <translation>バックグラウンドスペクトルがありません: ステップ 1 で読み込んでください</translation>
     </message>
 </context>
 <context>

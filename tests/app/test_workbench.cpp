@@ -71,6 +71,9 @@ public:
 private:
     QWidget* target() const
     {
+        // What a window manager does when a dialog goes; the offscreen platform has none.
+        if (!QApplication::activeWindow())
+            QApplication::setActiveWindow(&window_);
         QWidget* const focus = QApplication::focusWidget();
         return focus ? focus : &window_;
     }
@@ -78,6 +81,7 @@ private:
     /// A turn of the wheel, when it is needed.
     void bringIntoSight(QWidget* widget)
     {
+        QTest::qWait(30); // what was folded out is laid out
         if (!widget->visibleRegion().contains(widget->rect().center())) {
             for (QWidget* w = widget->parentWidget(); w; w = w->parentWidget()) {
                 if (auto* const area = qobject_cast<QScrollArea*>(w)) {
@@ -175,15 +179,14 @@ private Q_SLOTS:
         QCOMPARE(body_->analyzer()->activeRows().size(), 3);
         // The corner without beam is dark.
         ImgDispA* area = body_->findChild<ImgDispA*>("dispA");
-        user.drag(area, QPoint(6, 6), QPoint(30, 30));
         user.key(Qt::Key_1, Qt::ControlModifier);
         for (const char* name : {"SelectI1Files", "SelectI0Files"}) {
             auto* row = body_->findChild<SelectDataFiles*>(name);
+            user.drag(area, QPoint(6, 6), QPoint(30, 30));
             user.click(row->findChild<QPushButton*>("AddSetup"));
             user.click(row->findChild<QPushButton*>("SetDarkArea"));
         }
         QVERIFY(body_->data().i1.darkAreaOn && body_->data().i0.darkAreaOn);
-        QTest::mouseClick(area, Qt::RightButton);
         calibrate(user);
         user.key(Qt::Key_2, Qt::ControlModifier);
         user.type("2");
@@ -191,9 +194,8 @@ private Q_SLOTS:
         user.type("2");
         user.key(Qt::Key_F5);
         QTRY_VERIFY_WITH_TIMEOUT(body_->steps().states()[3].isDone(), 60000);
-        const int actions = user.actions() + 1; // the right click
-        qInfo() << "the whole road:" << actions << "actions";
-        QVERIFY(actions <= 34);
+        qInfo() << "the whole road:" << user.actions() << "actions";
+        QVERIFY(user.actions() <= 34);
     }
 
     void whatCantWorkSaysWhy()
@@ -304,7 +306,6 @@ private:
         user.type("8948");
         user.key(Qt::Key_Return);
         QTRY_COMPARE_WITH_TIMEOUT(int(body_->workbench().step()), int(Step::Analysis), 30000);
-        QTRY_VERIFY(body_->isActiveWindow());
     }
 
     /// Types names into the file dialog that is open, and Enter.

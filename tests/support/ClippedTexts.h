@@ -49,6 +49,8 @@ inline bool isClipped(const QLabel& label)
 inline bool isClipped(const QAbstractButton& button)
 {
     constexpr int frame = 8; // of push buttons; the style asks for far more
+    if (button.text().isEmpty())
+        return false;
     const bool push = qobject_cast<const QPushButton*>(&button);
     const QSize text = button.fontMetrics().size(Qt::TextShowMnemonic, button.text());
     const int needed = push ? text.width() + frame : button.sizeHint().width();
