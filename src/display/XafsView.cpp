@@ -45,7 +45,8 @@ void XafsView::narrowControls()
     for (QLineEdit* const field : {ui_->XVal, ui_->YVal})
         field->setMinimumWidth(metrics.horizontalAdvance(QStringLiteral("88888.8")) + fieldFrame);
     for (QToolButton* const button : {ui_->ResetXScale, ui_->Save})
-        button->setMinimumWidth(metrics.horizontalAdvance(button->text()) + buttonFrame);
+        button->setMinimumWidth(std::max(metrics.horizontalAdvance(button->text()) + buttonFrame,
+                                         button->sizeHint().width()));
 }
 
 void XafsView::changeEvent(QEvent* event)
