@@ -5,6 +5,8 @@
 #include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
 #include "app/Body.h"
+#include "app/StepWatch.h"
+#include "app/Workbench.h"
 #include "conduct/BatchConductor.h"
 #include "conduct/StackConductor.h"
 #include "conduct/ViewConductor.h"
@@ -106,8 +108,34 @@ void rebuildAll(benchmark::State& state)
     }
 }
 
+/// What the bar of the steps and the strips cost beside a move of the mouse.
+void tellSteps(benchmark::State& state)
+{
+    Viewer viewer;
+    StepStates states = viewer.body.steps().states();
+    int energy = 0;
+    for (auto _ : state) {
+        states[1].line = QStringLiteral("block 21 x 21, edge %1 eV").arg(8980 + ++energy % 10);
+        viewer.body.workbench().setStates(states);
+    }
+}
+
+/// From nothing to a window that has been painted.
+void firstWindow(benchmark::State& state)
+{
+    for (auto _ : state) {
+        Body body;
+        body.attend();
+        body.show();
+        QCoreApplication::processEvents();
+        body.grab();
+    }
+}
+
 } // namespace
 
+BENCHMARK(tellSteps)->Name("tell_steps")->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(firstWindow)->Name("first_window")->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(mouseMove)->Name("mouse_move")->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(showImage)->Name("show_image")->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(rebuildAll)->Name("rebuild_all")->Unit(benchmark::kMillisecond)->UseRealTime();

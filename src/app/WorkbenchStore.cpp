@@ -36,7 +36,9 @@ QVariant kept(const QString& key, const QVariant& otherwise)
 
 QPalette darkPalette()
 {
-    const QColor window(49, 50, 54), base(35, 36, 40), text(228, 228, 228), dim(128, 128, 128);
+    // Fields and boxes lie lighter than the window: the style outlines them darker than it, which
+    // nobody sees here.
+    const QColor window(49, 50, 54), base(76, 79, 86), text(232, 232, 232), dim(136, 136, 136);
     QPalette p(window);
     p.setColor(QPalette::Base, base);
     p.setColor(QPalette::AlternateBase, window);
