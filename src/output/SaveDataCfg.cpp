@@ -5,6 +5,7 @@
 #include "common/FieldText.h"
 #include "display/FieldWidth.h"
 #include "display/NumberFields.h"
+#include "display/PanelDock.h"
 #include "display/ReadingOrder.h"
 #include "display/WrapLayout.h"
 #include "ui_SaveDataCfg.h"
@@ -146,7 +147,7 @@ void SaveDataCfg::setSaveTextAsValValVal()
 void SaveDataCfg::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
-    book.action(ExCmdSaveDataCfgShowWindow, [this](const Cmd&) { show(); });
+    book.action(ExCmdSaveDataCfgShowWindow, [this](const Cmd&) { raisePanel(this); });
     book.action(ExCmdSaveDataCfgSaveAsTiff, [this](const Cmd&) {
         qDebug() << "setting save as tiff";
         setSaveAsTiff();
