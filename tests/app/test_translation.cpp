@@ -3,10 +3,7 @@
 #include "display/FileDialogs.h"
 #include "selection/SelectDataFiles.h"
 
-#include "display/PanelDock.h"
-
 #include <QAbstractButton>
-#include <QDockWidget>
 #include <QFileDialog>
 #include <QLabel>
 #include <QTranslator>
@@ -16,14 +13,6 @@ class TestTranslation : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
-    void initTestCase()
-    {
-        // The size of letters on desktops; that of the offscreen platform is larger.
-        QFont font = QApplication::font();
-        font.setPointSize(9);
-        QApplication::setFont(font);
-    }
-
     void init() { japanese_ = std::make_unique<QTranslator>(); }
     void cleanup() { japanese_.reset(); }
 
@@ -65,56 +54,7 @@ private Q_SLOTS:
             QCOMPARE(captions[i], expected[i]);
     }
 
-    void noCaptionIsCutOff_data()
-    {
-        QTest::addColumn<bool>("japanese");
-        QTest::newRow("english") << false;
-        QTest::newRow("japanese") << true;
-    }
-
-    /// On the smallest screen that the windows are made for.
-    void noCaptionIsCutOff()
-    {
-        QFETCH(bool, japanese);
-        QVERIFY(!japanese || installTranslation(*japanese_));
-        DrivenBody body;
-        const QSize screen(1280, 800);
-        body.resize(screen);
-        QStringList cut;
-        body.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&body));
-        for (QDockWidget* dock : body.findChildren<QDockWidget*>()) {
-            if (auto* const panel = qobject_cast<PanelDock*>(dock))
-                panel->bringUp();
-            QCoreApplication::processEvents();
-            if (body.width() > screen.width() || body.height() > screen.height())
-                cut << "larger than the screen with " + dock->windowTitle();
-            cut << cutCaptionsOf(body);
-        }
-        QVERIFY2(cut.isEmpty(), qPrintable(cut.join("\n")));
-    }
-
 private:
-    /// Captions of shown labels and buttons that are wider than what they stand on.
-    static QStringList cutCaptionsOf(const QWidget& window)
-    {
-        QStringList cut;
-        const auto check = [&cut](const QWidget* widget, const QString& text) {
-            const int needed = widget->fontMetrics().size(Qt::TextShowMnemonic, text).width();
-            if (widget->isVisible() && needed > widget->contentsRect().width())
-                cut << widget->objectName() + ": " + text;
-        };
-        for (const auto* button : window.findChildren<QAbstractButton*>())
-            check(button, button->text());
-        for (const auto* label : window.findChildren<QLabel*>()) {
-            if (!label->wordWrap())
-                check(label, label->text());
-            else if (label->isVisible() && label->heightForWidth(label->width()) > label->height())
-                cut << label->objectName() + ": " + label->text();
-        }
-        return cut;
-    }
-
     std::unique_ptr<QTranslator> japanese_;
 };
 

@@ -272,19 +272,21 @@ private Q_SLOTS:
         user.key(Qt::Key_F5);
         QTRY_VERIFY_WITH_TIMEOUT(body_->steps().states()[3].isDone(), 60000);
         QStringList faults;
-        for (int step = 0; step < stepCount; ++step) {
-            body_->workbench().openStep(Step(step));
-            QTest::qWait(20);
-            if (body_->size() != screen)
-                faults << QString("step %1 makes it %2 x %3")
-                              .arg(step + 1)
-                              .arg(body_->width())
-                              .arg(body_->height());
-            faults += clippedTexts(body_.get());
-        }
         const ImgDispA* area = body_->findChild<ImgDispA*>("dispA");
         if (area->width() < 360 || area->height() < 360)
             faults << QString("image of %1 x %2").arg(area->width()).arg(area->height());
+        for (PanelDock* dock : body_->findChildren<PanelDock*>()) {
+            dock->bringUp();
+            QTest::qWait(20);
+            if (body_->size() != screen)
+                faults << QString("%1 makes it %2 x %3")
+                              .arg(dock->objectName())
+                              .arg(body_->width())
+                              .arg(body_->height());
+            faults += clippedTexts(dock);
+        }
+        faults += clippedTexts(body_->findChild<StepBar*>());
+        faults += clippedTexts(body_->centralWidget());
         useScreenFont();
         faults.removeDuplicates();
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join('\n')));
