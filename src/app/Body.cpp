@@ -252,6 +252,7 @@ void Body::attend()
     view_->setUnattended(false);
     analysis_->setChoosesMap(true);
     panels_->analyzer->setNormalize(true); // what is compared in fits
+    shell_->groupDialogs();
     restoreWorkbench(*this, *workbench_, *panels_->imageBox);
     coverPages_->follow(data_, *stacks_, *folders_, *view_);
 }

@@ -58,7 +58,6 @@ Shell::Shell(const Parts& parts)
     connectProgress();
     connectProgressOfWalks();
     nameReferenceDialogs();
-    groupDialogs();
     connect(parts_.panels.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
 }
 
@@ -234,7 +233,6 @@ QString Shell::fileKind(const LateDialog& dialog) const
     return ofMaps ? QStringLiteral("maps") : QStringLiteral("data");
 }
 
-/// Every dialog of files follows the folder of its kind of file.
 void Shell::groupDialogs()
 {
     for (LateDialog* dialog : parts_.window.findChildren<LateDialog*>())
@@ -254,6 +252,8 @@ void Shell::groupDialog(LateDialog* dialog)
 void Shell::takeReferenceRow()
 {
     nameReferenceDialogs();
+    if (dialogGroups_.isEmpty())
+        return;
     const LCFReference* const row = parts_.panels.analyzer->refs().last();
     for (const XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
         groupDialog(file->dialog());

@@ -45,6 +45,10 @@ public:
 
     void bindCommands(CommandBook& book);
 
+    /// From now on every dialog of files follows the folder in which its kind of file was last used,
+    /// also in earlier sessions. Before, dialogs start in their roots.
+    void groupDialogs();
+
 public Q_SLOTS:
     /// Shows a line for people. What goes into the log is another matter.
     void notice(const QString& text, Mark mark = Mark::Done);
@@ -63,7 +67,6 @@ private:
     bool isBusy() const;
     void nameReferenceDialogs();
     QString fileKind(const LateDialog& dialog) const;
-    void groupDialogs();
     void groupDialog(LateDialog* dialog);
     void takeReferenceRow();
 

@@ -347,6 +347,7 @@ private Q_SLOTS:
                                      "Save Image", "Select Bad Pixels of I1 Data"};
         for (const bool again : {false, true}) {
             Body body;
+            body.attend();
             body.analyzer()->addNewRef(); // a later row is like the first ones
             QMap<QString, QFileDialog*> dialogs;
             for (LateDialog* late : body.findChildren<LateDialog*>()) {
