@@ -68,6 +68,31 @@ private Q_SLOTS:
         }
     }
 
+    /// The jobs that were asked to stop end, with a failure each; a later one is read.
+    void stoppedJobsEndAndLaterOnesAreRead()
+    {
+        LoadTiff loader;
+        QStringList read;
+        connect(&loader, &LoadTiff::loaded, this, [&](TiffData* data, int) {
+            read << data->fileName;
+            delete data;
+            loader.stopJobs(2);
+        });
+        QSignalSpy ends(&loader, &LoadTiff::finishLoadFiles);
+        QSignalSpy failed(&loader, &LoadTiff::failed);
+        for (int number = 1; number <= 3; ++number) {
+            LoadJob numbered = job(number == 3 ? QStringList(files_[9]) : files_.mid(0, 4));
+            numbered.number = number;
+            numbered.ticket = 7;
+            loader.loadTiffs(numbered);
+        }
+        QVERIFY(ends.wait(5000));
+        QCOMPARE(read, (QStringList{files_[0], files_[9]}));
+        QCOMPARE(ends[0][3].toStringList(),
+                 (QStringList{"The load was stopped", "The load was stopped"}));
+        QCOMPARE(failed[0][0].toInt(), 0);
+    }
+
     void readsTheFilesThatTheCutsLeave()
     {
         const QStringList four = files_.mid(0, 4);

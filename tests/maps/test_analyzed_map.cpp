@@ -102,6 +102,31 @@ class TestAnalyzedMap : public QObject
 {
     Q_OBJECT
 private Q_SLOTS:
+    /// A sample of jumps near 1 and beside it noise that passed for an edge: the shares of the
+    /// sample span the colours. The values stay as they are.
+    void faintPositionsTakeNoColours()
+    {
+        constexpr int side = 40;
+        const auto inSample = [](int i) { return i % side < side / 2; };
+        QVector<double> jumps, shares;
+        for (int i = 0; i < side * side; ++i) {
+            jumps << (inSample(i) ? 0.8 + 0.01 * (i % 7) : 0.02 * (i % 5 - 2));
+            shares << (inSample(i) ? 0.1 + 0.01 * (i % 50) : double(i % 41 - 20));
+        }
+        Analyzed2DRes jump("jump"), share("share");
+        fill(jump, side, side, jumps);
+        fill(share, side, side, shares);
+        share.setDisplay({{RangeRule::Percent1, std::nullopt}, true});
+        share.genImg();
+        QVERIFY(share.scale().max > 1.0);
+        share.setFaint(faintPositions({&jump}));
+        share.genImg();
+        QVERIFY(share.scale().min >= 0.1 && share.scale().max <= 0.6);
+        QVERIFY(share.scale().max - share.scale().min > 0.4);
+        QCOMPARE(share.valueAt(side - 1, 0), shares[side - 1]);
+        QVERIFY(!faintPositions({}));
+    }
+
     void initTestCase() { QLoggingCategory::setFilterRules("*.debug=false"); }
 
     void walksThePositionsOfAnArea()
