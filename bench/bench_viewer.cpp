@@ -112,11 +112,11 @@ void rebuildAll(benchmark::State& state)
 void tellSteps(benchmark::State& state)
 {
     Viewer viewer;
-    StepStates states = viewer.body.steps().states();
+    StepFacts facts = viewer.body.steps().facts();
     int energy = 0;
     for (auto _ : state) {
-        states[1].line = QStringLiteral("block 21 x 21, edge %1 eV").arg(8980 + ++energy % 10);
-        viewer.body.workbench().setStates(states);
+        facts.edge = 8980.0 + ++energy % 10;
+        viewer.body.workbench().setStates(stepStates(facts));
     }
 }
 

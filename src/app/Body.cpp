@@ -149,6 +149,7 @@ void Body::makeShell()
     connect(batch_.get(), &BatchConductor::finishing, this, &Body::endQuietly);
     connect(new FolderDrop(this), &FolderDrop::dropped, folders_.get(), &FolderConductor::open);
     connect(saving_.get(), &SaveConductor::savedChanged, this, &Body::closeWhenSaved);
+    connect(saving_.get(), &SaveConductor::cancelled, this, [this] { closesWhenSaved_ = false; });
     const WelcomePage& welcome = coverPages_->welcome();
     connect(&welcome, &WelcomePage::openI1, panels_->dataBox->i1Row()->dialog(), &LateDialog::show);
     connect(&welcome, &WelcomePage::openI0, panels_->dataBox->i0Row()->dialog(), &LateDialog::show);
@@ -158,9 +159,8 @@ void Body::makeShell()
 /// The states follow the facts, and what a state offers is done.
 void Body::wireSteps()
 {
-    steps_ = std::make_unique<StepWatch>(StepWatch::Parts{data_, shiftMap_, book_, *panels_,
-                                                          *reader_, *stacks_, *dark_, *cursor_,
-                                                          *calibration_, *analysis_, *saving_});
+    steps_ = std::make_unique<StepWatch>(StepWatch::Parts{
+        data_, *panels_, *stacks_, *dark_, *cursor_, *calibration_, *analysis_, *saving_});
     connect(steps_.get(), &StepWatch::changed, workbench_, &Workbench::setStates);
     workbench_->setStates(steps_->states());
     connect(workbench_, &Workbench::mendAsked, this, &Body::mend);
@@ -204,12 +204,19 @@ void Body::disableMissingWindows()
     diagnostics->setVisible(ShowAnalyzer2Button);
 }
 
+/// The row of the stack whose energies are in doubt.
+SelectDataFiles& Body::rowInDoubt() const
+{
+    const DataBox& box = *panels_->dataBox;
+    return steps_->facts().i1.energyDoubt.isEmpty() ? *box.i0Row() : *box.i1Row();
+}
+
 void Body::mend(Mend mend)
 {
     switch (mend) {
     case Mend::SetEnergies:
         workbench_->openStep(Step::Data);
-        panels_->dataBox->i1Row()->showEnergySetup();
+        rowInDoubt().showEnergySetup();
         break;
     case Mend::UseI0:
         panels_->spectrumBox->setUseI0(true);
@@ -290,8 +297,10 @@ bool Body::keepsUnsavedMaps()
 
 void Body::closeWhenSaved()
 {
-    if (!closesWhenSaved_ || saving_->savedMaps() == 0 ||
-        saving_->savedMaps() < saving_->mapsToSave())
+    // Nobody expects the window to close behind an attempt that failed.
+    if (!saving_->lastFault().isEmpty())
+        closesWhenSaved_ = false;
+    if (!closesWhenSaved_ || saving_->savedMaps() < saving_->mapsToSave())
         return;
     closesWhenSaved_ = false;
     QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);

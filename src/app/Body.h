@@ -20,6 +20,7 @@ class DarkConductor;
 class FolderConductor;
 class MenuBar;
 class SaveConductor;
+class SelectDataFiles;
 class Shell;
 class SourceReader;
 class StackConductor;
@@ -64,7 +65,6 @@ public:
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
     Workbench& workbench() { return *workbench_; }
-    Shell& shell() { return *shell_; }
     const StepWatch& steps() const { return *steps_; }
 
 protected:
@@ -80,6 +80,7 @@ private:
     void disableMissingWindows();
     void loadDefaultErrPoints();
     void mend(Mend mend);
+    SelectDataFiles& rowInDoubt() const;
     bool keepsUnsavedMaps();
     void closeWhenSaved();
 

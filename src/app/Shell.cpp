@@ -46,6 +46,7 @@ enum Work
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
 
 constexpr int progressBarWidth = 220; ///< [pixels]
+constexpr int finePercent = 100;      ///< steps of the bar in 1 % of a walk
 constexpr int blinkMs = 200;          ///< what is over sooner is not worth a Stop
 
 } // namespace
@@ -169,7 +170,7 @@ void Shell::connectProgressOfWalks()
 {
     connect(parts_.panels.analyzer.get(), &Analyzer::progressChanged, this, [this](double perCent) {
         if (parts_.analysis.isWalking())
-            progress_->setPart(Walking, truncatedInt(perCent), 100);
+            progress_->setPart(Walking, truncatedInt(finePercent * perCent), 100 * finePercent);
     });
     connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, [this](bool running) {
         if (!running)
@@ -177,7 +178,7 @@ void Shell::connectProgressOfWalks()
     });
     connect(&parts_.calibration, &CalibConductor::calibProgress, this, [this](double perCent) {
         if (parts_.calibration.isRunning())
-            progress_->setPart(Calibrating, truncatedInt(perCent), 100);
+            progress_->setPart(Calibrating, truncatedInt(finePercent * perCent), 100 * finePercent);
     });
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, [this](bool running) {
         if (!running)

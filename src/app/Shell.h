@@ -45,8 +45,8 @@ public:
 
     void bindCommands(CommandBook& book);
 
-    /// From now on every dialog of files follows the folder in which its kind of file was last used,
-    /// also in earlier sessions. Before, dialogs start in their roots.
+    /// From now on every dialog of files follows the folder in which its kind of file was last
+    /// used, also in earlier sessions. Before, dialogs start in their roots.
     void groupDialogs();
 
 public Q_SLOTS:

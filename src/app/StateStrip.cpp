@@ -47,7 +47,7 @@ void StateStrip::setState(const StepState& state)
     shown_ = state;
     sentence_->setText(state.sentence);
     const QString text = mendText(state.mend);
-    button_->setVisible(!text.isEmpty() && state.mend != hidden_);
+    button_->setVisible(!text.isEmpty());
     button_->setText(text);
     button_->setMinimumWidth(fontMetrics().horizontalAdvance(text) + buttonAir);
 }

@@ -16,8 +16,6 @@ public:
     explicit StateStrip(QWidget* parent = nullptr);
 
     void setState(const StepState& state);
-    /// The mend buttons that are of no use here, since the form below has one that does the same.
-    void hideMend(Mend mend) { hidden_ = mend; }
 
 Q_SIGNALS:
     void mendAsked(Mend mend);
@@ -29,5 +27,4 @@ private:
     QLabel* const sentence_;
     QPushButton* const button_;
     StepState shown_;
-    Mend hidden_ = Mend::None;
 };

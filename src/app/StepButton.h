@@ -15,7 +15,6 @@ public:
     /// The number in front of the name, from 1.
     void setStep(int number, const QString& name);
     void setState(const StepState& state);
-    const StepState& state() const { return state_; }
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

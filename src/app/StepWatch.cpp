@@ -3,18 +3,15 @@
 #include "analysis/Analyzer.h"
 #include "app/Panels.h"
 #include "calibration/CalibCtrl.h"
-#include "calibration/ShiftMap.h"
 #include "conduct/AnalysisConductor.h"
 #include "conduct/CalibConductor.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/DarkConductor.h"
 #include "conduct/SaveConductor.h"
-#include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
 #include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "image/Measurement.h"
-#include "maps/MapBook.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
 #include "selection/DataBox.h"
@@ -26,8 +23,6 @@
 #include <algorithm>
 
 namespace {
-
-constexpr int readingMs = 0; ///< at the end of the act that changes something
 
 QVector<double> energiesOf(const ImageStack& stack)
 {
@@ -52,18 +47,13 @@ QString energyDoubt(const ImageStack& stack, const EnergyPreview& preview)
         .arg(preview.doubt, file(preview.first), file(preview.second));
 }
 
-int usedReferences(const Analyzer& panel)
-{
-    return panel.activeRows().size();
-}
-
 } // namespace
 
 StepWatch::StepWatch(const Parts& parts)
     : parts_(parts)
 {
     reading_.setSingleShot(true);
-    reading_.setInterval(readingMs);
+    reading_.setInterval(0); // at the end of the act that changes something
     connect(&reading_, &QTimer::timeout, this, &StepWatch::readAll);
     connectData();
     connectWalks();
@@ -208,7 +198,7 @@ void StepWatch::readAnalysis()
         facts_.analysis = RunFacts{share, analysisLeft_.secondsAt(share)};
         return;
     }
-    facts_.references = usedReferences(*parts_.panels.analyzer);
+    facts_.references = parts_.panels.analyzer->activeRows().size();
     facts_.notReady = analysis.whyNotReady();
     facts_.maps = analysis.mapsWhole()     ? MapFacts::Whole
                   : analysis.mapsStopped() ? MapFacts::InPart

@@ -11,15 +11,12 @@ class AnalysisConductor;
 class CalibConductor;
 class CursorConductor;
 class DarkConductor;
-class MapBook;
 class SaveConductor;
-class SourceReader;
 class StackConductor;
 class XafsSpectrum;
 struct ImageStack;
 struct Measurement;
 struct Panels;
-struct ShiftMap;
 
 /// Gathers the facts that the steps' states are made of, whenever one of them changes, and tells
 /// the states at once. What is asked at each move of the mouse is the edge at the cursor alone.
@@ -31,10 +28,7 @@ public:
     struct Parts
     {
         const Measurement& data;
-        const ShiftMap& shiftMap;
-        const MapBook& book;
         const Panels& panels;
-        const SourceReader& reader;
         StackConductor& stacks;
         DarkConductor& dark;
         CursorConductor& cursor;

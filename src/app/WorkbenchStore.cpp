@@ -57,20 +57,6 @@ QPalette darkPalette()
     return p;
 }
 
-/// A window may have been kept on a larger screen.
-void fitToScreen(QMainWindow& window)
-{
-    const QScreen* screen = QGuiApplication::screenAt(window.geometry().center());
-    if (!screen)
-        screen = QGuiApplication::primaryScreen();
-    const QRect room = screen->availableGeometry();
-    const QSize size = window.size().boundedTo(room.size());
-    if (size != window.size())
-        window.resize(size);
-    if (!room.contains(window.geometry()) && !window.isMaximized())
-        window.move(room.topLeft());
-}
-
 } // namespace
 
 void applyColours(Colours colours)
@@ -94,10 +80,9 @@ void placeNewWindow(QMainWindow& window)
 void restoreWorkbench(QMainWindow& window, Workbench& workbench, ImageBox& imageBox)
 {
     const QByteArray geometry = kept(geometryKey, {}).toByteArray();
+    // It also brings a window back that was kept on a screen that is smaller now, or gone.
     if (geometry.isEmpty() || !window.restoreGeometry(geometry))
         placeNewWindow(window);
-    else
-        fitToScreen(window);
     workbench.restoreLayout(kept(layoutKey, {}).toByteArray());
     const int step = kept(stepKey, 0).toInt();
     if (step >= 0 && step < stepCount)

@@ -12,6 +12,7 @@
 #include "conduct/StopReason.h"
 #include "conduct/ViewConductor.h"
 #include "conduct/WalkConductor.h"
+#include "display/XafsView.h"
 #include "maps/FaintPositions.h"
 #include "maps/MapBook.h"
 
@@ -86,9 +87,11 @@ void AnalysisConductor::connectPanel(CursorConductor& cursor)
     connect(panel, &Analyzer::askAnalyze, this, &AnalysisConductor::start2DAnalysis);
     connect(panel, &Analyzer::rowAdded, this, &AnalysisConductor::addMapsOfRows);
     connect(&cursor, &CursorConductor::spectrumFormed, this,
-            [this](const XafsSpectrum& spectrum, const SuggestElm& elm) {
-                if (!walk_.running)
-                    parts_.panel.analyzeAndShowSpectrum(spectrum, elm);
+            [this, &cursor](const XafsSpectrum& spectrum, const SuggestElm& elm) {
+                if (walk_.running)
+                    return;
+                parts_.panel.view()->setSpectrumName(cursor.spectrumName());
+                parts_.panel.analyzeAndShowSpectrum(spectrum, elm);
             });
 }
 

@@ -138,14 +138,17 @@ void CursorConductor::showXafsSpectrum()
     const bool outside = spectrum.isEmpty() && !source.i1.isEmpty();
     const QString note =
         outside ? outcomeWords(spectrum.outcome) : parts_.analyzer.gapNote(spectrum);
-    const QString name = QStringLiteral("(%1, %2)").arg(curX_).arg(curY_);
-    view.setSpectrumName(name);
-    parts_.analyzer.view()->setSpectrumName(name);
+    view.setSpectrumName(spectrumName());
     const double dE = view.setSpectrum(spectrum, note);
     Q_EMIT spectrumFormed(spectrum, source.elm);
     parts_.imageBox.showPosition(curX_, curY_);
     parts_.imageBox.showShifts(source.shifts.at(curX_, curY_), dE);
     view.setRawSpectrum(source.spectrum(curX_, curY_, Stage::Counts));
+}
+
+QString CursorConductor::spectrumName() const
+{
+    return QStringLiteral("(%1, %2)").arg(curX_).arg(curY_);
 }
 
 void CursorConductor::showStandard(const XafsSpectrum& standard)

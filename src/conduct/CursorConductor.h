@@ -43,6 +43,8 @@ public:
 
     /// The cursor to a pixel by its numbers, whatever the view shows of it.
     void moveCursor(int x, int y);
+    /// The pixel of the cursor, as legends name its spectrum: "(96, 104)".
+    QString spectrumName() const;
     /// Shows the standard beside the spectrum.
     void showStandard(const XafsSpectrum& standard);
 

@@ -47,6 +47,7 @@ LateDialog* SaveConductor::newDialog(const QString& title, const QStringList& fi
         if (!filters.isEmpty())
             dialog->setNameFilters(filters);
         dialog->setDefaultSuffix(suffix);
+        connect(dialog, &QFileDialog::rejected, this, &SaveConductor::cancelled);
         return dialog;
     };
     auto* dialog = new LateDialog(make, &window_);

@@ -73,6 +73,7 @@ Q_SIGNALS:
     /// Other maps are saved, or are to be, than before; or writing one failed.
     void savedChanged();
     void saved(const QString& file); ///< the numbers of a map
+    void cancelled();                ///< a dialog was closed without a name
 
 private:
     using Save = void (SaveConductor::*)(const QString& fname);

@@ -103,16 +103,12 @@ void XafsView::setStdSpectrum(const XafsSpectrum& s)
 
 void XafsView::setSpectrumName(const QString& name)
 {
-    if (plot_.name == name)
-        return;
     plot_.name = name;
-    update();
 }
 
 void XafsView::setStdSpectrumName(const QString& name)
 {
     plot_.stdName = name.isEmpty() ? tr("standard") : name;
-    update();
 }
 
 void XafsView::setEmptyText(const QString& sentence)

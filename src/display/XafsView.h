@@ -29,7 +29,8 @@ public:
     /// The raw values behind the main spectrum, for the raw modes.
     void setRawSpectrum(const Spectrum& s);
     void setStdSpectrum(const XafsSpectrum& s);
-    /// Names for the legend. The main spectrum is not in it without one; the standard is, as such.
+    /// Names for the legend, of the spectrum that is set next. The main spectrum is not in it
+    /// without one; the standard is, as such.
     void setSpectrumName(const QString& name);
     void setStdSpectrumName(const QString& name);
     /// What an empty plot says; by default that there is no spectrum yet.

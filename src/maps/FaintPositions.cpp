@@ -1,6 +1,7 @@
 #include "maps/FaintPositions.h"
 
 #include "maps/Analyzed2DRes.h"
+#include "maps/SomePositions.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,21 +11,12 @@ namespace {
 constexpr double faintShare = 0.1;  ///< of the jump of
 constexpr double betterShare = 0.9; ///< the position that this share of all lies below
 
-double jumpAt(const std::vector<const Analyzed2DRes*>& jumps, const AnalyzeCond& at)
+double jumpAt(const std::vector<const Analyzed2DRes*>& jumps, int x, int y)
 {
     double sum = 0.0;
     for (const Analyzed2DRes* map : jumps)
-        sum += map->valueAt(at.cx, at.cy);
+        sum += map->valueAt(x, y);
     return sum;
-}
-
-template<typename Visit>
-void forPositions(AnalyzeCond walk, Visit visit)
-{
-    walk.start();
-    do {
-        visit(walk);
-    } while (walk.next());
 }
 
 /// The jump below which a position is faint; 0 for none.
@@ -32,9 +24,9 @@ double limitOf(const std::vector<const Analyzed2DRes*>& jumps)
 {
     const Analyzed2DRes& first = *jumps.front();
     std::vector<double> sums;
-    forPositions(first.stepper, [&](const AnalyzeCond& at) {
-        const double sum = jumpAt(jumps, at);
-        if (!first.isWithoutEdge(at.cx, at.cy) && std::isfinite(sum))
+    forSomePositions(first.stepper, [&](int x, int y) {
+        const double sum = jumpAt(jumps, x, y);
+        if (!first.isWithoutEdge(x, y) && std::isfinite(sum))
             sums.push_back(sum);
     });
     if (sums.empty())
@@ -57,9 +49,9 @@ PositionMask faintPositions(const std::vector<const Analyzed2DRes*>& jumps)
     const int width = first.stepper.width;
     auto mask = std::make_shared<std::vector<unsigned char>>(std::size_t(width) *
                                                              std::size_t(first.stepper.height));
-    forPositions(first.stepper, [&](const AnalyzeCond& at) {
-        if (first.contains(at.cx, at.cy) && !(jumpAt(jumps, at) >= limit))
-            (*mask)[std::size_t(at.cy) * std::size_t(width) + std::size_t(at.cx)] = 1;
+    forSomePositions(first.stepper, [&](int x, int y) {
+        if (first.contains(x, y) && !(jumpAt(jumps, x, y) >= limit))
+            (*mask)[std::size_t(y) * std::size_t(width) + std::size_t(x)] = 1;
     });
     return mask;
 }

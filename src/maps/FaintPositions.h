@@ -5,7 +5,8 @@
 
 class Analyzed2DRes;
 
-/// One value a pixel of a map, not 0 at the positions that are faint.
+/// One value a pixel of a map, not 0 at the positions that are faint, of those by which ranges are
+/// found (maps/SomePositions.h).
 using PositionMask = std::shared_ptr<const std::vector<unsigned char>>;
 
 /// Positions beside the sample where noise passed for an edge: the jumps of all rows together come

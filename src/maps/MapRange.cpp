@@ -1,36 +1,9 @@
 // What the values of a map say about how it is shown.
 #include "maps/Analyzed2DRes.h"
+#include "maps/SomePositions.h"
 
 #include <algorithm>
 #include <cmath>
-
-namespace {
-
-/// Values that ranges are found from: a map of more positions is sampled.
-constexpr qint64 valuesEnough = qint64(1) << 17;
-
-/// Calls visit(x, y) for the positions of a walk, or for some evenly spread ones if there are many.
-template<typename Visit>
-void forSomePositions(const AnalyzeCond& walk, qint64 enough, Visit visit)
-{
-    const qint64 positions = qint64(walk.columns()) * walk.rows();
-    const int step =
-        int(std::ceil(std::sqrt(double(std::max(positions, enough)) / double(enough))));
-    AnalyzeCond first = walk;
-    first.start();
-    // In wide numbers: an area typed by hand may reach far outside the image.
-    for (qint64 row = 0, shift = 0; row < walk.rows(); row += step, shift = (shift + 1) % step) {
-        const qint64 y = first.cy + row * std::max(walk.stepY, 1);
-        for (qint64 column = shift; column < walk.columns() && y < walk.height; column += step) {
-            const qint64 x = first.cx + column * std::max(walk.stepX, 1);
-            if (x >= walk.width)
-                break;
-            visit(int(x), int(y));
-        }
-    }
-}
-
-} // namespace
 
 int Analyzed2DRes::positionsWithoutEdge() const
 {
@@ -52,7 +25,7 @@ std::vector<double> Analyzed2DRes::valuesWithEdge() const
     std::vector<double> values;
     if (!hasValues_ || qint64(stepper.columns()) * stepper.rows() > maxPositions)
         return values;
-    forSomePositions(stepper, valuesEnough, [&](int x, int y) {
+    forSomePositions(stepper, [&](int x, int y) {
         if (!contains(x, y))
             return;
         const auto at = std::size_t(y) * std::size_t(stepper.width) + std::size_t(x);
