@@ -1,7 +1,7 @@
 // What is done at each position of a map, one step at a time. items are positions.
 
 #include "SyntheticExperiment.h"
-#include "analysis/LcfFit.h"
+#include "analysis/lcf/LcfFit.h"
 #include "calibration/CalibBlock.h"
 #include "maps/Analyzed2DRes.h"
 

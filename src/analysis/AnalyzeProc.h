@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/LcfFit.h"
+#include "analysis/lcf/LcfFit.h"
 
 #include <QObject>
 

@@ -1,6 +1,6 @@
 #include "analysis/Analyzer.h"
 
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"

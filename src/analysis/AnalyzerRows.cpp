@@ -1,5 +1,5 @@
 #include "analysis/Analyzer.h"
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "common/Fault.h"
 #include "display/XafsView.h"
 

@@ -1,7 +1,7 @@
 #include "app/Shell.h"
 
 #include "analysis/Analyzer.h"
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "app/Messages.h"
 #include "app/NoticeBar.h"
 #include "app/Panels.h"

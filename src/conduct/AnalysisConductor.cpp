@@ -1,8 +1,8 @@
 #include "conduct/AnalysisConductor.h"
 
 #include "analysis/Analyzer.h"
-#include "analysis/LCFReference.h"
-#include "analysis/LcfWalk.h"
+#include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfWalk.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"

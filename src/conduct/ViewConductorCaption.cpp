@@ -2,7 +2,7 @@
 #include "conduct/ViewConductor.h"
 
 #include "analysis/Analyzer.h"
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "conduct/StackConductor.h"
 #include "display/ImageBox.h"
 #include "image/Measurement.h"

@@ -1,7 +1,7 @@
 #include "LcfFixtures.h"
 
 #include "analysis/Analyzer.h"
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "batch/CommandTable.h"

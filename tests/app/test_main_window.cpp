@@ -1,5 +1,5 @@
 #include "BodyFixture.h"
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "batch/CommandTable.h"
 #include "common/Bragg.h"
 #include "display/ImgDispA.h"

@@ -1,6 +1,6 @@
 #include "BodyFixture.h"
 
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "display/ColorBar.h"
 #include "display/ImgDispA.h"
 #include "display/RowMark.h"

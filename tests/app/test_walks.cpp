@@ -1,5 +1,5 @@
 #include "BodyFixture.h"
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "display/ImgDispA.h"
 #include "support/LogCapture.h"
 #include "support/RandomStack.h"

@@ -1,6 +1,6 @@
 #include "Desk.h"
 
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "conduct/AnalysisConductor.h"
 #include "conduct/CalibConductor.h"
 #include "support/LogCapture.h"

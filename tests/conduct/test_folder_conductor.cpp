@@ -1,6 +1,6 @@
 #include "Desk.h"
 
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 #include "conduct/FolderConductor.h"
 #include "display/FileDialogs.h"
 #include "display/FolderDrop.h"

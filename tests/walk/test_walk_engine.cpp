@@ -1,5 +1,5 @@
 #include "analysis/LcfFixtures.h"
-#include "analysis/LcfWalk.h"
+#include "analysis/lcf/LcfWalk.h"
 #include "calibration/CalibWalk.h"
 #include "common/InstructionSet.h"
 #include "maps/Analyzed2DRes.h"

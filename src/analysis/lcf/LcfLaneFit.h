@@ -1,7 +1,7 @@
 #pragma once
 
-#include "analysis/LcfFit.h"
-#include "analysis/LcfLanes.h"
+#include "analysis/lcf/LcfFit.h"
+#include "analysis/lcf/LcfLanes.h"
 #include "walk/Tile.h"
 
 #include <memory>

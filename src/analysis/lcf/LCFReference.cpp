@@ -1,4 +1,4 @@
-#include "analysis/LCFReference.h"
+#include "analysis/lcf/LCFReference.h"
 
 #include "common/Fault.h"
 #include "common/FieldText.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/LcfLaneFit.h"
+#include "analysis/lcf/LcfLaneFit.h"
 #include "walk/WalkKernel.h"
 
 class Analyzed2DRes;

@@ -1,4 +1,4 @@
-#include "analysis/LcfFit.h"
+#include "analysis/lcf/LcfFit.h"
 
 #include "spectrum/Matrix.h"
 

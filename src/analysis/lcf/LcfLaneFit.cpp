@@ -1,4 +1,4 @@
-#include "analysis/LcfLaneFit.h"
+#include "analysis/lcf/LcfLaneFit.h"
 
 #include "common/LaneForms.h"
 #include "spectrum/Matrix.h"

@@ -1,4 +1,4 @@
-#include "analysis/LcfWalk.h"
+#include "analysis/lcf/LcfWalk.h"
 
 #include "maps/Analyzed2DRes.h"
 

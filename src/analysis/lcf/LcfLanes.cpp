@@ -1,4 +1,4 @@
-#include "analysis/LcfLanes.h"
+#include "analysis/lcf/LcfLanes.h"
 
 #include "common/LaneVector.h"
 #include "spectrum/HeldLanes.h"
