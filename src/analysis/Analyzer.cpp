@@ -183,9 +183,11 @@ void Analyzer::setMapKind(int k)
 MapChoice Analyzer::mapChoice() const
 {
     MapChoice choice;
-    choice.imageId = refGroup_->checkedId();
     choice.rows = refs_.size();
-    choice.zansa = ui_->ShowZ->isChecked();
+    if (ui_->ShowZ->isChecked())
+        choice.fixed = FixedImage::Zansa;
+    else
+        choice.row = refGroup_->checkedId();
     choice.kindIndex = mapKindIndex();
     return choice;
 }

@@ -17,6 +17,7 @@
 #include "image/CrossSection.h"
 #include "image/Measurement.h"
 #include "maps/Analyzed2DRes.h"
+#include "maps/MapWords.h"
 #include "selection/SpectrumBox.h"
 
 #include <QLocale>
@@ -244,27 +245,8 @@ void CursorConductor::showMapSections(int x, int y)
         for (int i = 0; i < height && x >= 0 && x < width; ++i)
             upward.append({double(height - i), map.shownValueAt(x, i)});
     }
-    parts_.imageBox.setSections(across, upward, mapAxis());
-}
-
-QString CursorConductor::mapAxis() const
-{
     const std::optional<MapKey> key = view_.shownKey();
-    if (!key)
-        return {};
-    switch (key->kind) {
-    case MapKind::ShiftMap:
-        return tr("Shift [eV]");
-    case MapKind::LcfJump:
-        return tr("dMut");
-    case MapKind::LcfWeight:
-        return tr("Ratio");
-    case MapKind::Zansa:
-        return tr("Residual");
-    case MapKind::DEdge:
-        return tr("Shift of the edge [eV]");
-    }
-    return {};
+    parts_.imageBox.setSections(across, upward, key ? mapAxis(key->kind) : QString());
 }
 
 /// The upright section counts from the lower end of what is on show.

@@ -76,7 +76,6 @@ private:
     void showSections(int x, int y);
     void showImageSections(int x, int y);
     void showMapSections(int x, int y);
-    QString mapAxis() const;
     void stepCursor(int dx, int dy);
     void showSectionsInView();
     SectionSource sectionSource(const TiffData& image, bool useI1) const;

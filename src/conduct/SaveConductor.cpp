@@ -111,8 +111,8 @@ void SaveConductor::saveAllImages(const QString& fname)
 {
     const MapChoice choice = parts_.panel.mapChoice();
     bool saved = false;
-    for (int kind = 0; rowMapKind(kind) && !choice.zansa; ++kind) {
-        const MapKey key{*rowMapKind(kind), choice.imageId};
+    for (int kind = 0; rowMapKind(kind); ++kind) {
+        const MapKey key{*rowMapKind(kind), choice.row};
         Analyzed2DRes* const map = parts_.book.find(key);
         if (!map || !map->imgValid || !map->whyNotSaved(false).isEmpty())
             continue;
@@ -171,7 +171,7 @@ void SaveConductor::saveData(const QString& fname)
     const MapForm form = parts_.config.form();
     qDebug().noquote() << (form == MapForm::Text ? "selected text" : "selected tiff");
     if (const std::optional<MapKey> key = chosenToSave(fname))
-        saveMapWithBar(*key, mapFileName(fname, mapLabel(*key), form), form);
+        saveMapWithBar(*key, mapFileName(fname, parts_.book.label(*key), form), form);
 }
 
 void SaveConductor::saveAllData(const QString& fname)
@@ -179,7 +179,7 @@ void SaveConductor::saveAllData(const QString& fname)
     const MapForm form = parts_.config.form();
     bool found = false;
     for (const MapKey& key : keysToSave()) {
-        saveMapWithBar(key, mapFileName(fname, fullMapLabel(key), form), form);
+        saveMapWithBar(key, mapFileName(fname, parts_.book.fullLabel(key), form), form);
         found = true;
     }
     if (!found)
@@ -259,11 +259,11 @@ void SaveConductor::forgetSaved(const MapKey& key)
 /// What a user should know of a file with this map in it: whose place it took, and what is missing.
 void SaveConductor::tellSaved(const MapKey& key, const QString& file)
 {
-    writtenMaps_.add(file, fullMapLabel(key));
+    writtenMaps_.add(file, parts_.book.fullLabel(key));
     if (!parts_.book.isComplete(key))
         qDebug().noquote() << QStringLiteral("Map %1 saved as %2 is not complete: not all of its "
                                              "positions were reached")
-                                  .arg(fullMapLabel(key), quoted(file));
+                                  .arg(parts_.book.fullLabel(key), quoted(file));
 }
 
 /// The bar tells the scale of the file beside it; numbers as they are have that of the screen.

@@ -58,7 +58,7 @@ public Q_SLOTS:
     void showSaveDataDialog();
     void showSaveAllDataDialog();
     /// Saves the numbers of the chosen result map in the chosen form, under "name-label" (see
-    /// mapLabel()), and the colour bar beside a TIFF file. A map that holds nothing, or none,
+    /// MapBook::label()), and the colour bar beside a TIFF file. A map that holds nothing, or none,
     /// costs one fault line.
     void saveData(const QString& fname);
     /// The same of every finished result map, under "name-full label".

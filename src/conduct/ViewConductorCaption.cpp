@@ -7,6 +7,7 @@
 #include "display/ImageBox.h"
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
+#include "maps/MapWords.h"
 
 #include <QAbstractButton>
 #include <QFileInfo>
@@ -64,12 +65,15 @@ QString ViewConductor::mapCaption() const
 
 QString ViewConductor::nameOf(const MapKey& key) const
 {
-    if (!traitsOf(key.kind).ofRow)
-        return key.kind == MapKind::DEdge ? tr("Shift of the edge") : tr("Residual");
-    const LCFReference* const row = panel_.refs().value(key.row);
-    const QString file = row ? QFileInfo(row->fileName()).fileName() : QString();
-    const QString of = file.isEmpty() ? tr("row %1").arg(key.row) : file;
-    return key.kind == MapKind::LcfWeight ? tr("Ratio of %1").arg(of) : tr("dMut of %1").arg(of);
+    QString row;
+    if (traitsOf(key.kind).rows == RowsOf::References) {
+        const LCFReference* const reference = panel_.refs().value(key.row);
+        const QString file = reference ? QFileInfo(reference->fileName()).fileName() : QString();
+        row = file.isEmpty() ? tr("row %1").arg(key.row) : file;
+    } else {
+        row = book_.elementName(key.row);
+    }
+    return mapTitle(key.kind, row);
 }
 
 /// The result maps that hold values, and the one that the panel has chosen.
@@ -94,7 +98,7 @@ void ViewConductor::chooseMap(int no)
     if (no < 0 || no >= listed_.size())
         return;
     const MapKey key = listed_.at(no);
-    if (!traitsOf(key.kind).ofRow) {
+    if (traitsOf(key.kind).rows != RowsOf::References) {
         if (auto* const button = panel_.findChild<QAbstractButton*>(QStringLiteral("ShowZ")))
             button->click();
         return;

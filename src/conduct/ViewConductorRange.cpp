@@ -49,10 +49,9 @@ MapKind ViewConductor::chosenKind() const
 {
     if (box_.choice() == ShowShiftMapId)
         return MapKind::ShiftMap;
-    const MapChoice choice = panel_.mapChoice();
-    if (choice.zansa)
-        return MapKind::Zansa;
-    return rowMapKind(choice.kindIndex).value_or(MapKind::LcfJump);
+    if (const std::optional<MapKey> key = chosenResult())
+        return key->kind;
+    return rowMapKind(panel_.mapChoice().kindIndex).value_or(MapKind::LcfJump);
 }
 
 /// A fixed scale of the analysis is in force for what is on show.

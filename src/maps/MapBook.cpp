@@ -23,9 +23,30 @@ MapBook::MapBook(QObject* parent)
 
 MapBook::~MapBook() = default;
 
-std::unique_ptr<Analyzed2DRes> MapBook::emptyMap(MapKind kind) const
+QString MapBook::label(const MapKey& key) const
 {
-    auto map = std::make_unique<Analyzed2DRes>(QLatin1String(traitsOf(kind).name));
+    return traitsOf(key.kind).rows == RowsOf::References ? QString::number(key.row)
+                                                         : fullLabel(key);
+}
+
+QString MapBook::fullLabel(const MapKey& key) const
+{
+    const MapKindTraits& traits = traitsOf(key.kind);
+    const QString word = QLatin1String(traits.word);
+    if (traits.rows == RowsOf::Nothing)
+        return word;
+    const QString row =
+        traits.rows == RowsOf::Elements ? elementName(key.row) : QString::number(key.row);
+    return row + QLatin1Char('-') + word;
+}
+
+std::unique_ptr<Analyzed2DRes> MapBook::emptyMap(const MapKey& key) const
+{
+    const MapKind kind = key.kind;
+    QString name = QLatin1String(traitsOf(kind).name);
+    if (traitsOf(kind).rows == RowsOf::Elements)
+        name = name.arg(elementName(key.row));
+    auto map = std::make_unique<Analyzed2DRes>(name);
     map->setDisplay(displayOf(kind));
     if (!scales_ || !hasScaleFields(kind))
         return map;
@@ -41,7 +62,7 @@ MapBook::Entry& MapBook::entryAt(const MapKey& key)
 {
     Entry& entry = entries_[key];
     if (!entry.map)
-        entry.map = emptyMap(key.kind);
+        entry.map = emptyMap(key);
     return entry;
 }
 

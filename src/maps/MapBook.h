@@ -61,6 +61,14 @@ public:
     /// The result maps that there are, in the order of saving.
     QVector<MapKey> resultKeys() const;
 
+    /// Names of the element rows, such as "Fe-K", which their maps made from now on have.
+    void setElementNames(const QStringList& names) { elementNames_ = names; }
+    QString elementName(int row) const { return elementNames_.value(row); }
+    /// Number of the reference row that shows the map, or as fullLabel(): "2", "Zansa".
+    QString label(const MapKey& key) const;
+    /// For files, no two alike: "2-1", "Zansa", "Fe-K-ROI".
+    QString fullLabel(const MapKey& key) const;
+
     /// Prepares the map for a new filling by the walk; what it held is gone.
     void begin(const MapKey& key, const AnalyzeCond& walk, const MapOrigin& origin);
     /// The filling is over, at its last position (whole) or before. Nothing for a map that is not
@@ -100,11 +108,12 @@ private:
 
     Entry& entryAt(const MapKey& key);
     const Entry* findEntry(const MapKey& key) const;
-    std::unique_ptr<Analyzed2DRes> emptyMap(MapKind kind) const;
+    std::unique_ptr<Analyzed2DRes> emptyMap(const MapKey& key) const;
     template<typename Predicate>
     QVector<MapKey> keysOfKinds(Predicate isMeant) const;
 
     std::map<MapKey, Entry> entries_; ///< in the order of saving
+    QStringList elementNames_;
     std::optional<MapScales> scales_;
     std::array<MapDisplay, mapKinds> displays_; ///< by kind
 };

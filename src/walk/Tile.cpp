@@ -41,6 +41,11 @@ void TileMaker::takeOffsets()
 Tile TileMaker::findEdges()
 {
     findEdges_(plan_->task(), mu_.data(), run_.count, scratch_.data(), edges_);
+    return ofMu();
+}
+
+Tile TileMaker::ofMu()
+{
     return {*source_, *plan_, mu_.data(), edges_, offsets_.data(), isShifted_, run_.count};
 }
 

@@ -23,7 +23,7 @@ struct Tile
     const WalkSource& source;
     const EdgePlan& plan;
     const double* mu;       ///< [energy][laneStride]
-    const EdgeLanes& edges; ///< of the lanes that `edges.odd` does not mark
+    const EdgeLanes& edges; ///< of the lanes that `edges.odd` does not mark, once they were found
     const double* offsets;  ///< energy shift of the position, XafsSpectrum::eOffset [eV]
     bool isShifted;         ///< some offset is not 0
     int count;              ///< lanes of the run
@@ -40,6 +40,8 @@ public:
     bool formMu(const WalkRun& run);
     /// There are lane forms for the energies.
     bool hasEdges() const { return plan_->isUsable(); }
+    /// The tile without edges, until the next run.
+    Tile ofMu();
     /// Finds the edges; then the tile is whole until the next run.
     Tile findEdges();
     /// The spectrum of a lane, up to Stage::Mu.

@@ -13,6 +13,18 @@ TileResult::TileResult(int valueCount, int laneCount)
 {
 }
 
+ShownResult WalkKernel::shown(const XafsSpectrum& spectrum)
+{
+    const WalkSource nowhere;
+    TileResult result(values(), 1);
+    plain({nowhere, 0, 0, spectrum}, 0, result);
+    ShownResult shown;
+    shown.outcome = result.outcomes.front();
+    shown.gapHeld = result.gapHeld.front() != 0;
+    shown.values = QVector<double>(result.values.begin(), result.values.end());
+    return shown;
+}
+
 namespace {
 
 /// Time from one stage's end to the next's.
@@ -100,9 +112,9 @@ Lanes WalkEngine::formLanes(Worker& worker, Finished& finished) const
     StageClock clock;
     worker.hasTile = stage_ > Stage::Counts && worker.tiles.formMu(finished.run);
     finished.shares.formNs = clock.lap();
-    if (!worker.hasTile || !worker.tiles.hasEdges() || stage_ < Stage::Lines)
+    if (!worker.hasTile || !worker.tiles.hasEdges())
         return all;
-    const Tile tile = worker.tiles.findEdges();
+    const Tile tile = stage_ < Stage::Lines ? worker.tiles.ofMu() : worker.tiles.findEdges();
     finished.shares.edgesNs = clock.lap();
     Lanes doneByAll = all;
     for (std::size_t job = 0; job < worker.kernels.size(); ++job) {

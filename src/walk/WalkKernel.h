@@ -5,6 +5,9 @@
 #include "walk/Tile.h"
 #include "walk/WalkSource.h"
 
+#include <QStringList>
+#include <QVector>
+
 #include <memory>
 #include <vector>
 
@@ -37,6 +40,16 @@ private:
     }
 };
 
+/// What a kernel makes of a single spectrum that is shown.
+struct ShownResult
+{
+    Outcome outcome = Outcome::NoPoints;
+    bool gapHeld = false;
+    QVector<double> values; ///< as WalkKernel::values() counts them
+    QVector<int> rows;      ///< rows of the panel that the values are of, where they are of rows
+    std::shared_ptr<const XafsSpectrum> curve; ///< fit curve, normalised; null without one
+};
+
 /// An analysis of single positions. Knows neither threads nor widgets: each worker of a walk has a
 /// kernel of its own, and what a position gives does not depend on the others.
 class WalkKernel
@@ -54,7 +67,13 @@ public:
     virtual void plain(const PlainPosition& at, int lane, TileResult& out) = 0;
     /// The fast form of many positions, which has the same bits; the lanes that it has done. All
     /// others go through plain().
+    /// A tile of a walk whose kernels stop at Stage::Mu has no edges.
     virtual Lanes lanes(const Tile&, TileResult&) { return {}; }
+    /// The same as plain() for a spectrum that no walk formed, worked out for the eye, with what
+    /// only the eye wants: by itself plain() without a position.
+    virtual ShownResult shown(const XafsSpectrum& spectrum);
+    /// What each of the values is, with its unit: "jump of row 0", "shift of the edge [eV]".
+    virtual QStringList valueNames() const { return {}; }
 };
 
 /// Takes a kernel's results, run by run in walking order, on the thread of the walk's owner.

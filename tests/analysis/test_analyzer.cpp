@@ -26,7 +26,7 @@ private Q_SLOTS:
         const QSignalSpy changed(&panel, &Analyzer::changedSelection);
         const auto choice = [&] {
             const MapChoice c = panel.mapChoice();
-            return c.zansa ? QPoint(-1, c.rows) : QPoint(c.imageId, c.kindIndex);
+            return c.fixed ? QPoint(-1, c.rows) : QPoint(c.row, c.kindIndex);
         };
         const auto click = [&](const char* name) {
             panel.findChild<QAbstractButton*>(name)->click();

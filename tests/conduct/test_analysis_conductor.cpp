@@ -241,14 +241,14 @@ private Q_SLOTS:
         const QSignalSpy wanted(analysis_.get(), &AnalysisConductor::resultsWanted);
         const auto choice = [this] { return desk_->analyzer.mapChoice(); };
         QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
-        QVERIFY(choice().imageId == -1 && wanted.isEmpty());
+        QVERIFY(choice().row == -1 && wanted.isEmpty());
         desk_->analyzer.refs().at(0)->findChild<QAbstractButton*>("Use")->click();
         analysis_->setChoosesMap(true);
         QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
-        QVERIFY(choice().imageId == 1 && choice().kindIndex == 1 && wanted.size() == 1);
+        QVERIFY(choice().row == 1 && choice().kindIndex == 1 && wanted.size() == 1);
         desk_->analyzer.findChild<QAbstractButton*>("ShowZ")->click(); // another choice stays
         QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
-        QVERIFY(choice().zansa && wanted.size() == 1);
+        QVERIFY(choice().fixed && wanted.size() == 1);
     }
 
 private:

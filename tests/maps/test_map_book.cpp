@@ -37,13 +37,11 @@ private Q_SLOTS:
         fillShelf(book);
         QStringList names;
         for (const MapKey& key : book.resultKeys())
-            names.append(book.find(key)->name + '/' + mapLabel(key) + '/' + fullMapLabel(key));
+            names.append(book.find(key)->name + '/' + book.label(key) + '/' + book.fullLabel(key));
         QCOMPARE(names, (QStringList{"LCF Ref 1/0/0-0", "LCF Ref 2/0/0-1", "LCF Ref 1/1/1-0",
                                      "LCF Ref 2/1/1-1", "a2d Zansa/Zansa/Zansa",
                                      "a2d dEdge/dEdge/dEdge"}));
-        QCOMPARE(fullMapLabel({MapKind::ShiftMap}), book.find({MapKind::ShiftMap})->name);
-        QCOMPARE(resultKinds(), (QVector<MapKind>{MapKind::LcfJump, MapKind::LcfWeight,
-                                                  MapKind::Zansa, MapKind::DEdge}));
+        QCOMPARE(book.fullLabel({MapKind::ShiftMap}), book.find({MapKind::ShiftMap})->name);
     }
 
     void aMapStaysWhereItIsUntilItsRowsAreDropped()
@@ -117,29 +115,77 @@ private Q_SLOTS:
         QVERIFY(!book.find({MapKind::ShiftMap})->imgValid);
     }
 
+    /// Each button overrides those above it in the chain, as far as it has a map to show.
     void theButtonsChooseAMap_data()
     {
         QTest::addColumn<MapChoice>("choice");
         QTest::addColumn<QString>("label");
-        QTest::newRow("nothing") << MapChoice{-1, 2, false, 0} << "";
-        QTest::newRow("jump of a row") << MapChoice{1, 2, false, 0} << "1-0";
-        QTest::newRow("weight of a row") << MapChoice{0, 2, false, 1} << "0-1";
-        QTest::newRow("no such kind") << MapChoice{1, 2, false, 2} << "1-0";
-        QTest::newRow("kind below 0") << MapChoice{1, 2, false, -1} << "1-0";
-        QTest::newRow("residual") << MapChoice{7, 2, true, 1} << "Zansa";
-        QTest::newRow("residual before a row") << MapChoice{1, 2, true, 1} << "Zansa";
-        QTest::newRow("id of a fixed button alone") << MapChoice{7, 2, false, 0} << "";
-        QTest::newRow("row with that id") << MapChoice{7, 8, false, 1} << "7-1";
-        QTest::newRow("row without a map") << MapChoice{5, 8, false, 0} << "";
+        const auto row = [](int id, int kind) {
+            MapChoice choice;
+            choice.row = id;
+            choice.rows = 8;
+            choice.kindIndex = kind;
+            return choice;
+        };
+        const auto fixed = [](FixedImage image, int elementRow = -1) {
+            MapChoice choice;
+            choice.rows = 8;
+            choice.fixed = image;
+            choice.elements = elementRow >= 0;
+            choice.elementRow = elementRow;
+            choice.elementRows = 2;
+            return choice;
+        };
+        const auto under = [](MapChoice choice, std::optional<MapKind> operand) {
+            choice.arithmetic = true;
+            choice.operand = operand;
+            return choice;
+        };
+        QTest::newRow("nothing") << MapChoice() << "";
+        QTest::newRow("jump of a row") << row(1, 0) << "1-0";
+        QTest::newRow("weight of a row") << row(0, 1) << "0-1";
+        QTest::newRow("no such kind") << row(1, 2) << "1-0";
+        QTest::newRow("kind below 0") << row(1, -1) << "1-0";
+        QTest::newRow("row without a map") << row(5, 0) << "";
+        QTest::newRow("row behind the last") << row(9, 0) << "";
+        QTest::newRow("residual of fits") << fixed(FixedImage::Zansa) << "Zansa";
+        QTest::newRow("edge") << fixed(FixedImage::DEdge) << "dEdge";
+        QTest::newRow("outcomes") << fixed(FixedImage::Outcomes) << "Outcomes";
+        QTest::newRow("without a picture") << fixed(FixedImage::ResidualRest) << "";
+        QTest::newRow("with a picture") << fixed(FixedImage::ResidualJump) << "DMut";
+        QTest::newRow("no map of the kind") << fixed(FixedImage::ResidualRatio) << "";
+        QTest::newRow("elements off") << fixed(FixedImage::ElemJump) << "";
+        QTest::newRow("elements off, correlation") << fixed(FixedImage::ElemsCor) << "";
+        QTest::newRow("an element") << fixed(FixedImage::ElemRoi, 1) << "Cu-K-ROI";
+        QTest::newRow("its correlation") << fixed(FixedImage::ElemsCorTh, 1) << "ElemsCorTh";
+        MapChoice noRows = fixed(FixedImage::ElemsCor, 0);
+        noRows.elementRows = 0;
+        QTest::newRow("no elements") << noRows << "";
+        QTest::newRow("sum of images") << fixed(FixedImage::SumUp) << "";
+        QTest::newRow("operand above all") << under(row(1, 0), MapKind::Operand2) << "Map2";
+        QTest::newRow("result of arithmetic")
+            << under(fixed(FixedImage::ElemRoi, 1), MapKind::Processed) << "Processed";
+        QTest::newRow("arithmetic without a choice") << under(row(1, 0), {}) << "1-0";
+        MapChoice off = under(row(1, 0), MapKind::Operand1);
+        off.arithmetic = false;
+        QTest::newRow("arithmetic off") << off << "1-0";
     }
     void theButtonsChooseAMap()
     {
         QFETCH(MapChoice, choice);
         MapBook book;
         fillShelf(book);
-        book.at({MapKind::LcfWeight, 7});
+        book.setElementNames({"Fe-K", "Cu-K"});
+        for (const MapKind kind :
+             {MapKind::Outcomes, MapKind::ResidualJump, MapKind::ResidualRest, MapKind::ElemsCor,
+              MapKind::ElemsCorTh, MapKind::Processed, MapKind::Operand1, MapKind::Operand2})
+            book.at({kind});
+        book.at({MapKind::ElemRoi, 1});
+        book.at({MapKind::ElemJump, 1});
+        book.begin({MapKind::ResidualJump}, walk, {});
+        book.at({MapKind::ResidualJump}).genImg();
         const std::optional<MapKey> key = chosenMap(choice, book);
-        QTEST(key ? fullMapLabel(*key) : QString(""), "label");
+        QTEST(key ? book.fullLabel(*key) : QString(""), "label");
     }
 };
 

@@ -1,0 +1,14 @@
+#include "analysis/AnalysisSection.h"
+
+#include "display/NumberFields.h"
+
+#include <QCheckBox>
+
+AnalysisSection::AnalysisSection(AnalysisWalk walk, const QString& boxName, const QString& boxText,
+                                 QWidget* parent)
+    : Fold(boxName, boxText, parent)
+    , walk_(walk)
+    , numbers_(new NumberFields(this))
+{
+    connect(chooser(), &QCheckBox::toggled, this, &AnalysisSection::changed);
+}

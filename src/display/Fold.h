@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QFrame>
+
+class QCheckBox;
+class QToolButton;
+
+/// A part of a panel that folds away under the box that chooses it: checking the box opens the
+/// fold, taking the check away closes it, and the arrow opens and closes it without choosing.
+class Fold : public QFrame
+{
+    Q_OBJECT
+public:
+    /// `boxName` is the object name of the box.
+    Fold(const QString& boxName, const QString& boxText, QWidget* parent = nullptr);
+
+    QCheckBox* chooser() const { return chooser_; }
+    bool isChosen() const;
+    /// Where the contents are laid out; hidden while it is closed.
+    QWidget* body() const { return body_; }
+
+    bool isOpen() const;
+    void setOpen(bool f);
+
+private:
+    QToolButton* arrow_;
+    QCheckBox* chooser_;
+    QWidget* body_;
+};
