@@ -41,26 +41,18 @@ bool areAlike(const ShiftField& a, const ShiftField& b)
 } // namespace
 
 AnalysisConditions::AnalysisConditions(const WalkSource& source, const AnalyzeCond& area,
-                                       const LcfRequest& fit)
+                                       const QVector<SectionConditions>& analyses)
     : area_(area)
     , i1_(imagesOf(source.i1))
     , block_(source.block)
     , shifts_(source.shifts)
     , elm_(source.elm)
     , background_(source.background)
-    , range_{fit.rangeStart, fit.rangeEnd}
-    , holdGap_(fit.holdGap)
-    , ownWeights_(fit.ownWeights)
+    , analyses_(analyses)
 {
     if (block_.readsI0())
         i0_ = imagesOf(source.i0);
     leaveOutIdleDark();
-    for (int row = 0; row < fit.rows.size(); ++row) {
-        const LcfReferenceData& data = fit.rows.at(row);
-        if (data.active)
-            references_.append({row, data.spectrum.eShift, data.spectrum.points,
-                                data.spectrum.doubleNormalizedPreBase.points});
-    }
 }
 
 QVector<AnalysisConditions::Image> AnalysisConditions::imagesOf(const TiffStack& stack)
@@ -96,15 +88,9 @@ bool AnalysisConditions::Image::operator==(const Image& other) const
     return job == other.job && energy == other.energy && shift == other.shift && file == other.file;
 }
 
-bool AnalysisConditions::Reference::operator==(const Reference& other) const
-{
-    return row == other.row && shift == other.shift && points == other.points &&
-           curve == other.curve;
-}
-
 bool AnalysisConditions::operator==(const AnalysisConditions& other) const
 {
-    return key(area_) == key(other.area_) && hasSameSpectra(other) && hasSameFit(other);
+    return key(area_) == key(other.area_) && hasSameSpectra(other) && analyses_ == other.analyses_;
 }
 
 bool AnalysisConditions::hasSameSpectra(const AnalysisConditions& other) const
@@ -112,11 +98,4 @@ bool AnalysisConditions::hasSameSpectra(const AnalysisConditions& other) const
     return key(block_) == key(other.block_) && i1_ == other.i1_ && i0_ == other.i0_ &&
            areAlike(shifts_, other.shifts_) && areAlike(elm_, other.elm_) &&
            background_ == other.background_;
-}
-
-bool AnalysisConditions::hasSameFit(const AnalysisConditions& other) const
-{
-    return references_ == other.references_ && range_.from == other.range_.from &&
-           range_.to == other.range_.to && holdGap_ == other.holdGap_ &&
-           ownWeights_ == other.ownWeights_;
 }

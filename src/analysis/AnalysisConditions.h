@@ -1,8 +1,20 @@
 #pragma once
 
-#include "analysis/lcf/LcfFit.h"
 #include "maps/AnalyzeCond.h"
 #include "walk/WalkSource.h"
+
+/// What an analysis goes by besides the spectra, as a value.
+struct SectionConditions
+{
+    QString analysis;
+    QVector<double> numbers;
+    QVector<QVector<QPointF>> curves;
+
+    bool operator==(const SectionConditions& other) const
+    {
+        return analysis == other.analysis && numbers == other.numbers && curves == other.curves;
+    }
+};
 
 /// All that the maps of a walk depend on, as a value: kept from the start of a walk, it tells later
 /// whether another walk would make other maps. It holds no images, only what tells them apart.
@@ -12,7 +24,8 @@ class AnalysisConditions
 public:
     /// Those of no walk.
     AnalysisConditions() = default;
-    AnalysisConditions(const WalkSource& source, const AnalyzeCond& area, const LcfRequest& fit);
+    AnalysisConditions(const WalkSource& source, const AnalyzeCond& area,
+                       const QVector<SectionConditions>& analyses);
 
     bool operator==(const AnalysisConditions& other) const;
     bool operator!=(const AnalysisConditions& other) const { return !(*this == other); }
@@ -28,21 +41,9 @@ private:
 
         bool operator==(const Image& other) const;
     };
-    /// What a fit reads of a reference.
-    struct Reference
-    {
-        int row;
-        double shift; ///< dE [eV]
-        QVector<QPointF> points;
-        QVector<QPointF> curve; ///< normalised
-
-        bool operator==(const Reference& other) const;
-    };
-
     static QVector<Image> imagesOf(const TiffStack& stack);
     void leaveOutIdleDark();
     bool hasSameSpectra(const AnalysisConditions& other) const;
-    bool hasSameFit(const AnalysisConditions& other) const;
 
     AnalyzeCond area_;
     QVector<Image> i1_;
@@ -51,8 +52,5 @@ private:
     ShiftField shifts_;
     SuggestElm elm_;
     int background_ = 0;
-    QVector<Reference> references_;
-    ReadRange range_;
-    bool holdGap_ = false;
-    bool ownWeights_ = false;
+    QVector<SectionConditions> analyses_;
 };

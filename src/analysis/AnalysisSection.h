@@ -1,5 +1,6 @@
 #pragma once
 
+#include "analysis/AnalysisConditions.h"
 #include "display/Fold.h"
 #include "maps/MapChoice.h"
 #include "spectrum/EdgeDoubt.h"
@@ -37,19 +38,6 @@ struct WhyNot
     QString words; ///< for people
 
     bool isEmpty() const { return log.isEmpty(); }
-};
-
-/// All that the maps of an analysis depend on besides the spectra, as a value.
-struct SectionConditions
-{
-    QString analysis;
-    QVector<double> numbers;
-    QVector<QVector<QPointF>> curves;
-
-    bool operator==(const SectionConditions& other) const
-    {
-        return analysis == other.analysis && numbers == other.numbers && curves == other.curves;
-    }
 };
 
 /// A button that shows a map.

@@ -1,30 +1,40 @@
 #pragma once
 
-#include "analysis/lcf/LcfFit.h"
+#include "walk/WalkKernel.h"
 
 #include <QObject>
 
 #include <atomic>
 
-/// Spectra to analyse, normalised, with copies of all that their analysis needs: one for a shown
-/// position.
+/// A shown spectrum, normalised, with the analyses to make of it.
 struct AnalysisRequest
 {
-    QVector<XafsSpectrum> spectra;
-    bool lcf = false; ///< run the linear combination fit
-    LcfRequest lcfConditions;
+    struct Task
+    {
+        int section;                        ///< of the panel, that asks
+        std::shared_ptr<WalkKernel> kernel; ///< the worker's alone from now on
+    };
+
+    XafsSpectrum spectrum;
+    QVector<Task> tasks;
 };
 
-/// Results of a request, one entry per spectrum and in its order.
+/// What came of a request's tasks, in their order.
 struct AnalysisResult
 {
-    QVector<LcfResult> lcf; ///< empty unless asked for
+    struct Answer
+    {
+        int section;
+        ShownResult result;
+    };
+
+    QVector<Answer> answers;
 };
 
 Q_DECLARE_METATYPE(AnalysisRequest)
 Q_DECLARE_METATYPE(AnalysisResult)
 
-/// Answers a request: a plain function, for any thread. Stops between positions when `stop` is set,
+/// Answers a request: a plain function, for any thread. Stops between tasks when `stop` is set,
 /// leaving the result shorter than the request.
 AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& stop);
 
@@ -39,16 +49,11 @@ public:
     void requestStop() { stop_ = true; }
 
 public Q_SLOTS:
-    /// On during a walk.
-    void setContAccess(bool f);
     void analyzeSpectrum0(const AnalysisRequest& request);
 
 Q_SIGNALS:
     void finished(const AnalysisResult& result);
-    /// Residual of the last fit of a request.
-    void newZ(double z);
 
 private:
-    bool contAccess_ = false;
     std::atomic<bool> stop_{false};
 };

@@ -1,32 +1,31 @@
 #include "analysis/Analyzer.h"
 
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
-#include "display/FileDialogs.h"
 #include "display/NumberFields.h"
 #include "display/PanelDock.h"
 #include "display/PanelForm.h"
+#include "display/RunRow.h"
 #include "display/XafsView.h"
 #include "ui_Analyzer.h"
 
 #include <QButtonGroup>
 #include <QCloseEvent>
-#include <QCoreApplication>
-#include <QDebug>
+
+#include <algorithm>
 
 namespace {
 
 constexpr int rowsAtStart = 4;
 
-/// Places of the fixed buttons in the image group, counted behind the rows that exist at start.
-constexpr int showZId = rowsAtStart + 3;
+/// The fixed buttons' ids begin here, above any row's.
+constexpr int fixedIds = 1000;
 
-constexpr int captionAir = 4; ///< between captions that no field holds apart [pixels]
-
-double value(const QLineEdit* field)
+int idOf(FixedImage image)
 {
-    return field->text().toDouble();
+    return fixedIds + int(image);
 }
 
 void setValue(QLineEdit* field, double v)
@@ -34,46 +33,67 @@ void setValue(QLineEdit* field, double v)
     field->setText(fieldText(v));
 }
 
-QFileDialog* newLoadDialog(QWidget* parent)
+/// Energies that a spectrum with points spans.
+ReadRange energiesOf(const Spectrum& s)
 {
-    auto* const dialog = new FileDialog(parent);
-    dialog->setWindowTitle(Analyzer::tr("Load References"));
-    dialog->setFileMode(QFileDialog::ExistingFiles);
-    dialog->setNameFilters(
-        {Analyzer::tr("XAFS Data File (*.dat)"), Analyzer::tr("Any Files (* *.*)")});
-    return dialog;
+    return {s.xMin - s.shift(), s.xMax - s.shift()};
 }
 
 } // namespace
 
-Analyzer::Analyzer(QWidget* parent)
+Analyzer::Analyzer(MapBook& /*book*/, QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_Analyzer>())
     , view_(std::make_unique<XafsView>())
     , refGroup_(new QButtonGroup(this))
     , numbers_(new NumberFields(this))
-    , loadDialog_(new LateDialog([this] { return newLoadDialog(this); }, this))
 {
     ui_->setupUi(this);
     view_->setObjectName(QStringLiteral("AnalyzerView"));
     view_->setWindowTitle(tr("Analyzing Spectrum"));
-    view_->setOthers({ViewCurve()});
-    showFitCurve(false);
-    for (int i = 0; i < rowsAtStart; ++i)
-        addNewRef();
-    refGroup_->addButton(ui_->ShowZ, showZId);
+    lcf_ = new LcfSection(*view_, this);
+    placeSections();
+    for (AnalysisSection* section : qAsConst(sections_))
+        connectSection(section);
+    for (int row = 0; row < lcf_->refs().size(); ++row)
+        refGroup_->addButton(lcf_->refs().at(row)->showButton(), row);
+    refGroup_->addButton(ui_->ShowOutcomes, idOf(FixedImage::Outcomes));
     auto* const kindGroup = new QButtonGroup(this);
     kindGroup->addButton(ui_->SelDMut);
     kindGroup->addButton(ui_->SelRatio);
     watchFields();
-    placeCaptions();
     fitButtons(*this);
-    showReadiness();
     connectForm();
-    connectConditions();
 }
 
 Analyzer::~Analyzer() = default;
+
+/// Sections of the same walk stand above its line.
+void Analyzer::placeSections()
+{
+    sections_ = {lcf_};
+    for (AnalysisSection* section : qAsConst(sections_)) {
+        const bool isFit = section->walk() == AnalysisWalk::Fits;
+        (isFit ? ui_->FitSections : ui_->OtherSections)->addWidget(section);
+    }
+    ui_->FitsRun->setNames(QStringLiteral("AskAnalyze"), QStringLiteral("Progress"));
+    ui_->FitsRun->setTips({tr("Analyse each block of the selected area"),
+                           tr("Stop the analysis; the maps keep what is done")});
+}
+
+void Analyzer::connectSection(AnalysisSection* section)
+{
+    for (const ImageButton& image : section->imageButtons())
+        refGroup_->addButton(image.button, idOf(image.image));
+    connect(section, &AnalysisSection::changed, this, &Analyzer::conditionsChanged);
+    connect(section, &AnalysisSection::askReanalyze, this, &Analyzer::reAnalyzeSpectrum);
+    connect(section, &AnalysisSection::changedSelection, this, &Analyzer::changedSelection);
+    connect(section->numbers(), &NumberFields::changed, this, &Analyzer::fieldsChanged);
+    if (RunRow* const row = section->runRow()) {
+        connect(row, &RunRow::pressed, this,
+                [this, walk = section->walk()] { Q_EMIT askAnalyze(walk); });
+    }
+}
 
 void Analyzer::closeEvent(QCloseEvent* event)
 {
@@ -83,85 +103,78 @@ void Analyzer::closeEvent(QCloseEvent* event)
 
 void Analyzer::connectForm()
 {
-    connect(ui_->ShowView, &QPushButton::clicked, this, [this] { raisePanel(view_.get()); });
-    connect(ui_->AddRef, &QPushButton::clicked, this, &Analyzer::addNewRef);
-    connect(ui_->LoadRefs, &QPushButton::clicked, loadDialog_, &LateDialog::show);
-    connect(loadDialog_, &LateDialog::filesSelected, this, &Analyzer::loadReferences);
-    connect(ui_->AskAnalyze, &QPushButton::clicked, this, &Analyzer::askAnalyze);
-    connect(refGroup_, &QButtonGroup::idClicked, this, &Analyzer::selectedNewRef);
+    connect(lcf_, &LcfSection::viewAsked, this, [this] { raisePanel(view_.get()); });
+    connect(lcf_, &LcfSection::rowAdded, this, &Analyzer::addRowButton);
+    connect(ui_->FitsRun, &RunRow::pressed, this,
+            [this] { Q_EMIT askAnalyze(AnalysisWalk::Fits); });
+    connect(refGroup_, &QButtonGroup::idClicked, this, &Analyzer::pressedImage);
     connect(ui_->SelDMut, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
     connect(ui_->SelRatio, &QRadioButton::toggled, this, &Analyzer::selectedImgChanged);
     connect(ui_->FixedScale, &QCheckBox::toggled, this, &Analyzer::scalePolicyChanged);
-    for (const QLineEdit* field : {ui_->LCFRange1, ui_->LCFRange2})
-        connect(field, &QLineEdit::editingFinished, this, &Analyzer::reAnalyzeSpectrum);
     for (const QLineEdit* field :
          {ui_->DMutScaleMin, ui_->DMutScaleMax, ui_->RatioScaleMin, ui_->RatioScaleMax})
         connect(field, &QLineEdit::editingFinished, this, &Analyzer::scaleChanged);
 }
 
-/// All that a walk goes by and that is the panel's; rows add theirs when they are made.
-void Analyzer::connectConditions()
-{
-    for (const QLineEdit* field : {ui_->LCFRange1, ui_->LCFRange2})
-        connect(field, &QLineEdit::textChanged, this, &Analyzer::conditionsChanged);
-    for (const QCheckBox* box : {ui_->SelMLCFAnal, ui_->OwnWeights})
-        connect(box, &QCheckBox::toggled, this, &Analyzer::conditionsChanged);
-}
-
 void Analyzer::watchFields()
 {
     connect(numbers_, &NumberFields::changed, this, &Analyzer::fieldsChanged);
-    numbers_->watch(ui_->LCFRange1, tr("Start of the fitting range"));
-    numbers_->watch(ui_->LCFRange2, tr("End of the fitting range"));
     numbers_->watch(ui_->DMutScaleMin, tr("Least DMut of the fixed scale"));
     numbers_->watch(ui_->DMutScaleMax, tr("Greatest DMut of the fixed scale"));
     numbers_->watch(ui_->RatioScaleMin, tr("Least ratio of the fixed scale"));
     numbers_->watch(ui_->RatioScaleMax, tr("Greatest ratio of the fixed scale"));
 }
 
-void Analyzer::chooseReferences()
-{
-    loadDialog_->show();
-}
-
 QStringList Analyzer::unreadable() const
 {
-    return numbers_->unreadable();
+    QStringList names;
+    for (const AnalysisSection* section : sections_)
+        names += section->numbers()->unreadable();
+    return names + numbers_->unreadable();
 }
 
-/// Over the fields of the rows, which are all alike.
-void Analyzer::placeCaptions()
+QVector<AnalysisSection*> Analyzer::sectionsOf(AnalysisWalk walk) const
 {
-    const LCFReference::Columns columns = refs_.first()->columns();
-    ui_->Captions->setSpacing(columns.gap);
-    ui_->Captions->setContentsMargins(0, 0, columns.arrow + columns.gap, 0);
-    ui_->ShowUseCaption->setContentsMargins(0, 0, captionAir, 0);
-    QFont small = font();
-    small.setPointSizeF(0.85 * small.pointSizeF());
-    for (QLabel* label : {ui_->ShowUseCaption, ui_->ReferenceCaption, ui_->ShareCaption,
-                          ui_->JumpCaption, ui_->ShiftCaption})
-        label->setFont(small);
-    ui_->JumpCaption->setMinimumWidth(columns.jump);
-    ui_->ShiftCaption->setMinimumWidth(columns.shift);
-    for (QLabel* label : {ui_->ShareCaption, ui_->JumpCaption, ui_->ShiftCaption})
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QVector<AnalysisSection*> found;
+    std::copy_if(sections_.begin(), sections_.end(), std::back_inserter(found),
+                 [walk](const AnalysisSection* s) { return s->walk() == walk; });
+    return found;
 }
 
-void Analyzer::addNewRef()
+QVector<AnalysisSection*> Analyzer::chosenOf(AnalysisWalk walk) const
 {
-    auto* const row = new LCFReference(ui_->RefBase);
-    QWidget* before = refs_.isEmpty() ? ui_->AddRef : refs_.last()->tabChain().last();
-    ui_->RefRows->addWidget(row);
-    for (QWidget* next : row->tabChain()) {
-        setTabOrder(before, next);
-        before = next;
+    QVector<AnalysisSection*> found = sectionsOf(walk);
+    found.erase(std::remove_if(found.begin(), found.end(),
+                               [](const AnalysisSection* s) { return !s->isChosen(); }),
+                found.end());
+    return found;
+}
+
+RunRow& Analyzer::runRow(AnalysisWalk walk) const
+{
+    for (const AnalysisSection* section : sections_) {
+        if (section->walk() == walk && section->runRow())
+            return *section->runRow();
     }
-    row->setHint(hint_);
-    refs_.append(row);
-    refGroup_->addButton(row->showButton(), refs_.size() - 1);
-    addReferenceCurve();
-    numbers_->watch(row->shiftField(), tr("dE of reference %1").arg(refs_.size()));
-    connectRow(row);
+    return *ui_->FitsRun;
+}
+
+bool Analyzer::displaysOnTime(AnalysisWalk walk) const
+{
+    switch (walk) {
+    case AnalysisWalk::Fits:
+        return ui_->DispOnTime->isChecked();
+    case AnalysisWalk::Residual:
+    case AnalysisWalk::Elements:
+        break;
+    }
+    return false;
+}
+
+void Analyzer::addRowButton()
+{
+    const int row = lcf_->refs().size() - 1;
+    refGroup_->addButton(lcf_->refs().at(row)->showButton(), row);
     Q_EMIT rowAdded();
 }
 
@@ -183,91 +196,48 @@ void Analyzer::setMapKind(int k)
 MapChoice Analyzer::mapChoice() const
 {
     MapChoice choice;
-    choice.rows = refs_.size();
-    if (ui_->ShowZ->isChecked())
-        choice.fixed = FixedImage::Zansa;
+    const int id = refGroup_->checkedId();
+    if (id >= fixedIds)
+        choice.fixed = FixedImage(id - fixedIds);
     else
-        choice.row = refGroup_->checkedId();
+        choice.row = id;
+    choice.rows = lcf_->refs().size();
     choice.kindIndex = mapKindIndex();
     return choice;
+}
+
+void Analyzer::chooseMap(const MapKey& key)
+{
+    if (traitsOf(key.kind).rows == RowsOf::References) {
+        setMapKind(key.kind == MapKind::LcfWeight ? 0 : 1);
+        selectRow(key.row);
+        return;
+    }
+    if (const auto image = fixedImageOf(key.kind))
+        checkImage(refGroup_->button(idOf(*image)));
 }
 
 void Analyzer::setMode(int m)
 {
     // By number: fits of the map, residual absorption, elements, sum of images, map arithmetic,
     // edge position.
-    QCheckBox* const boxes[] = {ui_->SelMLCFAnal, nullptr, nullptr, nullptr, nullptr, nullptr};
-    if (m < 0 || m >= static_cast<int>(std::size(boxes))) {
+    Fold* const folds[] = {lcf_, nullptr, nullptr, nullptr, nullptr, nullptr};
+    if (m < 0 || m >= static_cast<int>(std::size(folds))) {
         fault(QStringLiteral("No analysis has the number %1").arg(m));
         return;
     }
-    if (boxes[m] == nullptr)
+    if (folds[m] == nullptr)
         fault(QStringLiteral("Analysis not available in this version: %1").arg(m));
-    for (QCheckBox* box : boxes) {
-        if (box != nullptr)
-            box->setChecked(box == boxes[m]);
+    for (Fold* fold : folds) {
+        if (fold != nullptr)
+            fold->chooser()->setChecked(fold == folds[m]);
     }
 }
 
-bool Analyzer::walkAnalysisSelected() const
+void Analyzer::setMapsInterrupted(AnalysisWalk walk, bool f)
 {
-    return ui_->SelMLCFAnal->isChecked();
-}
-
-void Analyzer::setMapsInterrupted(bool f)
-{
-    ui_->MapsMark->setReasons(
+    runRow(walk).setMark(
         f ? tr("The analysis of these maps was stopped: positions not reached are 0") : QString());
-}
-
-bool Analyzer::displaysOnTime() const
-{
-    return ui_->DispOnTime->isChecked();
-}
-
-void Analyzer::setOwnWeights(bool f)
-{
-    ui_->OwnWeights->setChecked(f);
-}
-
-void Analyzer::setHoldGap(bool f)
-{
-    holdGap_ = f;
-}
-
-LcfRequest Analyzer::lcfRequest(const SuggestElm& sElm, const ReadRange& scan) const
-{
-    LcfRequest request;
-    request.rows.reserve(refs_.size());
-    for (const LCFReference* row : refs_)
-        request.rows.append(row->data());
-    request.rangeStart = value(ui_->LCFRange1);
-    request.rangeEnd = value(ui_->LCFRange2);
-    request.scan = scan;
-    request.holdGap = holdGap_;
-    request.inWalk = contAccess_;
-    request.sElm = sElm;
-    return request;
-}
-
-LcfRequest Analyzer::walkRequest(const SuggestElm& sElm, const ReadRange& scan) const
-{
-    LcfRequest request = lcfRequest(sElm, scan);
-    request.ownWeights = ui_->OwnWeights->isChecked();
-    return request;
-}
-
-LcfRequest Analyzer::beginWalk(const SuggestElm& sElm, const ReadRange& scan)
-{
-    const LcfRequest request = walkRequest(sElm, scan);
-    markLeftOut(request);
-    const LcfPlan plan(request);
-    for (const LcfNote& note : plan.notes()) {
-        qDebug().noquote() << QStringLiteral("Reference %1 (%2): %3")
-                                  .arg(note.row)
-                                  .arg(refs_.at(note.row)->fileName(), note.text);
-    }
-    return request;
 }
 
 void Analyzer::setNormalize(bool f)
@@ -280,62 +250,78 @@ void Analyzer::setEnergyCorrection(bool f)
     view_->setEnergyCorrection(f);
 }
 
-void Analyzer::setContAccess(bool f)
+void Analyzer::setHint(const EdgeHint& hint)
+{
+    for (AnalysisSection* section : qAsConst(sections_))
+        section->setHint(hint);
+}
+
+void Analyzer::setContAccess(bool f, AnalysisWalk walk)
 {
     contAccess_ = f;
-    showReadiness();
+    for (int i = 0; i < analysisWalks; ++i) {
+        const auto other = AnalysisWalk(i);
+        if (sectionsOf(other).isEmpty())
+            continue;
+        if (other == walk)
+            runRow(other).setRunning(f);
+        else
+            runRow(other).setHeldBack(f);
+    }
     Q_EMIT contAccessChanged(f);
 }
 
-void Analyzer::setReadiness(const QString& reason, const QString& walkText)
+void Analyzer::setProgress(AnalysisWalk walk, double perCent)
 {
-    notReady_ = reason;
-    walkText_ = walkText;
-    showReadiness();
-}
-
-void Analyzer::showReadiness()
-{
-    const bool ready = contAccess_ || notReady_.isEmpty();
-    ui_->AskAnalyze->setText(contAccess_ ? tr("Stop") : tr("Analyze"));
-    ui_->AskAnalyze->setEnabled(ready);
-    if (contAccess_)
-        ui_->AskAnalyze->setToolTip(tr("Stop the analysis; the maps keep what is done"));
-    else
-        ui_->AskAnalyze->setToolTip(ready ? tr("Analyse each block of the selected area")
-                                          : notReady_);
-    ui_->WalkText->setText(ready ? walkText_ : notReady_);
-}
-
-void Analyzer::setStoppedAt(double perCent)
-{
-    // Cut, not rounded: a walk that was stopped never reads 100.
-    ui_->Progress->setText(tr("stopped at %1 %").arg(int(perCent)));
-}
-
-bool Analyzer::isMapShown() const
-{
-    return refGroup_->checkedButton() != nullptr;
-}
-
-void Analyzer::showRatioOf(int row)
-{
-    ui_->SelRatio->setChecked(true);
-    selectImageById(row);
-}
-
-void Analyzer::setProgress(double perCent)
-{
-    ui_->Progress->setText(QString::asprintf("%5.2f", perCent));
+    runRow(walk).setProgress(perCent);
     Q_EMIT progressChanged(perCent);
 }
 
-void Analyzer::noticedNewZ(double z)
+void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
 {
-    ui_->DispZansa->setText(fieldText(z));
+    lastSElm_ = sElm;
+    if (contAccess_)
+        return;
+    const SpectraInfo info{sElm, energiesOf(s)};
+    AnalysisRequest request{s, {}};
+    for (int i = 0; i < sections_.size(); ++i) {
+        const AnalysisSection* const section = sections_.at(i);
+        if (section->isChosen() && section->notReady(info).isEmpty())
+            request.tasks.append({i, std::shared_ptr<WalkKernel>(section->kernel(info))});
+    }
+    if (lcf_->isChosen() && !s.isEmpty())
+        lcf_->markLeftOut(info);
+    if (!request.tasks.isEmpty())
+        Q_EMIT analyzeSpectrum0(request);
 }
 
-void Analyzer::selectedNewRef(int /*i*/)
+void Analyzer::analyzeAndShowSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
+{
+    spectrum_ = s;
+    view_->setSpectrum(spectrum_, lcf_->gapNote(spectrum_));
+    if (!lcf_->isChosen())
+        lcf_->showFitCurve(false);
+    analyzeSpectrum(spectrum_, sElm);
+}
+
+void Analyzer::reAnalyzeSpectrum()
+{
+    if (!spectrum_.isEmpty())
+        analyzeSpectrum(spectrum_, lastSElm_);
+}
+
+void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
+{
+    // The sections keep their results during a walk. Answers come in the order of the requests, and
+    // each is taken: which of them is shown must not depend on when a newer was asked for.
+    for (const AnalysisResult::Answer& answer : result.answers) {
+        if (!contAccess_)
+            sections_.at(answer.section)->show(answer.result);
+    }
+    Q_EMIT finished(result);
+}
+
+void Analyzer::pressedImage()
 {
     Q_EMIT changedSelection();
     Q_EMIT scaleAsked();
@@ -348,15 +334,25 @@ void Analyzer::selectedImgChanged(bool f)
         Q_EMIT changedSelection();
 }
 
+bool Analyzer::checkImage(QAbstractButton* button)
+{
+    if (button == nullptr)
+        return false;
+    button->setChecked(true);
+    pressedImage();
+    return true;
+}
+
 void Analyzer::selectImageById(int id)
 {
-    QAbstractButton* const button = refGroup_->button(id);
-    if (button == nullptr) {
+    if (!checkImage(refGroup_->button(id < rowsAtStart ? id : fixedIds + id - rowsAtStart)))
         fault(QStringLiteral("No map has the number %1").arg(id));
-        return;
-    }
-    button->setChecked(true);
-    Q_EMIT changedSelection();
+}
+
+void Analyzer::selectRow(int row)
+{
+    if (row >= fixedIds || !checkImage(refGroup_->button(row)))
+        fault(QStringLiteral("No reference row has the number %1").arg(row));
 }
 
 void Analyzer::scalePolicyChanged(bool /*f*/)
@@ -367,8 +363,8 @@ void Analyzer::scalePolicyChanged(bool /*f*/)
 MapScales Analyzer::scales() const
 {
     return {ui_->FixedScale->isChecked(),
-            {value(ui_->DMutScaleMin), value(ui_->DMutScaleMax)},
-            {value(ui_->RatioScaleMin), value(ui_->RatioScaleMax)}};
+            {fieldValue(ui_->DMutScaleMin), fieldValue(ui_->DMutScaleMax)},
+            {fieldValue(ui_->RatioScaleMin), fieldValue(ui_->RatioScaleMax)}};
 }
 
 void Analyzer::scaleChanged()

@@ -1,26 +1,11 @@
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "display/PanelDock.h"
 #include "display/XafsView.h"
 
 #include <QDebug>
-
-namespace {
-
-/// The optional use argument of a reference: on unless it is a number not above zero or a word.
-bool usesReference(const QString& arg)
-{
-    return arg.isEmpty() || arg.toUpper() == QLatin1String("VIC") || arg.toDouble() > 0.0;
-}
-
-void setReference(Analyzer& panel, const CmdLine& c)
-{
-    panel.setLCFStd(intArg(c, 0), usesReference(c.arg(4)), doubleArg(c, 2), c.arg(3),
-                    onArg(c, 1) ? QStringLiteral("1") : QStringLiteral("0"));
-}
-
-} // namespace
 
 void Analyzer::bindCommands(CommandBook& book)
 {
@@ -29,18 +14,27 @@ void Analyzer::bindCommands(CommandBook& book)
         raisePanel(this);
         raisePanel(view());
     });
-    book.action(ExCmdAnalyzerSetLCFStd, [this](const Cmd& c) { setReference(*this, c); });
+    book.action(ExCmdAnalyzerSelectAnalysisMode, [this](const Cmd& c) { setMode(intArg(c, 0)); });
+    book.action(ExCmdAnalyzerViewNormalize, [this](const Cmd& c) { setNormalize(onArg(c, 0)); });
+    book.action(ExCmdAnalyzerViewEnergyCorrection,
+                [this](const Cmd& c) { setEnergyCorrection(onArg(c, 0)); });
+    bindImageCommands(book);
+    bindScaleCommands(book);
+    for (AnalysisSection* section : qAsConst(sections_))
+        section->bindCommands(book);
+}
+
+void Analyzer::bindImageCommands(CommandBook& book)
+{
+    using Cmd = CmdLine;
     book.action(ExCmdAnalyzerSelectImage, [this](const Cmd& c) { selectImageById(intArg(c, 0)); });
+    book.action(ExCmdAnalyzerSelectRow, [this](const Cmd& c) { selectRow(intArg(c, 0)); });
+    book.action(ExCmdAnalyzerShowOutcomes,
+                [this](const Cmd&) { chooseMap({MapKind::Outcomes}); });
     book.action(ExCmdAnalyzerSelectImageType, [this](const Cmd& c) {
         qDebug() << "Selecting img Type" << intArg(c, 0);
         setMapKind(intArg(c, 0));
     });
-    book.action(ExCmdAnalyzerSelectAnalysisMode, [this](const Cmd& c) { setMode(intArg(c, 0)); });
-    book.action(ExCmdAnalyzerZansaOwnWeights, [this](const Cmd& c) { setOwnWeights(onArg(c, 0)); });
-    book.action(ExCmdAnalyzerViewNormalize, [this](const Cmd& c) { setNormalize(onArg(c, 0)); });
-    book.action(ExCmdAnalyzerViewEnergyCorrection,
-                [this](const Cmd& c) { setEnergyCorrection(onArg(c, 0)); });
-    bindScaleCommands(book);
 }
 
 void Analyzer::bindScaleCommands(CommandBook& book)

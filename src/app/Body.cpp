@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "app/CoverPages.h"
 #include "app/MenuBar.h"
 #include "app/Messages.h"
@@ -69,7 +70,7 @@ Body::Body(QWidget* parent)
     setObjectName(QStringLiteral("Body"));
     setWindowTitle(programName);
     resize(firstSize);
-    panels_ = std::make_unique<Panels>();
+    panels_ = std::make_unique<Panels>(book_);
     theColorBar = panels_->imageBox->bar();
     workbench_ = new Workbench(*this, *panels_, *newCentre(*panels_->imageBox));
     coverPages_ = new CoverPages(*centralWidget());
@@ -222,7 +223,7 @@ void Body::mend(Mend mend)
         panels_->spectrumBox->setUseI0(true);
         break;
     case Mend::LoadReferences:
-        panels_->analyzer->chooseReferences();
+        panels_->analyzer->lcf().chooseReferences();
         break;
     case Mend::Analyze:
         analysis_->start2DAnalysis();

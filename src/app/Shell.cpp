@@ -1,6 +1,7 @@
 #include "app/Shell.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "analysis/lcf/LCFReference.h"
 #include "app/Messages.h"
 #include "app/NoticeBar.h"
@@ -212,7 +213,7 @@ void Shell::stopAll()
 void Shell::nameReferenceDialogs()
 {
     int no = 0;
-    for (LCFReference* row : parts_.panels.analyzer->refs()) {
+    for (LCFReference* row : parts_.panels.analyzer->lcf().refs()) {
         for (XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
             file->dialog()->setTitle(tr("Select Reference %1").arg(++no));
     }
@@ -224,7 +225,7 @@ QString Shell::fileKind(const LateDialog& dialog) const
 {
     const QObject* const owner = dialog.parent();
     if (qobject_cast<const XafsFileSelect*>(owner) || qobject_cast<const XafsView*>(owner) ||
-        owner == parts_.panels.analyzer.get())
+        owner == &parts_.panels.analyzer->lcf())
         return QStringLiteral("references");
     if (qobject_cast<const SelectDataFilesAdditionalSetup*>(owner))
         return QStringLiteral("badPixels");
@@ -255,7 +256,7 @@ void Shell::takeReferenceRow()
     nameReferenceDialogs();
     if (dialogGroups_.isEmpty())
         return;
-    const LCFReference* const row = parts_.panels.analyzer->refs().last();
+    const LCFReference* const row = parts_.panels.analyzer->lcf().refs().last();
     for (const XafsFileSelect* file : row->findChildren<XafsFileSelect*>())
         groupDialog(file->dialog());
 }

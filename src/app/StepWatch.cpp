@@ -1,6 +1,7 @@
 #include "app/StepWatch.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "app/Panels.h"
 #include "calibration/CalibCtrl.h"
 #include "conduct/AnalysisConductor.h"
@@ -198,8 +199,8 @@ void StepWatch::readAnalysis()
         facts_.analysis = RunFacts{share, analysisLeft_.secondsAt(share)};
         return;
     }
-    facts_.references = parts_.panels.analyzer->activeRows().size();
-    facts_.notReady = analysis.whyNotReady();
+    facts_.references = parts_.panels.analyzer->lcf().activeRows().size();
+    facts_.notReady = analysis.whyNotReady(AnalysisWalk::Fits);
     facts_.maps = analysis.mapsWhole()     ? MapFacts::Whole
                   : analysis.mapsStopped() ? MapFacts::InPart
                                            : MapFacts::None;

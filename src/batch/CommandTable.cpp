@@ -179,6 +179,11 @@ constexpr ExCmdText extensionTexts[] = {
     {ExCmdSaveDataCfgTiffClamp, "saveDataCfg_tiff_clamp", "<0|1>"},
     {ExCmdSaveDataCfgSaveAsFloatTiff, "saveDataCfg_save_as_float_tiff", ""},
     {ExCmdSaveAllData, "save_all_data", "<file>"},
+    {ExCmdAnalyzerLCFRange, "analyzer_lcf_range", "<double> <double>"},
+    {ExCmdAnalyzerLCFOld, "analyzer_lcf_old", "<0|1>"},
+    {ExCmdAnalyzerSelectRow, "analyzer_select_row", "<int>"},
+    {ExCmdAnalyzerShowOutcomes, "analyzer_show_outcomes", ""},
+    {ExCmdExplainPosition, "explain_position", "<int x> <int y> <file>"},
 };
 // clang-format on
 

@@ -156,6 +156,11 @@ enum EX_CMD_ID : int
     ExCmdSaveDataCfgTiffClamp = 218,
     ExCmdSaveDataCfgSaveAsFloatTiff = 219,
     ExCmdSaveAllData = 220,
+    ExCmdAnalyzerLCFRange = 221,
+    ExCmdAnalyzerLCFOld = 231,
+    ExCmdAnalyzerSelectRow = 232,
+    ExCmdAnalyzerShowOutcomes = 233,
+    ExCmdExplainPosition = 234,
     ExCmdEnd ///< above all numbers
 };
 

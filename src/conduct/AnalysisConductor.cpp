@@ -1,8 +1,7 @@
 #include "conduct/AnalysisConductor.h"
 
 #include "analysis/Analyzer.h"
-#include "analysis/lcf/LCFReference.h"
-#include "analysis/lcf/LcfWalk.h"
+#include "analysis/lcf/LcfSection.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
@@ -12,9 +11,12 @@
 #include "conduct/StopReason.h"
 #include "conduct/ViewConductor.h"
 #include "conduct/WalkConductor.h"
+#include "display/RunRow.h"
 #include "display/XafsView.h"
 #include "maps/FaintPositions.h"
 #include "maps/MapBook.h"
+#include "maps/MapChoice.h"
+#include "walk/OutcomeSink.h"
 
 #include <QCoreApplication>
 #include <QDebug>
@@ -27,21 +29,20 @@ namespace {
 /// The map on show is painted no oftener than this during a walk. [ms]
 constexpr int paintEveryMs = 50;
 
-constexpr MapKey zansaKey{MapKind::Zansa, 0};
-constexpr MapKey dEdgeKey{MapKind::DEdge, 0};
+constexpr MapKey outcomesKey{MapKind::Outcomes, 0};
 
-/// Energies that the source's spectra span.
-ReadRange scanOf(const WalkSource& source)
+/// Walks in the log.
+constexpr const char* walkNames[analysisWalks] = {"2D analysis", "Residual absorption analysis",
+                                                  "Element analysis"};
+
+QString nameOf(AnalysisWalk walk)
 {
-    return {source.leastEnergy(), source.greatestEnergy()};
+    return QLatin1String(walkNames[int(walk)]);
 }
 
-QStringList filesOf(const QVector<LCFReference*>& rows, const QVector<int>& active)
+SpectraInfo spectraOf(const WalkSource& source, bool inWalk)
 {
-    QStringList files;
-    for (const int row : active)
-        files.append(rows.at(row)->fileName());
-    return files;
+    return {source.elm, {source.leastEnergy(), source.greatestEnergy()}, inWalk};
 }
 
 } // namespace
@@ -54,9 +55,7 @@ AnalysisConductor::AnalysisConductor(const Parts& parts, ViewConductor& view,
     , proc_(std::make_unique<AnalyzeProc>())
     , walks_(walks)
 {
-    addMapsOfRows();
-    parts_.book.at(zansaKey);
-    parts_.book.at(dEdgeKey);
+    addMaps();
     startWorker();
     connectPanel(cursor);
 }
@@ -75,17 +74,15 @@ void AnalysisConductor::startWorker()
     AnalyzeProc* const proc = proc_.get();
     proc->moveToThread(&thread_);
     connect(panel, &Analyzer::analyzeSpectrum0, proc, &AnalyzeProc::analyzeSpectrum0);
-    connect(panel, &Analyzer::contAccessChanged, proc, &AnalyzeProc::setContAccess);
     connect(proc, &AnalyzeProc::finished, panel, &Analyzer::analyzeSpectrumFinished);
-    connect(proc, &AnalyzeProc::newZ, panel, &Analyzer::noticedNewZ);
     thread_.start();
 }
 
 void AnalysisConductor::connectPanel(CursorConductor& cursor)
 {
     const Analyzer* const panel = &parts_.panel;
-    connect(panel, &Analyzer::askAnalyze, this, &AnalysisConductor::start2DAnalysis);
-    connect(panel, &Analyzer::rowAdded, this, &AnalysisConductor::addMapsOfRows);
+    connect(panel, &Analyzer::askAnalyze, this, &AnalysisConductor::startOrStop);
+    connect(panel, &Analyzer::rowAdded, this, &AnalysisConductor::addMaps);
     connect(&cursor, &CursorConductor::spectrumFormed, this,
             [this, &cursor](const XafsSpectrum& spectrum, const SuggestElm& elm) {
                 if (walk_.running)
@@ -97,103 +94,167 @@ void AnalysisConductor::connectPanel(CursorConductor& cursor)
 
 void AnalysisConductor::bindCommands(CommandBook& book)
 {
-    book.later(ExCmdAnalyzerExecLCF,
-               [this](const CmdLine&, CommandEnd end) { startWalk(std::move(end)); });
+    const std::pair<EX_CMD_ID, AnalysisWalk> walks[] = {
+        {ExCmdAnalyzerExecLCF, AnalysisWalk::Fits},
+        {ExCmdAnalyzerExecRa, AnalysisWalk::Residual},
+        {ExCmdAnalyzerExecElems, AnalysisWalk::Elements}};
+    for (const auto& walk : walks) {
+        book.later(walk.first, [this, kind = walk.second](const CmdLine&, CommandEnd end) {
+            startWalk(kind, std::move(end));
+        });
+    }
 }
 
-/// Each row has its maps in the book from its start, so that they can be chosen.
-void AnalysisConductor::addMapsOfRows()
+/// Each map is in the book from the start, so that it can be chosen.
+void AnalysisConductor::addMaps()
 {
-    for (int row = 0; row < parts_.panel.refs().size(); ++row) {
-        parts_.book.at({MapKind::LcfJump, row});
-        parts_.book.at({MapKind::LcfWeight, row});
+    for (const AnalysisSection* section : parts_.panel.sections()) {
+        for (const MapKey& key : section->maps())
+            parts_.book.at(key);
     }
+    parts_.book.at(outcomesKey);
 }
 
 void AnalysisConductor::start2DAnalysis()
 {
+    startOrStop(AnalysisWalk::Fits);
+}
+
+void AnalysisConductor::startRA2DAnalysis()
+{
+    startOrStop(AnalysisWalk::Residual);
+}
+
+void AnalysisConductor::startElems2DAnalysis()
+{
+    startOrStop(AnalysisWalk::Elements);
+}
+
+void AnalysisConductor::startOrStop(AnalysisWalk walk)
+{
     if (walk_.running)
         stop2DAnalysis();
     else
-        startWalk({});
+        startWalk(walk, {});
 }
 
 /// Starts a walk in place of the one that runs.
-void AnalysisConductor::startWalk(CommandEnd end)
+void AnalysisConductor::startWalk(AnalysisWalk walk, CommandEnd end)
 {
     stop2DAnalysis();
     AnalyzeCond area;
-    const QString why = walkFault(area);
+    const QString why = walkFault(walk, area);
     if (!why.isEmpty()) {
-        fault(QStringLiteral("2D analysis not started: ") + why);
+        fault(nameOf(walk) + QStringLiteral(" not started: ") + why);
         end.done();
         return;
     }
     takeInSingleFits();
-    beginRun(area, std::move(end));
+    beginRun(walk, area, std::move(end));
     Q_EMIT runningChanged(true);
 }
 
-void AnalysisConductor::beginRun(const AnalyzeCond& area, CommandEnd end)
+void AnalysisConductor::beginRun(AnalysisWalk walk, const AnalyzeCond& area, CommandEnd end)
 {
     walk_ = Run();
     walk_.running = true;
+    walk_.walk = walk;
     walk_.end = std::move(end);
     const SharedSource source = parts_.reader.frozen();
-    LcfRequest conditions = parts_.panel.beginWalk(source->elm, scanOf(*source));
-    walk_.fittedRows = conditions.fittedRows();
-    walk_.conditions = AnalysisConditions(*source, area, conditions);
-    conditions.inWalk = true;
-    parts_.panel.setMapsInterrupted(false);
-    parts_.panel.setContAccess(true);
-    parts_.panel.setProgress(0.0);
-    logTime(QStringLiteral("2da 1:"));
+    walk_.spectra = spectraOf(*source, true);
+    for (const WhyNot& why : reasonsOf(walk, walk_.spectra))
+        qDebug().noquote() << why.log;
+    walk_.sections = readySections(walk, walk_.spectra);
+    for (AnalysisSection* section : qAsConst(walk_.sections))
+        section->aboutToWalk(walk_.spectra);
+    if (walk_.sections.contains(&parts_.panel.lcf()))
+        walk_.fittedRows = parts_.panel.lcf().fittedRows(walk_.spectra).size();
+    walk_.conditions =
+        AnalysisConditions(*source, area, conditionsOf(walk_.sections, walk_.spectra));
+    parts_.panel.setMapsInterrupted(walk, false);
+    parts_.panel.setContAccess(true, walk);
+    parts_.panel.setProgress(walk, 0.0);
+    logStep(QStringLiteral("2da 1:"));
     prepareMaps(area, source);
-    logTime(QStringLiteral("2da 2:"));
+    logStep(QStringLiteral("2da 2:"));
     walk_.painted.start();
-    walks_.run(WalkConductor::Analysis, orderOf(area, source, conditions),
+    walks_.run(WalkConductor::Analysis, orderOf(area, source),
                {[this](const WalkRun& run) { positionsTaken(run); }, [this] { endWalk(); },
                 [this](const QString& what) { imagesChange(what); }});
 }
 
+/// The walk of the fits tells the log of its steps.
+void AnalysisConductor::logStep(const QString& word) const
+{
+    if (walk_.walk == AnalysisWalk::Fits)
+        logTime(word);
+}
+
 /// Fills area with the walk over the selected area; why there is nothing to analyse, or an empty
 /// text.
-QString AnalysisConductor::walkFault(AnalyzeCond& area) const
+QString AnalysisConductor::walkFault(AnalysisWalk walk, AnalyzeCond& area) const
 {
     QString why = parts_.reader.areaFault(area);
     if (!why.isEmpty())
         return why;
-    if (!parts_.panel.walkAnalysisSelected())
+    if (parts_.panel.chosenOf(walk).isEmpty())
         return QStringLiteral("no analysis selected");
-    // The fits are the only analysis that walks: without them there is nothing left to run.
-    if (!canFit())
-        return QStringLiteral("LCF is left out, no reference in use has a point inside the fitting "
-                              "range and the scan");
-    return {};
+    const SpectraInfo spectra = spectraOf(parts_.reader.source(), true);
+    if (!readySections(walk, spectra).isEmpty())
+        return {};
+    QStringList reasons;
+    for (const WhyNot& reason : reasonsOf(walk, spectra))
+        reasons.append(reason.log);
+    return reasons.join(QStringLiteral("; "));
 }
 
-/// There must be images.
-bool AnalysisConductor::canFit() const
+QVector<AnalysisSection*> AnalysisConductor::readySections(AnalysisWalk walk,
+                                                           const SpectraInfo& spectra) const
+{
+    QVector<AnalysisSection*> ready;
+    for (AnalysisSection* section : parts_.panel.chosenOf(walk)) {
+        if (section->notReady(spectra).isEmpty())
+            ready.append(section);
+    }
+    return ready;
+}
+
+/// Why the chosen analyses that can not be made can not.
+QVector<WhyNot> AnalysisConductor::reasonsOf(AnalysisWalk walk, const SpectraInfo& spectra) const
+{
+    QVector<WhyNot> reasons;
+    for (const AnalysisSection* section : parts_.panel.chosenOf(walk)) {
+        const WhyNot why = section->notReady(spectra);
+        if (!why.isEmpty())
+            reasons.append(why);
+    }
+    return reasons;
+}
+
+QVector<SectionConditions>
+AnalysisConductor::conditionsOf(const QVector<AnalysisSection*>& sections,
+                                const SpectraInfo& spectra) const
+{
+    QVector<SectionConditions> conditions;
+    for (const AnalysisSection* section : sections)
+        conditions.append(section->conditions(spectra));
+    return conditions;
+}
+
+QString AnalysisConductor::whyNotReady(AnalysisWalk walk) const
 {
     const WalkSource source = parts_.reader.source();
-    return parts_.panel.canFit(source.elm, scanOf(source));
-}
-
-QString AnalysisConductor::whyNotReady() const
-{
-    AnalyzeCond area;
-    const bool hasArea = parts_.reader.askAnalyzeCond(area);
-    if (parts_.reader.source().i1.isEmpty())
+    if (source.i1.isEmpty())
         return tr("No images: load them in step 1");
-    if (!parts_.panel.walkAnalysisSelected())
+    if (parts_.panel.chosenOf(walk).isEmpty())
         return tr("No analysis is chosen: check the box above");
-    if (parts_.panel.activeRows().isEmpty())
-        return tr("No reference in use: load one above");
-    if (!hasArea)
+    const SpectraInfo spectra = spectraOf(source, true);
+    const bool anyReady = !readySections(walk, spectra).isEmpty();
+    const QVector<WhyNot> reasons = reasonsOf(walk, spectra);
+    AnalyzeCond area;
+    if (!parts_.reader.askAnalyzeCond(area))
         return tr("The selected area lies outside the image");
-    if (!canFit())
-        return tr("No reference in use has a point inside the fitting range and the scan");
-    return {};
+    return anyReady || reasons.isEmpty() ? QString() : reasons.first().words;
 }
 
 QString AnalysisConductor::walkText() const
@@ -211,17 +272,22 @@ QString AnalysisConductor::walkText() const
 
 void AnalysisConductor::tellReadiness()
 {
-    parts_.panel.setReadiness(whyNotReady(), walkText());
+    const QString text = walkText();
+    for (int i = 0; i < analysisWalks; ++i) {
+        const auto walk = AnalysisWalk(i);
+        if (!parts_.panel.sectionsOf(walk).isEmpty())
+            parts_.panel.runRow(walk).setReadiness(whyNotReady(walk), text);
+    }
 }
 
 bool AnalysisConductor::mapsWhole() const
 {
-    return parts_.book.stateOf(zansaKey) == MapState::Whole;
+    return !walk_.keys.isEmpty() && parts_.book.stateOf(walk_.keys.last()) == MapState::Whole;
 }
 
 bool AnalysisConductor::mapsStopped() const
 {
-    return parts_.book.stateOf(zansaKey) == MapState::Stopped;
+    return !walk_.keys.isEmpty() && parts_.book.stateOf(walk_.keys.last()) == MapState::Stopped;
 }
 
 bool AnalysisConductor::conditionsDiffer() const
@@ -232,7 +298,9 @@ bool AnalysisConductor::conditionsDiffer() const
     AnalyzeCond area;
     if (!parts_.reader.askAnalyzeCond(area))
         return true;
-    return AnalysisConditions(source, area, parts_.panel.walkRequest(source.elm, scanOf(source))) !=
+    const SpectraInfo spectra = spectraOf(source, true);
+    return AnalysisConditions(source, area,
+                              conditionsOf(readySections(walk_.walk, spectra), spectra)) !=
            walk_.conditions;
 }
 
@@ -246,34 +314,43 @@ void AnalysisConductor::takeInSingleFits()
     QCoreApplication::sendPostedEvents(&parts_.panel, QEvent::MetaCall);
 }
 
+/// The maps of all analyses of the walk, also of those that take no part: what an earlier walk left
+/// in them is gone.
 void AnalysisConductor::prepareMaps(const AnalyzeCond& area, const SharedSource& source)
 {
-    const QVector<LCFReference*>& rows = parts_.panel.refs();
-    const MapOrigin origin{
-        QStringLiteral("LCF"), filesOf(rows, parts_.panel.activeRows()), source, {}};
-    for (const MapKind kind : {MapKind::LcfJump, MapKind::LcfWeight}) {
-        for (int row = 0; row < rows.size(); ++row)
-            walk_.keys.append({kind, row});
-    }
-    walk_.keys.append({zansaKey, dEdgeKey});
-    for (int no = 0; no < walk_.keys.size(); ++no) {
-        parts_.book.begin(walk_.keys.at(no), area, origin);
-        parts_.book.at(walk_.keys.at(no)).setNo(no);
+    for (const AnalysisSection* section : parts_.panel.sectionsOf(walk_.walk)) {
+        const MapOrigin origin{section->analysisName(), section->files(), source, {}};
+        for (const MapKey& key : section->maps()) {
+            beginMap(key, area, origin);
+            parts_.book.at(key).setNo(walk_.keys.size() - 1);
+        }
     }
 }
 
-WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource& source,
-                                     const LcfRequest& conditions)
+void AnalysisConductor::beginMap(const MapKey& key, const AnalyzeCond& area,
+                                 const MapOrigin& origin)
 {
-    LcfSink::Maps maps{
-        parts_.panel.activeRows(), {}, {}, &parts_.book.at(zansaKey), &walk_.outcomes};
-    for (const int row : qAsConst(maps.rows)) {
-        maps.jumps.append(&parts_.book.at({MapKind::LcfJump, row}));
-        maps.weights.append(&parts_.book.at({MapKind::LcfWeight, row}));
-    }
+    walk_.keys.append(key);
+    parts_.book.begin(key, area, origin);
+}
+
+/// The first analysis that forms lines tells what became of the positions.
+WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource& source)
+{
     WalkOrder order{source, area, {}};
-    order.jobs.push_back({std::make_unique<LcfKernel>(conditions, maps.rows),
-                          std::make_unique<LcfSink>(conditions, maps)});
+    bool mapped = false;
+    for (const AnalysisSection* section : qAsConst(walk_.sections)) {
+        WalkJob job{section->kernel(walk_.spectra), section->sink(walk_.spectra, parts_.book)};
+        if (order.jobs.empty()) {
+            mapped = job.kernel->stage() >= Stage::Lines;
+            if (mapped)
+                beginMap(outcomesKey, area, {section->analysisName(), {}, source, {}});
+            job.sink = std::make_unique<OutcomeSink>(
+                std::move(job.sink), walk_.outcomes,
+                mapped ? &parts_.book.at(outcomesKey) : nullptr);
+        }
+        order.jobs.push_back(std::move(job));
+    }
     return order;
 }
 
@@ -281,8 +358,10 @@ void AnalysisConductor::positionsTaken(const WalkRun& run)
 {
     walk_.last = {run.last().cx, run.last().cy};
     const AnalyzeCond next = run.behind();
-    if (next.cy < next.y1)
+    if (next.cy < next.y1) {
         walk_.percent = next.progress();
+        parts_.panel.runRow(walk_.walk).setDone(walk_.percent);
+    }
     if (next.newLine && next.cy < next.y1)
         finishRow(next);
     Q_EMIT progressed();
@@ -290,18 +369,26 @@ void AnalysisConductor::positionsTaken(const WalkRun& run)
 
 void AnalysisConductor::finishRow(const AnalyzeCond& at)
 {
-    parts_.panel.setProgress(at.progress());
-    tellResidual();
-    if (!parts_.panel.displaysOnTime() || walk_.painted.elapsed() < paintEveryMs)
+    parts_.panel.setProgress(walk_.walk, at.progress());
+    showLastPosition();
+    if (!parts_.panel.displaysOnTime(walk_.walk) || walk_.painted.elapsed() < paintEveryMs)
         return;
     view_.paintShownResult();
     walk_.painted.start();
 }
 
-/// The panel shows the residual of the position that was recorded last.
-void AnalysisConductor::tellResidual()
+/// The panel shows the values of the position that was recorded last.
+void AnalysisConductor::showLastPosition()
 {
-    parts_.panel.noticedNewZ(parts_.book.at(zansaKey).valueAt(walk_.last.x(), walk_.last.y()));
+    for (AnalysisSection* section : qAsConst(walk_.sections))
+        section->showPosition(parts_.book, walk_.last);
+}
+
+/// Maps that are made of the others, before anybody looks at them.
+void AnalysisConductor::finishMaps()
+{
+    for (AnalysisSection* section : qAsConst(walk_.sections))
+        section->finishMaps(parts_.book);
 }
 
 void AnalysisConductor::generateResImages()
@@ -313,14 +400,15 @@ void AnalysisConductor::generateResImages()
 
 void AnalysisConductor::endWalk()
 {
+    finishMaps();
     if (choosesMap_)
         markFaint();
     generateResImages();
     CommandEnd end = leaveWalk(true);
-    tellResidual();
-    parts_.panel.setProgress(100.0);
-    logTime(QStringLiteral("2da 3:"));
-    qDebug().noquote() << "2D analysis:" << walk_.outcomes.text();
+    showLastPosition();
+    parts_.panel.setProgress(walk_.walk, 100.0);
+    logStep(QStringLiteral("2da 3:"));
+    qDebug().noquote() << nameOf(walk_.walk) + QLatin1Char(':') << walk_.outcomes.text();
     chooseMap();
     Q_EMIT runningChanged(false);
     Q_EMIT ended(true);
@@ -331,20 +419,30 @@ void AnalysisConductor::endWalk()
 void AnalysisConductor::markFaint()
 {
     std::vector<const Analyzed2DRes*> jumps;
-    for (const int row : qAsConst(walk_.fittedRows))
-        jumps.push_back(&parts_.book.at({MapKind::LcfJump, row}));
+    for (const AnalysisSection* section : qAsConst(walk_.sections)) {
+        for (const MapKey& key : section->jumpMaps())
+            jumps.push_back(&parts_.book.at(key));
+    }
     const PositionMask faint = faintPositions(jumps);
     for (const MapKey& key : qAsConst(walk_.keys))
         parts_.book.at(key).setFaint(faint);
 }
 
-/// A first walk would otherwise leave an empty view behind.
+/// Whoever starts a walk wants to see what it made, unless one of its maps is on show already.
 void AnalysisConductor::chooseMap()
 {
-    if (!choosesMap_ || parts_.panel.isMapShown() || walk_.fittedRows.isEmpty())
+    if (!choosesMap_)
         return;
-    parts_.panel.showRatioOf(walk_.fittedRows.first());
-    Q_EMIT resultsWanted();
+    const std::optional<MapKey> chosen = chosenMap(parts_.panel.mapChoice(), parts_.book);
+    if (chosen && walk_.keys.contains(*chosen))
+        return;
+    for (const AnalysisSection* section : qAsConst(walk_.sections)) {
+        if (const std::optional<MapKey> first = section->firstMap()) {
+            parts_.panel.chooseMap(*first);
+            Q_EMIT resultsWanted();
+            return;
+        }
+    }
 }
 
 /// Returns what the command that started the walk waits for.
@@ -356,7 +454,7 @@ CommandEnd AnalysisConductor::leaveWalk(bool whole)
     walks_.stop(WalkConductor::Analysis);
     for (const MapKey& key : qAsConst(walk_.keys))
         parts_.book.end(key, whole, walk_.outcomes);
-    parts_.panel.setContAccess(false);
+    parts_.panel.setContAccess(false, walk_.walk);
     return std::move(walk_.end);
 }
 
@@ -369,6 +467,7 @@ void AnalysisConductor::stop2DAnalysis()
 /// are made, since nobody may be there to ask for them.
 void AnalysisConductor::imagesChange(const QString& what)
 {
+    finishMaps();
     generateResImages();
     stopWalk(stopReason(what));
 }
@@ -378,11 +477,13 @@ void AnalysisConductor::stopWalk(const QString& why)
 {
     if (!walk_.running)
         return;
+    finishMaps();
     CommandEnd end = leaveWalk(false);
-    parts_.panel.setMapsInterrupted(true);
-    parts_.panel.setStoppedAt(walk_.percent);
-    logTime(QStringLiteral("2da 4:"));
-    qDebug().noquote() << QStringLiteral("2D analysis %1: %2").arg(why, walk_.outcomes.text());
+    parts_.panel.setMapsInterrupted(walk_.walk, true);
+    parts_.panel.runRow(walk_.walk).setStoppedAt(walk_.percent);
+    logStep(QStringLiteral("2da 4:"));
+    qDebug().noquote()
+        << QStringLiteral("%1 %2: %3").arg(nameOf(walk_.walk), why, walk_.outcomes.text());
     // The map on show is painted as far as it is filled.
     view_.resultsStopped();
     Q_EMIT runningChanged(false);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "analysis/AnalysisConditions.h"
+#include "analysis/AnalysisSection.h"
 #include "analysis/AnalyzeProc.h"
 #include "batch/CommandEnd.h"
 #include "maps/MapKinds.h"
@@ -15,18 +15,19 @@
 
 class Analyzer;
 class CommandBook;
+struct MapOrigin;
 class CursorConductor;
 class MapBook;
 class SourceReader;
 class ViewConductor;
 class WalkConductor;
 
-/// Runs the analyses: single spectra for the panel, and walks over the map, whose results it
-/// records in the book. The worker of single spectra,
-/// AnalyzeProc, is its own, with its thread.
+/// Runs the analyses: single spectra for the panel, and the walks over the map, one at a time,
+/// whose results it records in the book. The worker of single spectra, AnalyzeProc, is its own,
+/// with its thread.
 ///
 /// A walk works on what it was started with, on the threads of the walks; here its results are
-/// recorded and painted.
+/// recorded and painted. What an analysis is, its section of the panel knows.
 class AnalysisConductor : public QObject
 {
     Q_OBJECT
@@ -52,14 +53,14 @@ public:
     /// first walk and while one runs.
     bool mapsWhole() const;
     bool mapsStopped() const;
-    /// Number of references that the last walk fitted.
-    int rowsOfMaps() const { return walk_.fittedRows.size(); }
+    /// Number of references that the last walk fitted; 0 for another analysis.
+    int rowsOfMaps() const { return walk_.fittedRows; }
     /// Another walk would make other maps than the last one has made; false before the first. It
     /// looks at everything that spectra and fits go by, and is not for every move of the mouse.
     bool conditionsDiffer() const;
 
     /// Why a walk can not start, in people's words; empty when it can.
-    QString whyNotReady() const;
+    QString whyNotReady(AnalysisWalk walk) const;
     /// The walk that the button would start, in people's words; empty without images.
     QString walkText() const;
 
@@ -68,8 +69,10 @@ public:
     void setChoosesMap(bool f) { choosesMap_ = f; }
 
 public Q_SLOTS:
-    /// The button: starts a walk over the selected area, or stops the one that runs.
+    /// The buttons: start a walk over the selected area, or stop the one that runs.
     void start2DAnalysis();
+    void startRA2DAnalysis();
+    void startElems2DAnalysis();
     void stop2DAnalysis();
     void generateResImages();
     /// Shows whyNotReady() and walkText() in the panel.
@@ -88,9 +91,12 @@ private:
     struct Run
     {
         bool running = false;
-        CommandEnd end;          ///< of the batch command that started it
-        QVector<MapKey> keys;    ///< of its maps
-        QVector<int> fittedRows; ///< references that take part
+        AnalysisWalk walk = AnalysisWalk::Fits;
+        CommandEnd end;                      ///< of the batch command that started it
+        QVector<AnalysisSection*> sections;  ///< that take part
+        SpectraInfo spectra;
+        QVector<MapKey> keys; ///< of its maps
+        int fittedRows = 0;   ///< references that take part
         AnalysisConditions conditions;
         double percent = 0.0;
         OutcomeCounts outcomes;
@@ -100,18 +106,24 @@ private:
 
     void startWorker();
     void connectPanel(CursorConductor& cursor);
-    void addMapsOfRows();
-    void startWalk(CommandEnd end);
-    void beginRun(const AnalyzeCond& area, CommandEnd end);
-    QString walkFault(AnalyzeCond& area) const;
-    bool canFit() const;
+    void addMaps();
+    void startOrStop(AnalysisWalk walk);
+    void startWalk(AnalysisWalk walk, CommandEnd end);
+    void beginRun(AnalysisWalk walk, const AnalyzeCond& area, CommandEnd end);
+    QString walkFault(AnalysisWalk walk, AnalyzeCond& area) const;
+    QVector<AnalysisSection*> readySections(AnalysisWalk walk, const SpectraInfo& spectra) const;
+    QVector<WhyNot> reasonsOf(AnalysisWalk walk, const SpectraInfo& spectra) const;
+    QVector<SectionConditions> conditionsOf(const QVector<AnalysisSection*>& sections,
+                                            const SpectraInfo& spectra) const;
     void takeInSingleFits();
     void prepareMaps(const AnalyzeCond& area, const SharedSource& source);
-    WalkOrder orderOf(const AnalyzeCond& area, const SharedSource& source,
-                      const LcfRequest& conditions);
+    void beginMap(const MapKey& key, const AnalyzeCond& area, const MapOrigin& origin);
+    WalkOrder orderOf(const AnalyzeCond& area, const SharedSource& source);
     void positionsTaken(const WalkRun& run);
     void finishRow(const AnalyzeCond& at);
-    void tellResidual();
+    void showLastPosition();
+    void finishMaps();
+    void logStep(const QString& word) const;
     void endWalk();
     void imagesChange(const QString& what);
     void stopWalk(const QString& why);

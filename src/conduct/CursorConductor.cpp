@@ -1,6 +1,7 @@
 #include "conduct/CursorConductor.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
@@ -67,8 +68,8 @@ void CursorConductor::connectParts()
     connect(area, &ImgDispA::cursorMoveAsked, this, &CursorConductor::stepCursor);
     connect(area, &DispA::drawImage2, this, &CursorConductor::draw);
     connect(area, &DispA::mouseMoved0, this, &CursorConductor::onMouseMovedInDispA);
-    connect(&parts_.spectrumBox, &SpectrumBox::holdGapChanged, &parts_.analyzer,
-            &Analyzer::setHoldGap);
+    connect(&parts_.spectrumBox, &SpectrumBox::holdGapChanged, &parts_.analyzer.lcf(),
+            &LcfSection::setHoldGap);
     connect(&parts_.spectrumBox, &SpectrumBox::changed, this, &CursorConductor::follow);
     connect(&parts_.calibCtrl, &CalibCtrl::targetBackgroundChanged, this, &CursorConductor::follow);
 }
@@ -138,7 +139,7 @@ void CursorConductor::showXafsSpectrum()
     const XafsSpectrum spectrum = source.spectrum(curX_, curY_, Stage::Shown);
     const bool outside = spectrum.isEmpty() && !source.i1.isEmpty();
     const QString note =
-        outside ? outcomeWords(spectrum.outcome) : parts_.analyzer.gapNote(spectrum);
+        outside ? outcomeWords(spectrum.outcome) : parts_.analyzer.lcf().gapNote(spectrum);
     view.setSpectrumName(spectrumName());
     const double dE = view.setSpectrum(spectrum, note);
     Q_EMIT spectrumFormed(spectrum, source.elm);

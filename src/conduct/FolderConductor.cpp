@@ -1,6 +1,7 @@
 #include "conduct/FolderConductor.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/DarkConductor.h"
 #include "conduct/StackConductor.h"
@@ -119,7 +120,7 @@ void FolderConductor::loadStacks(const FolderChoice& choice)
 void FolderConductor::loadReferences(const FolderChoice& choice)
 {
     for (int i = 0; i < choice.references.size(); ++i)
-        parts_.analyzer.setLCFStd(i, true, 0.0, choice.references.at(i), QStringLiteral("0"));
+        parts_.analyzer.lcf().setLCFStd(i, true, 0.0, choice.references.at(i), QStringLiteral("0"));
 }
 
 void FolderConductor::stackLoaded()

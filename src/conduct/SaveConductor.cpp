@@ -1,6 +1,7 @@
 #include "conduct/SaveConductor.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/lcf/LcfSection.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
@@ -74,7 +75,7 @@ void SaveConductor::bindCommands(CommandBook& book)
     book.action(ExCmdSaveData, [this](const Cmd& c) { saveData(c.arg(0)); });
     book.action(ExCmdSaveAllData, [this](const Cmd& c) { saveAllData(c.arg(0)); });
     book.action(ExCmdSaveDataAsTiff,
-                [this](const Cmd& c) { saveDataAsTiff(c.arg(0), parts_.panel.firstUsedRow()); });
+                [this](const Cmd& c) { saveDataAsTiff(c.arg(0), parts_.panel.lcf().firstUsedRow()); });
 }
 
 void SaveConductor::saveImage(const QString& fname)

@@ -3,13 +3,13 @@
 
 #include "analysis/Analyzer.h"
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "conduct/StackConductor.h"
 #include "display/ImageBox.h"
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
 #include "maps/MapWords.h"
 
-#include <QAbstractButton>
 #include <QFileInfo>
 
 namespace {
@@ -67,7 +67,7 @@ QString ViewConductor::nameOf(const MapKey& key) const
 {
     QString row;
     if (traitsOf(key.kind).rows == RowsOf::References) {
-        const LCFReference* const reference = panel_.refs().value(key.row);
+        const LCFReference* const reference = panel_.lcf().refs().value(key.row);
         const QString file = reference ? QFileInfo(reference->fileName()).fileName() : QString();
         row = file.isEmpty() ? tr("row %1").arg(key.row) : file;
     } else {
@@ -97,13 +97,5 @@ void ViewConductor::chooseMap(int no)
 {
     if (no < 0 || no >= listed_.size())
         return;
-    const MapKey key = listed_.at(no);
-    if (traitsOf(key.kind).rows != RowsOf::References) {
-        if (auto* const button = panel_.findChild<QAbstractButton*>(QStringLiteral("ShowZ")))
-            button->click();
-        return;
-    }
-    panel_.setMapKind(key.kind == MapKind::LcfWeight ? 0 : 1);
-    if (const LCFReference* const row = panel_.refs().value(key.row))
-        row->showButton()->click();
+    panel_.chooseMap(listed_.at(no));
 }

@@ -20,6 +20,11 @@ bool isNumber(const QString& text, NumberFields::Kind kind)
 
 } // namespace
 
+double fieldValue(const QLineEdit* field)
+{
+    return field->text().toDouble();
+}
+
 NumberFields::NumberFields(QObject* parent)
     : QObject(parent)
 {

@@ -6,6 +6,9 @@
 
 class QLineEdit;
 
+/// Its number; 0 for a field that can't be read as one.
+double fieldValue(const QLineEdit* field);
+
 /// Tells which of a panel's number fields can not be read as a number. Such a field keeps the value
 /// that it always had, 0, and is no longer silent about it: it turns pale red, and its tool tip
 /// says why. An empty field counts as readable, and as 0.

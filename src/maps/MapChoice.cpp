@@ -78,6 +78,15 @@ std::optional<MapKey> chosenKey(const MapChoice& choice, const MapBook& book)
 
 } // namespace
 
+std::optional<FixedImage> fixedImageOf(MapKind kind)
+{
+    for (const FixedMap& map : fixedMaps) {
+        if (map.kind == kind)
+            return map.image;
+    }
+    return std::nullopt;
+}
+
 std::optional<MapKey> chosenMap(const MapChoice& choice, const MapBook& book)
 {
     const std::optional<MapKey> key = chosenKey(choice, book);

@@ -28,6 +28,9 @@ enum class FixedImage
     Outcomes
 };
 
+/// The fixed button of a kind of map; none for kinds that have none.
+std::optional<FixedImage> fixedImageOf(MapKind kind);
+
 /// What the buttons of the analysis panel say about the map to show.
 struct MapChoice
 {

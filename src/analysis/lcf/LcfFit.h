@@ -21,6 +21,14 @@ struct LcfReferenceData
     bool hasPointIn(const ReadRange& range) const;
 };
 
+/// The forms of the fit.
+enum class LcfMethod
+{
+    Lcf,
+    OldLcf, ///< positions without an edge are fitted too
+    Mlcf    ///< of the absorption itself, with a straight background
+};
+
 /// Conditions of a linear combination fit.
 struct LcfRequest
 {
@@ -37,6 +45,7 @@ struct LcfRequest
     /// In a walk the residual is that of each position's own fit, the position's offset taken off.
     bool ownWeights = false;
     SuggestElm sElm;
+    LcfMethod method = LcfMethod::Lcf;
 
     /// Rows that take part: active, with a point inside the fitting range.
     QVector<int> fittedRows() const;

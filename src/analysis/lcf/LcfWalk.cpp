@@ -32,6 +32,19 @@ void LcfKernel::plain(const PlainPosition& at, int lane, TileResult& out)
     out.set(2 * rows_.size(), lane, fit.zansa);
 }
 
+ShownResult LcfKernel::shown(const XafsSpectrum& spectrum)
+{
+    const LcfResult fit = plan_.fit(spectrum);
+    ShownResult shown{fit.outcome, fit.gapHeld, {}, {}, fit.fit};
+    if (!fit.fitted())
+        return shown;
+    shown.rows = fit.activeRows;
+    for (int k = 0; k < fit.activeRows.size(); ++k)
+        shown.values << fit.dMuts.at(k) << fit.ratios.at(k);
+    shown.values << fit.zansa;
+    return shown;
+}
+
 Lanes LcfKernel::lanes(const Tile& tile, TileResult& out)
 {
     if (!laneFit_)
@@ -104,7 +117,8 @@ void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResu
         record(maps_.weights.at(k), result.value(2 * k + 1, lane));
     }
     record(maps_.zansa, residualToRecord(lane, result));
-    maps_.outcomes->add(outcome, result.gapHeld[std::size_t(lane)] != 0);
+    if (maps_.outcomes)
+        maps_.outcomes->add(outcome, result.gapHeld[std::size_t(lane)] != 0);
 }
 
 /// A position that is not fitted shows the residual of the one before, but 0 where each position

@@ -18,6 +18,7 @@ public:
     std::unique_ptr<WalkKernel> forWorker() const override;
     void plain(const PlainPosition& at, int lane, TileResult& out) override;
     Lanes lanes(const Tile& tile, TileResult& out) override;
+    ShownResult shown(const XafsSpectrum& spectrum) override;
 
 private:
     void take(const LcfLaneFits& fits, const EdgeLanes& edges, int lane, TileResult& out) const;
@@ -40,7 +41,7 @@ public:
         QVector<Analyzed2DRes*> jumps;
         QVector<Analyzed2DRes*> weights;
         Analyzed2DRes* zansa;
-        OutcomeCounts* outcomes;
+        OutcomeCounts* outcomes = nullptr;
     };
     LcfSink(const LcfRequest& conditions, const Maps& maps);
 

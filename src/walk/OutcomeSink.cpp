@@ -1,0 +1,24 @@
+#include "walk/OutcomeSink.h"
+
+#include "maps/Analyzed2DRes.h"
+
+#include <utility>
+
+OutcomeSink::OutcomeSink(std::unique_ptr<WalkSink> sink, OutcomeCounts& counts, Analyzed2DRes* map)
+    : sink_(std::move(sink))
+    , counts_(counts)
+    , map_(map)
+{
+}
+
+void OutcomeSink::take(const WalkRun& run, const TileResult& result)
+{
+    sink_->take(run, result);
+    AnalyzeCond at = run.first;
+    for (std::size_t lane = 0; lane < std::size_t(run.count); ++lane, at.next()) {
+        const Outcome outcome = result.outcomes[lane];
+        counts_.add(outcome, result.gapHeld[lane] != 0);
+        if (map_)
+            map_->setData(at.cx, at.cy, at.halfX, at.halfY, double(outcome));
+    }
+}
