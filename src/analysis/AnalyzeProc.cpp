@@ -6,7 +6,8 @@ AnalysisResult analyze(const AnalysisRequest& request, const std::atomic<bool>& 
     for (const AnalysisRequest::Task& task : request.tasks) {
         if (stop)
             break;
-        result.answers.append({task.section, task.kernel->shown(request.spectrum)});
+        result.answers.append({task.section, task.kernel ? task.kernel->shown(request.spectrum)
+                                                         : ShownResult()});
     }
     return result;
 }

@@ -12,7 +12,7 @@ struct AnalysisRequest
     struct Task
     {
         int section;                        ///< of the panel, that asks
-        std::shared_ptr<WalkKernel> kernel; ///< the worker's alone from now on
+        std::shared_ptr<WalkKernel> kernel; ///< the worker's alone from now on; null gives nothing
     };
 
     XafsSpectrum spectrum;

@@ -286,8 +286,11 @@ void Analyzer::analyzeSpectrum(const XafsSpectrum& s, const SuggestElm& sElm)
     AnalysisRequest request{s, {}};
     for (int i = 0; i < sections_.size(); ++i) {
         const AnalysisSection* const section = sections_.at(i);
-        if (section->isChosen() && section->notReady(info).isEmpty())
-            request.tasks.append({i, std::shared_ptr<WalkKernel>(section->kernel(info))});
+        if (!section->isChosen())
+            continue;
+        // One that can't be made is answered in its turn too, by nothing.
+        const bool ready = !s.isEmpty() && section->notReady(info).isEmpty();
+        request.tasks.append({i, ready ? section->kernel(info) : nullptr});
     }
     if (lcf_->isChosen() && !s.isEmpty())
         lcf_->markLeftOut(info);

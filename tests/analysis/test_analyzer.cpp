@@ -2,9 +2,11 @@
 
 #include "analysis/Analyzer.h"
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "batch/CommandTable.h"
+#include "display/RunRow.h"
 #include "display/XafsFileSelect.h"
 #include "display/XafsView.h"
 #include "support/ImageFiles.h"
@@ -22,7 +24,8 @@ class TestAnalyzer : public QObject
 private Q_SLOTS:
     void tellsWhichMapIsChosen()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         const QSignalSpy changed(&panel, &Analyzer::changedSelection);
         const auto choice = [&] {
             const MapChoice c = panel.mapChoice();
@@ -32,7 +35,7 @@ private Q_SLOTS:
             panel.findChild<QAbstractButton*>(name)->click();
             return choice();
         };
-        panel.refs().at(1)->showButton()->click();
+        panel.lcf().refs().at(1)->showButton()->click();
         QCOMPARE(choice(), QPoint(1, 0));
         QCOMPARE(click("SelRatio"), QPoint(1, 1));
         QCOMPARE(click("ShowZ"), QPoint(-1, 4));
@@ -43,14 +46,15 @@ private Q_SLOTS:
         QCOMPARE(changed.count(), 5);
         for (int i = 0; i < 4; ++i)
             click("AddRef");
-        panel.refs().at(7)->showButton()->click(); // shares its id with the residual's button
+        panel.lcf().refs().at(7)->showButton()->click(); // shares its id with the residual's button
         QCOMPARE(choice(), QPoint(7, 1));
         QCOMPARE(click("ShowZ"), QPoint(-1, 8));
     }
 
     void theViewTellsHeldGaps()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         Spectrum mu;
         for (int i = 0; i < 200; ++i) {
             const double E = 8900.0 + 2.0 * i;
@@ -63,49 +67,51 @@ private Q_SLOTS:
         panel.analyzeAndShowSpectrum(s, {});
         const auto* line = panel.view()->findChild<QLabel*>("ExtMsg");
         QVERIFY(line->text().endsWith(gap.words()) && gap.words().startsWith("Gap held "));
-        panel.setHoldGap(false);
+        panel.lcf().setHoldGap(false);
         panel.analyzeAndShowSpectrum(s, {});
         QVERIFY(!line->text().contains("Gap"));
     }
 
     void changedReferencesAnalyseTheShownSpectrumAgain()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         load(panel);
         const QSignalSpy sent(&panel, &Analyzer::analyzeSpectrum0);
-        panel.refs().at(0)->editedDeltaE(); // nothing is shown yet, nothing sent
+        panel.lcf().refs().at(0)->editedDeltaE(); // nothing is shown yet, nothing sent
         panel.analyzeAndShowSpectrum(sample(11.0), {});
-        panel.refs().at(0)->editedDeltaE();
-        panel.refs().at(1)->newFile(c_);
+        panel.lcf().refs().at(0)->editedDeltaE();
+        panel.lcf().refs().at(1)->newFile(c_);
         QCOMPARE(sent.count(), 3);
     }
 
     /// A spectrum that is one of the references holds just that one, if both have the same ranges.
     void referencesTakeTheSuggestion()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         load(panel);
         SuggestElm elm;
         elm.use = true;
         elm.edgeE = 8990;
         elm.thJump = 1.0;
-        const XafsSpectrum same(panel.refs().at(0)->spectrum(), "a", VictLine::Straight, 0, elm);
+        const XafsSpectrum same(panel.lcf().refs().at(0)->spectrum(), "a", VictLine::Straight, 0, elm);
         const auto error = [&] {
-            const LcfResult fit = fitLcf(same, panel.lcfRequest(elm, {}));
+            const LcfResult fit = fitLcf(same, panel.lcf().request({elm, {}}));
             return std::abs(fit.ratios.at(0) - 1.0) + std::abs(fit.ratios.at(1));
         };
         const double unlike = error();
-        QSignalSpy changed(panel.refs().at(0), &LCFReference::changed);
+        QSignalSpy changed(panel.lcf().refs().at(0), &LCFReference::changed);
         panel.setHint({elm, true});
         QVERIFY2(error() < 1e-9 && unlike > 0.01, qPrintable(QString::number(unlike)));
         elm.thJump = 1e9; // not theirs
         panel.setHint({elm, true});
         QCOMPARE(changed.count(), 1);
-        QVERIFY(panel.refs().at(0)->spectrum().dMut > 0.5);
-        panel.setLCFStd(4, true, 0, a_, "0");
-        QCOMPARE(panel.refs().at(4)->spectrum().dPostS, 20.0);
+        QVERIFY(panel.lcf().refs().at(0)->spectrum().dMut > 0.5);
+        panel.lcf().setLCFStd(4, true, 0, a_, "0");
+        QCOMPARE(panel.lcf().refs().at(4)->spectrum().dPostS, 20.0);
         panel.setHint({elm, false});
-        QVERIFY(error() == unlike && panel.refs().at(4)->spectrum().dPostS == 10.0);
+        QVERIFY(error() == unlike && panel.lcf().refs().at(4)->spectrum().dPostS == 10.0);
     }
 
     void rowsTellWhatIsDoubtful()
@@ -134,16 +140,17 @@ private Q_SLOTS:
 
     void theViewShowsSpectrumReferencesAndFit()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         const QVector<ViewCurve>& curves = panel.view()->others();
         load(panel);
-        panel.addNewRef();
-        panel.setLCFStd(4, false, 1.5, a_, "0");
+        panel.lcf().addNewRef();
+        panel.lcf().setLCFStd(4, false, 1.5, a_, "0");
         QCOMPARE(curves.size(), 6); // five rows and the fit
         QVERIFY(curves.at(0).show && !curves.at(4).show && !curves.at(5).show);
-        QCOMPARE(curves.at(2).spectrum.points, panel.refs().at(2)->spectrum().points);
+        QCOMPARE(curves.at(2).spectrum.points, panel.lcf().refs().at(2)->spectrum().points);
         QCOMPARE(curves.at(4).spectrum.eShift, 1.5);
-        panel.refs().at(2)->findChild<XafsFileSelect*>()->clear();
+        panel.lcf().refs().at(2)->findChild<XafsFileSelect*>()->clear();
         QVERIFY(curves.at(2).spectrum.isEmpty());
         load(panel);
 
@@ -156,7 +163,7 @@ private Q_SLOTS:
             QCOMPARE(panel.view()->spectrum().points, s.points);
             QCOMPARE(curves.at(5).show, !s.isEmpty());
         }
-        QCOMPARE(curves.at(5).spectrum.points, panel.fitResult().points);
+        QCOMPARE(curves.at(5).spectrum.points, panel.lcf().fitResult().points);
         panel.setMode(3); // no analysis, no fit
         panel.analyzeAndShowSpectrum(sample(9.0), {});
         QVERIFY(!curves.at(5).show);
@@ -164,7 +171,8 @@ private Q_SLOTS:
 
     void theViewComesAndGoesWithThePanel()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         XafsView* const view = panel.view();
         panel.findChild<QAbstractButton*>("ShowView")->click();
         QVERIFY(view->isVisible() && view->isWindow() && !panel.isVisible());
@@ -184,42 +192,45 @@ private Q_SLOTS:
 
     void manyReferencesFindRoom()
     {
-        Analyzer panel;
-        panel.setLCFStd(1, true, 0, a_, "0");
+        MapBook maps;
+        Analyzer panel(maps);
+        panel.lcf().setLCFStd(1, true, 0, a_, "0");
         QVERIFY(writeBytes(dir_.filePath("no.dat"), "8970 1\n"));
         const QStringList many{c_, dir_.filePath("no.dat"), c_, c_, c_};
-        panel.loadReferences(many);
+        panel.lcf().loadReferences(many);
         QCOMPARE(files(panel), (QStringList{"c.dat", "a.dat", "c.dat", "c.dat", "c.dat"}));
-        Q_EMIT panel.refs().at(3)->filesDropped({a_, a_, a_});
+        Q_EMIT panel.lcf().refs().at(3)->filesDropped({a_, a_, a_});
         QCOMPARE(files(panel).mid(2), (QStringList{"c.dat", "a.dat", "a.dat", "a.dat"}));
         const LogCapture log;
-        panel.loadReferences(QVector<QString>(120, a_).toList());
-        QVERIFY(panel.refs().size() == 100 && log.linesWith("rows go from 0 to 99") == 1);
+        panel.lcf().loadReferences(QVector<QString>(120, a_).toList());
+        QVERIFY(panel.lcf().refs().size() == 100 && log.linesWith("rows go from 0 to 99") == 1);
     }
 
     void theButtonTellsWhatItDoesOrWhyNot()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         const auto* const button = panel.findChild<QAbstractButton*>("AskAnalyze");
-        const auto* const line = panel.findChild<QLabel*>("WalkText");
-        panel.setReadiness("why not", "a walk");
+        const auto* const line = panel.findChild<QLabel*>("AskAnalyzeText");
+        panel.runRow(AnalysisWalk::Fits).setReadiness("why not", "a walk");
         QVERIFY(!button->isEnabled() && button->toolTip() == "why not");
         QCOMPARE(line->text(), QString("why not"));
         panel.setContAccess(true); // started by a batch
         QVERIFY(button->isEnabled() && button->text() == "Stop" && line->text() == "a walk");
         panel.setContAccess(false);
         QVERIFY(!button->isEnabled() && button->text() == "Analyze");
-        panel.setReadiness({}, "a walk");
+        panel.runRow(AnalysisWalk::Fits).setReadiness({}, "a walk");
         QVERIFY(button->isEnabled() && line->text() == "a walk");
-        field(*panel.refs().at(2), "DeltaE")->setText("abc");
+        field(*panel.lcf().refs().at(2), "DeltaE")->setText("abc");
         QCOMPARE(panel.unreadable(), QStringList("dE of reference 3"));
     }
 
     /// Tab goes through the rows before what stands below them, also through one added later.
     void tabReadsFromTopToBottom()
     {
-        Analyzer panel;
-        panel.addNewRef();
+        MapBook maps;
+        Analyzer panel(maps);
+        panel.lcf().addNewRef();
         panel.show();
         int last = -1;
         QSet<QWidget*> seen;
@@ -237,11 +248,12 @@ private Q_SLOTS:
 
     void batchAddsRowsUpToALimit()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         for (const int row : {6, -1, 2000000000})
-            panel.setLCFStd(row, true, 0.5, a_, "");
-        QCOMPARE(panel.refs().size(), 7);
-        QCOMPARE(panel.activeRows(), (QVector<int>{6}));
+            panel.lcf().setLCFStd(row, true, 0.5, a_, "");
+        QCOMPARE(panel.lcf().refs().size(), 7);
+        QCOMPARE(panel.lcf().activeRows(), (QVector<int>{6}));
     }
 
     void aFileThatFailsEmptiesTheRow()
@@ -296,7 +308,7 @@ private:
     static QStringList files(const Analyzer& panel)
     {
         QStringList names;
-        for (const LCFReference* row : panel.refs()) {
+        for (const LCFReference* row : panel.lcf().refs()) {
             if (!row->spectrum().isEmpty())
                 names.append(QFileInfo(row->fileName()).fileName());
         }
@@ -308,8 +320,8 @@ private:
     }
     void load(Analyzer& panel) const
     {
-        panel.setLCFStd(0, true, 0, a_, "0");
-        panel.setLCFStd(2, true, 0, c_, "0");
+        panel.lcf().setLCFStd(0, true, 0, a_, "0");
+        panel.lcf().setLCFStd(2, true, 0, c_, "0");
     }
     QString write(const QString& name, double wiggle) const
     {

@@ -2,11 +2,11 @@
 #include "PlainLcf.h"
 
 #include "analysis/AnalyzeProc.h"
+#include "analysis/lcf/LcfWalk.h"
 
 #include <QtTest>
 
 #include <cmath>
-#include <thread>
 
 namespace {
 
@@ -55,12 +55,16 @@ QVector<XafsSpectrum> randomSpectra(bool oneGrid, bool offsets)
     return spectra;
 }
 
-AnalysisRequest requestOf(int spectra)
+XafsSpectrum shownSpectrum()
 {
-    AnalysisRequest request;
-    request.lcf = true;
-    request.lcfConditions = fourRows();
-    request.spectra.fill(edgeSpectrum(scanEnergies(200), 8995, 1.0, 9.0), spectra);
+    return edgeSpectrum(scanEnergies(200), 8995, 1.0, 9.0);
+}
+
+AnalysisRequest requestOf(int tasks)
+{
+    AnalysisRequest request{shownSpectrum(), {}};
+    for (int i = 0; i < tasks; ++i)
+        request.tasks.append({i, std::make_shared<LcfKernel>(fourRows(), QVector<int>{0, 1, 3})});
     return request;
 }
 } // namespace
@@ -180,61 +184,46 @@ private Q_SLOTS:
         QVERIFY(same(plan.fit(sound), before));
     }
 
-    void answersEverySpectrumInItsOrderInAnyThread()
+    void answersEveryTaskInItsOrder()
     {
-        AnalysisRequest request = requestOf(50);
-        request.spectra[1] = XafsSpectrum();
-        request.spectra[2].outcome = Outcome::NoStep;
-        const std::atomic<bool> stop{false};
-        AnalysisResult results[2];
-        std::thread first([&] { results[0] = analyze(request, stop); });
-        std::thread second([&] { results[1] = analyze(request, stop); });
-        first.join();
-        second.join();
-        const QVector<double> ratios = fitLcf(request.spectra[0], request.lcfConditions).ratios;
-        for (const AnalysisResult& r : results) {
-            QCOMPARE(r.lcf.size(), 50);
-            QVERIFY(r.lcf[0].ratios == ratios && r.lcf[49].ratios == ratios);
-            QVERIFY(!r.lcf[1].analysed && r.lcf[2].analysed && !r.lcf[2].fitted());
+        AnalysisRequest request = requestOf(3);
+        request.tasks[1].kernel = nullptr;
+        QThread thread;
+        AnalyzeProc proc;
+        proc.moveToThread(&thread);
+        QVector<AnalysisResult> results;
+        connect(&proc, &AnalyzeProc::finished, this,
+                [&](const AnalysisResult& result) { results.append(result); });
+        QTimer::singleShot(0, &proc, [&] { proc.analyzeSpectrum0(request); });
+        thread.start();
+        QTRY_VERIFY_WITH_TIMEOUT(!results.isEmpty(), 60000);
+        thread.quit();
+        thread.wait();
+        const LcfResult fit = fitLcf(shownSpectrum(), fourRows());
+        QCOMPARE(results.first().answers.size(), 3);
+        for (const AnalysisResult::Answer& answer : results.first().answers) {
+            const bool made = answer.section != 1;
+            QCOMPARE(bool(answer.result.curve), made);
+            if (!made)
+                continue;
+            QCOMPARE(answer.result.rows, fit.activeRows);
+            QVERIFY(answer.result.values.last() == fit.zansa);
+            QVERIFY(answer.result.values.at(1) == fit.ratios.first());
         }
     }
 
-    void stopsBetweenPositions()
+    void stopsBetweenTasks()
     {
-        const AnalysisRequest request = requestOf(200000);
-        std::atomic<bool> stop{false};
-        AnalysisResult result;
-        std::thread worker([&] { result = analyze(request, stop); });
-        stop = true;
-        worker.join();
-        QVERIFY(result.lcf.size() < request.spectra.size());
+        const std::atomic<bool> stop{true};
+        QVERIFY(analyze(requestOf(2), stop).answers.isEmpty());
     }
 
-    void tellsTheLastResidualAndKeepsTheCurveOutsideAWalkOnly()
+    void keepsTheCurveOutsideAWalkOnly()
     {
         for (const bool inWalk : {false, true}) {
-            QThread thread;
-            AnalyzeProc proc;
-            proc.moveToThread(&thread);
-            QVector<AnalysisResult> results;
-            int residuals = 0;
-            connect(&proc, &AnalyzeProc::finished, this,
-                    [&](const AnalysisResult& result) { results.append(result); });
-            connect(&proc, &AnalyzeProc::newZ, this, [&] { ++residuals; });
-            QTimer::singleShot(0, &proc, [&] {
-                proc.setContAccess(inWalk);
-                proc.analyzeSpectrum0(requestOf(1));
-            });
-            thread.start();
-            QTRY_VERIFY_WITH_TIMEOUT(!results.isEmpty(), 60000);
-            thread.quit();
-            thread.wait();
-            const LcfResult r = results.first().lcf.first();
             LcfRequest conditions = fourRows();
-            conditions.inWalk = inWalk; // the rows' weights, not the fitted ones
-            QCOMPARE(r.zansa, fitLcf(requestOf(1).spectra.first(), conditions).zansa);
-            QVERIFY(bool(r.fit) != inWalk);
-            QCOMPARE(residuals, 1);
+            conditions.inWalk = inWalk;
+            QVERIFY(bool(fitLcf(shownSpectrum(), conditions).fit) != inWalk);
         }
     }
 };

@@ -1,5 +1,6 @@
 #include "BodyFixture.h"
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "batch/CommandTable.h"
 #include "common/Bragg.h"
 #include "display/ImgDispA.h"
@@ -275,10 +276,10 @@ private Q_SLOTS:
         DrivenBody body;
         const QString file = " 0 0 " + experiment_.references[0];
         QVERIFY(body.run("analyzer_set_LCF_std 100" + file));
-        QCOMPARE(body.analyzer()->refs().size(), 4);
+        QCOMPARE(body.analyzer()->lcf().refs().size(), 4);
         QCOMPARE(body.batchCtrl()->failures().count, 1);
         QVERIFY(body.run("analyzer_set_LCF_std 99" + file));
-        QCOMPARE(body.analyzer()->activeRows(), QVector<int>{99});
+        QCOMPARE(body.analyzer()->lcf().activeRows(), QVector<int>{99});
         QCOMPARE(body.batchCtrl()->failures().count, 1);
     }
 
@@ -286,7 +287,7 @@ private Q_SLOTS:
     {
         DrivenBody body;
         QVERIFY(body.load(experiment_));
-        const auto postStart = [&body] { return body.analyzer()->refs().at(1)->spectrum().dPostS; };
+        const auto postStart = [&body] { return body.analyzer()->lcf().refs().at(1)->spectrum().dPostS; };
         const QPair<QString, double> steps[] = {
             {"Suggesting_Post_Start_eV 15", 10.0}, {"Suggest_Elm 1", 15.0},
             {"Suggesting_Post_Start_eV 18", 18.0}, {"suggest_for_refs 0", 10.0},

@@ -117,7 +117,7 @@ private Q_SLOTS:
 
     void mapsOfAStoppedWalkAreMarkedAndTold()
     {
-        auto* mark = body_->analyzer()->findChild<RowMark*>("MapsMark");
+        auto* mark = body_->analyzer()->findChild<RowMark*>("AskAnalyzeMark");
         body_->setMaxPositionsPerRequest(1);
         const auto stop = connect(&body_->analysis(), &AnalysisConductor::progressed, this,
                                   [this] { body_->stop2DAnalysis(); });

@@ -1,4 +1,5 @@
 #include "BodyFixture.h"
+#include "analysis/lcf/LcfSection.h"
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
 #include "app/NoticeBar.h"
@@ -348,7 +349,7 @@ private Q_SLOTS:
         for (const bool again : {false, true}) {
             Body body;
             body.attend();
-            body.analyzer()->addNewRef(); // a later row is like the first ones
+            body.analyzer()->lcf().addNewRef(); // a later row is like the first ones
             QMap<QString, QFileDialog*> dialogs;
             for (LateDialog* late : body.findChildren<LateDialog*>()) {
                 const QString title = late->get()->windowTitle();

@@ -1,5 +1,6 @@
 #include "BodyFixture.h"
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "display/ImgDispA.h"
 #include "support/LogCapture.h"
 #include "support/RandomStack.h"
@@ -105,8 +106,8 @@ private Q_SLOTS:
         DrivenBody body;
         QVERIFY(body.runAll({"suggesting_th_jump 3.5", "hold_gap 0"}));
         QCOMPARE(body.suggestElm().thJump, 3.5);
-        QVERIFY(!body.analyzer()->lcfRequest({}, {}).holdGap);
-        QVERIFY(body.run("hold_gap 1") && body.analyzer()->lcfRequest({}, {}).holdGap);
+        QVERIFY(!body.analyzer()->lcf().request({}).holdGap);
+        QVERIFY(body.run("hold_gap 1") && body.analyzer()->lcf().request({}).holdGap);
         // Outside the image the line of the view says why there is nothing to see.
         QVERIFY(body.load(experiment_) && body.run("move_position -3 900"));
         QStringList lines;
@@ -327,7 +328,7 @@ private:
     {
         const SuggestElm elm = body.suggestElm();
         const XafsSpectrum s(body.rawXafsAt(x, y, 0, 0), "single", VictLine::Straight, 0.0, elm);
-        return fitLcf(s, body.analyzer()->lcfRequest(elm, {}));
+        return fitLcf(s, body.analyzer()->lcf().request({elm, {}}));
     }
     static double residual(DrivenBody& body, int x, int y)
     {

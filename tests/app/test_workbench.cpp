@@ -1,4 +1,5 @@
 #include "BodyFixture.h"
+#include "analysis/lcf/LcfSection.h"
 #include "app/NoticeBar.h"
 #include "app/StepBar.h"
 #include "app/StepButton.h"
@@ -176,7 +177,7 @@ private Q_SLOTS:
         // References of another place.
         user.click(body_->findChild<QPushButton*>("LoadRefs"));
         chooseFiles(user, {"species-0.dat", "species-1.dat", "species-2.dat"});
-        QCOMPARE(body_->analyzer()->activeRows().size(), 3);
+        QCOMPARE(body_->analyzer()->lcf().activeRows().size(), 3);
         // The corner without beam is dark.
         ImgDispA* area = body_->findChild<ImgDispA*>("dispA");
         user.key(Qt::Key_1, Qt::ControlModifier);

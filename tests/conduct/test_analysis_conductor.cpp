@@ -1,6 +1,7 @@
 #include "Desk.h"
 
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "conduct/AnalysisConductor.h"
 #include "conduct/CalibConductor.h"
 #include "support/LogCapture.h"
@@ -40,17 +41,17 @@ private Q_SLOTS:
         settle();
         QVector<double> seen;
         connect(&panel, &Analyzer::finished, this,
-                [&] { seen.append(panel.refs().at(0)->weight()); });
+                [&] { seen.append(panel.lcf().refs().at(0)->weight()); });
         panel.analyzeSpectrum(first, {});
         panel.analyzeSpectrum(second, {});
         panel.analyzeSpectrum(XafsSpectrum(), {});
         QTRY_COMPARE(seen.size(), 3);
-        const double last = fitLcf(second, panel.lcfRequest({}, {})).ratios.at(0);
-        const double before = fitLcf(first, panel.lcfRequest({}, {})).ratios.at(0);
+        const double last = fitLcf(second, panel.lcf().request({})).ratios.at(0);
+        const double before = fitLcf(first, panel.lcf().request({})).ratios.at(0);
         QCOMPARE(seen, (QVector<double>{before, last, last}));
-        const LcfResult shown = fitLcf(second, panel.lcfRequest({}, {}));
-        QCOMPARE(panel.refs().at(1)->weight(), shown.ratios.at(1));
-        QCOMPARE(panel.fitResult().points, shown.fit->points);
+        const LcfResult shown = fitLcf(second, panel.lcf().request({}));
+        QCOMPARE(panel.lcf().refs().at(1)->weight(), shown.ratios.at(1));
+        QCOMPARE(panel.lcf().fitResult().points, shown.fit->points);
     }
 
     void aWalkLeavesTheRowsAlone()
@@ -58,12 +59,12 @@ private Q_SLOTS:
         Analyzer& panel = desk_->analyzer;
         settle();
         desk_->run("analyzer_exec_LCF");
-        const double weight = panel.refs().at(0)->weight();
+        const double weight = panel.lcf().refs().at(0)->weight();
         desk_->cursor.showXafsSpectrum(9, 5); // not analysed during a walk
         QTRY_VERIFY(!analysis_->isWalking());
-        QCOMPARE(panel.refs().at(0)->weight(), weight);
+        QCOMPARE(panel.lcf().refs().at(0)->weight(), weight);
         desk_->cursor.showXafsSpectrum(9, 5);
-        QTRY_VERIFY(panel.refs().at(0)->weight() != weight);
+        QTRY_VERIFY(panel.lcf().refs().at(0)->weight() != weight);
     }
 
     void aWalkReportsOnceHoweverItEnds_data()
@@ -192,25 +193,25 @@ private Q_SLOTS:
     void whatKeepsAWalkFromStartingIsTold()
     {
         auto* const box = desk_->analyzer.findChild<QAbstractButton*>("SelMLCFAnal");
-        QCOMPARE(analysis_->whyNotReady(), QString());
+        QCOMPARE(analysis_->whyNotReady(AnalysisWalk::Fits), QString());
         QCOMPARE(analysis_->walkText(), QString("84 blocks of 1 x 1 pixels, whole image"));
         desk_->run("select_region 0 0 6 6");
         desk_->run("set_band_w 1");
         QCOMPARE(analysis_->walkText(), QString("12 blocks of 3 x 1 pixels, selected area"));
         desk_->run("select_region 40 2 50 6");
-        QVERIFY(analysis_->whyNotReady().contains("outside") && analysis_->walkText().isEmpty());
+        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).contains("outside") && analysis_->walkText().isEmpty());
         desk_->run("select_region 0 0 6 6");
         auto* const start = desk_->analyzer.findChild<QLineEdit*>("LCFRange1");
         start->setText("20000");
-        QVERIFY(analysis_->whyNotReady().contains("range"));
+        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).contains("range"));
         start->setText("0");
         for (const int row : {0, 1})
-            desk_->analyzer.refs().at(row)->findChild<QAbstractButton*>("Use")->click();
-        QVERIFY(analysis_->whyNotReady().startsWith("No reference in use"));
+            desk_->analyzer.lcf().refs().at(row)->findChild<QAbstractButton*>("Use")->click();
+        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).startsWith("No reference in use"));
         box->click();
-        QVERIFY(analysis_->whyNotReady().startsWith("No analysis"));
+        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).startsWith("No analysis"));
         desk_->run("clear_I1_files");
-        QVERIFY(analysis_->whyNotReady().startsWith("No images"));
+        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).startsWith("No images"));
         analysis_->tellReadiness();
         QVERIFY(!desk_->analyzer.findChild<QAbstractButton*>("AskAnalyze")->isEnabled());
     }
@@ -242,7 +243,7 @@ private Q_SLOTS:
         const auto choice = [this] { return desk_->analyzer.mapChoice(); };
         QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
         QVERIFY(choice().row == -1 && wanted.isEmpty());
-        desk_->analyzer.refs().at(0)->findChild<QAbstractButton*>("Use")->click();
+        desk_->analyzer.lcf().refs().at(0)->findChild<QAbstractButton*>("Use")->click();
         analysis_->setChoosesMap(true);
         QVERIFY(desk_->runAll({"analyzer_exec_LCF"}));
         QVERIFY(choice().row == 1 && choice().kindIndex == 1 && wanted.size() == 1);

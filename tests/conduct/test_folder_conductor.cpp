@@ -1,6 +1,7 @@
 #include "Desk.h"
 
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "conduct/FolderConductor.h"
 #include "display/FileDialogs.h"
 #include "display/FolderDrop.h"
@@ -43,8 +44,8 @@ private Q_SLOTS:
         QCOMPARE(desk.data.i0.images.first()->errPs.points(), QVector<QPoint>{QPoint(3, 1)});
         QVERIFY(desk.data.i1.images.first()->errPs.active);
         QVERIFY(desk.spectrumBox.settings().useI0);
-        QCOMPARE(desk.analyzer.activeRows(), QVector<int>({0, 1}));
-        QCOMPARE(desk.analyzer.refs()[1]->fileName(), experiment_.references[1]);
+        QCOMPARE(desk.analyzer.lcf().activeRows(), QVector<int>({0, 1}));
+        QCOMPARE(desk.analyzer.lcf().refs()[1]->fileName(), experiment_.references[1]);
         QCOMPARE(desk.dataBox.i1Row()->currentIndex(), 30);
         QCOMPARE(desk.imageBox.choice(), ShowDataId);
         QCOMPARE(o.spectrum, desk.reader.source().spectrum(6, 3, Stage::Shown).points);
