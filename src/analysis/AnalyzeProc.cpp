@@ -35,7 +35,7 @@ void AnalyzeProc::analyzeSpectrum0(const AnalysisRequest& request)
     asked.lcfConditions.inWalk = contAccess_;
     const AnalysisResult result = analyze(asked, stop_);
     const auto last = std::find_if(result.lcf.crbegin(), result.lcf.crend(),
-                                   [](const LcfResult& fit) { return fit.fitted(); });
+                                   [](const LcfResult& fit) { return fit.fitted; });
     if (last != result.lcf.crend())
         Q_EMIT newZ(last->zansa);
     // Also after a stop: whoever waits for an answer must get one.

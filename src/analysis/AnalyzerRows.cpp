@@ -188,7 +188,7 @@ void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
 void Analyzer::showFit(const LcfResult& result)
 {
     // The curve of an earlier spectrum must not stay with one that could not be fitted.
-    if (!result.fitted() || result.activeRows.isEmpty()) {
+    if (!result.fitted || result.activeRows.isEmpty()) {
         showFitCurve(false);
         return;
     }

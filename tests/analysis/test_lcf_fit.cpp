@@ -195,7 +195,7 @@ private Q_SLOTS:
         for (const AnalysisResult& r : results) {
             QCOMPARE(r.lcf.size(), 50);
             QVERIFY(r.lcf[0].ratios == ratios && r.lcf[49].ratios == ratios);
-            QVERIFY(!r.lcf[1].analysed && r.lcf[2].analysed && !r.lcf[2].fitted());
+            QVERIFY(!r.lcf[1].analysed && r.lcf[2].analysed && !r.lcf[2].fitted);
         }
     }
 
