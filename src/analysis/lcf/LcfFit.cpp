@@ -184,7 +184,7 @@ void LcfPlan::readColumns()
     for (const double energy : energies_) {
         out[0] = 1.0;
         // Counted from the middle of the range: that changes only the constant, which nobody reads,
-        // and keeps the normal matrix from losing the digits of E * E against the references.
+        // and spares the weights two digits that E * E beside 1 would cost in the normal matrix.
         out[1] = energy - centre();
         out += columnStride_;
     }
