@@ -3,6 +3,7 @@
 
 #include "analysis/AnalyzeProc.h"
 #include "analysis/lcf/LcfWalk.h"
+#include "maps/Analyzed2DRes.h"
 
 #include <QtTest>
 
@@ -226,6 +227,26 @@ private Q_SLOTS:
         QVERIFY(old.fitted && old.outcome == Outcome::NoStep && old.fit->name == "anal-LCF");
         QVERIFY(old.ratios.at(0) != 0.0 && std::isfinite(old.ratios.at(0)));
         QVERIFY(old.dMuts.at(0) == 0.0 && old.dMuts.at(1) == 0.0);
+    }
+
+    /// Three positions of a walk: fitted, without a step, outside the image.
+    void onlyTheFormsThatFitAllRecordResultsWithoutAnEdge()
+    {
+        for (const LcfMethod method : {LcfMethod::Lcf, LcfMethod::OldLcf, LcfMethod::Mlcf}) {
+            const AnalyzeCond area(3, 1, 0, 0, QRectF(0, 0, 3, 1), -1, -1);
+            Analyzed2DRes jump(QStringLiteral("j")), weight(QStringLiteral("w")),
+                z(QStringLiteral("z"));
+            for (Analyzed2DRes* map : {&jump, &weight, &z})
+                map->prepare(area);
+            TileResult result(3, 3);
+            result.outcomes = {Outcome::Fitted, Outcome::NoStep, Outcome::NoPoints};
+            result.values = {1.0, 2.0, 0.0, 3.0, 4.0, 0.0, 5.0, 6.0, 0.0};
+            LcfSink(requestOf(method), {{0}, {&jump}, {&weight}, &z}).take({area, 3}, result);
+            const bool fitsAll = method != LcfMethod::Lcf;
+            QVERIFY(!weight.isWithoutEdge(0, 0) && weight.isWithoutEdge(2, 0));
+            QVERIFY(weight.isWithoutEdge(1, 0) != fitsAll && jump.isWithoutEdge(1, 0) != fitsAll);
+            QCOMPARE(z.valueAt(1, 0), fitsAll ? 6.0 : 5.0);
+        }
     }
 
     void aFitOutsideAWalkGivesANormalisedCurve()
