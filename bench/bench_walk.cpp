@@ -95,8 +95,15 @@ enum class Under
     Plain,
     Shift,
     Victoreen,
+    Mlcf,
+    OldLcf,
     Display
 };
+
+void check(Body& body, const QString& button, bool on)
+{
+    body.analyzer()->findChild<QAbstractButton*>(button)->setChecked(on);
+}
 
 /// Brings the condition about, or takes it away.
 void setUnder(Body& body, Under under, bool on)
@@ -113,8 +120,14 @@ void setUnder(Body& body, Under under, bool on)
     case Under::Victoreen:
         command(body, QStringLiteral("calib_target_background %1").arg(on ? 0 : 1));
         break;
+    case Under::Mlcf:
+        check(body, QStringLiteral("MLCF"), on);
+        break;
+    case Under::OldLcf:
+        check(body, QStringLiteral("AsOldLCF"), on);
+        break;
     case Under::Display:
-        body.analyzer()->findChild<QAbstractButton*>(QStringLiteral("DispOnTime"))->setChecked(on);
+        check(body, QStringLiteral("DispOnTime"), on);
         break;
     }
 }
@@ -188,4 +201,6 @@ BENCHMARK_CAPTURE(walkLcf, victoreen, Under::Victoreen)
     ->Name("walk_lcf_victoreen")
     ->Arg(0)
     ->Apply(asWalk);
+BENCHMARK_CAPTURE(walkLcf, mlcf, Under::Mlcf)->Name("walk_mlcf")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkLcf, old, Under::OldLcf)->Name("walk_lcf_old")->Arg(0)->Apply(asWalk);
 BENCHMARK_CAPTURE(walkLcf, display, Under::Display)->Name("walk_lcf_disp")->Arg(0)->Apply(asWalk);

@@ -30,35 +30,42 @@ public:
         }
         start_ = std::max(request.rangeStart, lo_);
         end_ = std::min(request.rangeEnd, hi_);
-        for (int j = 0; j < active_.size() && request.holdGap; ++j)
-            hold(curves_[j], PlainHeld(row(j).spectrum, start_, end_));
+        for (int j = 0; j < active_.size(); ++j) {
+            const PlainHeld plain(row(j).spectrum, start_, end_);
+            held_.append(request.holdGap && plain.state == HeldGap::Held);
+            if (held_[j])
+                hold(curves_[j], plain);
+        }
     }
 
     LcfResult fit(const XafsSpectrum& s)
     {
         LcfResult r;
         r.analysed = !s.points.isEmpty() && request_.rows.size() > 1;
-        if (r.analysed)
-            r.outcome = s.outcome;
-        if (r.analysed && !r.fitted())
-            r.ratios = r.dMuts = QVector<double>(request_.rows.size(), 0.0);
-        if (!r.fitted())
+        if (!r.analysed)
             return r;
+        r.outcome = s.outcome;
+        r.fitted = fitsAll() || s.outcome == Outcome::Fitted;
         XafsSpectrum held = s;
-        if (request_.holdGap) {
+        if (r.fitted && request_.holdGap) {
             const PlainHeld plain(s, start_, end_);
             r.gapHeld = plain.state == HeldGap::Held;
             hold(held.doubleNormalizedPreBase, plain);
             if (plain.state == HeldGap::Unsound) {
-                r.outcome = Outcome::GapUnsound;
-                r.ratios = r.dMuts = QVector<double>(request_.rows.size(), 0.0);
-                return r;
+                r.fitted = fitsAll();
+                r.outcome = isMlcf() ? r.outcome : Outcome::GapUnsound;
             }
+        }
+        if (!r.fitted) {
+            r.ratios = r.dMuts = QVector<double>(request_.rows.size(), 0.0);
+            return r;
         }
         r.activeRows = active_;
         r.ratios = solved(sums(held));
-        for (const double ratio : r.ratios)
-            r.dMuts.append(ratio * s.dMut);
+        if (isMlcf())
+            share(r);
+        for (int j = 0; j < r.ratios.size() && !isMlcf(); ++j)
+            r.dMuts.append(r.ratios[j] * (s.dMut > 0.0 ? s.dMut : 0.0));
         r.zansa = residual(held, curve(s, r.ratios));
         return r;
     }
@@ -81,30 +88,59 @@ public:
 private:
     const LcfReferenceData& row(int j) const { return request_.rows.at(active_[j]); }
 
+    bool isMlcf() const { return request_.method == LcfMethod::Mlcf; }
+    bool fitsAll() const { return request_.method != LcfMethod::Lcf; }
+
+    static void share(LcfResult& r)
+    {
+        r.ratios.remove(0, 2);
+        double sum = 0.0;
+        for (const double weight : qAsConst(r.ratios)) {
+            sum += weight;
+            r.dMuts.append(weight < 0.0 ? 0.0 : weight);
+        }
+        for (int j = 0; j < r.ratios.size(); ++j)
+            r.ratios[j] = r.dMuts[j] / (sum > 0.0 ? sum : 0.0);
+        if (!(sum > 0.0))
+            r.outcome = Outcome::Undefined;
+    }
+
     static void hold(Spectrum& curve, const PlainHeld& plain)
     {
         for (int i = 0; i < curve.size() && plain.state == HeldGap::Held; ++i)
             curve.points[i].setY(plain.y[i]);
     }
 
-    double valueAt(int j, double E) const
+    double valueAt(int j, double E) const { return at(curves_[j], j, E); }
+
+    /// Whether a reference's lines are held or not, its curves differ by the step.
+    double overPostAt(int j, double E) const
     {
-        const Spectrum& c = curves_[j];
+        Spectrum c = row(j).spectrum.doubleNormalizedPostBase;
+        for (int i = 0; held_[j] && i < c.size(); ++i)
+            c.points[i].setY(curves_[j].points[i].y() - 1.0);
+        return at(c, j, E);
+    }
+
+    double at(const Spectrum& c, int j, double E) const
+    {
         return c.yAt(E + row(j).spectrum.eShift + (c.isShifted ? c.eShift : 0.0));
     }
 
     QVector<QVector<double>> sums(const XafsSpectrum& s) const
     {
-        const int n = active_.size();
+        const int n = active_.size() + (isMlcf() ? 2 : 0);
         QVector<QVector<double>> a(n, QVector<double>(n + 1, 0.0)); // last: the right side
         for (int i = 0; i < s.size(); ++i) {
             const double E = s.x(i) - s.eOffset;
             if (E < start_ || E > end_)
                 continue;
             QVector<double> v;
-            for (int j = 0; j < n; ++j)
-                v.append(valueAt(j, E));
-            v.append(s.doubleNormalizedPreBase.y(i));
+            if (isMlcf())
+                v << 1.0 << E - (start_ + end_) * 0.5;
+            for (int j = 0; j < active_.size(); ++j)
+                v.append(isMlcf() ? overPostAt(j, E) : valueAt(j, E));
+            v.append(isMlcf() ? s.y(i) : s.doubleNormalizedPreBase.y(i));
             for (int k = 0; k < n; ++k)
                 for (int l = 0; l <= n; ++l)
                     a[k][l] += v[k] * v[l];
@@ -156,5 +192,6 @@ private:
     const LcfRequest& request_;
     QVector<int> active_;
     QVector<Spectrum> curves_; ///< of the active rows, as they are read
+    QVector<bool> held_;
     double start_ = 0.0, end_ = 0.0, lo_ = 0.0, hi_ = 1e300;
 };

@@ -3,6 +3,7 @@
 
 #include "analysis/AnalyzeProc.h"
 #include "analysis/lcf/LcfWalk.h"
+#include "maps/Analyzed2DRes.h"
 
 #include <QtTest>
 
@@ -55,6 +56,29 @@ QVector<XafsSpectrum> randomSpectra(bool oneGrid, bool offsets)
     return spectra;
 }
 
+/// Two references on the scan's own grid.
+LcfRequest requestOf(LcfMethod method)
+{
+    LcfRequest request;
+    request.method = method;
+    for (const double edge : {8990.0, 8997.0})
+        request.rows.append({edgeSpectrum(scanEnergies(200), edge, 1.3, edge / 1000), true});
+    return request;
+}
+
+/// Unit steps of the references, times the weights, on a straight background.
+XafsSpectrum planted(const LcfRequest& request, const QVector<double>& weights, double slope)
+{
+    Spectrum s;
+    for (const double E : scanEnergies(200)) {
+        double mu = 0.4 + slope * (E - 8850.0);
+        for (int j = 0; j < weights.size(); ++j)
+            mu += weights[j] * request.rows[j].spectrum.doubleNormalizedPostBase.yAt(E);
+        s.append(E, mu);
+    }
+    return {s, QStringLiteral("planted"), VictLine::Straight, 0.0, SuggestElm()};
+}
+
 XafsSpectrum shownSpectrum()
 {
     return edgeSpectrum(scanEnergies(200), 8995, 1.0, 9.0);
@@ -80,13 +104,23 @@ private Q_SLOTS:
             double from, to;
             int used;
             bool walk, oneGrid, offsets;
-        } rows[] = {{0, 30000, 4, true, true, false},     {0, 30000, 4, true, true, true},
-                    {8950, 9100, 4, true, false, true},   {8950, 9100, 4, false, false, true},
-                    {20000, 30000, 4, true, true, false}, {9000, 9002, 4, true, true, true},
-                    {0, 30000, 1, false, true, true},     {0, 30000, 0, true, true, true}};
+            LcfMethod method = LcfMethod::Lcf;
+        } rows[] = {{0, 30000, 4, true, true, false},
+                    {0, 30000, 4, true, true, true},
+                    {8950, 9100, 4, true, false, true},
+                    {8950, 9100, 4, false, false, true},
+                    {20000, 30000, 4, true, true, false},
+                    {9000, 9002, 4, true, true, true},
+                    {0, 30000, 1, false, true, true},
+                    {0, 30000, 0, true, true, true},
+                    {8950, 9100, 4, true, false, true, LcfMethod::OldLcf},
+                    {0, 30000, 4, false, true, true, LcfMethod::Mlcf},
+                    {8950, 9100, 4, true, false, true, LcfMethod::Mlcf},
+                    {20000, 30000, 4, true, true, false, LcfMethod::Mlcf}};
         for (const auto& row : rows) {
             LcfRequest request = fourRows();
             request.inWalk = row.walk;
+            request.method = row.method;
             request.rangeStart = row.from;
             request.rangeEnd = row.to;
             // A curve that carries a shift of its own.
@@ -123,8 +157,11 @@ private Q_SLOTS:
         }
         int held = 0;
         int unsound = 0;
-        for (const bool hold : {true, false}) {
+        for (const auto& [hold, method] :
+             {std::pair(true, LcfMethod::Lcf), std::pair(false, LcfMethod::Lcf),
+              std::pair(true, LcfMethod::OldLcf), std::pair(true, LcfMethod::Mlcf)}) {
             request.holdGap = hold;
+            request.method = method;
             LcfPlan plan(request);
             PlainLcf plain(request);
             for (int i = 0; i < 300; ++i) {
@@ -152,6 +189,67 @@ private Q_SLOTS:
             high.append(E + 40.0, edgeShape(E, 8995, 1.0, 9.0));
         const XafsSpectrum shifted(high, "high", VictLine::Straight, 40.0, {});
         QVERIFY(std::abs(fitLcf(shifted, request).zansa / single - 1.0) < 1e-6);
+    }
+
+    /// Steps of 0.9 and 2.1 on any straight background, however steep, and lines that see it as the
+    /// edge: the weights are those steps, and the shares theirs.
+    void mlcfFindsWhatIsPlantedOnAnySlope()
+    {
+        LcfRequest request = requestOf(LcfMethod::Mlcf);
+        request.inWalk = true;
+        LcfPlan plan(request);
+        for (const double slope : {0.0, 0.02, -0.2}) {
+            const LcfResult r = plan.fit(planted(request, {0.9, 2.1}, slope));
+            QVERIFY(r.fitted && r.outcome != Outcome::Undefined);
+            QVERIFY(std::abs(r.dMuts.at(0) - 0.9) < 1e-9 && std::abs(r.dMuts.at(1) - 2.1) < 1e-9);
+            QVERIFY(std::abs(r.ratios.at(0) - 0.3) < 1e-9 && std::abs(r.ratios.at(1) - 0.7) < 1e-9);
+        }
+        // A negative weight becomes 0, but the shares are of a sum that it stands in.
+        const LcfResult clipped = plan.fit(planted(request, {-0.5, 2.0}, 0.02));
+        QVERIFY(clipped.dMuts.at(0) == 0.0 && clipped.ratios.at(0) == 0.0);
+        QVERIFY(std::abs(clipped.ratios.at(1) - 2.0 / 1.5) < 1e-9);
+    }
+
+    void sharesOfNoSumAreUndefinedAndShownAsSuch()
+    {
+        const LcfRequest request = requestOf(LcfMethod::Mlcf);
+        LcfKernel kernel(request, {0, 1});
+        const ShownResult r = kernel.shown(planted(request, {-0.5, -0.2}, 0.01));
+        QVERIFY(r.outcome == Outcome::Undefined && r.rows == (QVector<int>{0, 1}));
+        QCOMPARE(r.values.size(), kernel.valueNames().size());
+        QVERIFY(r.values.at(0) == 0.0 && std::isnan(r.values.at(1)) && std::isnan(r.values.at(4)));
+        QVERIFY(r.curve && r.curve->name == "anal-MLCF");
+    }
+
+    void theOldFormFitsWhatHasNoEdgeAndGivesItNoStep()
+    {
+        const XafsSpectrum falling = planted(requestOf(LcfMethod::Lcf), {-0.5, -0.2}, 0.0);
+        QVERIFY(falling.outcome == Outcome::NoStep && falling.dMut <= 0.0);
+        QVERIFY(!fitLcf(falling, requestOf(LcfMethod::Lcf)).fitted);
+        const LcfResult old = fitLcf(falling, requestOf(LcfMethod::OldLcf));
+        QVERIFY(old.fitted && old.outcome == Outcome::NoStep && old.fit->name == "anal-LCF");
+        QVERIFY(old.ratios.at(0) != 0.0 && std::isfinite(old.ratios.at(0)));
+        QVERIFY(old.dMuts.at(0) == 0.0 && old.dMuts.at(1) == 0.0);
+    }
+
+    /// Three positions of a walk: fitted, without a step, outside the image.
+    void onlyTheFormsThatFitAllRecordResultsWithoutAnEdge()
+    {
+        for (const LcfMethod method : {LcfMethod::Lcf, LcfMethod::OldLcf, LcfMethod::Mlcf}) {
+            const AnalyzeCond area(3, 1, 0, 0, QRectF(0, 0, 3, 1), -1, -1);
+            Analyzed2DRes jump(QStringLiteral("j")), weight(QStringLiteral("w")),
+                z(QStringLiteral("z"));
+            for (Analyzed2DRes* map : {&jump, &weight, &z})
+                map->prepare(area);
+            TileResult result(3, 3);
+            result.outcomes = {Outcome::Fitted, Outcome::NoStep, Outcome::NoPoints};
+            result.values = {1.0, 2.0, 0.0, 3.0, 4.0, 0.0, 5.0, 6.0, 0.0};
+            LcfSink(requestOf(method), {{0}, {&jump}, {&weight}, &z}).take({area, 3}, result);
+            const bool fitsAll = method != LcfMethod::Lcf;
+            QVERIFY(!weight.isWithoutEdge(0, 0) && weight.isWithoutEdge(2, 0));
+            QVERIFY(weight.isWithoutEdge(1, 0) != fitsAll && jump.isWithoutEdge(1, 0) != fitsAll);
+            QCOMPARE(z.valueAt(1, 0), fitsAll ? 6.0 : 5.0);
+        }
     }
 
     void aFitOutsideAWalkGivesANormalisedCurve()

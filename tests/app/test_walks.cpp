@@ -136,7 +136,7 @@ private Q_SLOTS:
             request.rows.append(row);
         }
         const LcfResult result = fitLcf(spectrum(0.3), request);
-        QVERIFY(result.fitted());
+        QVERIFY(result.fitted);
         QVERIFY(std::abs(result.ratios[0] - 0.3) < 1e-9);
         QVERIFY(std::abs(result.ratios[1] - 0.7) < 1e-9);
     }

@@ -34,7 +34,7 @@ QByteArray bytesOf(const double* values, int count)
 class Walks
 {
 public:
-    explicit Walks(const SharedSource& source, bool ownWeights = false)
+    explicit Walks(const SharedSource& source, const QString& rules = {})
         : source_(source)
         , area_(width, height, source->block.halfX, source->block.halfY,
                 QRectF(1, 0, width + 9, height + 4), -1, -1)
@@ -42,7 +42,10 @@ public:
         area_.cutToImage();
         request_ = fourRows();
         request_.inWalk = true;
-        request_.ownWeights = ownWeights;
+        request_.ownWeights = rules.contains("own");
+        request_.method = rules.contains("old")    ? LcfMethod::OldLcf
+                          : rules.contains("mlcf") ? LcfMethod::Mlcf
+                                                   : LcfMethod::Lcf;
         request_.sElm = source->elm;
         calibration_.method = CalibMethod::InnerProduct;
         calibration_.range = 6.0;
@@ -184,15 +187,28 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("rules");
         QTest::addColumn<int>("mostPlain"); // [%] of the positions
-        for (const auto& row :
-             {std::pair("straight", 20), std::pair("Victoreen own", 20),
-              std::pair("suggested between", 20), std::pair("Victoreen suggested dark", 20),
-              std::pair("fluorescence blocks", 20), std::pair("total blocks shifts", 20),
-              std::pair("Victoreen shifts own", 20), std::pair("no I0 dark own", 20),
-              std::pair("float shifts between", 20), std::pair("float Victoreen blocks", 50),
-              std::pair("few counts own", 20), std::pair("few counts suggested shifts", 20),
-              std::pair("few counts Victoreen", 20), std::pair("suggested nan window", 100),
-              std::pair("Victoreen suggested nan window", 100)})
+        for (const auto& row : {std::pair("straight", 20),
+                                std::pair("Victoreen own", 20),
+                                std::pair("suggested between", 20),
+                                std::pair("Victoreen suggested dark", 20),
+                                std::pair("fluorescence blocks", 20),
+                                std::pair("total blocks shifts", 20),
+                                std::pair("Victoreen shifts own", 20),
+                                std::pair("no I0 dark own", 20),
+                                std::pair("float shifts between", 20),
+                                std::pair("float Victoreen blocks", 50),
+                                std::pair("few counts own", 20),
+                                std::pair("few counts suggested shifts", 20),
+                                std::pair("few counts Victoreen", 20),
+                                std::pair("old few counts Victoreen own", 20),
+                                std::pair("old suggested Victoreen shifts", 20),
+                                std::pair("old no I0 dark between", 20),
+                                std::pair("mlcf few counts Victoreen", 20),
+                                std::pair("mlcf few counts suggested", 20),
+                                std::pair("mlcf Victoreen shifts own", 20),
+                                std::pair("mlcf few counts shifts", 20),
+                                std::pair("suggested nan window", 100),
+                                std::pair("Victoreen suggested nan window", 100)})
             QTest::newRow(row.first) << QString(row.first) << row.second;
     }
 
@@ -200,15 +216,14 @@ private Q_SLOTS:
     {
         QFETCH(QString, rules);
         QFETCH(int, mostPlain);
-        const bool ownWeights = rules.contains("own");
         const SharedSource source = sourceOf(rules);
-        const Filled plain = Walks(source, ownWeights).plain();
+        const Filled plain = Walks(source, rules).plain();
         QVERIFY(plain.texts.filter("fitted").size() > 0);
         for (const InstructionSet set : instructionSets()) {
             useInstructionSet(set);
             for (const int threads : {1, 2, 3, 16}) {
                 for (const int lanes : {1, 5, tileLanes}) {
-                    Walks walks(source, ownWeights);
+                    Walks walks(source, rules);
                     const WalkShares shares = runWalk(walks.order(), threads, lanes);
                     const QString how = QString("%1, %2 threads, %3 lanes, %4 of %5 plain")
                                             .arg(nameOf(set))

@@ -18,6 +18,11 @@ std::size_t at(int i)
     return static_cast<std::size_t>(i);
 }
 
+std::size_t filledUp(std::size_t n)
+{
+    return (n + sumsAtOnce - 1) / sumsAtOnce * sumsAtOnce;
+}
+
 /// out[k] = sum over all points of rows[point][k] * values[point] for k below stride.
 void sumProducts(const std::vector<double>& rows, std::size_t stride,
                  const std::vector<double>& values, double* out)
@@ -45,49 +50,6 @@ void pointToRows(std::vector<double>& m, std::vector<Pointer>& rows, std::size_t
 }
 
 } // namespace
-
-bool LcfReferenceData::hasPointIn(const ReadRange& range) const
-{
-    for (int i = 0; i < spectrum.size(); ++i) {
-        const double E = spectrum.x(i);
-        if (E >= range.from && E <= range.to)
-            return true;
-    }
-    return false;
-}
-
-QVector<int> LcfRequest::fittedRows() const
-{
-    const ReadRange range{std::max(rangeStart, scan.from), std::min(rangeEnd, scan.to)};
-    QVector<int> taken;
-    for (int i = 0; i < rows.size(); ++i) {
-        if (rows.at(i).active && rows.at(i).hasPointIn(range))
-            taken.append(i);
-    }
-    return taken;
-}
-
-QVector<int> LcfRequest::leftOutRows() const
-{
-    const QVector<int> taken = fittedRows();
-    QVector<int> left;
-    for (int i = 0; i < rows.size(); ++i) {
-        if (rows.at(i).active && !taken.contains(i))
-            left.append(i);
-    }
-    return left;
-}
-
-ReadRange LcfRequest::commonRange() const
-{
-    ReadRange range{rangeStart, rangeEnd};
-    for (const int i : fittedRows()) {
-        const XafsSpectrum& s = rows.at(i).spectrum;
-        range.from = std::max(range.from, s.x(0));
-        range.to = std::min(range.to, s.x(s.size() - 1));
-    }
-    return range;
-}
 
 bool LcfPlan::Energies::equal(const Spectrum& curve) const
 {
@@ -125,16 +87,17 @@ LcfPlan::LcfPlan(const LcfRequest& request)
     if (!activeRows_.isEmpty() && !(fitRange_.from <= fitRange_.to))
         notes_.append({activeRows_.first(), QStringLiteral("no energies in common with the others "
                                                            "inside the fitting range")});
-    const std::size_t n = references_.size();
-    stride_ = (n + sumsAtOnce - 1) / sumsAtOnce * sumsAtOnce;
-    pointToRows(a_, aRows_, n, stride_);
-    pointToRows(l_, lRows_, n, stride_);
-    pointToRows(u_, uRows_, n, stride_);
+    stride_ = filledUp(references_.size());
+    const std::size_t n = backgroundColumns() + references_.size();
+    columnStride_ = filledUp(n);
+    pointToRows(a_, aRows_, n, columnStride_);
+    pointToRows(l_, lRows_, n, columnStride_);
+    pointToRows(u_, uRows_, n, columnStride_);
     pivots_.resize(n);
-    b_.resize(stride_);
+    b_.resize(columnStride_);
     y_.resize(n);
     x_.resize(n);
-    weights_.resize(n);
+    weights_.resize(references_.size());
 }
 
 void LcfPlan::holdReference(int row)
@@ -145,6 +108,12 @@ void LcfPlan::holdReference(int row)
         return;
     notes_.append({row, gap.logText()});
     s.doubleNormalizedPreBase = gap.curve();
+    if (gap.state() != HeldGap::Held || !request_.isMlcf())
+        return;
+    // Over the post-edge line everything stands a step lower.
+    const Spectrum& held = s.doubleNormalizedPreBase;
+    for (int i = 0; i < held.size(); ++i)
+        s.doubleNormalizedPostBase.points[i].setY(held.y(i) - 1.0);
 }
 
 void LcfPlan::addReference(int row)
@@ -152,9 +121,28 @@ void LcfPlan::addReference(int row)
     const XafsSpectrum& s = request_.rows.at(row).spectrum;
     const Spectrum& curve = s.doubleNormalizedPreBase;
     references_.push_back({CurveTable(curve), curve.shift(), s.shift()});
+    const Spectrum& post = s.doubleNormalizedPostBase;
+    if (request_.isMlcf())
+        postReferences_.push_back({CurveTable(post), post.shift(), s.shift()});
     rowWeights_.push_back(request_.rows.at(row).weight);
     spanStart_ = std::max(spanStart_, s.x(0));
     spanEnd_ = std::min(spanEnd_, s.x(s.size() - 1));
+}
+
+/// Writes a reference's values at the energies, one every `stride` places.
+static void readReference(const LcfPlan::Reference& reference, const std::vector<double>& energies,
+                          double* out, std::size_t stride)
+{
+    int segment = 0;
+    bool numbers = true;
+    for (const double energy : energies) {
+        const double shifted = energy + reference.shift;
+        numbers &= shifted == shifted;
+        *out = reference.table.at(segment, shifted + reference.curveShift);
+        out += stride;
+    }
+    if (!numbers)
+        qDebug() << "nan EeV in XafsSpectrum::doubleNormalizedPreBase";
 }
 
 bool LcfPlan::isPreparedFor(const XafsSpectrum& s) const
@@ -172,7 +160,7 @@ void LcfPlan::prepare(const XafsSpectrum& s)
     energies_.resize(at(s.size()));
     std::transform(s.points.begin(), s.points.end(), energies_.begin(),
                    [&s](const QPointF& p) { return p.x() - s.shift() - s.eOffset; });
-    readReferences();
+    readColumns();
     chooseFittedPoints();
     factorise();
     chooseResidualPoints();
@@ -184,46 +172,48 @@ void LcfPlan::prepare(const XafsSpectrum& s)
     }
 }
 
-void LcfPlan::readReferences()
+void LcfPlan::readColumns()
 {
     rows_.assign(energies_.size() * stride_, 0.0);
-    for (std::size_t j = 0; j < references_.size(); ++j) {
-        const Reference& reference = references_[j];
-        int segment = 0;
-        bool numbers = true;
-        double* out = rows_.data() + j;
-        for (const double energy : energies_) {
-            const double shifted = energy + reference.shift;
-            numbers &= shifted == shifted;
-            *out = reference.table.at(segment, shifted + reference.curveShift);
-            out += stride_;
-        }
-        if (!numbers)
-            qDebug() << "nan EeV in XafsSpectrum::doubleNormalizedPreBase";
+    for (std::size_t j = 0; j < references_.size(); ++j)
+        readReference(references_[j], energies_, rows_.data() + j, stride_);
+    if (!request_.isMlcf())
+        return;
+    columns_.assign(energies_.size() * columnStride_, 0.0);
+    double* out = columns_.data();
+    for (const double energy : energies_) {
+        out[0] = 1.0;
+        // Counted from the middle of the range: that changes only the constant, which nobody reads,
+        // and spares the weights two digits that E * E beside 1 would cost in the normal matrix.
+        out[1] = energy - centre();
+        out += columnStride_;
     }
+    for (std::size_t j = 0; j < postReferences_.size(); ++j)
+        readReference(postReferences_[j], energies_, columns_.data() + backgroundColumns() + j,
+                      columnStride_);
 }
 
 void LcfPlan::chooseFittedPoints()
 {
     fitted_.clear();
-    fittedRows_.resize(rows_.size());
-    double* out = fittedRows_.data();
+    fittedColumns_.resize(columns().size());
+    double* out = fittedColumns_.data();
     for (std::size_t i = 0; i < energies_.size(); ++i) {
         if (!fitRange_.contains(energies_[i]))
             continue;
         fitted_.push_back(static_cast<int>(i));
-        out = std::copy_n(rows_.data() + i * stride_, stride_, out);
+        out = std::copy_n(columns().data() + i * columnStride_, columnStride_, out);
     }
     fittedValues_.resize(fitted_.size());
 }
 
 void LcfPlan::factorise()
 {
-    const std::size_t n = references_.size();
+    const std::size_t n = pivots_.size();
     for (std::size_t k = 0; k < n; ++k) {
         for (std::size_t p = 0; p < fittedValues_.size(); ++p)
-            fittedValues_[p] = fittedRows_[p * stride_ + k];
-        sumProducts(fittedRows_, stride_, fittedValues_, a_.data() + k * stride_);
+            fittedValues_[p] = fittedColumns_[p * columnStride_ + k];
+        sumProducts(fittedColumns_, columnStride_, fittedValues_, a_.data() + k * columnStride_);
     }
     // A matrix that has no inverse shows in the weights alone.
     Matrix::makeLU(static_cast<int>(n), aRows_.data(), lRows_.data(), uRows_.data(),
@@ -267,8 +257,8 @@ void LcfPlan::sampleFit(const Spectrum& fitted)
                    [&](int i) { return table.at(segment, curveEnergies_.energy(i)); });
 }
 
-/// Takes the values that the spectrum is compared by; false, told by the result, when its lines
-/// leave nothing to compare.
+/// Takes the values that the spectrum is compared by; false when its lines leave nothing to
+/// compare, and the values are as they are.
 bool LcfPlan::takeValues(const XafsSpectrum& s, LcfResult& result)
 {
     const Spectrum& curve = s.doubleNormalizedPreBase;
@@ -287,26 +277,48 @@ bool LcfPlan::takeValues(const XafsSpectrum& s, LcfResult& result)
     return true;
 }
 
-void LcfPlan::solve()
+void LcfPlan::solve(const XafsSpectrum& s)
 {
+    const QPointF* const mu = s.points.constData();
     for (std::size_t p = 0; p < fitted_.size(); ++p)
-        fittedValues_[p] = values_[at(fitted_[p])];
-    sumProducts(fittedRows_, stride_, fittedValues_, b_.data());
-    const int n = static_cast<int>(references_.size());
+        fittedValues_[p] = request_.isMlcf() ? mu[fitted_[p]].y() : values_[at(fitted_[p])];
+    sumProducts(fittedColumns_, columnStride_, fittedValues_, b_.data());
+    const int n = static_cast<int>(pivots_.size());
     Matrix::solveLV(n, lRows_.data(), b_.data(), y_.data(), pivots_.data());
     Matrix::solveUV(n, uRows_.data(), y_.data(), x_.data(), pivots_.data());
     for (std::size_t j = 0; j < weights_.size(); ++j)
-        weights_[j] = x_[at(pivots_[j])];
+        weights_[j] = x_[at(pivots_[backgroundColumns() + j])];
 }
 
-void LcfPlan::takeWeights(double step, LcfResult& result) const
+void LcfPlan::takeWeights(const XafsSpectrum& s, LcfResult& result)
 {
     result.activeRows = activeRows_;
-    result.ratios.resize(activeRows_.size());
     result.dMuts.resize(activeRows_.size());
-    std::copy(weights_.begin(), weights_.end(), result.ratios.begin());
-    std::transform(weights_.begin(), weights_.end(), result.dMuts.begin(),
-                   [step](double w) { return w * step; });
+    if (request_.isMlcf()) {
+        takeShares(result);
+    } else {
+        const double step = std::max(0.0, s.dMut);
+        std::transform(weights_.begin(), weights_.end(), result.dMuts.begin(),
+                       [step](double w) { return w * step; });
+    }
+    result.ratios = QVector<double>(weights_.begin(), weights_.end());
+}
+
+/// Weights below 0 become 0, yet lessen the sum that the shares are of: deliberate, as is that
+/// nothing guards the division. Shares of no sum are no numbers, or infinite.
+void LcfPlan::takeShares(LcfResult& result)
+{
+    double sum = 0.0;
+    for (double& weight : weights_) {
+        sum += weight;
+        weight = weight < 0.0 ? 0.0 : weight;
+    }
+    const double norm = std::max(0.0, sum);
+    std::copy(weights_.begin(), weights_.end(), result.dMuts.begin());
+    for (double& weight : weights_)
+        weight /= norm;
+    if (norm == 0.0)
+        result.outcome = Outcome::Undefined;
 }
 
 /// Share of the squares by which a fit misses a value; all of it for a value of 0.
@@ -335,9 +347,10 @@ double LcfPlan::ownResidual(const XafsSpectrum& s) const
     for (std::size_t p = 0; p < fitted_.size(); ++p) {
         if (fitted_[p] < 1 || fitted_[p] >= last)
             continue;
-        const double* const row = fittedRows_.data() + p * stride_;
+        const auto i = at(fitted_[p]);
+        const double* const row = rows_.data() + i * stride_;
         const double fit = std::inner_product(weights_.begin(), weights_.end(), row, 0.0);
-        sum += missed(fit, fittedValues_[p]);
+        sum += missed(fit, values_[i]);
         ++count;
     }
     return (count == 0 ? 0.0 : sum / count) / s.size();
@@ -349,8 +362,10 @@ void LcfPlan::makeFit(LcfResult& result)
     Spectrum curve;
     curve.setPoints(fitCurve(weights_.data()));
     sampleFit(curve);
-    result.fit = std::make_shared<XafsSpectrum>(curve, QStringLiteral("anal-LCF"),
-                                                VictLine::Straight, 0.0, request_.sElm);
+    const QString name =
+        request_.isMlcf() ? QStringLiteral("anal-MLCF") : QStringLiteral("anal-LCF");
+    result.fit =
+        std::make_shared<XafsSpectrum>(curve, name, VictLine::Straight, 0.0, request_.sElm);
 }
 
 LcfResult LcfPlan::fit(const XafsSpectrum& s)
@@ -360,19 +375,22 @@ LcfResult LcfPlan::fit(const XafsSpectrum& s)
         return result;
     result.analysed = true;
     result.outcome = s.outcome;
-    if (s.outcome == Outcome::Fitted) {
+    if (request_.fitsAll() || s.outcome == Outcome::Fitted) {
         if (!isPreparedFor(s))
             prepare(s);
-        if (!takeValues(s, result))
+        const bool sound = takeValues(s, result);
+        // What MLCF fits does not depend on the lines.
+        if (!sound && !request_.isMlcf())
             result.outcome = Outcome::GapUnsound;
+        result.fitted = sound || request_.fitsAll();
     }
-    if (!result.fitted()) {
+    if (!result.fitted) {
         result.ratios.fill(0.0, request_.rows.size());
         result.dMuts = result.ratios;
         return result;
     }
-    solve();
-    takeWeights(s.dMut, result);
+    solve(s);
+    takeWeights(s, result);
     if (!request_.inWalk)
         makeFit(result);
     result.zansa = request_.inWalk && request_.ownWeights ? ownResidual(s) : residual(s);

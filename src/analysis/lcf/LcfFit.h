@@ -47,6 +47,9 @@ struct LcfRequest
     SuggestElm sElm;
     LcfMethod method = LcfMethod::Lcf;
 
+    bool isMlcf() const { return method == LcfMethod::Mlcf; }
+    /// Whatever its outcome, a spectrum with points is fitted.
+    bool fitsAll() const { return method != LcfMethod::Lcf; }
     /// Rows that take part: active, with a point inside the fitting range.
     QVector<int> fittedRows() const;
     /// Active rows without a point inside the fitting range: they would leave no energy to fit.
@@ -59,16 +62,18 @@ struct LcfRequest
 struct LcfResult
 {
     bool analysed = false; ///< false: no points, or fewer than two rows; nothing else is set
+    /// Of the spectrum; Undefined where there is no sum that shares could be of.
     Outcome outcome = Outcome::NoPoints;
-    bool gapHeld = false;    ///< fitted with values that were continued by the step
+    bool fitted = false;     ///< otherwise ratios and dMuts are zero, one a row
+    bool gapHeld = false;    ///< compared by values that were continued by the step
     QVector<int> activeRows; ///< row of each entry of ratios and dMuts when fitted
-    QVector<double> ratios;  ///< fitted weight of each active reference, not limited
-    QVector<double> dMuts;   ///< weight times the edge step of the spectrum
-    double zansa = 0.0;      ///< residual; only when fitted
+    /// Weight of each active reference, not limited. MLCF: its share in the sum of all weights.
+    QVector<double> ratios;
+    /// Step that each carries: weight times the edge step of the spectrum, 0 for a step below 0.
+    /// MLCF: the weight itself [absorption], but 0 for one below 0.
+    QVector<double> dMuts;
+    double zansa = 0.0;                      ///< residual; only when fitted
     std::shared_ptr<const XafsSpectrum> fit; ///< the fit curve, normalised; null during a walk
-
-    /// Otherwise ratios and dMuts are zero, one a row.
-    bool fitted() const { return outcome == Outcome::Fitted; }
 };
 
 /// What there is to tell of a reference row before a walk.
@@ -87,6 +92,10 @@ struct LcfNote
 /// all references that take part reach, without limits on the weights. References that can not be
 /// told apart leave whatever the solver gives. References are continued by their steps where their
 /// lines come too close in the fitting range, like spectra; an unsound one is read as it is.
+///
+/// MLCF fits the absorption itself by a constant, a slope and the references'
+/// doubleNormalizedPostBase, so that the lines of the spectrum play no part in the weights. Its fit
+/// curve and its residual are normalised ones all the same, those of the shares.
 class LcfPlan
 {
 public:
@@ -113,6 +122,8 @@ public:
         const std::vector<double>& rowWeights; ///< weights that the rows show
         const std::vector<double>& rows;       ///< references [energy][stride], filled up with 0
         std::size_t stride;
+        const std::vector<double>& columns; ///< of the fit, [energy][columnStride], likewise
+        std::size_t columnStride;
         const std::vector<int>& fitted;
         const std::vector<int>& residualPoints;
         const std::vector<double>& fitValues; ///< fit curve of a walk at residualPoints
@@ -122,12 +133,22 @@ public:
     };
     Prepared prepared() const
     {
-        return {rowWeights_, rows_,  stride_, fitted_, residualPoints_,
-                fitValues_,  lRows_, uRows_,  pivots_};
+        return {rowWeights_,     rows_,      stride_, columns(), columnStride_, fitted_,
+                residualPoints_, fitValues_, lRows_,  uRows_,    pivots_};
     }
 
     const LcfRequest& request() const { return request_; }
+    /// The references as the fit curve is made of them.
     const std::vector<Reference>& references() const { return references_; }
+    /// The same as the fit takes them.
+    const std::vector<Reference>& fittedReferences() const
+    {
+        return request_.isMlcf() ? postReferences_ : references_;
+    }
+    /// Columns of the fit in front of the references.
+    std::size_t backgroundColumns() const { return request_.isMlcf() ? 2 : 0; }
+    /// Energy that the slope of the background is counted from. [eV]
+    double centre() const { return (fitRange_.from + fitRange_.to) * 0.5; }
     const QVector<int>& activeRows() const { return activeRows_; }
     /// The fitting range within the references' common span, and that span, where the fit curve is.
     const ReadRange& fitRange() const { return fitRange_; }
@@ -150,21 +171,24 @@ private:
     void holdReference(int row);
     void addReference(int row);
     bool isPreparedFor(const XafsSpectrum& s) const;
-    void readReferences();
+    void readColumns();
+    const std::vector<double>& columns() const { return request_.isMlcf() ? columns_ : rows_; }
     void chooseFittedPoints();
     void factorise();
     void chooseResidualPoints();
     QVector<QPointF> fitCurve(const double* weights) const;
     void sampleFit(const Spectrum& fitted);
     bool takeValues(const XafsSpectrum& s, LcfResult& result);
-    void solve();
-    void takeWeights(double step, LcfResult& result) const;
+    void solve(const XafsSpectrum& s);
+    void takeWeights(const XafsSpectrum& s, LcfResult& result);
+    void takeShares(LcfResult& result);
     double residual(const XafsSpectrum& s) const;
     double ownResidual(const XafsSpectrum& s) const;
     void makeFit(LcfResult& result);
 
     LcfRequest request_; ///< owns the curves that references_ read
     std::vector<Reference> references_;
+    std::vector<Reference> postReferences_; ///< MLCF
     QVector<LcfNote> notes_;
     QVector<int> activeRows_; ///< that take part
     std::vector<double> rowWeights_;
@@ -180,8 +204,10 @@ private:
     std::vector<double> energies_; ///< of all points, offset taken off
     std::size_t stride_;           ///< values kept a point: one a reference, filled up with zeros
     std::vector<double> rows_;     ///< references at energies_
+    std::size_t columnStride_;     ///< the same of the fit's columns
+    std::vector<double> columns_;  ///< MLCF: of the fit at energies_; otherwise rows_ are
     std::vector<int> fitted_;      ///< points inside the fitting range
-    std::vector<double> fittedRows_;
+    std::vector<double> fittedColumns_; ///< columns of the fit at fitted_
     std::vector<int> residualPoints_;
     std::vector<double> fitValues_; ///< fit curve at the energies of residualPoints_
     std::vector<double> values_;    ///< of the spectrum at all its points, as they are compared
@@ -191,8 +217,8 @@ private:
     std::vector<double*> lRows_, uRows_;
     std::vector<const double*> aRows_;
     std::vector<int> pivots_;
-    std::vector<double> fittedValues_; ///< of the spectrum at fitted_
-    std::vector<double> weights_;
+    std::vector<double> fittedValues_; ///< that are fitted, at fitted_
+    std::vector<double> weights_;      ///< found; MLCF: the shares
 };
 
 /// Fits a single spectrum: a plan used once.

@@ -16,12 +16,15 @@ public:
     /// There is a lane form: not for too many references, nor for curves that don't ascend.
     bool isUsable() const { return usable_; }
 
-    /// Fits the lanes of a tile; valid until the next. Lanes whose edge is not fitted mean nothing.
+    /// Fits the lanes of a tile; valid until the next. Lanes whose lines are not fitted mean
+    /// nothing.
     const LcfLaneFits& fit(const Tile& tile);
 
 private:
     Q_DISABLE_COPY(LcfLaneFit)
 
+    void takeCurves(const LcfPlan& plan);
+    void takeColumns(const LcfPlan& plan);
     void takePoints(const LcfPlan& plan);
     void takeFactors(const LcfPlan& plan);
 
@@ -31,6 +34,7 @@ private:
     std::vector<LcfLaneCurve> curves_;
     std::vector<double> rowWeights_;
     std::vector<double> rows_;
+    std::vector<double> columns_;
     std::vector<unsigned char> isFitted_;
     std::vector<unsigned char> isResidual_;
     std::vector<double> fitValues_;

@@ -6,7 +6,6 @@ LcfKernel::LcfKernel(const LcfRequest& conditions, const QVector<int>& rows)
     : conditions_(conditions)
     , rows_(rows)
     , places_(conditions.rows.size(), -1)
-    , plan_(conditions)
 {
     for (int place = 0; place < rows_.size(); ++place)
         places_[rows_.at(place)] = place;
@@ -17,12 +16,19 @@ std::unique_ptr<WalkKernel> LcfKernel::forWorker() const
     return std::make_unique<LcfKernel>(conditions_, rows_);
 }
 
+LcfPlan& LcfKernel::plan()
+{
+    if (!plan_)
+        plan_ = std::make_unique<LcfPlan>(conditions_);
+    return *plan_;
+}
+
 void LcfKernel::plain(const PlainPosition& at, int lane, TileResult& out)
 {
-    const LcfResult fit = plan_.fit(at.spectrum);
+    const LcfResult fit = plan().fit(at.spectrum);
     out.outcomes[std::size_t(lane)] = fit.outcome;
     out.gapHeld[std::size_t(lane)] = fit.gapHeld ? 1 : 0;
-    if (!fit.fitted())
+    if (!fit.fitted)
         return;
     for (int k = 0; k < fit.activeRows.size(); ++k) {
         const int place = places_.at(fit.activeRows.at(k));
@@ -34,9 +40,9 @@ void LcfKernel::plain(const PlainPosition& at, int lane, TileResult& out)
 
 ShownResult LcfKernel::shown(const XafsSpectrum& spectrum)
 {
-    const LcfResult fit = plan_.fit(spectrum);
+    const LcfResult fit = plan().fit(spectrum);
     ShownResult shown{fit.outcome, fit.gapHeld, {}, {}, fit.fit};
-    if (!fit.fitted())
+    if (!fit.fitted)
         return shown;
     shown.rows = fit.activeRows;
     for (int k = 0; k < fit.activeRows.size(); ++k)
@@ -45,17 +51,25 @@ ShownResult LcfKernel::shown(const XafsSpectrum& spectrum)
     return shown;
 }
 
+QStringList LcfKernel::valueNames() const
+{
+    QStringList names;
+    for (const int row : rows_)
+        names << QStringLiteral("jump of row %1").arg(row)
+              << QStringLiteral("weight of row %1").arg(row);
+    return names << QStringLiteral("residual");
+}
+
 Lanes LcfKernel::lanes(const Tile& tile, TileResult& out)
 {
     if (!laneFit_)
-        laneFit_ = std::make_unique<LcfLaneFit>(plan_, tile.plan);
+        laneFit_ = std::make_unique<LcfLaneFit>(plan(), tile.plan);
     Lanes done;
     if (!laneFit_->isUsable())
         return done;
     const LcfLaneFits& fits = laneFit_->fit(tile);
     for (int lane = 0; lane < tile.count; ++lane) {
-        const bool fitted = tile.edges.outcome[lane] == uchar(Outcome::Fitted);
-        if (tile.edges.odd[lane] != 0 || (fitted && fits.odd[lane] != 0))
+        if (!isDone(tile.edges, fits, lane))
             continue;
         take(fits, tile.edges, lane, out);
         done.set(std::size_t(lane));
@@ -63,28 +77,41 @@ Lanes LcfKernel::lanes(const Tile& tile, TileResult& out)
     return done;
 }
 
+bool LcfKernel::isDone(const EdgeLanes& edges, const LcfLaneFits& fits, int lane) const
+{
+    if (edges.odd[lane] != 0)
+        return false;
+    const auto outcome = Outcome(edges.outcome[lane]);
+    if (!conditions_.fitsAll() && outcome != Outcome::Fitted)
+        return true;
+    // A line that is not fitted stays as it was in the plain form alone.
+    return fits.odd[lane] == 0 && outcome != Outcome::NoPreEdge && outcome != Outcome::NoPostEdge;
+}
+
 void LcfKernel::take(const LcfLaneFits& fits, const EdgeLanes& edges, int lane,
                      TileResult& out) const
 {
     auto outcome = Outcome(edges.outcome[lane]);
-    if (outcome == Outcome::Fitted && fits.unsound[lane] != 0)
+    if (outcome == Outcome::Fitted && fits.unsound[lane] != 0 && !conditions_.isMlcf())
         outcome = Outcome::GapUnsound;
+    if (fits.undefined[lane] != 0)
+        outcome = Outcome::Undefined;
     out.outcomes[std::size_t(lane)] = outcome;
-    if (outcome != Outcome::Fitted)
+    if (!conditions_.fitsAll() && outcome != Outcome::Fitted)
         return;
     out.gapHeld[std::size_t(lane)] = fits.held[lane];
-    const QVector<int>& fitted = plan_.activeRows();
+    const QVector<int>& fitted = plan_->activeRows();
     for (int k = 0; k < fitted.size(); ++k) {
         const int place = places_.at(fitted.at(k));
-        const double weight = fits.weights[k][lane];
-        out.set(2 * place, lane, weight * edges.dMut[lane]);
-        out.set(2 * place + 1, lane, weight);
+        out.set(2 * place, lane, fits.jumps[k][lane]);
+        out.set(2 * place + 1, lane, fits.weights[k][lane]);
     }
     out.set(2 * rows_.size(), lane, fits.zansa[lane]);
 }
 
 LcfSink::LcfSink(const LcfRequest& conditions, const Maps& maps)
     : maps_(maps)
+    , fitsAll_(conditions.fitsAll())
     , ownWeights_(conditions.ownWeights)
 {
     const QVector<int> fitted = conditions.fittedRows();
@@ -104,7 +131,7 @@ void LcfSink::take(const WalkRun& run, const TileResult& result)
 void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResult& result)
 {
     const Outcome outcome = result.outcomes[std::size_t(lane)];
-    const bool fitted = outcome == Outcome::Fitted;
+    const bool fitted = isResult(outcome);
     const auto record = [&](Analyzed2DRes* map, double value) {
         map->setData(at.cx, at.cy, at.halfX, at.halfY, value);
         if (!fitted)
@@ -117,8 +144,13 @@ void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResu
         record(maps_.weights.at(k), result.value(2 * k + 1, lane));
     }
     record(maps_.zansa, residualToRecord(lane, result));
-    if (maps_.outcomes)
+    if (maps_.outcomes != nullptr)
         maps_.outcomes->add(outcome, result.gapHeld[std::size_t(lane)] != 0);
+}
+
+bool LcfSink::isResult(Outcome outcome) const
+{
+    return fitsAll_ ? outcome != Outcome::NoPoints : outcome == Outcome::Fitted;
 }
 
 /// A position that is not fitted shows the residual of the one before, but 0 where each position
@@ -126,7 +158,7 @@ void LcfSink::recordResForAPoint(const AnalyzeCond& at, int lane, const TileResu
 double LcfSink::residualToRecord(int lane, const TileResult& result)
 {
     const Outcome outcome = result.outcomes[std::size_t(lane)];
-    if (outcome == Outcome::Fitted)
+    if (isResult(outcome))
         zansa_ = result.value(2 * maps_.rows.size(), lane);
     else if (ownWeights_ && outcome != Outcome::GapUnsound)
         zansa_ = 0.0;
