@@ -179,6 +179,13 @@ constexpr ExCmdText extensionTexts[] = {
     {ExCmdSaveDataCfgTiffClamp, "saveDataCfg_tiff_clamp", "<0|1>"},
     {ExCmdSaveDataCfgSaveAsFloatTiff, "saveDataCfg_save_as_float_tiff", ""},
     {ExCmdSaveAllData, "save_all_data", "<file>"},
+    {ExCmdAnalyzerMap1Capture, "analyzer_map1_capture", ""},
+    {ExCmdAnalyzerMap1Load, "analyzer_map1_load", "<file>"},
+    {ExCmdAnalyzerMap2Capture, "analyzer_map2_capture", ""},
+    {ExCmdAnalyzerMap2Load, "analyzer_map2_load", "<file>"},
+    {ExCmdAnalyzerProcess, "analyzer_process", "<0|1|2>"},
+    {ExCmdAnalyzerDeglitch, "analyzer_deglitch", "<double> <double>"},
+    {ExCmdAnalyzerShowDeglitched, "analyzer_show_deglitched", "<0|1>"},
 };
 // clang-format on
 

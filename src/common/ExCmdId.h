@@ -156,6 +156,13 @@ enum EX_CMD_ID : int
     ExCmdSaveDataCfgTiffClamp = 218,
     ExCmdSaveDataCfgSaveAsFloatTiff = 219,
     ExCmdSaveAllData = 220,
+    ExCmdAnalyzerMap1Capture = 224,
+    ExCmdAnalyzerMap1Load = 225,
+    ExCmdAnalyzerMap2Capture = 226,
+    ExCmdAnalyzerMap2Load = 227,
+    ExCmdAnalyzerProcess = 228,
+    ExCmdAnalyzerDeglitch = 229,
+    ExCmdAnalyzerShowDeglitched = 230,
     ExCmdEnd ///< above all numbers
 };
 
