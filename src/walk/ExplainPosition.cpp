@@ -164,9 +164,12 @@ QString blockText(const WalkSource& source, int x, int y)
     values.append({QStringLiteral("block rows"), rangeText(y, block.halfY)});
     values.append({QStringLiteral("pixels of the block"), shortestText(block.blockPixels())});
     values.append({QStringLiteral("I0"), i0Words(source)});
-    values.append({QStringLiteral("mu"), block.fluorescence
-                                             ? QStringLiteral("I1 / I0, dark taken off both")
-                                             : QStringLiteral("ln(I0 / I1), dark taken off both")});
+    values.append(
+        {QStringLiteral("mu"),
+         block.fluorescence
+             ? QStringLiteral("I1 / I0, dark taken off both")
+             : QStringLiteral(
+                   "ln(I0 / I1), dark taken off both; 1 unless their product is above 0")});
     values.append({QStringLiteral("energy offset [eV]"), shortestText(source.shifts.at(x, y))});
     return values.namedText();
 }
