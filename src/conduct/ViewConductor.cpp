@@ -104,6 +104,7 @@ void ViewConductor::bindCommands(CommandBook& book)
     });
     book.action(ExCmdScaleReset, [area](const Cmd&) { area->resetImageViewWindow(); });
     book.action(ExCmdZoomIn, [area](const Cmd&) { area->setViewWAsSelectedArea(); });
+    bindFilterCommands(book);
 }
 
 ImageStack& ViewConductor::shownStack() const

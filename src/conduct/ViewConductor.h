@@ -129,6 +129,8 @@ private:
     void connectResults();
     void tellShowDeglitched();
     void showDeglitched(bool on);
+    void bindFilterCommands(CommandBook& book);
+    void deglitchBy(double factor, double range);
     void takeScales();
     void tellScaleOfChosen();
     Analyzed2DRes* chosenMapOf() const;

@@ -1,6 +1,9 @@
 #include "conduct/ViewConductor.h"
 
 #include "analysis/Analyzer.h"
+#include "batch/CommandArgs.h"
+#include "batch/CommandBook.h"
+#include "common/Fault.h"
 #include "display/ColorBar.h"
 #include "display/ImageBox.h"
 #include "display/ImgDispA.h"
@@ -116,6 +119,39 @@ void ViewConductor::deglitch()
         return;
     // Only the top and bottom tenth of the value range is replaced.
     map->setDeglitchConds(map->deglitchFactor, deglitchRangeRatio);
+    map->deglitch();
+    box_.area()->update();
+}
+
+void ViewConductor::bindFilterCommands(CommandBook& book)
+{
+    book.action(ExCmdAnalyzerDeglitch,
+                [this](const CmdLine& c) { deglitchBy(doubleArg(c, 0), doubleArg(c, 1)); });
+    book.action(ExCmdAnalyzerShowDeglitched, [this](const CmdLine& c) {
+        const Analyzed2DRes* const map = chosenMapOf();
+        if (!map)
+            fault(QStringLiteral("No map is chosen to be shown deglitched or as analysed"));
+        else if (onArg(c, 0) && !map->procData())
+            fault(QStringLiteral("Map %1 holds no deglitched values").arg(map->name));
+        else
+            showDeglitched(onArg(c, 0));
+    });
+}
+
+/// The button's filter with numbers of the caller's.
+void ViewConductor::deglitchBy(double factor, double range)
+{
+    Analyzed2DRes* const map = chosenMapOf();
+    if (!map) {
+        fault(QStringLiteral("No map is chosen to be deglitched"));
+        return;
+    }
+    const QString why = map->whyNotSaved(true);
+    if (!why.isEmpty()) {
+        fault(QStringLiteral("Map %1 is not deglitched: %2").arg(map->name, why));
+        return;
+    }
+    map->setDeglitchConds(factor, range);
     map->deglitch();
     box_.area()->update();
 }
