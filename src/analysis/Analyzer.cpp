@@ -1,5 +1,6 @@
 #include "analysis/Analyzer.h"
 
+#include "analysis/arithmetic/ArithmeticSection.h"
 #include "analysis/lcf/LCFReference.h"
 #include "analysis/lcf/LcfSection.h"
 #include "common/Fault.h"
@@ -41,7 +42,7 @@ ReadRange energiesOf(const Spectrum& s)
 
 } // namespace
 
-Analyzer::Analyzer(MapBook& /*book*/, QWidget* parent)
+Analyzer::Analyzer(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_Analyzer>())
     , view_(std::make_unique<XafsView>())
@@ -52,6 +53,7 @@ Analyzer::Analyzer(MapBook& /*book*/, QWidget* parent)
     view_->setObjectName(QStringLiteral("AnalyzerView"));
     view_->setWindowTitle(tr("Analyzing Spectrum"));
     lcf_ = new LcfSection(*view_, this);
+    arithmetic_ = new ArithmeticSection(this);
     placeSections();
     for (AnalysisSection* section : qAsConst(sections_))
         connectSection(section);
@@ -76,6 +78,7 @@ void Analyzer::placeSections()
         const bool isFit = section->walk() == AnalysisWalk::Fits;
         (isFit ? ui_->FitSections : ui_->OtherSections)->addWidget(section);
     }
+    ui_->OtherSections->addWidget(arithmetic_);
     ui_->FitsRun->setNames(QStringLiteral("AskAnalyze"), QStringLiteral("Progress"));
     ui_->FitsRun->setTips({tr("Analyse each block of the selected area"),
                            tr("Stop the analysis; the maps keep what is done")});
@@ -105,6 +108,7 @@ void Analyzer::connectForm()
 {
     connect(lcf_, &LcfSection::viewAsked, this, [this] { raisePanel(view_.get()); });
     connect(lcf_, &LcfSection::rowAdded, this, &Analyzer::addRowButton);
+    connect(arithmetic_, &ArithmeticSection::changedSelection, this, &Analyzer::changedSelection);
     connect(ui_->FitsRun, &RunRow::pressed, this,
             [this] { Q_EMIT askAnalyze(AnalysisWalk::Fits); });
     connect(refGroup_, &QButtonGroup::idClicked, this, &Analyzer::pressedImage);
@@ -203,6 +207,8 @@ MapChoice Analyzer::mapChoice() const
         choice.row = id;
     choice.rows = lcf_->refs().size();
     choice.kindIndex = mapKindIndex();
+    choice.arithmetic = arithmetic_->isChosen();
+    choice.operand = arithmetic_->shownOperand();
     return choice;
 }
 
@@ -221,7 +227,7 @@ void Analyzer::setMode(int m)
 {
     // By number: fits of the map, residual absorption, elements, sum of images, map arithmetic,
     // edge position.
-    Fold* const folds[] = {lcf_, nullptr, nullptr, nullptr, nullptr, nullptr};
+    Fold* const folds[] = {lcf_, nullptr, nullptr, nullptr, arithmetic_, nullptr};
     if (m < 0 || m >= static_cast<int>(std::size(folds))) {
         fault(QStringLiteral("No analysis has the number %1").arg(m));
         return;
@@ -324,8 +330,10 @@ void Analyzer::analyzeSpectrumFinished(const AnalysisResult& result)
     Q_EMIT finished(result);
 }
 
+/// A map of the arithmetic stands above all others: it makes room for the one that is asked for.
 void Analyzer::pressedImage()
 {
+    arithmetic_->clearShown();
     Q_EMIT changedSelection();
     Q_EMIT scaleAsked();
 }

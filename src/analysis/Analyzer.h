@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class ArithmeticSection;
 class CommandBook;
 class LcfSection;
 class NumberFields;
@@ -20,11 +21,11 @@ class Analyzer : public QFrame
 {
     Q_OBJECT
 public:
-    /// The book of the maps outlives it.
-    explicit Analyzer(MapBook& book, QWidget* parent = nullptr);
+    explicit Analyzer(QWidget* parent = nullptr);
     ~Analyzer() override;
 
     LcfSection& lcf() const { return *lcf_; }
+    ArithmeticSection& arithmetic() const { return *arithmetic_; }
     /// All sections that walk over the map, in the order of their walks.
     const QVector<AnalysisSection*>& sections() const { return sections_; }
     /// Those of a walk, and of them those that are chosen.
@@ -141,6 +142,7 @@ private:
     const std::unique_ptr<Ui_Analyzer> ui_;
     const std::unique_ptr<XafsView> view_; ///< a window of its own
     LcfSection* lcf_;                      ///< a child
+    ArithmeticSection* arithmetic_;        ///< a child
     QVector<AnalysisSection*> sections_;   ///< children
     QButtonGroup* refGroup_; ///< choice of the shown map: rows by number, fixed ones apart
     NumberFields* numbers_;

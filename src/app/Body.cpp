@@ -16,6 +16,7 @@
 #include "calibration/CalibCtrl.h"
 #include "common/Settings.h"
 #include "conduct/AnalysisConductor.h"
+#include "conduct/ArithmeticConductor.h"
 #include "conduct/BatchConductor.h"
 #include "conduct/CalibConductor.h"
 #include "conduct/CursorConductor.h"
@@ -70,7 +71,7 @@ Body::Body(QWidget* parent)
     setObjectName(QStringLiteral("Body"));
     setWindowTitle(programName);
     resize(firstSize);
-    panels_ = std::make_unique<Panels>(book_);
+    panels_ = std::make_unique<Panels>();
     theColorBar = panels_->imageBox->bar();
     workbench_ = new Workbench(*this, *panels_, *newCentre(*panels_->imageBox));
     coverPages_ = new CoverPages(*centralWidget());
@@ -120,6 +121,9 @@ void Body::makeWorkConductors()
         *cursor_, *walks_);
     analysis_ = std::make_unique<AnalysisConductor>(
         AnalysisConductor::Parts{book_, *reader_, *p.analyzer}, *view_, *cursor_, *walks_);
+    arithmetic_ = std::make_unique<ArithmeticConductor>(
+        ArithmeticConductor::Parts{book_, *reader_, p.analyzer->arithmetic()}, *view_,
+        *calibration_);
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
         *view_, *this);
@@ -189,6 +193,7 @@ void Body::bindCommands(CommandBook& book)
     cursor_->bindCommands(book);
     calibration_->bindCommands(book);
     analysis_->bindCommands(book);
+    arithmetic_->bindCommands(book);
     saving_->bindCommands(book);
     shell_->bindCommands(book);
 }

@@ -9,6 +9,7 @@
 #include <memory>
 
 class AnalysisConductor;
+class ArithmeticConductor;
 class Analyzer;
 class BatchConductor;
 class BatchCtrl;
@@ -100,6 +101,7 @@ private:
     std::unique_ptr<WalkConductor> walks_;
     std::unique_ptr<CalibConductor> calibration_;
     std::unique_ptr<AnalysisConductor> analysis_;
+    std::unique_ptr<ArithmeticConductor> arithmetic_;
     std::unique_ptr<SaveConductor> saving_;
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;

@@ -10,7 +10,6 @@ class BatchCtrl;
 class CalibCtrl;
 class DataBox;
 class ImageBox;
-class MapBook;
 class Messages;
 class QWidget;
 class SaveBox;
@@ -23,7 +22,7 @@ struct Panels
 {
     Q_DECLARE_TR_FUNCTIONS(Panels)
 public:
-    explicit Panels(MapBook& book);
+    Panels();
     ~Panels();
 
     /// Those that a user can show and hide, and that a screenshot finds by name or title.

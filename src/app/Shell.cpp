@@ -1,6 +1,7 @@
 #include "app/Shell.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/arithmetic/ArithmeticSection.h"
 #include "analysis/lcf/LcfSection.h"
 #include "analysis/lcf/LCFReference.h"
 #include "app/Messages.h"
@@ -231,7 +232,8 @@ QString Shell::fileKind(const LateDialog& dialog) const
         return QStringLiteral("badPixels");
     if (owner == parts_.panels.batchCtrl.get())
         return batchKind;
-    const bool ofMaps = owner == parts_.panels.calibCtrl.get() || owner == &parts_.window;
+    const bool ofMaps = owner == parts_.panels.calibCtrl.get() || owner == &parts_.window ||
+                        owner == &parts_.panels.analyzer->arithmetic();
     return ofMaps ? QStringLiteral("maps") : QStringLiteral("data");
 }
 

@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "analysis/lcf/LcfSection.h"
 #include "batch/CmdLine.h"
+#include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/Log.h"
@@ -103,6 +104,9 @@ void AnalysisConductor::bindCommands(CommandBook& book)
             startWalk(kind, std::move(end));
         });
     }
+    book.action(ExCmdExplainPosition, [this](const CmdLine& c) {
+        explain(intArg(c, 0), intArg(c, 1), c.arg(2));
+    });
 }
 
 /// Each map is in the book from the start, so that it can be chosen.
@@ -272,6 +276,7 @@ QString AnalysisConductor::walkText() const
 
 void AnalysisConductor::tellReadiness()
 {
+    letGoOfOthersImages();
     const QString text = walkText();
     for (int i = 0; i < analysisWalks; ++i) {
         const auto walk = AnalysisWalk(i);
@@ -338,6 +343,7 @@ void AnalysisConductor::beginMap(const MapKey& key, const AnalyzeCond& area,
 WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource& source)
 {
     WalkOrder order{source, area, {}};
+    Made made{source, {}, walk_.keys};
     bool mapped = false;
     for (const AnalysisSection* section : qAsConst(walk_.sections)) {
         WalkJob job{section->kernel(walk_.spectra), section->sink(walk_.spectra, parts_.book)};
@@ -349,8 +355,12 @@ WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource
                 std::move(job.sink), walk_.outcomes,
                 mapped ? &parts_.book.at(outcomesKey) : nullptr);
         }
+        made.kernels.push_back({section->analysisName(), job.kernel->forWorker()});
         order.jobs.push_back(std::move(job));
     }
+    if (mapped)
+        made.keys.append(outcomesKey);
+    made_[std::size_t(walk_.walk)] = std::move(made);
     return order;
 }
 

@@ -4,6 +4,7 @@
 #include "analysis/AnalyzeProc.h"
 #include "batch/CommandEnd.h"
 #include "maps/MapKinds.h"
+#include "walk/ExplainPosition.h"
 #include "walk/WalkEngine.h"
 
 #include <QElapsedTimer>
@@ -11,6 +12,7 @@
 #include <QPoint>
 #include <QThread>
 
+#include <array>
 #include <memory>
 
 class Analyzer;
@@ -61,6 +63,9 @@ public:
 
     /// Why a walk can not start, in people's words; empty when it can.
     QString whyNotReady(AnalysisWalk walk) const;
+    /// Every stage of a position of the chosen map as text, from what the map was made of; why there
+    /// is none goes into `why`.
+    QString explanation(int x, int y, QString& why) const;
     /// The walk that the button would start, in people's words; empty without images.
     QString walkText() const;
 
@@ -104,6 +109,16 @@ private:
         QElapsedTimer painted; ///< since the map on show was painted last
     };
 
+    /// What the maps of a walk were made of, kept while its images are loaded.
+    struct Made
+    {
+        SharedSource source;
+        std::vector<NamedKernel> kernels;
+        QVector<MapKey> keys;
+    };
+
+    void letGoOfOthersImages();
+    void explain(int x, int y, const QString& file) const;
     void startWorker();
     void connectPanel(CursorConductor& cursor);
     void addMaps();
@@ -137,5 +152,6 @@ private:
     const std::unique_ptr<AnalyzeProc> proc_; ///< lives in thread_
     WalkConductor& walks_;
     Run walk_;
+    std::array<Made, analysisWalks> made_; ///< by walk
     bool choosesMap_ = false;
 };

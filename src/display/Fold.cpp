@@ -13,8 +13,8 @@ constexpr int air = 4; ///< round the contents [pixels]
 
 Fold::Fold(const QString& boxName, const QString& boxText, QWidget* parent)
     : QFrame(parent)
-    , arrow_(new QToolButton(this))
     , chooser_(new QCheckBox(boxText, this))
+    , arrow_(new QToolButton(this))
     , body_(new QWidget(this))
 {
     setFrameShape(QFrame::StyledPanel);

@@ -23,7 +23,7 @@ public:
     void setOpen(bool f);
 
 private:
-    QToolButton* arrow_;
     QCheckBox* chooser_;
+    QToolButton* arrow_;
     QWidget* body_;
 };

@@ -12,16 +12,8 @@
         <translation>解析が選ばれていない: 上のボックスをチェックする</translation>
     </message>
     <message>
-        <source>No reference in use: load one above</source>
-        <translation>使用中の参照がない: 上で読み込む</translation>
-    </message>
-    <message>
         <source>The selected area lies outside the image</source>
         <translation>選択領域が画像の外にある</translation>
-    </message>
-    <message>
-        <source>No reference in use has a point inside the fitting range and the scan</source>
-        <translation>使用中の参照に、フィット範囲とスキャンの中の点がない</translation>
     </message>
     <message>
         <source>%1 blocks of %2 x %3 pixels, selected area</source>
@@ -39,60 +31,12 @@
         <translation>解析</translation>
     </message>
     <message>
-        <source>Exec. LCF / MLCF Analysis</source>
-        <translation>LCF / MLCF 解析を行う</translation>
-    </message>
-    <message>
-        <source>Fit each spectrum as a weighted sum of the references</source>
-        <translation>各スペクトルを参照スペクトルの線形結合でフィットする</translation>
-    </message>
-    <message>
-        <source>Fitting Range: </source>
-        <translation>フィット範囲: </translation>
-    </message>
-    <message>
-        <source>Start of the fitting range [eV]</source>
-        <translation>フィット範囲の始端 [eV]</translation>
-    </message>
-    <message>
-        <source>End of the fitting range [eV]</source>
-        <translation>フィット範囲の終端 [eV]</translation>
-    </message>
-    <message>
-        <source>Add Ref</source>
-        <translation>参照を追加</translation>
-    </message>
-    <message>
-        <source>Add a row for another reference</source>
-        <translation>参照スペクトルの行を追加する</translation>
-    </message>
-    <message>
-        <source>Zansa</source>
-        <translation>残差</translation>
-    </message>
-    <message>
-        <source>Show the map of the residuals of the fits</source>
-        <translation>フィットの残差マップを表示する</translation>
-    </message>
-    <message>
-        <source>Residual of the last single fit: mean squared relative deviation over the number of points</source>
-        <translation>直近の単独フィットの残差: 相対偏差の二乗平均を点数で割った値</translation>
-    </message>
-    <message>
         <source>Disp. on Time</source>
         <translation>随時表示</translation>
     </message>
     <message>
         <source>Paint the maps after each row of an analysis</source>
         <translation>解析中、1 行終わるごとにマップを描画する</translation>
-    </message>
-    <message>
-        <source>Rows of the running analysis that are done [%]</source>
-        <translation>実行中の解析で終了した行の割合 [%]</translation>
-    </message>
-    <message>
-        <source>Analyze</source>
-        <translation>解析実行</translation>
     </message>
     <message>
         <source>Image Type:</source>
@@ -147,80 +91,12 @@
         <translation>マップを値の範囲ではなく指定したスケールで描画する</translation>
     </message>
     <message>
-        <source>Show View</source>
-        <translation>ビュー表示</translation>
-    </message>
-    <message>
-        <source>Show the spectrum with the references in use and their fit, over the energy [eV]</source>
-        <translation>使用中の参照スペクトルとフィット結果を重ねてスペクトルを表示する (横軸エネルギー [eV])</translation>
-    </message>
-    <message>
         <source>Analyzing Spectrum</source>
         <translation>解析中のスペクトル</translation>
     </message>
     <message>
-        <source>Own weights</source>
-        <translation>各点の重み</translation>
-    </message>
-    <message>
-        <source>Residuals of a map are those of each position&apos;s own fit, not of the weights that the rows show</source>
-        <translation>マップの残差を、行に表示中の重みではなく、各点自身のフィットで求める</translation>
-    </message>
-    <message>
-        <source>No point inside the fitting range: left out</source>
-        <translation>フィット範囲に点がないため除外</translation>
-    </message>
-    <message>
         <source>The analysis of these maps was stopped: positions not reached are 0</source>
         <translation>これらのマップの解析は途中で停止された: 未到達の位置は 0</translation>
-    </message>
-    <message>
-        <source>Stop</source>
-        <translation>停止</translation>
-    </message>
-    <message>
-        <source>Load References...</source>
-        <translation>参照を読み込む...</translation>
-    </message>
-    <message>
-        <source>Choose files of references, many at once: they come into the rows that are empty</source>
-        <translation>参照ファイルを選ぶ (複数可)。空の行に順に入る</translation>
-    </message>
-    <message>
-        <source>Show, Use</source>
-        <translation>表示, 使用</translation>
-    </message>
-    <message>
-        <source>Reference</source>
-        <translation>参照</translation>
-    </message>
-    <message>
-        <source>dMut</source>
-        <translation>Δμt</translation>
-    </message>
-    <message>
-        <source>dE [eV]</source>
-        <translation>dE [eV]</translation>
-    </message>
-    <message>
-        <source>Load References</source>
-        <translation>参照の読み込み</translation>
-    </message>
-    <message>
-        <source>XAFS Data File (*.dat)</source>
-        <translation>XAFS データファイル (*.dat)</translation>
-    </message>
-    <message>
-        <source>Any Files (* *.*)</source>
-        <translation>すべてのファイル (* *.*)</translation>
-    </message>
-    <message>
-        <source>Start of the fitting range</source>
-        <translation>フィット範囲の始め</translation>
-    </message>
-    <message>
-        <source>End of the fitting range</source>
-        <translation>フィット範囲の終わり</translation>
     </message>
     <message>
         <source>Least DMut of the fixed scale</source>
@@ -239,10 +115,6 @@
         <translation>固定スケールの比率最大値</translation>
     </message>
     <message>
-        <source>dE of reference %1</source>
-        <translation>参照 %1 の dE</translation>
-    </message>
-    <message>
         <source>Stop the analysis; the maps keep what is done</source>
         <translation>解析を停止する (終わった部分はマップに残る)</translation>
     </message>
@@ -251,12 +123,122 @@
         <translation>選択領域の各ブロックを解析する</translation>
     </message>
     <message>
-        <source>stopped at %1 %</source>
-        <translation>%1 % で停止</translation>
+        <source>Outcomes</source>
+        <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>fit</source>
-        <translation>フィット</translation>
+        <source>Show what became of each position of the last analysis: fitted, or why not</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ArithmeticConductor</name>
+    <message>
+        <source>Both maps must hold a picture</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>ArithmeticSection</name>
+    <message>
+        <source>Select Map 1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Read an energy shift map [eV] from a file as the first map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take a copy of the chosen map, as it is now, as the first map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name or file of the first map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Map1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the first map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select Map 2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Read an energy shift map [eV] from a file as the second map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take a copy of the chosen map, as it is now, as the second map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Name or file of the second map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Map2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the second map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sub.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>First map less the second, summed over each block</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Div.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>First map over the second, summed over each block; 1 where the second is 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mask</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>First map, summed over each block, where the second is above 0; else 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Process</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Processed</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show the processed map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Process Maps</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Load Map %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Process both maps over the selected area, block by block</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -721,26 +703,6 @@
         <source>mu t</source>
         <translation>μt</translation>
     </message>
-    <message>
-        <source>Shift [eV]</source>
-        <translation>シフト [eV]</translation>
-    </message>
-    <message>
-        <source>dMut</source>
-        <translation>Δμt</translation>
-    </message>
-    <message>
-        <source>Ratio</source>
-        <translation>比率</translation>
-    </message>
-    <message>
-        <source>Residual</source>
-        <translation>残差</translation>
-    </message>
-    <message>
-        <source>Shift of the edge [eV]</source>
-        <translation>吸収端のシフト [eV]</translation>
-    </message>
 </context>
 <context>
     <name>DataBox</name>
@@ -1028,6 +990,17 @@
     <message>
         <source>energies do not rise: %1, then %2 eV</source>
         <translation>エネルギーが増加しません: %1 の次が %2 eV</translation>
+    </message>
+</context>
+<context>
+    <name>Fold</name>
+    <message>
+        <source>Fold this part away</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Show this part</source>
+        <translation type="unfinished"></translation>
     </message>
 </context>
 <context>
@@ -1579,6 +1552,260 @@
     </message>
 </context>
 <context>
+    <name>LcfSection</name>
+    <message>
+        <source>Load References...</source>
+        <translation type="unfinished">参照を読み込む...</translation>
+    </message>
+    <message>
+        <source>Choose files of references, many at once: they come into the rows that are empty</source>
+        <translation type="unfinished">参照ファイルを選ぶ (複数可)。空の行に順に入る</translation>
+    </message>
+    <message>
+        <source>Add Ref</source>
+        <translation type="unfinished">参照を追加</translation>
+    </message>
+    <message>
+        <source>Add a row for another reference</source>
+        <translation type="unfinished">参照スペクトルの行を追加する</translation>
+    </message>
+    <message>
+        <source>Show, Use</source>
+        <translation type="unfinished">表示, 使用</translation>
+    </message>
+    <message>
+        <source>Reference</source>
+        <translation type="unfinished">参照</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation type="unfinished">Δμt</translation>
+    </message>
+    <message>
+        <source>dE [eV]</source>
+        <translation type="unfinished">dE [eV]</translation>
+    </message>
+    <message>
+        <source>Fitting Range: </source>
+        <translation type="unfinished">フィット範囲: </translation>
+    </message>
+    <message>
+        <source>Start of the fitting range [eV]</source>
+        <translation type="unfinished">フィット範囲の始端 [eV]</translation>
+    </message>
+    <message>
+        <source>End of the fitting range [eV]</source>
+        <translation type="unfinished">フィット範囲の終端 [eV]</translation>
+    </message>
+    <message>
+        <source>MLCF</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit the absorption as it is, with a straight background, instead of the normalised curve: for weak or noisy positions</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>LCF as Old</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fit positions without an edge too, instead of giving them 0</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Own weights</source>
+        <translation type="unfinished">各点の重み</translation>
+    </message>
+    <message>
+        <source>Residuals of a map are those of each position&apos;s own fit, not of the weights that the rows show</source>
+        <translation type="unfinished">マップの残差を、行に表示中の重みではなく、各点自身のフィットで求める</translation>
+    </message>
+    <message>
+        <source>Zansa</source>
+        <translation type="unfinished">残差</translation>
+    </message>
+    <message>
+        <source>Show the map of the residuals of the fits</source>
+        <translation type="unfinished">フィットの残差マップを表示する</translation>
+    </message>
+    <message>
+        <source>Residual of the last single fit: mean squared relative deviation over the number of points</source>
+        <translation type="unfinished">直近の単独フィットの残差: 相対偏差の二乗平均を点数で割った値</translation>
+    </message>
+    <message>
+        <source>Show View</source>
+        <translation type="unfinished">ビュー表示</translation>
+    </message>
+    <message>
+        <source>Show the spectrum with the references in use and their fit, over the energy [eV]</source>
+        <translation type="unfinished">使用中の参照スペクトルとフィット結果を重ねてスペクトルを表示する (横軸エネルギー [eV])</translation>
+    </message>
+    <message>
+        <source>Load References</source>
+        <translation type="unfinished">参照の読み込み</translation>
+    </message>
+    <message>
+        <source>XAFS Data File (*.dat)</source>
+        <translation type="unfinished">XAFS データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation type="unfinished">すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Exec. LCF / MLCF Analysis</source>
+        <translation type="unfinished">LCF / MLCF 解析を行う</translation>
+    </message>
+    <message>
+        <source>Fit each spectrum as a weighted sum of the references</source>
+        <translation type="unfinished">各スペクトルを参照スペクトルの線形結合でフィットする</translation>
+    </message>
+    <message>
+        <source>dE of reference %1</source>
+        <translation type="unfinished">参照 %1 の dE</translation>
+    </message>
+    <message>
+        <source>Start of the fitting range</source>
+        <translation type="unfinished">フィット範囲の始め</translation>
+    </message>
+    <message>
+        <source>End of the fitting range</source>
+        <translation type="unfinished">フィット範囲の終わり</translation>
+    </message>
+    <message>
+        <source>No reference in use: load one above</source>
+        <translation type="unfinished">使用中の参照がない: 上で読み込む</translation>
+    </message>
+    <message>
+        <source>No reference in use has a point inside the fitting range and the scan</source>
+        <translation type="unfinished">使用中の参照に、フィット範囲とスキャンの中の点がない</translation>
+    </message>
+    <message>
+        <source>fit</source>
+        <translation type="unfinished">フィット</translation>
+    </message>
+    <message>
+        <source>No point inside the fitting range: left out</source>
+        <translation type="unfinished">フィット範囲に点がないため除外</translation>
+    </message>
+</context>
+<context>
+    <name>MapWords</name>
+    <message>
+        <source>Energy shift map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shift [eV]</source>
+        <translation type="unfinished">シフト [eV]</translation>
+    </message>
+    <message>
+        <source>dMut of %1</source>
+        <translation type="unfinished">Δμt: %1</translation>
+    </message>
+    <message>
+        <source>dMut</source>
+        <translation type="unfinished">Δμt</translation>
+    </message>
+    <message>
+        <source>Ratio of %1</source>
+        <translation type="unfinished">割合: %1</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation type="unfinished">比率</translation>
+    </message>
+    <message>
+        <source>Residual</source>
+        <translation type="unfinished">残差</translation>
+    </message>
+    <message>
+        <source>Shift of the edge</source>
+        <translation type="unfinished">吸収端のシフト</translation>
+    </message>
+    <message>
+        <source>Shift of the edge [eV]</source>
+        <translation type="unfinished">吸収端のシフト [eV]</translation>
+    </message>
+    <message>
+        <source>Outcomes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Outcome</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>dMut of the lines</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Residual absorption</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>mu t</source>
+        <translation type="unfinished">μt</translation>
+    </message>
+    <message>
+        <source>Share of the residual absorption</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>N. dMut of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mut+ of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Mut- of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>dE of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>dE [eV]</source>
+        <translation type="unfinished">dE [eV]</translation>
+    </message>
+    <message>
+        <source>ROI of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>N.ROI of %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Correlation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cor. Th</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Processed map</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Value</source>
+        <translation type="unfinished">値</translation>
+    </message>
+    <message>
+        <source>Map1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Map2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>MenuBar</name>
     <message>
         <source>&amp;File</source>
@@ -2015,6 +2242,29 @@
     <message>
         <source>no edge that can be trusted (%1)</source>
         <translation>信頼できる吸収端がありません (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>RunRow</name>
+    <message>
+        <source>Rows of the running analysis that are done [%]</source>
+        <translation type="unfinished">実行中の解析で終了した行の割合 [%]</translation>
+    </message>
+    <message>
+        <source>Another analysis runs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished">停止</translation>
+    </message>
+    <message>
+        <source>Analyze</source>
+        <translation type="unfinished">解析実行</translation>
+    </message>
+    <message>
+        <source>stopped at %1 %</source>
+        <translation type="unfinished">%1 % で停止</translation>
     </message>
 </context>
 <context>
@@ -3104,24 +3354,8 @@ to %2</source>
         <translation>。中央値 %1、広がり %2 eV</translation>
     </message>
     <message>
-        <source>Shift of the edge</source>
-        <translation>吸収端のシフト</translation>
-    </message>
-    <message>
-        <source>Residual</source>
-        <translation>残差</translation>
-    </message>
-    <message>
         <source>row %1</source>
         <translation>行 %1</translation>
-    </message>
-    <message>
-        <source>Ratio of %1</source>
-        <translation>割合: %1</translation>
-    </message>
-    <message>
-        <source>dMut of %1</source>
-        <translation>Δμt: %1</translation>
     </message>
     <message>
         <source>Fixed Scale of the analysis is on: it gives the scale</source>

@@ -24,8 +24,7 @@ class TestAnalyzer : public QObject
 private Q_SLOTS:
     void tellsWhichMapIsChosen()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         const QSignalSpy changed(&panel, &Analyzer::changedSelection);
         const auto choice = [&] {
             const MapChoice c = panel.mapChoice();
@@ -53,8 +52,7 @@ private Q_SLOTS:
 
     void theViewTellsHeldGaps()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         Spectrum mu;
         for (int i = 0; i < 200; ++i) {
             const double E = 8900.0 + 2.0 * i;
@@ -74,8 +72,7 @@ private Q_SLOTS:
 
     void changedReferencesAnalyseTheShownSpectrumAgain()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         load(panel);
         const QSignalSpy sent(&panel, &Analyzer::analyzeSpectrum0);
         panel.lcf().refs().at(0)->editedDeltaE(); // nothing is shown yet, nothing sent
@@ -88,8 +85,7 @@ private Q_SLOTS:
     /// A spectrum that is one of the references holds just that one, if both have the same ranges.
     void referencesTakeTheSuggestion()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         load(panel);
         SuggestElm elm;
         elm.use = true;
@@ -140,8 +136,7 @@ private Q_SLOTS:
 
     void theViewShowsSpectrumReferencesAndFit()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         const QVector<ViewCurve>& curves = panel.view()->others();
         load(panel);
         panel.lcf().addNewRef();
@@ -171,8 +166,7 @@ private Q_SLOTS:
 
     void theViewComesAndGoesWithThePanel()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         XafsView* const view = panel.view();
         panel.findChild<QAbstractButton*>("ShowView")->click();
         QVERIFY(view->isVisible() && view->isWindow() && !panel.isVisible());
@@ -192,8 +186,7 @@ private Q_SLOTS:
 
     void manyReferencesFindRoom()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         panel.lcf().setLCFStd(1, true, 0, a_, "0");
         QVERIFY(writeBytes(dir_.filePath("no.dat"), "8970 1\n"));
         const QStringList many{c_, dir_.filePath("no.dat"), c_, c_, c_};
@@ -208,8 +201,7 @@ private Q_SLOTS:
 
     void theButtonTellsWhatItDoesOrWhyNot()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         const auto* const button = panel.findChild<QAbstractButton*>("AskAnalyze");
         const auto* const line = panel.findChild<QLabel*>("AskAnalyzeText");
         panel.runRow(AnalysisWalk::Fits).setReadiness("why not", "a walk");
@@ -228,8 +220,7 @@ private Q_SLOTS:
     /// Tab goes through the rows before what stands below them, also through one added later.
     void tabReadsFromTopToBottom()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         panel.lcf().addNewRef();
         panel.show();
         int last = -1;
@@ -248,8 +239,7 @@ private Q_SLOTS:
 
     void batchAddsRowsUpToALimit()
     {
-        MapBook maps;
-        Analyzer panel(maps);
+        Analyzer panel;
         for (const int row : {6, -1, 2000000000})
             panel.lcf().setLCFStd(row, true, 0.5, a_, "");
         QCOMPARE(panel.lcf().refs().size(), 7);

@@ -73,7 +73,7 @@ private Q_SLOTS:
         QVERIFY(analyse());
         QVERIFY(body_->runAll({"saveDataCfg_save_as_float_tiff", "save_all_data " + in("all")}));
         QStringList expected;
-        for (const char* label : {"0-0", "0-1", "1-0", "1-1", "Zansa"})
+        for (const char* label : {"0-0", "0-1", "1-0", "1-1", "Outcomes", "Zansa"})
             expected << QString("all-%1--cBar.tif").arg(label) << QString("all-%1.tif").arg(label);
         expected.sort();
         QCOMPARE(files(), expected);

@@ -37,7 +37,7 @@ public:
     SpectrumBox spectrumBox;
     ImageBox imageBox;
     SaveBox saveBox;
-    Analyzer analyzer{maps};
+    Analyzer analyzer;
     CalibCtrl calibCtrl;
     BatchCtrl batchCtrl;
     XafsView xafsView;

@@ -47,6 +47,23 @@ LcfSection::LcfSection(XafsView& view, QWidget* parent)
 
 LcfSection::~LcfSection() = default;
 
+void LcfSection::addNewRef()
+{
+    auto* const row = new LCFReference(ui_->RefBase);
+    QWidget* before = refs_.isEmpty() ? ui_->AddRef : refs_.last()->tabChain().last();
+    ui_->RefRows->addWidget(row);
+    for (QWidget* next : row->tabChain()) {
+        setTabOrder(before, next);
+        before = next;
+    }
+    row->setHint(hint_);
+    refs_.append(row);
+    addReferenceCurve();
+    numbers()->watch(row->shiftField(), tr("dE of reference %1").arg(refs_.size()));
+    connectRow(row);
+    Q_EMIT rowAdded();
+}
+
 void LcfSection::connectForm()
 {
     connect(ui_->ShowView, &QPushButton::clicked, this, &LcfSection::viewAsked);

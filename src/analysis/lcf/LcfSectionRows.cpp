@@ -2,9 +2,7 @@
 
 #include "analysis/lcf/LCFReference.h"
 #include "common/Fault.h"
-#include "display/NumberFields.h"
 #include "display/XafsView.h"
-#include "ui_LcfSection.h"
 
 #include <QFileInfo>
 
@@ -22,23 +20,6 @@ ReadRange energiesOf(const Spectrum& s)
 }
 
 } // namespace
-
-void LcfSection::addNewRef()
-{
-    auto* const row = new LCFReference(ui_->RefBase);
-    QWidget* before = refs_.isEmpty() ? ui_->AddRef : refs_.last()->tabChain().last();
-    ui_->RefRows->addWidget(row);
-    for (QWidget* next : row->tabChain()) {
-        setTabOrder(before, next);
-        before = next;
-    }
-    row->setHint(hint_);
-    refs_.append(row);
-    addReferenceCurve();
-    numbers()->watch(row->shiftField(), tr("dE of reference %1").arg(refs_.size()));
-    connectRow(row);
-    Q_EMIT rowAdded();
-}
 
 void LcfSection::connectRow(LCFReference* row)
 {
