@@ -7,9 +7,6 @@
 
 namespace {
 
-/// Columns that one pass over the points sums up.
-constexpr int sumsAtOnce = 4;
-
 /// The vector of lanes, and its memory.
 struct Group
 {

@@ -4,6 +4,9 @@
 
 namespace {
 
+/// References that one pass over the points sums up.
+constexpr int sumsAtOnce = 4;
+
 template<LineMode mode, bool isHeld>
 void takeValuesAs(const Group& g, const HeldLanes& held)
 {

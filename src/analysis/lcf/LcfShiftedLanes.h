@@ -235,43 +235,14 @@ inline V shiftedOwnResidual(const Group& g, const V* weights)
     return (count == 0.0 ? V{} : sum / count) / double(g.n());
 }
 
-/// What stands at each energy, of the columns and, behind them, of the target.
-struct Factor
+/// Sum over the points of the fit of a column's products with other numbers.
+template<typename Other>
+V sumOfFit(const Group& g, int column, Other other)
 {
-    const double* values;
-    int stride;
-
-    Factor(const Group& g, int number)
-        : values(g.column(number, 0))
-        , stride(width)
-    {
-        if (number < g.task.columnCount())
-            return;
-        values = g.task.isOfAbsorption() ? g.edges.mu : g.values;
-        stride = g.task.isOfAbsorption() ? laneStride : width;
-    }
-};
-
-/// Sums over the points of the fit of a column's products with four factors.
-inline void sumProducts(const Group& g, int column, const Factor (&factors)[sumsAtOnce], V* sums)
-{
-    V sum[sumsAtOnce] = {};
-    for (int i = 0; i < g.n(); ++i) {
-        const M in = g.isFitted(i);
-        const V value = load(g.column(column, i));
-        for (int k = 0; k < sumsAtOnce; ++k)
-            sum[k] += only(in, value * load(factors[k].values + i * factors[k].stride));
-    }
-    for (int k = 0; k < sumsAtOnce; ++k)
-        sums[k] = sum[k];
-}
-
-/// Sums of a column's products with those up to itself, and last with the target.
-inline void sumColumn(const Group& g, int column, V* sums)
-{
-    const auto factor = [&](int k) { return Factor(g, k <= column ? k : g.task.columnCount()); };
-    for (int k = 0; k < column + 2; k += sumsAtOnce)
-        sumProducts(g, column, {factor(k), factor(k + 1), factor(k + 2), factor(k + 3)}, sums + k);
+    V sum{};
+    for (int i = 0; i < g.n(); ++i)
+        sum += only(g.isFitted(i), load(g.column(column, i)) * other(i));
+    return sum;
 }
 
 inline void solveShifted(const Group& g, V* solution)
@@ -280,11 +251,9 @@ inline void solveShifted(const Group& g, V* solution)
     V a[mostLaneColumns][mostLaneColumns];
     V b[mostLaneColumns];
     for (int k = 0; k < n; ++k) {
-        V sums[mostLaneColumns + sumsAtOnce];
-        sumColumn(g, k, sums);
         for (int j = 0; j <= k; ++j)
-            a[k][j] = a[j][k] = sums[j];
-        b[k] = sums[k + 1];
+            a[k][j] = a[j][k] = sumOfFit(g, k, [&](int i) { return load(g.column(j, i)); });
+        b[k] = sumOfFit(g, k, [&](int i) { return g.targetAt(i); });
     }
     for (int c = 0; c < width; ++c) {
         double matrix[mostLaneColumns * mostLaneColumns];
