@@ -124,121 +124,121 @@
     </message>
     <message>
         <source>Outcomes</source>
-        <translation type="unfinished"></translation>
+        <translation>結果の種別</translation>
     </message>
     <message>
         <source>Show what became of each position of the last analysis: fitted, or why not</source>
-        <translation type="unfinished"></translation>
+        <translation>直近の解析での各点の結果を表示する: フィット済み、またはその理由</translation>
     </message>
 </context>
 <context>
     <name>ArithmeticConductor</name>
     <message>
         <source>Both maps must hold a picture</source>
-        <translation type="unfinished"></translation>
+        <translation>両方のマップに画像が必要</translation>
     </message>
 </context>
 <context>
     <name>ArithmeticSection</name>
     <message>
         <source>Select Map 1</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ 1 を選択</translation>
     </message>
     <message>
         <source>Read an energy shift map [eV] from a file as the first map</source>
-        <translation type="unfinished"></translation>
+        <translation>エネルギーシフトマップ [eV] をファイルから 1 番目のマップとして読み込む</translation>
     </message>
     <message>
         <source>Capture</source>
-        <translation type="unfinished"></translation>
+        <translation>取り込み</translation>
     </message>
     <message>
         <source>Take a copy of the chosen map, as it is now, as the first map</source>
-        <translation type="unfinished"></translation>
+        <translation>選択中のマップの現在の内容を 1 番目のマップとして写す</translation>
     </message>
     <message>
         <source>Name or file of the first map</source>
-        <translation type="unfinished"></translation>
+        <translation>1 番目のマップの名前またはファイル</translation>
     </message>
     <message>
         <source>Map1</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ 1</translation>
     </message>
     <message>
         <source>Show the first map</source>
-        <translation type="unfinished"></translation>
+        <translation>1 番目のマップを表示する</translation>
     </message>
     <message>
         <source>Select Map 2</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ 2 を選択</translation>
     </message>
     <message>
         <source>Read an energy shift map [eV] from a file as the second map</source>
-        <translation type="unfinished"></translation>
+        <translation>エネルギーシフトマップ [eV] をファイルから 2 番目のマップとして読み込む</translation>
     </message>
     <message>
         <source>Take a copy of the chosen map, as it is now, as the second map</source>
-        <translation type="unfinished"></translation>
+        <translation>選択中のマップの現在の内容を 2 番目のマップとして写す</translation>
     </message>
     <message>
         <source>Name or file of the second map</source>
-        <translation type="unfinished"></translation>
+        <translation>2 番目のマップの名前またはファイル</translation>
     </message>
     <message>
         <source>Map2</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ 2</translation>
     </message>
     <message>
         <source>Show the second map</source>
-        <translation type="unfinished"></translation>
+        <translation>2 番目のマップを表示する</translation>
     </message>
     <message>
         <source>Sub.</source>
-        <translation type="unfinished"></translation>
+        <translation>差</translation>
     </message>
     <message>
         <source>First map less the second, summed over each block</source>
-        <translation type="unfinished"></translation>
+        <translation>ブロックごとの和で、1 番目から 2 番目を引く</translation>
     </message>
     <message>
         <source>Div.</source>
-        <translation type="unfinished"></translation>
+        <translation>商</translation>
     </message>
     <message>
         <source>First map over the second, summed over each block; 1 where the second is 0</source>
-        <translation type="unfinished"></translation>
+        <translation>ブロックごとの和で、1 番目を 2 番目で割る。2 番目が 0 の点は 1</translation>
     </message>
     <message>
         <source>Mask</source>
-        <translation type="unfinished"></translation>
+        <translation>マスク</translation>
     </message>
     <message>
         <source>First map, summed over each block, where the second is above 0; else 0</source>
-        <translation type="unfinished"></translation>
+        <translation>2 番目が正の点では 1 番目のブロックごとの和、それ以外は 0</translation>
     </message>
     <message>
         <source>Process</source>
-        <translation type="unfinished"></translation>
+        <translation>演算実行</translation>
     </message>
     <message>
         <source>Processed</source>
-        <translation type="unfinished"></translation>
+        <translation>演算結果</translation>
     </message>
     <message>
         <source>Show the processed map</source>
-        <translation type="unfinished"></translation>
+        <translation>演算したマップを表示する</translation>
     </message>
     <message>
         <source>Process Maps</source>
-        <translation type="unfinished"></translation>
+        <translation>マップの演算</translation>
     </message>
     <message>
         <source>Load Map %1</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ %1 の読み込み</translation>
     </message>
     <message>
         <source>Process both maps over the selected area, block by block</source>
-        <translation type="unfinished"></translation>
+        <translation>選択範囲で、両方のマップをブロックごとに演算する</translation>
     </message>
 </context>
 <context>
@@ -996,11 +996,11 @@
     <name>Fold</name>
     <message>
         <source>Fold this part away</source>
-        <translation type="unfinished"></translation>
+        <translation>この部分をたたむ</translation>
     </message>
     <message>
         <source>Show this part</source>
-        <translation type="unfinished"></translation>
+        <translation>この部分を開く</translation>
     </message>
 </context>
 <context>
@@ -1555,254 +1555,254 @@
     <name>LcfSection</name>
     <message>
         <source>Load References...</source>
-        <translation type="unfinished">参照を読み込む...</translation>
+        <translation>参照を読み込む...</translation>
     </message>
     <message>
         <source>Choose files of references, many at once: they come into the rows that are empty</source>
-        <translation type="unfinished">参照ファイルを選ぶ (複数可)。空の行に順に入る</translation>
+        <translation>参照ファイルを選ぶ (複数可)。空の行に順に入る</translation>
     </message>
     <message>
         <source>Add Ref</source>
-        <translation type="unfinished">参照を追加</translation>
+        <translation>参照を追加</translation>
     </message>
     <message>
         <source>Add a row for another reference</source>
-        <translation type="unfinished">参照スペクトルの行を追加する</translation>
+        <translation>参照スペクトルの行を追加する</translation>
     </message>
     <message>
         <source>Show, Use</source>
-        <translation type="unfinished">表示, 使用</translation>
+        <translation>表示, 使用</translation>
     </message>
     <message>
         <source>Reference</source>
-        <translation type="unfinished">参照</translation>
+        <translation>参照</translation>
     </message>
     <message>
         <source>dMut</source>
-        <translation type="unfinished">Δμt</translation>
+        <translation>Δμt</translation>
     </message>
     <message>
         <source>dE [eV]</source>
-        <translation type="unfinished">dE [eV]</translation>
+        <translation>dE [eV]</translation>
     </message>
     <message>
         <source>Fitting Range: </source>
-        <translation type="unfinished">フィット範囲: </translation>
+        <translation>フィット範囲: </translation>
     </message>
     <message>
         <source>Start of the fitting range [eV]</source>
-        <translation type="unfinished">フィット範囲の始端 [eV]</translation>
+        <translation>フィット範囲の始端 [eV]</translation>
     </message>
     <message>
         <source>End of the fitting range [eV]</source>
-        <translation type="unfinished">フィット範囲の終端 [eV]</translation>
+        <translation>フィット範囲の終端 [eV]</translation>
     </message>
     <message>
         <source>MLCF</source>
-        <translation type="unfinished"></translation>
+        <translation>MLCF</translation>
     </message>
     <message>
         <source>Fit the absorption as it is, with a straight background, instead of the normalised curve: for weak or noisy positions</source>
-        <translation type="unfinished"></translation>
+        <translation>規格化曲線ではなく吸収そのものを直線バックグラウンドとともにフィットする。弱い点やノイズの多い点向け</translation>
     </message>
     <message>
         <source>LCF as Old</source>
-        <translation type="unfinished"></translation>
+        <translation>旧形式の LCF</translation>
     </message>
     <message>
         <source>Fit positions without an edge too, instead of giving them 0</source>
-        <translation type="unfinished"></translation>
+        <translation>吸収端のない点も 0 とせずにフィットする</translation>
     </message>
     <message>
         <source>Own weights</source>
-        <translation type="unfinished">各点の重み</translation>
+        <translation>各点の重み</translation>
     </message>
     <message>
         <source>Residuals of a map are those of each position&apos;s own fit, not of the weights that the rows show</source>
-        <translation type="unfinished">マップの残差を、行に表示中の重みではなく、各点自身のフィットで求める</translation>
+        <translation>マップの残差を、行に表示中の重みではなく、各点自身のフィットで求める</translation>
     </message>
     <message>
         <source>Zansa</source>
-        <translation type="unfinished">残差</translation>
+        <translation>残差</translation>
     </message>
     <message>
         <source>Show the map of the residuals of the fits</source>
-        <translation type="unfinished">フィットの残差マップを表示する</translation>
+        <translation>フィットの残差マップを表示する</translation>
     </message>
     <message>
         <source>Residual of the last single fit: mean squared relative deviation over the number of points</source>
-        <translation type="unfinished">直近の単独フィットの残差: 相対偏差の二乗平均を点数で割った値</translation>
+        <translation>直近の単独フィットの残差: 相対偏差の二乗平均を点数で割った値</translation>
     </message>
     <message>
         <source>Show View</source>
-        <translation type="unfinished">ビュー表示</translation>
+        <translation>ビュー表示</translation>
     </message>
     <message>
         <source>Show the spectrum with the references in use and their fit, over the energy [eV]</source>
-        <translation type="unfinished">使用中の参照スペクトルとフィット結果を重ねてスペクトルを表示する (横軸エネルギー [eV])</translation>
+        <translation>使用中の参照スペクトルとフィット結果を重ねてスペクトルを表示する (横軸エネルギー [eV])</translation>
     </message>
     <message>
         <source>Load References</source>
-        <translation type="unfinished">参照の読み込み</translation>
+        <translation>参照の読み込み</translation>
     </message>
     <message>
         <source>XAFS Data File (*.dat)</source>
-        <translation type="unfinished">XAFS データファイル (*.dat)</translation>
+        <translation>XAFS データファイル (*.dat)</translation>
     </message>
     <message>
         <source>Any Files (* *.*)</source>
-        <translation type="unfinished">すべてのファイル (* *.*)</translation>
+        <translation>すべてのファイル (* *.*)</translation>
     </message>
     <message>
         <source>Exec. LCF / MLCF Analysis</source>
-        <translation type="unfinished">LCF / MLCF 解析を行う</translation>
+        <translation>LCF / MLCF 解析を行う</translation>
     </message>
     <message>
         <source>Fit each spectrum as a weighted sum of the references</source>
-        <translation type="unfinished">各スペクトルを参照スペクトルの線形結合でフィットする</translation>
+        <translation>各スペクトルを参照スペクトルの線形結合でフィットする</translation>
     </message>
     <message>
         <source>dE of reference %1</source>
-        <translation type="unfinished">参照 %1 の dE</translation>
+        <translation>参照 %1 の dE</translation>
     </message>
     <message>
         <source>Start of the fitting range</source>
-        <translation type="unfinished">フィット範囲の始め</translation>
+        <translation>フィット範囲の始め</translation>
     </message>
     <message>
         <source>End of the fitting range</source>
-        <translation type="unfinished">フィット範囲の終わり</translation>
+        <translation>フィット範囲の終わり</translation>
     </message>
     <message>
         <source>No reference in use: load one above</source>
-        <translation type="unfinished">使用中の参照がない: 上で読み込む</translation>
+        <translation>使用中の参照がない: 上で読み込む</translation>
     </message>
     <message>
         <source>No reference in use has a point inside the fitting range and the scan</source>
-        <translation type="unfinished">使用中の参照に、フィット範囲とスキャンの中の点がない</translation>
+        <translation>使用中の参照に、フィット範囲とスキャンの中の点がない</translation>
     </message>
     <message>
         <source>fit</source>
-        <translation type="unfinished">フィット</translation>
+        <translation>フィット</translation>
     </message>
     <message>
         <source>No point inside the fitting range: left out</source>
-        <translation type="unfinished">フィット範囲に点がないため除外</translation>
+        <translation>フィット範囲に点がないため除外</translation>
     </message>
 </context>
 <context>
     <name>MapWords</name>
     <message>
         <source>Energy shift map</source>
-        <translation type="unfinished"></translation>
+        <translation>エネルギーシフトマップ</translation>
     </message>
     <message>
         <source>Shift [eV]</source>
-        <translation type="unfinished">シフト [eV]</translation>
+        <translation>シフト [eV]</translation>
     </message>
     <message>
         <source>dMut of %1</source>
-        <translation type="unfinished">Δμt: %1</translation>
+        <translation>Δμt: %1</translation>
     </message>
     <message>
         <source>dMut</source>
-        <translation type="unfinished">Δμt</translation>
+        <translation>Δμt</translation>
     </message>
     <message>
         <source>Ratio of %1</source>
-        <translation type="unfinished">割合: %1</translation>
+        <translation>割合: %1</translation>
     </message>
     <message>
         <source>Ratio</source>
-        <translation type="unfinished">比率</translation>
+        <translation>比率</translation>
     </message>
     <message>
         <source>Residual</source>
-        <translation type="unfinished">残差</translation>
+        <translation>残差</translation>
     </message>
     <message>
         <source>Shift of the edge</source>
-        <translation type="unfinished">吸収端のシフト</translation>
+        <translation>吸収端のシフト</translation>
     </message>
     <message>
         <source>Shift of the edge [eV]</source>
-        <translation type="unfinished">吸収端のシフト [eV]</translation>
+        <translation>吸収端のシフト [eV]</translation>
     </message>
     <message>
         <source>Outcomes</source>
-        <translation type="unfinished"></translation>
+        <translation>結果の種別</translation>
     </message>
     <message>
         <source>Outcome</source>
-        <translation type="unfinished"></translation>
+        <translation>結果の種別</translation>
     </message>
     <message>
         <source>dMut of the lines</source>
-        <translation type="unfinished"></translation>
+        <translation>直線間の Δμt</translation>
     </message>
     <message>
         <source>Residual absorption</source>
-        <translation type="unfinished"></translation>
+        <translation>残余吸収</translation>
     </message>
     <message>
         <source>mu t</source>
-        <translation type="unfinished">μt</translation>
+        <translation>μt</translation>
     </message>
     <message>
         <source>Share of the residual absorption</source>
-        <translation type="unfinished"></translation>
+        <translation>残余吸収の割合</translation>
     </message>
     <message>
         <source>N. dMut of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>規格化 Δμt: %1</translation>
     </message>
     <message>
         <source>Mut+ of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>μt+: %1</translation>
     </message>
     <message>
         <source>Mut- of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>μt-: %1</translation>
     </message>
     <message>
         <source>dE of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>dE: %1</translation>
     </message>
     <message>
         <source>dE [eV]</source>
-        <translation type="unfinished">dE [eV]</translation>
+        <translation>dE [eV]</translation>
     </message>
     <message>
         <source>ROI of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>ROI: %1</translation>
     </message>
     <message>
         <source>N.ROI of %1</source>
-        <translation type="unfinished"></translation>
+        <translation>規格化 ROI: %1</translation>
     </message>
     <message>
         <source>Correlation</source>
-        <translation type="unfinished"></translation>
+        <translation>相関</translation>
     </message>
     <message>
         <source>Cor. Th</source>
-        <translation type="unfinished"></translation>
+        <translation>相関 (しきい値)</translation>
     </message>
     <message>
         <source>Processed map</source>
-        <translation type="unfinished"></translation>
+        <translation>演算したマップ</translation>
     </message>
     <message>
         <source>Value</source>
-        <translation type="unfinished">値</translation>
+        <translation>値</translation>
     </message>
     <message>
         <source>Map1</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ 1</translation>
     </message>
     <message>
         <source>Map2</source>
-        <translation type="unfinished"></translation>
+        <translation>マップ 2</translation>
     </message>
 </context>
 <context>
@@ -2248,23 +2248,23 @@
     <name>RunRow</name>
     <message>
         <source>Rows of the running analysis that are done [%]</source>
-        <translation type="unfinished">実行中の解析で終了した行の割合 [%]</translation>
+        <translation>実行中の解析で終了した行の割合 [%]</translation>
     </message>
     <message>
         <source>Another analysis runs</source>
-        <translation type="unfinished"></translation>
+        <translation>別の解析が実行中</translation>
     </message>
     <message>
         <source>Stop</source>
-        <translation type="unfinished">停止</translation>
+        <translation>停止</translation>
     </message>
     <message>
         <source>Analyze</source>
-        <translation type="unfinished">解析実行</translation>
+        <translation>解析実行</translation>
     </message>
     <message>
         <source>stopped at %1 %</source>
-        <translation type="unfinished">%1 % で停止</translation>
+        <translation>%1 % で停止</translation>
     </message>
 </context>
 <context>
