@@ -8,6 +8,7 @@
 #include "display/NumberFields.h"
 #include "display/PanelDock.h"
 #include "display/PanelForm.h"
+#include "display/ReadingOrder.h"
 #include "display/RunRow.h"
 #include "display/XafsView.h"
 #include "ui_Analyzer.h"
@@ -65,6 +66,7 @@ Analyzer::Analyzer(QWidget* parent)
     kindGroup->addButton(ui_->SelRatio);
     watchFields();
     fitButtons(*this);
+    tabInReadingOrder(this);
     connectForm();
 }
 
@@ -179,6 +181,7 @@ void Analyzer::addRowButton()
 {
     const int row = lcf_->refs().size() - 1;
     refGroup_->addButton(lcf_->refs().at(row)->showButton(), row);
+    tabInReadingOrder(this);
     Q_EMIT rowAdded();
 }
 

@@ -100,6 +100,8 @@ void AnalysisConductor::bindCommands(CommandBook& book)
         {ExCmdAnalyzerExecRa, AnalysisWalk::Residual},
         {ExCmdAnalyzerExecElems, AnalysisWalk::Elements}};
     for (const auto& walk : walks) {
+        if (parts_.panel.sectionsOf(walk.second).isEmpty())
+            continue;
         book.later(walk.first, [this, kind = walk.second](const CmdLine&, CommandEnd end) {
             startWalk(kind, std::move(end));
         });

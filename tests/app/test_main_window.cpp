@@ -300,7 +300,7 @@ private Q_SLOTS:
 
 private:
     /// Words of analyses, windows and exports that this version does not have yet.
-    static constexpr int commandsToCome = 21;
+    static constexpr int commandsToCome = 20;
 
     SmallExperiment experiment_;
 };
