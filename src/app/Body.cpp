@@ -21,6 +21,7 @@
 #include "conduct/CalibConductor.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/DarkConductor.h"
+#include "conduct/ExplainConductor.h"
 #include "conduct/FolderConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/SourceReader.h"
@@ -124,6 +125,8 @@ void Body::makeWorkConductors()
     arithmetic_ = std::make_unique<ArithmeticConductor>(
         ArithmeticConductor::Parts{book_, *reader_, p.analyzer->arithmetic()}, *view_,
         *calibration_);
+    explaining_ =
+        std::make_unique<ExplainConductor>(book_, *reader_, *p.imageBox, *stacks_, *view_);
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
         *view_, *this);
@@ -194,6 +197,7 @@ void Body::bindCommands(CommandBook& book)
     calibration_->bindCommands(book);
     analysis_->bindCommands(book);
     arithmetic_->bindCommands(book);
+    explaining_->bindCommands(book);
     saving_->bindCommands(book);
     shell_->bindCommands(book);
 }
@@ -231,7 +235,7 @@ void Body::mend(Mend mend)
         panels_->analyzer->lcf().chooseReferences();
         break;
     case Mend::Analyze:
-        analysis_->start2DAnalysis();
+        analysis_->start(analysis_->walkToStart());
         break;
     case Mend::SaveData:
         workbench_->openStep(Step::Save);

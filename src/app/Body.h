@@ -18,6 +18,7 @@ class CommandBook;
 class CoverPages;
 class CursorConductor;
 class DarkConductor;
+class ExplainConductor;
 class FolderConductor;
 class MenuBar;
 class SaveConductor;
@@ -102,6 +103,7 @@ private:
     std::unique_ptr<CalibConductor> calibration_;
     std::unique_ptr<AnalysisConductor> analysis_;
     std::unique_ptr<ArithmeticConductor> arithmetic_;
+    std::unique_ptr<ExplainConductor> explaining_;
     std::unique_ptr<SaveConductor> saving_;
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;

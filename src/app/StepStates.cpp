@@ -169,7 +169,8 @@ StepState calibrationState(const StepFacts& f, bool dataDone)
 StepState analysisState(const StepFacts& f, bool dataDone)
 {
     if (f.analysis)
-        return running(*f.analysis, Words::tr("Fitting the references to each block"));
+        return running(*f.analysis, f.fits ? Words::tr("Fitting the references to each block")
+                                           : Words::tr("Analyzing each block"));
     if (const auto field = unreadableState(f, Step::Analysis))
         return *field;
     if (f.maps == MapFacts::InPart)
@@ -181,14 +182,18 @@ StepState analysisState(const StepFacts& f, bool dataDone)
                 Mend::Analyze};
     if (f.maps == MapFacts::Whole)
         return {dataDone ? Mark::Done : Mark::ToDo,
-                Words::tr("maps of %1").arg(references(f.mapReferences)),
+                f.mapReferences > 0 ? Words::tr("maps of %1").arg(references(f.mapReferences))
+                                    : Words::tr("maps ready"),
                 Words::tr("Maps are ready: choose one above the image")};
-    if (f.references == 0)
+    if (f.fits && f.references == 0)
         return {Mark::ToDo, Words::tr("no references"),
                 Words::tr("Load the spectra that the blocks are fitted with"),
                 Mend::LoadReferences};
     if (!f.notReady.isEmpty())
-        return {Mark::ToDo, references(f.references), f.notReady};
+        return {Mark::ToDo, f.fits ? references(f.references) : Words::tr("not ready"), f.notReady};
+    if (!f.fits)
+        return {Mark::ToDo, Words::tr("ready"), Words::tr("Press Analyze to analyze each block"),
+                Mend::Analyze};
     return {Mark::ToDo, Words::tr("%1, ready").arg(references(f.references)),
             Words::tr("Press Analyze to fit each block"), Mend::Analyze};
 }

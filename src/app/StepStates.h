@@ -82,10 +82,11 @@ struct StepFacts
     bool standardChanged = false; ///< since the map was made
     std::optional<RunFacts> calibration;
 
+    bool fits = true;   ///< the walk that Analyze starts fits references
     int references = 0; ///< in use
     QString notReady;   ///< why there is nothing to analyse, or empty
     MapFacts maps = MapFacts::None;
-    int mapReferences = 0; ///< that the maps were made with
+    int mapReferences = 0; ///< that the maps were made with; 0 for another analysis
     bool mapsOutOfDate = false;
     std::optional<RunFacts> analysis;
 

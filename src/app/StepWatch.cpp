@@ -194,13 +194,14 @@ void StepWatch::readAnalysis()
 {
     const AnalysisConductor& analysis = parts_.analysis;
     facts_.analysis.reset();
+    facts_.fits = analysis.fitsReferences();
     if (analysis.isWalking()) {
         const double share = analysis.percent() / 100.0;
         facts_.analysis = RunFacts{share, analysisLeft_.secondsAt(share)};
         return;
     }
     facts_.references = parts_.panels.analyzer->lcf().activeRows().size();
-    facts_.notReady = analysis.whyNotReady(AnalysisWalk::Fits);
+    facts_.notReady = analysis.whyNotReady(analysis.walkToStart());
     facts_.maps = analysis.mapsWhole()     ? MapFacts::Whole
                   : analysis.mapsStopped() ? MapFacts::InPart
                                            : MapFacts::None;

@@ -16,6 +16,7 @@ public:
 
     Stage stage() const override { return Stage::Curve; }
     int values() const override { return 1; }
+    QStringList valueNames() const override { return {QStringLiteral("shift [eV]")}; }
     std::unique_ptr<WalkKernel> forWorker() const override;
     void plain(const PlainPosition& at, int lane, TileResult& out) override;
     Lanes lanes(const Tile& tile, TileResult& out) override;

@@ -106,9 +106,6 @@ void AnalysisConductor::bindCommands(CommandBook& book)
             startWalk(kind, std::move(end));
         });
     }
-    book.action(ExCmdExplainPosition, [this](const CmdLine& c) {
-        explain(intArg(c, 0), intArg(c, 1), c.arg(2));
-    });
 }
 
 /// Each map is in the book from the start, so that it can be chosen.
@@ -181,6 +178,7 @@ void AnalysisConductor::beginRun(AnalysisWalk walk, const AnalyzeCond& area, Com
     parts_.panel.setContAccess(true, walk);
     parts_.panel.setProgress(walk, 0.0);
     logStep(QStringLiteral("2da 1:"));
+    makeKernels();
     prepareMaps(area, source);
     logStep(QStringLiteral("2da 2:"));
     walk_.painted.start();
@@ -263,6 +261,24 @@ QString AnalysisConductor::whyNotReady(AnalysisWalk walk) const
     return anyReady || reasons.isEmpty() ? QString() : reasons.first().words;
 }
 
+AnalysisWalk AnalysisConductor::walkToStart() const
+{
+    if (walk_.running || !walk_.keys.isEmpty())
+        return walk_.walk;
+    for (int i = 0; i < analysisWalks; ++i) {
+        if (whyNotReady(AnalysisWalk(i)).isEmpty())
+            return AnalysisWalk(i);
+    }
+    return AnalysisWalk::Fits;
+}
+
+bool AnalysisConductor::fitsReferences() const
+{
+    const AnalysisWalk walk = walkToStart();
+    const QVector<AnalysisSection*> chosen = parts_.panel.chosenOf(walk);
+    return walk == AnalysisWalk::Fits && (chosen.isEmpty() || chosen.contains(&parts_.panel.lcf()));
+}
+
 QString AnalysisConductor::walkText() const
 {
     AnalyzeCond area;
@@ -278,7 +294,6 @@ QString AnalysisConductor::walkText() const
 
 void AnalysisConductor::tellReadiness()
 {
-    letGoOfOthersImages();
     const QString text = walkText();
     for (int i = 0; i < analysisWalks; ++i) {
         const auto walk = AnalysisWalk(i);
@@ -321,16 +336,33 @@ void AnalysisConductor::takeInSingleFits()
     QCoreApplication::sendPostedEvents(&parts_.panel, QEvent::MetaCall);
 }
 
+void AnalysisConductor::makeKernels()
+{
+    for (const AnalysisSection* section : qAsConst(walk_.sections))
+        walk_.kernels.emplace_back(section->analysisName(), section->kernel(walk_.spectra));
+}
+
+/// Lines are formed, and there is something to tell of what became of them.
+bool AnalysisConductor::mapsOutcomes() const
+{
+    return !walk_.kernels.empty() && walk_.kernels.front().second->stage() >= Stage::Lines;
+}
+
 /// The maps of all analyses of the walk, also of those that take no part: what an earlier walk left
 /// in them is gone.
 void AnalysisConductor::prepareMaps(const AnalyzeCond& area, const SharedSource& source)
 {
     for (const AnalysisSection* section : parts_.panel.sectionsOf(walk_.walk)) {
-        const MapOrigin origin{section->analysisName(), section->files(), source, {}};
+        const MapOrigin origin{
+            section->analysisName(), section->files(), source, walk_.kernels, {}};
         for (const MapKey& key : section->maps()) {
             beginMap(key, area, origin);
             parts_.book.at(key).setNo(walk_.keys.size() - 1);
         }
+    }
+    if (mapsOutcomes()) {
+        const QString& name = walk_.kernels.front().first;
+        beginMap(outcomesKey, area, {name, {}, source, walk_.kernels, {}});
     }
 }
 
@@ -341,28 +373,19 @@ void AnalysisConductor::beginMap(const MapKey& key, const AnalyzeCond& area,
     parts_.book.begin(key, area, origin);
 }
 
-/// The first analysis that forms lines tells what became of the positions.
+/// The first analysis tells what became of the positions.
 WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource& source)
 {
     WalkOrder order{source, area, {}};
-    Made made{source, {}, walk_.keys};
-    bool mapped = false;
-    for (const AnalysisSection* section : qAsConst(walk_.sections)) {
-        WalkJob job{section->kernel(walk_.spectra), section->sink(walk_.spectra, parts_.book)};
-        if (order.jobs.empty()) {
-            mapped = job.kernel->stage() >= Stage::Lines;
-            if (mapped)
-                beginMap(outcomesKey, area, {section->analysisName(), {}, source, {}});
-            job.sink = std::make_unique<OutcomeSink>(
-                std::move(job.sink), walk_.outcomes,
-                mapped ? &parts_.book.at(outcomesKey) : nullptr);
+    for (int i = 0; i < walk_.sections.size(); ++i) {
+        const WalkKernel& kernel = *walk_.kernels[std::size_t(i)].second;
+        WalkJob job{kernel.forWorker(), walk_.sections.at(i)->sink(walk_.spectra, parts_.book)};
+        if (i == 0) {
+            Analyzed2DRes* const map = mapsOutcomes() ? &parts_.book.at(outcomesKey) : nullptr;
+            job.sink = std::make_unique<OutcomeSink>(std::move(job.sink), walk_.outcomes, map);
         }
-        made.kernels.push_back({section->analysisName(), job.kernel->forWorker()});
         order.jobs.push_back(std::move(job));
     }
-    if (mapped)
-        made.keys.append(outcomesKey);
-    made_[std::size_t(walk_.walk)] = std::move(made);
     return order;
 }
 

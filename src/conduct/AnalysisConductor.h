@@ -61,11 +61,13 @@ public:
     /// looks at everything that spectra and fits go by, and is not for every move of the mouse.
     bool conditionsDiffer() const;
 
+    /// The walk that runs or ran last; before any, the first one that can start, or that of the
+    /// fits.
+    AnalysisWalk walkToStart() const;
+    /// That walk fits references, or would if somebody chose what it is to do.
+    bool fitsReferences() const;
     /// Why a walk can not start, in people's words; empty when it can.
     QString whyNotReady(AnalysisWalk walk) const;
-    /// Every stage of a position of the chosen map as text, from what the map was made of; why there
-    /// is none goes into `why`.
-    QString explanation(int x, int y, QString& why) const;
     /// The walk that the button would start, in people's words; empty without images.
     QString walkText() const;
 
@@ -74,6 +76,7 @@ public:
     void setChoosesMap(bool f) { choosesMap_ = f; }
 
 public Q_SLOTS:
+    void start(AnalysisWalk walk) { startWalk(walk, {}); }
     /// The buttons: start a walk over the selected area, or stop the one that runs.
     void start2DAnalysis();
     void startRA2DAnalysis();
@@ -97,11 +100,12 @@ private:
     {
         bool running = false;
         AnalysisWalk walk = AnalysisWalk::Fits;
-        CommandEnd end;                      ///< of the batch command that started it
-        QVector<AnalysisSection*> sections;  ///< that take part
+        CommandEnd end;                     ///< of the batch command that started it
+        QVector<AnalysisSection*> sections; ///< that take part
         SpectraInfo spectra;
-        QVector<MapKey> keys; ///< of its maps
-        int fittedRows = 0;   ///< references that take part
+        std::vector<NamedKernel> kernels; ///< of the sections
+        QVector<MapKey> keys;             ///< of its maps
+        int fittedRows = 0;               ///< references that take part
         AnalysisConditions conditions;
         double percent = 0.0;
         OutcomeCounts outcomes;
@@ -109,16 +113,6 @@ private:
         QElapsedTimer painted; ///< since the map on show was painted last
     };
 
-    /// What the maps of a walk were made of, kept while its images are loaded.
-    struct Made
-    {
-        SharedSource source;
-        std::vector<NamedKernel> kernels;
-        QVector<MapKey> keys;
-    };
-
-    void letGoOfOthersImages();
-    void explain(int x, int y, const QString& file) const;
     void startWorker();
     void connectPanel(CursorConductor& cursor);
     void addMaps();
@@ -131,6 +125,8 @@ private:
     QVector<SectionConditions> conditionsOf(const QVector<AnalysisSection*>& sections,
                                             const SpectraInfo& spectra) const;
     void takeInSingleFits();
+    void makeKernels();
+    bool mapsOutcomes() const;
     void prepareMaps(const AnalyzeCond& area, const SharedSource& source);
     void beginMap(const MapKey& key, const AnalyzeCond& area, const MapOrigin& origin);
     WalkOrder orderOf(const AnalyzeCond& area, const SharedSource& source);
@@ -152,6 +148,5 @@ private:
     const std::unique_ptr<AnalyzeProc> proc_; ///< lives in thread_
     WalkConductor& walks_;
     Run walk_;
-    std::array<Made, analysisWalks> made_; ///< by walk
     bool choosesMap_ = false;
 };

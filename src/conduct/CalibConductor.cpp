@@ -116,21 +116,23 @@ void CalibConductor::startCalibration(bool ofBatch)
     const TiffData& first = *source->i1.first();
     parts_.shiftMap.origin = {first.x0, first.y0};
     parts_.shiftMap.standard = stdSpectrum_;
+    const CalibConditions c = conditions();
+    const auto kernel = std::make_shared<CalibKernel>(comparedStandard(stdSpectrum_, c), c);
+    const QString name = QStringLiteral("Calibration");
     parts_.book.begin(shiftMapKey, walk,
-                      {QStringLiteral("Calibration"), {parts_.panel.stdFileName()}, source, {}});
+                      {name, {parts_.panel.stdFileName()}, source, {{name, kernel}}, {}});
     tellShiftMap();
     Q_EMIT runningChanged(true);
     Q_EMIT calibProgress(walk.progress());
-    startWalk(walk, source);
+    startWalk(walk, source, *kernel);
 }
 
-void CalibConductor::startWalk(const AnalyzeCond& walk, const SharedSource& source)
+void CalibConductor::startWalk(const AnalyzeCond& walk, const SharedSource& source,
+                               const CalibKernel& kernel)
 {
-    const CalibConditions c = conditions();
     WalkOrder order{source, walk, {}};
-    order.jobs.push_back(
-        {std::make_unique<CalibKernel>(comparedStandard(stdSpectrum_, c), c),
-         std::make_unique<CalibSink>(parts_.shiftMap, picture(), run_.statistics)});
+    order.jobs.push_back({kernel.forWorker(), std::make_unique<CalibSink>(
+                                                  parts_.shiftMap, picture(), run_.statistics)});
     walks_.run(WalkConductor::Calibration, std::move(order),
                {[this](const WalkRun& run) { positionsTaken(run); }, [this] { finishCalib(); },
                 [this](const QString& what) { imagesChange(what); }});

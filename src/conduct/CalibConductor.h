@@ -11,6 +11,7 @@
 
 class Analyzed2DRes;
 class CalibCtrl;
+class CalibKernel;
 class CommandBook;
 class CursorConductor;
 class MapBook;
@@ -104,7 +105,7 @@ private:
     // CalibConductor.cpp
     void connectPanel();
     void startCalibration(bool ofBatch);
-    void startWalk(const AnalyzeCond& walk, const SharedSource& source);
+    void startWalk(const AnalyzeCond& walk, const SharedSource& source, const CalibKernel& kernel);
     QString calibrationFault(AnalyzeCond& walk) const;
     void tellCalibrationDoubts() const;
     CalibConditions conditions() const;

@@ -19,6 +19,7 @@
 #include "image/Measurement.h"
 #include "maps/Analyzed2DRes.h"
 #include "maps/MapWords.h"
+#include "maps/OutcomeColours.h"
 #include "selection/SpectrumBox.h"
 
 #include <QLocale>
@@ -35,6 +36,14 @@ constexpr int countDigits = 10;
 QString valueText(double value, int digits)
 {
     return QLocale(QLocale::English).toString(value, 'g', digits);
+}
+
+/// An amount, or the number and the words of an outcome.
+QString mapValueText(const Analyzed2DRes& map, int x, int y)
+{
+    const double value = map.shownValueAt(x, y);
+    const QString label = map.classColours().empty() ? QString() : outcomeLabel(value);
+    return label.isEmpty() ? valueText(value, mapDigits) : label;
 }
 
 } // namespace
@@ -204,8 +213,7 @@ void CursorConductor::showPixel(int x, int y)
 QString CursorConductor::valueAt(int x, int y) const
 {
     if (view_.isMapChosen())
-        return view_.isMapFilled() ? valueText(view_.shownMap()->shownValueAt(x, y), mapDigits)
-                                   : QString();
+        return view_.isMapFilled() ? mapValueText(*view_.shownMap(), x, y) : QString();
     const TiffData* image = view_.currentImage(view_.shownStack());
     return image ? valueText(image->pixel(x, y), countDigits) : QString();
 }

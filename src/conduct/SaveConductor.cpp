@@ -74,8 +74,9 @@ void SaveConductor::bindCommands(CommandBook& book)
     book.action(ExCmdSaveAllImages, [this](const Cmd& c) { saveAllImages(c.arg(0)); });
     book.action(ExCmdSaveData, [this](const Cmd& c) { saveData(c.arg(0)); });
     book.action(ExCmdSaveAllData, [this](const Cmd& c) { saveAllData(c.arg(0)); });
-    book.action(ExCmdSaveDataAsTiff,
-                [this](const Cmd& c) { saveDataAsTiff(c.arg(0), parts_.panel.lcf().firstUsedRow()); });
+    book.action(ExCmdSaveDataAsTiff, [this](const Cmd& c) {
+        saveDataAsTiff(c.arg(0), parts_.panel.lcf().firstUsedRow());
+    });
 }
 
 void SaveConductor::saveImage(const QString& fname)
@@ -120,8 +121,7 @@ void SaveConductor::saveAllImages(const QString& fname)
         // The bar, the scale or the choice of filtered values may be another since.
         map->genImg();
         const QString name = addSuffix(fname, QStringLiteral("%1-%2").arg(key.row).arg(kind));
-        savePictureOf(parts_.imageBox.area()->viewOf(*map->img()),
-                      parts_.imageBox.bar()->barImage(map->scale().min, map->scale().max),
+        savePictureOf(parts_.imageBox.area()->viewOf(*map->img()), barOf(*map, map->scale()),
                       withExtension(name, QStringLiteral("png")), key);
         saved = true;
     }
@@ -267,6 +267,13 @@ void SaveConductor::tellSaved(const MapKey& key, const QString& file)
                                   .arg(parts_.book.fullLabel(key), quoted(file));
 }
 
+/// The bar that tells what the colours of a map mean, over the scale.
+QImage SaveConductor::barOf(const Analyzed2DRes& map, const ValueRange& scale) const
+{
+    return map.classColours().empty() ? parts_.imageBox.bar()->barImage(scale.min, scale.max)
+                                      : ColorBar::classImage(map.classColours());
+}
+
 /// The bar tells the scale of the file beside it; numbers as they are have that of the screen.
 void SaveConductor::saveMapWithBar(const MapKey& key, const QString& file, MapForm form)
 {
@@ -278,6 +285,5 @@ void SaveConductor::saveMapWithBar(const MapKey& key, const QString& file, MapFo
                                            ? map.scaleForSave(o.fixedScale, o.scaleMin, o.scaleMax)
                                            : map.scale();
     // The suffix carries a hyphen of its own, on purpose: map-0.tif gives map-0--cBar.tif.
-    savePicture(parts_.imageBox.bar()->barImage(scale.min, scale.max),
-                addSuffix(file, QStringLiteral("-cBar")));
+    savePicture(barOf(map, scale), addSuffix(file, QStringLiteral("-cBar")));
 }

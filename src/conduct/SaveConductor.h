@@ -1,5 +1,6 @@
 #pragma once
 
+#include "image/DisplayRange.h"
 #include "maps/MapKinds.h"
 #include "output/MapExport.h"
 #include "output/WrittenMaps.h"
@@ -10,6 +11,7 @@
 #include <optional>
 #include <set>
 
+class Analyzed2DRes;
 class Analyzer;
 class CommandBook;
 class ImageBox;
@@ -88,6 +90,7 @@ private:
     void saveChosen(const QString& fname, const QString& label, MapForm form);
     bool writeMap(Analyzed2DRes& map, const QString& file, MapForm form) const;
     bool saveMap(const MapKey& key, const QString& file, MapForm form);
+    QImage barOf(const Analyzed2DRes& map, const ValueRange& scale) const;
     void saveMapWithBar(const MapKey& key, const QString& file, MapForm form);
     void tellSaved(const MapKey& key, const QString& file);
     QVector<MapKey> keysToSave() const;

@@ -150,6 +150,7 @@ private:
     // ViewConductorCaption.cpp
     void tellCaption();
     void tellMaps();
+    void tellClasses();
     QString imageCaption() const;
     QString mapCaption() const;
     QString nameOf(const MapKey& key) const;

@@ -9,6 +9,7 @@
 #include "image/Measurement.h"
 #include "maps/MapBook.h"
 #include "maps/MapWords.h"
+#include "maps/OutcomeColours.h"
 
 #include <QFileInfo>
 
@@ -21,7 +22,32 @@ constexpr int energyDigits = 7;
 void ViewConductor::tellCaption()
 {
     tellMaps();
+    tellClasses();
     box_.showCaption(isMapChosen() ? mapCaption() : imageCaption());
+}
+
+/// The legend of an outcome map: what there is, and how much of it once it is finished.
+void ViewConductor::tellClasses()
+{
+    const Analyzed2DRes* const map = isMapFilled() ? shownMap() : nullptr;
+    if (!map || map->classColours().empty()) {
+        box_.showClasses({}, {});
+        return;
+    }
+    // Not counted anew for each picture of a walk that runs.
+    const bool counted = book_.stateOf(*map_) != MapState::Filling;
+    const OutcomeCounts counts = counted ? outcomesOf(*map) : OutcomeCounts();
+    QVector<LegendEntry> legend;
+    for (int i = 0; i < outcomeKinds; ++i) {
+        const QString label = outcomeLabel(i);
+        const int count = counts.of(Outcome(i));
+        if (!counted)
+            legend.append({outcomeColours()[std::size_t(i)], label});
+        else if (count > 0)
+            legend.append(
+                {outcomeColours()[std::size_t(i)], QStringLiteral("%1: %2").arg(label).arg(count)});
+    }
+    box_.showClasses(outcomeColours(), legend);
 }
 
 QString ViewConductor::imageCaption() const

@@ -18,6 +18,19 @@ constexpr double maxPoint = 10.0;
 constexpr int handleHeight = 3; ///< on the screen [pixels]
 constexpr int numberMargin = 4; ///< from the end of the bar on the screen [pixels]
 
+/// Bands from the lower end up, each with the number of its class.
+void paintClasses(QPainter& painter, const QSize& size, const std::vector<QRgb>& colours)
+{
+    const int count = int(colours.size());
+    const auto edge = [&](int i) { return size.height() - i * size.height() / count; };
+    for (int i = 0; i < count; ++i) {
+        const QRect band(QPoint(0, edge(i + 1)), QPoint(size.width() - 1, edge(i) - 1));
+        painter.fillRect(band, QColor(colours[std::size_t(i)]));
+        painter.setPen(qGray(colours[std::size_t(i)]) > 127 ? Qt::black : Qt::white);
+        painter.drawText(band, Qt::AlignCenter, QString::number(i));
+    }
+}
+
 } // namespace
 
 ColorBar::ColorBar(QWidget* parent)
@@ -50,6 +63,16 @@ void ColorBar::clearRange()
     paintCBar();
 }
 
+void ColorBar::setClasses(const std::vector<QRgb>& colours)
+{
+    if (colours == classes_)
+        return;
+    classes_ = colours;
+    dragging = false;
+    setAttribute(Qt::WA_TransparentForMouseEvents, !classes_.empty());
+    paintCBar();
+}
+
 void ColorBar::resetHandles()
 {
     lowHandle = 0.0;
@@ -70,6 +93,13 @@ QColor ColorBar::colorOfH(int h) const
 
 void ColorBar::paintCBar()
 {
+    if (!classes_.empty()) {
+        QPainter painter(&barPixmap);
+        paintClasses(painter, barSize, classes_);
+        shown_ = QPixmap();
+        update();
+        return;
+    }
     QPainter painter(&barPixmap);
     paintRamp(painter);
     paintEnds(painter, rangeMin, rangeMax);
@@ -86,6 +116,15 @@ QImage ColorBar::barImage(double min, double max) const
     QPainter painter(&bar);
     paintRamp(painter);
     paintEnds(painter, min, max);
+    painter.end();
+    return bar.toImage();
+}
+
+QImage ColorBar::classImage(const std::vector<QRgb>& colours)
+{
+    QPixmap bar(barSize);
+    QPainter painter(&bar);
+    paintClasses(painter, barSize, colours);
     painter.end();
     return bar.toImage();
 }
@@ -135,6 +174,10 @@ void ColorBar::paintShown()
     shown_ = QPixmap(size() * devicePixelRatioF());
     shown_.setDevicePixelRatio(devicePixelRatioF());
     QPainter painter(&shown_);
+    if (!classes_.empty()) {
+        paintClasses(painter, size(), classes_);
+        return;
+    }
     const int rows = height();
     for (int y = 0; y < rows; ++y)
         painter.fillRect(0, y, width(), 1, colorOfValue(double(rows - 1 - y) / qMax(1, rows - 1)));

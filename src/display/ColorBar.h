@@ -5,6 +5,8 @@
 
 #include <QPixmap>
 
+#include <vector>
+
 /// The bar beside the image: it shows the ramp and its range, and carries the two handles that the
 /// ramp spans. Through its ColorScale all images and maps turn into pixels; what is on show is made
 /// anew by its owner when cBarUpdated() arrives, which also takes the handles' range over.
@@ -22,6 +24,9 @@ public:
 
     /// The bar as it would be painted for this range of values, with its handles.
     QImage barImage(double min, double max) const;
+    /// The same of values that are numbers of classes: their colours one above the other from 0 on,
+    /// each with its number.
+    static QImage classImage(const std::vector<QRgb>& colours);
     /// A handle stands off its end.
     bool handlesMoved() const { return lowHandle != 0.0 || highHandle != 1.0; }
     /// Something with a range is on show.
@@ -37,6 +42,9 @@ public Q_SLOTS:
     void setRange(double newMin, double newMax);
     /// Nothing with a range is on show: no numbers, on the screen.
     void clearRange();
+    /// What is on show has values that are numbers of classes: these colours stand in the place of
+    /// the ramp, and the handles move nothing. None brings the ramp back.
+    void setClasses(const std::vector<QRgb>& colours);
     /// Brings both handles back to the ends; tells nobody.
     void resetHandles();
     void setRamp(int newRamp);
@@ -61,5 +69,6 @@ private:
 
     double ColorScale::*activeHandle_ = &ColorScale::lowHandle;
     bool hasRange_ = true;
-    QPixmap shown_; ///< the bar on the screen; null when it is to be painted anew
+    std::vector<QRgb> classes_; ///< empty for the ramp
+    QPixmap shown_;             ///< the bar on the screen; null when it is to be painted anew
 };

@@ -241,6 +241,23 @@ void ImageBox::showRangeChoice(const RangeChoice& choice, const QString& locked)
     ui_->CBarAuto->setToolTip(locked.isEmpty() ? tr("The scale follows the values again") : locked);
 }
 
+void ImageBox::showClasses(const std::vector<QRgb>& colours, const QVector<LegendEntry>& legend)
+{
+    QStringList entries;
+    for (const LegendEntry& entry : legend) {
+        // Words of an entry stay on one line.
+        const QString text =
+            entry.text.toHtmlEscaped().replace(QLatin1Char(' '), QLatin1String("&nbsp;"));
+        entries.append(QStringLiteral("<span style=\"color:%1\">&#9632;</span>&nbsp;%2")
+                           .arg(QColor(entry.colour).name(), text));
+    }
+    const auto gap = QStringLiteral(" &nbsp; ");
+    ui_->Legend->setText(entries.join(gap));
+    ui_->Legend->setVisible(!colours.empty());
+    ui_->Range->setVisible(colours.empty());
+    bar()->setClasses(colours);
+}
+
 int ImageBox::ramp() const
 {
     return ui_->Range->ramp();

@@ -2,12 +2,14 @@
 
 #include "image/DisplayRange.h"
 
+#include <QColor>
 #include <QPointF>
 #include <QStringList>
 #include <QVector>
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 class ColorBar;
 class ImgDispA;
@@ -21,6 +23,13 @@ enum ImageChoice
     ShowI0Id = 1,
     ShowShiftMapId = 2,
     ShowResAnalysisId = 3
+};
+
+/// An entry of the legend of a map whose values are classes.
+struct LegendEntry
+{
+    QRgb colour;
+    QString text;
 };
 
 /// The image area with all that stands round it: the choice of what it shows, both sections, the
@@ -60,6 +69,10 @@ public:
     /// Shows how the range of what is on show is chosen; `locked`, when not empty, tells why no
     /// other rule can be.
     void showRangeChoice(const RangeChoice& choice, const QString& locked);
+
+    /// The map on show has classes for values: its legend stands in the place of the range, and
+    /// `colours`, that of class 0 first, in the bar. Without colours both are the range's again.
+    void showClasses(const std::vector<QRgb>& colours, const QVector<LegendEntry>& legend);
 
     int ramp() const; ///< RampId
     bool squarePixels() const;

@@ -4,6 +4,7 @@
 #include "display/SampledView.h"
 #include "maps/Analyzed2DRes.h"
 
+#include <QContextMenuEvent>
 #include <QDebug>
 #include <QKeyEvent>
 #include <QPainter>
@@ -248,9 +249,10 @@ void ImgDispA::onMousePressed()
     if (pressedToSelect_) {
         dragStart_ = imagePoint(mouse.pos);
         beforeDrag_ = selection_;
-    } else if (mouse.pressAction() == MouseC::RightPlain) {
-        clearSelection();
     }
+    pressCleared_ = mouse.pressAction() == MouseC::RightPlain && selection_.exists;
+    if (mouse.pressAction() == MouseC::RightPlain)
+        clearSelection();
     update();
 }
 
@@ -374,6 +376,16 @@ void ImgDispA::keyPressEvent(QKeyEvent* event)
         Q_EMIT browseAsked(dx);
     else
         DispA::keyPressEvent(event);
+}
+
+void ImgDispA::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    if (byMouse && (pressCleared_ || mouse.pressAction() != MouseC::RightPlain))
+        return;
+    const QPointF p = imagePoint(byMouse ? event->pos() : mouse.pos);
+    Q_EMIT menuAsked(event->globalPos(), truncatedInt(std::floor(p.x())),
+                     truncatedInt(std::floor(p.y())));
 }
 
 void ImgDispA::zoomBy(double factor)

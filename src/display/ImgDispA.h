@@ -78,6 +78,9 @@ Q_SIGNALS:
     void selectionChanged();              ///< there is another selected area, or none any more
     void browseAsked(int images);         ///< by the keys: so many images further or back
     void cursorMoveAsked(int dx, int dy); ///< by the keys [pixels]
+    /// A menu is wanted at this place of the screen, for this pixel of the image; not by a right
+    /// click that clears a selection.
+    void menuAsked(const QPoint& place, int x, int y);
 
 public Q_SLOTS:
     /// Brings the whole image into view; nothing without an image.
@@ -101,6 +104,7 @@ public Q_SLOTS:
 protected:
     /// Left and Right browse, with Shift the arrows move the cursor.
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     struct Selection
@@ -148,5 +152,6 @@ private:
     Selection selection_;
     QPointF dragStart_;
     Selection beforeDrag_;
-    Selection oldSelection_; ///< the one before the last that was made
+    bool pressCleared_ = false; ///< the last press took a selection away
+    Selection oldSelection_;    ///< the one before the last that was made
 };

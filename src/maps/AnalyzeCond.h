@@ -4,6 +4,7 @@
 #include <QRectF>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 
 /// The walk over the sampled positions of an area: image size, binning block, area, steps and the
@@ -46,6 +47,12 @@ struct AnalyzeCond
     /// Number of positions that the walk visits in a row and number of its rows, each at least 1.
     int columns() const;
     int rows() const;
+
+    /// Pixels of the image; 0 without one.
+    std::size_t pixels() const
+    {
+        return width < 1 || height < 1 ? 0 : std::size_t(width) * std::size_t(height);
+    }
 
     /// Progress of the walk in percent, by rows; 0 for an area without height.
     double progress() const;

@@ -9,17 +9,6 @@
 #include <cmath>
 #include <cstdlib>
 
-namespace {
-
-std::size_t pixelCount(const AnalyzeCond& ac)
-{
-    if (ac.width < 1 || ac.height < 1)
-        return 0;
-    return static_cast<std::size_t>(ac.width) * static_cast<std::size_t>(ac.height);
-}
-
-} // namespace
-
 Analyzed2DRes::Analyzed2DRes(const QString& mapName, QObject* parent)
     : QObject(parent)
     , name(mapName)
@@ -58,13 +47,6 @@ void Analyzed2DRes::freeBuffers()
     faint_.reset();
 }
 
-void Analyzed2DRes::dropPicture()
-{
-    isStale_ = false;
-    image_.reset();
-    std::vector<uchar>().swap(imageBytes_);
-}
-
 void Analyzed2DRes::clear()
 {
     stepper = AnalyzeCond();
@@ -89,7 +71,7 @@ void Analyzed2DRes::prepare(const AnalyzeCond& ac)
     imgValid = false;
     hasValues_ = false;
     automatic_.reset();
-    data_.reset(pixelCount(stepper), writtenFrom_, writtenTo_);
+    data_.reset(stepper.pixels(), writtenFrom_, writtenTo_);
     writtenFrom_ = data_.size();
     writtenTo_ = 0;
     marks_.clear();
@@ -121,6 +103,7 @@ void Analyzed2DRes::copySettings(const Analyzed2DRes& other)
     deglitchRange = other.deglitchRange;
     deglitch2Limit = other.deglitch2Limit;
     display_ = other.display_;
+    classColours_ = other.classColours_;
     automatic_.reset();
 }
 
@@ -148,7 +131,7 @@ void Analyzed2DRes::copyFrom(const Analyzed2DRes* other)
     // Only as many bytes as the pixels have: where rows are padded the last ones stay black until
     // the next genImg(), on purpose.
     const std::size_t copied =
-        std::min(pixelCount(stepper) * std::size_t(bytesPerPixel(imgFormat)), imageBytes_.size());
+        std::min(stepper.pixels() * std::size_t(bytesPerPixel(imgFormat)), imageBytes_.size());
     std::fill(imageBytes_.begin() + std::ptrdiff_t(copied), imageBytes_.end(), uchar(0));
     wrapImage();
 }
@@ -262,78 +245,6 @@ bool Analyzed2DRes::isLeftOut(int x, int y) const
 bool Analyzed2DRes::isWithoutEdge(int x, int y) const
 {
     return (marksAt(x, y) & WithoutEdge) != 0;
-}
-
-void Analyzed2DRes::wrapImage()
-{
-    const int bytes = bytesPerPixel(imgFormat);
-    if (bytes == 0 || imageBytes_.empty()) {
-        image_ = std::make_unique<QImage>();
-        return;
-    }
-    image_ = std::make_unique<QImage>(imageBytes_.data(), stepper.width, stepper.height,
-                                      displayStride(imgFormat, stepper.width),
-                                      static_cast<QImage::Format>(imgFormat));
-}
-
-void Analyzed2DRes::genImg()
-{
-    isStale_ = true;
-    imgValid = true;
-    automatic_.reset();
-}
-
-void Analyzed2DRes::paint()
-{
-    isStale_ = false;
-    image_.reset();
-    const bool hasPixels = pixelCount(stepper) > 0;
-    const bool marksNoEdge = display_.marksNoEdge && !marks_.empty();
-    // A colour of its own needs pixels of three bytes, in the grey ramp too.
-    imgFormat = marksNoEdge ? int(ColorScale::Rgb) : currentColorScale().imageFormat;
-    const int stride = hasPixels ? displayStride(imgFormat, stepper.width) : 0;
-    const int rows = hasPixels ? stepper.height : 0;
-    imageBytes_.assign(static_cast<std::size_t>(stride) * static_cast<std::size_t>(rows), 0);
-    if (!shownField().empty() && !imageBytes_.empty())
-        paintField(shownField().data(), stride);
-    if (marksNoEdge && !imageBytes_.empty())
-        paintMarks(stride);
-    wrapImage();
-}
-
-void Analyzed2DRes::paintField(const double* v, int stride)
-{
-    const Scale s = scale();
-    const double span = s.max - s.min;
-    // The picture's own format decides the pixel's size, so that no row can outgrow the buffer.
-    ColorScale colours = currentColorScale();
-    colours.imageFormat = imgFormat;
-    uchar* line = imageBytes_.data();
-    for (int y = 0; y < stepper.height; ++y, line += stride) {
-        uchar* out = line;
-        for (const double* const end = v + stepper.width; v != end; ++v)
-            out = colours.mapValue((*v - s.min) / span, out);
-    }
-}
-
-/// Over a picture of three bytes a pixel.
-void Analyzed2DRes::paintMarks(int stride)
-{
-    const uchar* mark = marks_.data();
-    uchar* line = imageBytes_.data();
-    for (int y = 0; y < stepper.height; ++y, line += stride) {
-        for (int x = 0; x < stepper.width; ++x, ++mark) {
-            if ((*mark & WithoutEdge) != 0)
-                std::copy(noEdgeColour.begin(), noEdgeColour.end(), line + 3 * x);
-        }
-    }
-}
-
-QImage* Analyzed2DRes::img()
-{
-    if (isStale_)
-        paint();
-    return image_.get();
 }
 
 void Analyzed2DRes::selectProcImg(bool f)

@@ -91,6 +91,12 @@ public:
     void setDisplay(const MapDisplay& display);
     const MapDisplay& display() const { return display_; }
 
+    /// The values are numbers of classes from 0 on, each with a colour of its own whatever scale
+    /// and bar say; without colours they are amounts. A value that is no class has the colour of
+    /// positions without an edge.
+    void setClassColours(const std::vector<QRgb>& colours);
+    const std::vector<QRgb>& classColours() const { return classColours_; }
+
     /// Leaves these positions, of the size of the map, out of automatic ranges until the map is
     /// filled anew; null for none.
     void setFaint(const PositionMask& faint);
@@ -185,6 +191,7 @@ private:
     void copySettings(const Analyzed2DRes& other);
     void paintField(const double* v, int stride);
     void paintMarks(int stride);
+    void paintClasses(int stride);
     void mark(int ix, int iy, int xw, int yw, int marks);
     uchar marksAt(int x, int y) const;
     std::vector<double> valuesWithEdge() const;
@@ -213,6 +220,7 @@ private:
     bool isStale_ = false;     ///< genImg() asked for a picture that nobody has read yet
     bool hasValues_ = false;   ///< data_ was given a value since it was prepared
     MapDisplay display_;
+    std::vector<QRgb> classColours_;
     PositionMask faint_;
     mutable std::optional<int> withoutEdge_ = 0; ///< positions, once they were counted
     mutable std::optional<Scale> automatic_;     ///< as it was last asked for since genImg()

@@ -1,5 +1,7 @@
 #include "maps/MapBook.h"
 
+#include "maps/OutcomeColours.h"
+
 #include <algorithm>
 
 namespace {
@@ -48,6 +50,8 @@ std::unique_ptr<Analyzed2DRes> MapBook::emptyMap(const MapKey& key) const
         name = name.arg(elementName(key.row));
     auto map = std::make_unique<Analyzed2DRes>(name);
     map->setDisplay(displayOf(kind));
+    if (kind == MapKind::Outcomes)
+        map->setClassColours(outcomeColours());
     if (!scales_ || !hasScaleFields(kind))
         return map;
     // Straight into the record: an empty map needs no picture.

@@ -11,7 +11,10 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
+#include <vector>
 
+class WalkKernel;
 struct WalkSource;
 
 /// How a map came to be.
@@ -20,7 +23,9 @@ struct MapOrigin
     QString analysis;
     QStringList references;                 ///< files that took part, in the order of their rows
     std::weak_ptr<const WalkSource> source; ///< what was walked over, while it is kept elsewhere
-    OutcomeCounts outcomes;                 ///< of the positions, once the filling has ended
+    /// What each of its positions went through, by the names of the analyses.
+    std::vector<std::pair<QString, std::shared_ptr<WalkKernel>>> kernels;
+    OutcomeCounts outcomes; ///< of the positions, once the filling has ended
 };
 
 enum class MapState

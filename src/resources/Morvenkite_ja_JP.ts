@@ -993,6 +993,17 @@
     </message>
 </context>
 <context>
+    <name>ExplainConductor</name>
+    <message>
+        <source>Position %1, %2</source>
+        <translation>位置 %1, %2</translation>
+    </message>
+    <message>
+        <source>Explain (%1, %2)...</source>
+        <translation>(%1, %2) の説明...</translation>
+    </message>
+</context>
+<context>
     <name>Fold</name>
     <message>
         <source>Fold this part away</source>
@@ -3292,6 +3303,26 @@ to %2</source>
         <source>Save Data</source>
         <translation>データを保存</translation>
     </message>
+    <message>
+        <source>Analyzing each block</source>
+        <translation>各ブロックを解析中</translation>
+    </message>
+    <message>
+        <source>maps ready</source>
+        <translation>マップあり</translation>
+    </message>
+    <message>
+        <source>not ready</source>
+        <translation>準備中</translation>
+    </message>
+    <message>
+        <source>ready</source>
+        <translation>準備完了</translation>
+    </message>
+    <message>
+        <source>Press Analyze to analyze each block</source>
+        <translation>Analyze を押すと各ブロックを解析します</translation>
+    </message>
 </context>
 <context>
     <name>StepWatch</name>
@@ -3302,6 +3333,25 @@ to %2</source>
     <message>
         <source>No map to save: run an analysis in step 4</source>
         <translation>保存するマップがありません: 手順 4 で解析してください</translation>
+    </message>
+</context>
+<context>
+    <name>TextWindow</name>
+    <message>
+        <source>Text Files (*.txt)</source>
+        <translation>テキストファイル (*.txt)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>保存...</translation>
     </message>
 </context>
 <context>

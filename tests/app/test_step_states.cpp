@@ -116,6 +116,20 @@ const Row table[] = {
          f.notReady = "why";
      },
      Mark::ToDo, "3 references"},
+    {"another analysis needs none", Step::Analysis, [](StepFacts& f) { f.fits = false; },
+     Mark::ToDo, "ready", Mend::Analyze},
+    {"another analysis, not ready", Step::Analysis,
+     [](StepFacts& f) {
+         f.fits = false;
+         f.notReady = "why";
+     },
+     Mark::ToDo, "not ready"},
+    {"maps of another analysis", Step::Analysis,
+     [](StepFacts& f) {
+         f.fits = false;
+         f.maps = MapFacts::Whole;
+     },
+     Mark::Done, "maps ready"},
     {"analysing", Step::Analysis,
      [](StepFacts& f) {
          f.analysis = RunFacts{0.5, 125};

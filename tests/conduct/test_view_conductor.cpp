@@ -1,13 +1,18 @@
 #include "Desk.h"
 
 #include "conduct/AnalysisConductor.h"
+#include "conduct/ExplainConductor.h"
 #include "display/ColorBar.h"
 #include "display/CrossSView.h"
 #include "display/ImgDispA.h"
+#include "maps/OutcomeColours.h"
 
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QPlainTextEdit>
 #include <QPushButton>
 
 /// What the image box shows in front of a user, driven by its own fields, handles and keys.
@@ -116,6 +121,75 @@ private Q_SLOTS:
             map.genImg();
             QCOMPARE(map.img()->pixelColor(2, 3) == QColor(96, 112, 128), !unattended);
         }
+    }
+
+    void outcomesHaveColoursWordsAndALegend()
+    {
+        QVERIFY(desk_->runAll({"analyzer_select_analysis_mode 0", "select_region 2 1 8 6",
+                               "analyzer_exec_LCF", "analyzer_show_outcomes"}));
+        desk_->view.showResults();
+        desk_->imageBox.grab();
+        const MapKey key{MapKind::Outcomes};
+        QCOMPARE(desk_->view.shownKey(), std::optional<MapKey>(key));
+        Analyzed2DRes& map = desk_->maps.at(key);
+        QCOMPARE(outcomesOf(map).text(), desk_->maps.originOf(key).outcomes.text());
+        const double value = map.valueAt(4, 3);
+        QVERIFY(value >= 1.0);
+        // Neither the bar nor a range has a say.
+        desk_->view.giveRange(40, 50);
+        QCOMPARE(map.img()->pixel(4, 3), outcomeColours().at(std::size_t(value)));
+        QCOMPARE(map.img()->pixel(0, 0), outcomeColours().at(0));
+        auto* const legend = child<QLabel>("Legend");
+        QVERIFY(!legend->isHidden() && child<QWidget>("Range")->isHidden());
+        const int count = outcomesOf(map).of(Outcome(int(value)));
+        const QString words = outcomeLabel(value).replace(" ", "&nbsp;");
+        QVERIFY(legend->text().contains(QString("%1:&nbsp;%2").arg(words).arg(count)));
+        desk_->cursor.bindCommands(desk_->book);
+        QVERIFY(desk_->runAll({"move_position 4 3"}));
+        QCOMPARE(child<QLabel>("Value")->text(), outcomeLabel(value));
+        desk_->imageBox.setChoice(ShowDataId);
+        QVERIFY(legend->isHidden() && !child<QWidget>("Range")->isHidden());
+    }
+
+    void aPositionIsExplainedFromWhatItsMapWasMadeOf()
+    {
+        ExplainConductor explain(desk_->maps, desk_->reader, desk_->imageBox, desk_->stacks,
+                                 desk_->view);
+        explain.bindCommands(desk_->book);
+        QString why;
+        QVERIFY(explain.explanation(3, 3, why).isEmpty() && !why.isEmpty());
+        QVERIFY(desk_->runAll(
+            {"analyzer_select_analysis_mode 0", "analyzer_exec_LCF", "analyzer_select_image 1"}));
+        desk_->view.showResults();
+        const QString made = explain.explanation(3, 3, why);
+        QVERIFY(made.contains("\n# Edge\n"));
+        desk_->run("set_band_w 2");
+        QCOMPARE(explain.explanation(3, 3, why), made);
+
+        // By the menu of the map: a right click that takes a selection away opens none.
+        ImgDispA& area = *desk_->imageBox.area();
+        const auto rightClick = [&area] {
+            const QPoint middle = area.rect().center();
+            QTest::mousePress(&area, Qt::RightButton, Qt::NoModifier, middle);
+            QContextMenuEvent menu(QContextMenuEvent::Mouse, middle, area.mapToGlobal(middle));
+            QCoreApplication::sendEvent(&area, &menu);
+            QTest::mouseRelease(&area, Qt::RightButton, Qt::NoModifier, middle);
+        };
+        QVERIFY(desk_->runAll({"select_region 2 1 8 6"}));
+        rightClick();
+        QVERIFY(!area.hasSelection() && !child<QMenu>("MapMenu"));
+        rightClick();
+        QVERIFY(child<QMenu>("MapMenu"));
+        child<QMenu>("MapMenu")->actions().first()->trigger();
+        QVERIFY(child<QPlainTextEdit>("")->toPlainText().startsWith("# position x y"));
+        child<QMenu>("MapMenu")->close();
+
+        // Images that come again are not those of the map.
+        QVERIFY(desk_->load(experiment_));
+        QVERIFY(explain.explanation(3, 3, why).isEmpty() && why.contains("1-0"));
+        const QString file = experiment_.dir.filePath("none.txt");
+        desk_->run("explain_position 3 3 " + file);
+        QVERIFY(!QFile::exists(file));
     }
 
     void imageHasRoomAndSquarePixels()

@@ -78,7 +78,7 @@ private Q_SLOTS:
         OutcomeCounts outcomes;
         outcomes.add(Outcome::Fitted);
         for (const bool whole : {false, true}) {
-            book.begin(key, walk, {"fits", {"a.dat"}, {}, {}});
+            book.begin(key, walk, {"fits", {"a.dat"}, {}, {}, {}});
             QVERIFY(book.stateOf(key) == MapState::Filling && !book.isComplete(key));
             QVERIFY(book.find(key)->data() && !book.find(key)->whyNotSaved(false).isEmpty());
             QCOMPARE(book.originOf(key).outcomes.total(), 0);
