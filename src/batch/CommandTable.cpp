@@ -180,6 +180,8 @@ constexpr ExCmdText extensionTexts[] = {
     {ExCmdSaveDataCfgSaveAsFloatTiff, "saveDataCfg_save_as_float_tiff", ""},
     {ExCmdSaveAllData, "save_all_data", "<file>"},
     {ExCmdAnalyzerLCFRange, "analyzer_lcf_range", "<double> <double>"},
+    {ExCmdAnalyzerDEdgeMode, "analyzer_dedge_mode", "<0|1>"},
+    {ExCmdAnalyzerDEdgeFile, "analyzer_dedge_file", "<file>"},
     {ExCmdAnalyzerMap1Capture, "analyzer_map1_capture", ""},
     {ExCmdAnalyzerMap1Load, "analyzer_map1_load", "<file>"},
     {ExCmdAnalyzerMap2Capture, "analyzer_map2_capture", ""},

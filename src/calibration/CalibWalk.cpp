@@ -1,12 +1,11 @@
 #include "calibration/CalibWalk.h"
 
-#include "common/LaneForms.h"
 #include "maps/Analyzed2DRes.h"
-#include "spectrum/ShiftSearch.h"
 
 CalibKernel::CalibKernel(const XafsSpectrum& standard, const CalibConditions& conditions)
     : standard_(standard)
     , conditions_(conditions)
+    , comparison_(standard_)
 {
 }
 
@@ -33,12 +32,8 @@ void CalibKernel::plain(const PlainPosition& at, int lane, TileResult& out)
 
 Lanes CalibKernel::lanes(const Tile& tile, TileResult& out)
 {
-    if (conditions_.method == CalibMethod::InnerProduct) {
-        compared_.resize(std::size_t(tile.plan.task().n) * laneStride);
-        lanes_.values = compared_.data();
-        LANE_FORM(compareLanes)
-        (tile.plan.task(), tile.edges, tile.mu, tile.count, conditions_.holdGap, lanes_);
-    }
+    if (conditions_.method == CalibMethod::InnerProduct)
+        comparison_.take(tile.plan, tile.edges, tile.mu, tile.count, conditions_.holdGap);
     Lanes done;
     for (int lane = 0; lane < tile.count; ++lane) {
         if (tile.edges.odd[lane] != 0)
@@ -49,7 +44,7 @@ Lanes CalibKernel::lanes(const Tile& tile, TileResult& out)
     return done;
 }
 
-BlockShift CalibKernel::shiftOf(const Tile& tile, int lane)
+BlockShift CalibKernel::shiftOf(const Tile& tile, int lane) const
 {
     BlockShift found;
     found.outcome = Outcome(tile.edges.outcome[lane]);
@@ -59,25 +54,14 @@ BlockShift CalibKernel::shiftOf(const Tile& tile, int lane)
         found.shift = tile.edges.midx[lane] - standard_.midx;
         return found;
     }
-    if (lanes_.unsound[lane] != 0) {
+    if (comparison_.isUnsound(lane)) {
         found.outcome = Outcome::GapUnsound;
         return found;
     }
-    found.gapHeld = lanes_.held[lane] != 0;
-    found.shift = search(tile, lane);
+    found.gapHeld = comparison_.isHeld(lane);
+    found.shift =
+        comparison_.findBestShift(lane, conditions_.range, conditions_.step, conditions_.minStep);
     return found;
-}
-
-double CalibKernel::search(const Tile& tile, int lane)
-{
-    const std::vector<double>& energies = tile.plan.energies();
-    QVarLengthArray<double, 512> values(int(energies.size()));
-    for (int i = 0; i < values.size(); ++i)
-        values[i] = compared_[std::size_t(i) * laneStride + std::size_t(lane)];
-    const double midx = tile.edges.midx[lane];
-    ShiftSearch search(energies.data(), values.constData(), values.size(), midx, standard_);
-    return search.find(midx - standard_.midx, conditions_.range, conditions_.step,
-                       conditions_.minStep);
 }
 
 CalibSink::CalibSink(ShiftMap& shiftMap, Analyzed2DRes& picture, CalibStatistics& statistics)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calibration/ShiftMap.h"
-#include "spectrum/ComparedLanes.h"
+#include "spectrum/LaneComparison.h"
 #include "walk/WalkKernel.h"
 
 class Analyzed2DRes;
@@ -22,13 +22,11 @@ public:
     Lanes lanes(const Tile& tile, TileResult& out) override;
 
 private:
-    BlockShift shiftOf(const Tile& tile, int lane);
-    double search(const Tile& tile, int lane);
+    BlockShift shiftOf(const Tile& tile, int lane) const;
 
     const XafsSpectrum standard_;
     const CalibConditions conditions_;
-    std::vector<double> compared_; ///< [energy][laneStride]
-    ComparedLanes lanes_{};
+    LaneComparison comparison_;
 };
 
 /// Fills a shift map and its picture, and takes the statistics, in walking order.

@@ -157,6 +157,8 @@ enum EX_CMD_ID : int
     ExCmdSaveDataCfgSaveAsFloatTiff = 219,
     ExCmdSaveAllData = 220,
     ExCmdAnalyzerLCFRange = 221,
+    ExCmdAnalyzerDEdgeMode = 222,
+    ExCmdAnalyzerDEdgeFile = 223,
     ExCmdAnalyzerMap1Capture = 224,
     ExCmdAnalyzerMap1Load = 225,
     ExCmdAnalyzerMap2Capture = 226,
