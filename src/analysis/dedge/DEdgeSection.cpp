@@ -20,6 +20,8 @@ DEdgeSection::DEdgeSection(QWidget* parent)
 {
     ui_->setupUi(body());
     chooser()->setToolTip(tr("Find how far the edge of each spectrum is shifted"));
+    // A row of their own leaves the file's name the whole width.
+    ui_->DEdgeCWFileRow->addWidget(ui_->DEdgeCWFileSelect->buttons());
     ui_->DEdgeCWFileSelect->dialog()->setTitle(tr("Select Comparison Spectrum"));
     fitButtons(*this);
     numbers()->watch(ui_->DEdgeCWStepAt, tr("Energy of the step that edges are compared with"));
