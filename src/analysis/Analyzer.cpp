@@ -1,8 +1,11 @@
 #include "analysis/Analyzer.h"
 
 #include "analysis/arithmetic/ArithmeticSection.h"
+#include "analysis/dedge/DEdgeSection.h"
+#include "analysis/elements/ElementsSection.h"
 #include "analysis/lcf/LCFReference.h"
 #include "analysis/lcf/LcfSection.h"
+#include "analysis/residual/ResidualSection.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/NumberFields.h"
@@ -43,7 +46,7 @@ ReadRange energiesOf(const Spectrum& s)
 
 } // namespace
 
-Analyzer::Analyzer(QWidget* parent)
+Analyzer::Analyzer(MapBook& book, QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_Analyzer>())
     , view_(std::make_unique<XafsView>())
@@ -54,6 +57,9 @@ Analyzer::Analyzer(QWidget* parent)
     view_->setObjectName(QStringLiteral("AnalyzerView"));
     view_->setWindowTitle(tr("Analyzing Spectrum"));
     lcf_ = new LcfSection(*view_, this);
+    dEdge_ = new DEdgeSection(this);
+    residual_ = new ResidualSection(this);
+    elements_ = new ElementsSection(book, this);
     arithmetic_ = new ArithmeticSection(this);
     placeSections();
     for (AnalysisSection* section : qAsConst(sections_))
@@ -75,7 +81,7 @@ Analyzer::~Analyzer() = default;
 /// Sections of the same walk stand above its line.
 void Analyzer::placeSections()
 {
-    sections_ = {lcf_};
+    sections_ = {lcf_, dEdge_, residual_, elements_};
     for (AnalysisSection* section : qAsConst(sections_)) {
         const bool isFit = section->walk() == AnalysisWalk::Fits;
         (isFit ? ui_->FitSections : ui_->OtherSections)->addWidget(section);
@@ -170,9 +176,10 @@ bool Analyzer::displaysOnTime(AnalysisWalk walk) const
     switch (walk) {
     case AnalysisWalk::Fits:
         return ui_->DispOnTime->isChecked();
-    case AnalysisWalk::Residual:
     case AnalysisWalk::Elements:
-        break;
+        return elements_->displaysOnTime();
+    case AnalysisWalk::Residual:
+        break; // its third map is made at the end
     }
     return false;
 }
@@ -210,6 +217,9 @@ MapChoice Analyzer::mapChoice() const
         choice.row = id;
     choice.rows = lcf_->refs().size();
     choice.kindIndex = mapKindIndex();
+    choice.elements = elements_->isChosen();
+    choice.elementRow = elements_->elementRow();
+    choice.elementRows = elements_->elementRows();
     choice.arithmetic = arithmetic_->isChosen();
     choice.operand = arithmetic_->shownOperand();
     return choice;
@@ -222,6 +232,8 @@ void Analyzer::chooseMap(const MapKey& key)
         selectRow(key.row);
         return;
     }
+    if (traitsOf(key.kind).rows == RowsOf::Elements)
+        elements_->showRow(key.row);
     if (const auto image = fixedImageOf(key.kind))
         checkImage(refGroup_->button(idOf(*image)));
 }
@@ -230,7 +242,7 @@ void Analyzer::setMode(int m)
 {
     // By number: fits of the map, residual absorption, elements, sum of images, map arithmetic,
     // edge position.
-    Fold* const folds[] = {lcf_, nullptr, nullptr, nullptr, arithmetic_, nullptr};
+    Fold* const folds[] = {lcf_, residual_, elements_, nullptr, arithmetic_, dEdge_};
     if (m < 0 || m >= static_cast<int>(std::size(folds))) {
         fault(QStringLiteral("No analysis has the number %1").arg(m));
         return;
@@ -268,10 +280,9 @@ void Analyzer::setHint(const EdgeHint& hint)
 void Analyzer::setContAccess(bool f, AnalysisWalk walk)
 {
     contAccess_ = f;
+    elements_->setRunning(f && walk == AnalysisWalk::Elements);
     for (int i = 0; i < analysisWalks; ++i) {
         const auto other = AnalysisWalk(i);
-        if (sectionsOf(other).isEmpty())
-            continue;
         if (other == walk)
             runRow(other).setRunning(f);
         else

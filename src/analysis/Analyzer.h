@@ -8,9 +8,12 @@
 
 class ArithmeticSection;
 class CommandBook;
+class DEdgeSection;
+class ElementsSection;
 class LcfSection;
 class NumberFields;
 class QButtonGroup;
+class ResidualSection;
 class Ui_Analyzer;
 class XafsView;
 
@@ -21,10 +24,12 @@ class Analyzer : public QFrame
 {
     Q_OBJECT
 public:
-    explicit Analyzer(QWidget* parent = nullptr);
+    /// The maps of elements come and go in the book, which outlives the panel.
+    explicit Analyzer(MapBook& book, QWidget* parent = nullptr);
     ~Analyzer() override;
 
     LcfSection& lcf() const { return *lcf_; }
+    ElementsSection& elements() const { return *elements_; }
     ArithmeticSection& arithmetic() const { return *arithmetic_; }
     /// All sections that walk over the map, in the order of their walks.
     const QVector<AnalysisSection*>& sections() const { return sections_; }
@@ -141,9 +146,13 @@ private:
 
     const std::unique_ptr<Ui_Analyzer> ui_;
     const std::unique_ptr<XafsView> view_; ///< a window of its own
-    LcfSection* lcf_;                      ///< a child
-    ArithmeticSection* arithmetic_;        ///< a child
-    QVector<AnalysisSection*> sections_;   ///< children
+    // The sections are children.
+    LcfSection* lcf_;
+    DEdgeSection* dEdge_;
+    ResidualSection* residual_;
+    ElementsSection* elements_;
+    ArithmeticSection* arithmetic_;
+    QVector<AnalysisSection*> sections_; ///< children
     QButtonGroup* refGroup_; ///< choice of the shown map: rows by number, fixed ones apart
     NumberFields* numbers_;
     XafsSpectrum spectrum_;

@@ -72,7 +72,7 @@ Body::Body(QWidget* parent)
     setObjectName(QStringLiteral("Body"));
     setWindowTitle(programName);
     resize(firstSize);
-    panels_ = std::make_unique<Panels>();
+    panels_ = std::make_unique<Panels>(book_);
     theColorBar = panels_->imageBox->bar();
     workbench_ = new Workbench(*this, *panels_, *newCentre(*panels_->imageBox));
     coverPages_ = new CoverPages(*centralWidget());

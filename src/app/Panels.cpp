@@ -30,12 +30,12 @@ std::unique_ptr<XafsView> newSpectrumView(const QString& name, const QString& ti
 
 } // namespace
 
-Panels::Panels()
+Panels::Panels(MapBook& book)
     : imageBox(named<ImageBox>(QStringLiteral("ImageGroup")))
     , dataBox(named<DataBox>(QStringLiteral("DataGroup")))
     , spectrumBox(named<SpectrumBox>(QStringLiteral("SpectrumGroup")))
     , calibCtrl(std::make_unique<CalibCtrl>())
-    , analyzer(std::make_unique<Analyzer>())
+    , analyzer(std::make_unique<Analyzer>(book))
     , saveBox(named<SaveBox>(QStringLiteral("SaveGroup")))
     , saveDataCfg(std::make_unique<SaveDataCfg>())
     , xafsView(newSpectrumView(QStringLiteral("XafsView"), tr("Spectrum at the position")))

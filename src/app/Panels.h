@@ -10,6 +10,7 @@ class BatchCtrl;
 class CalibCtrl;
 class DataBox;
 class ImageBox;
+class MapBook;
 class Messages;
 class QWidget;
 class SaveBox;
@@ -22,7 +23,8 @@ struct Panels
 {
     Q_DECLARE_TR_FUNCTIONS(Panels)
 public:
-    Panels();
+    /// The maps of elements come and go in the book, which outlives the panels.
+    explicit Panels(MapBook& book);
     ~Panels();
 
     /// Those that a user can show and hide, and that a screenshot finds by name or title.

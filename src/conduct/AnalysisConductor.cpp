@@ -100,8 +100,6 @@ void AnalysisConductor::bindCommands(CommandBook& book)
         {ExCmdAnalyzerExecRa, AnalysisWalk::Residual},
         {ExCmdAnalyzerExecElems, AnalysisWalk::Elements}};
     for (const auto& walk : walks) {
-        if (parts_.panel.sectionsOf(walk.second).isEmpty())
-            continue;
         book.later(walk.first, [this, kind = walk.second](const CmdLine&, CommandEnd end) {
             startWalk(kind, std::move(end));
         });
@@ -297,8 +295,7 @@ void AnalysisConductor::tellReadiness()
     const QString text = walkText();
     for (int i = 0; i < analysisWalks; ++i) {
         const auto walk = AnalysisWalk(i);
-        if (!parts_.panel.sectionsOf(walk).isEmpty())
-            parts_.panel.runRow(walk).setReadiness(whyNotReady(walk), text);
+        parts_.panel.runRow(walk).setReadiness(whyNotReady(walk), text);
     }
 }
 

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+#include <algorithm>
+
 namespace {
 
 const auto paleRed = QStringLiteral("background-color: rgb(255, 208, 208); color: black;");
@@ -32,10 +34,22 @@ NumberFields::NumberFields(QObject* parent)
 
 void NumberFields::watch(QLineEdit* field, const QString& name, Kind kind)
 {
-    const int no = watched_.size();
     watched_.append({field, name, kind, field->toolTip(), field->styleSheet(), true});
-    connect(field, &QLineEdit::textChanged, this, [this, no] { check(no); });
-    check(no);
+    connect(field, &QLineEdit::textChanged, this, [this, field] { check(field); });
+    check(field);
+}
+
+void NumberFields::forget(const QLineEdit* field)
+{
+    const auto known = std::find_if(watched_.begin(), watched_.end(),
+                                    [field](const Watched& w) { return w.field == field; });
+    if (known == watched_.end())
+        return;
+    const bool wasReadable = known->readable;
+    watched_.erase(known);
+    disconnect(field, nullptr, this, nullptr);
+    if (!wasReadable)
+        Q_EMIT changed();
 }
 
 QStringList NumberFields::unreadable() const
@@ -48,9 +62,10 @@ QStringList NumberFields::unreadable() const
     return names;
 }
 
-void NumberFields::check(int no)
+void NumberFields::check(const QLineEdit* field)
 {
-    Watched& watched = watched_[no];
+    Watched& watched = *std::find_if(watched_.begin(), watched_.end(),
+                                     [field](const Watched& w) { return w.field == field; });
     const bool readable = isNumber(watched.field->text(), watched.kind);
     if (readable == watched.readable)
         return;

@@ -29,6 +29,9 @@ public:
     /// style stay while it can be read.
     void watch(QLineEdit* field, const QString& name, Kind kind = Number);
 
+    /// Watches it no longer: it is about to go.
+    void forget(const QLineEdit* field);
+
     /// Names of the fields that can't be read, in the order of watching.
     QStringList unreadable() const;
 
@@ -46,7 +49,7 @@ private:
         bool readable;
     };
 
-    void check(int no);
+    void check(const QLineEdit* field);
     void show(Watched& watched);
 
     QVector<Watched> watched_;

@@ -2,6 +2,57 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="ja_JP" sourcelanguage="en">
 <context>
+    <name>AElemsConds</name>
+    <message>
+        <source>Analyze Elems Conditions</source>
+        <translation>元素解析の条件</translation>
+    </message>
+    <message>
+        <source>BG Values :</source>
+        <translation>BG 値 :</translation>
+    </message>
+    <message>
+        <source>dmut</source>
+        <translation>dmut</translation>
+    </message>
+    <message>
+        <source>Stands for dmut, Mut+ and Mut- of a position without an edge</source>
+        <translation>吸収端のない位置の dmut、Mut+、Mut- の値</translation>
+    </message>
+    <message>
+        <source>dmut-Ratio</source>
+        <translation>dmut 比</translation>
+    </message>
+    <message>
+        <source>Background value of the ratio of dmut. It takes no part in the analysis.</source>
+        <translation>dmut 比のバックグラウンド値。解析には使われません。</translation>
+    </message>
+    <message>
+        <source>dE</source>
+        <translation>dE</translation>
+    </message>
+    <message>
+        <source>Stands for dE of a position without an edge [eV]</source>
+        <translation>吸収端のない位置の dE の値 [eV]</translation>
+    </message>
+    <message>
+        <source>ROI</source>
+        <translation>ROI</translation>
+    </message>
+    <message>
+        <source>Stands for ROI and normalized ROI of a position without an edge</source>
+        <translation>吸収端のない位置の ROI と規格化 ROI の値</translation>
+    </message>
+    <message>
+        <source>NROI</source>
+        <translation>NROI</translation>
+    </message>
+    <message>
+        <source>Background value of the normalized ROI. It takes no part in the analysis: that of the ROI stands for both.</source>
+        <translation>規格化 ROI のバックグラウンド値。解析には使われません: ROI の値が両方に使われます。</translation>
+    </message>
+</context>
+<context>
     <name>AnalysisConductor</name>
     <message>
         <source>No images: load them in step 1</source>
@@ -705,6 +756,77 @@
     </message>
 </context>
 <context>
+    <name>DEdgeSection</name>
+    <message>
+        <source>Mid Point</source>
+        <translation>中点</translation>
+    </message>
+    <message>
+        <source>Measure the mid point of the edge from the energy of the suggested edge [eV]</source>
+        <translation>想定吸収端のエネルギーから吸収端の中点までを測ります [eV]</translation>
+    </message>
+    <message>
+        <source>Comp. with</source>
+        <translation>比較対象</translation>
+    </message>
+    <message>
+        <source>Shift the whole normalised curve until it is most like a comparison spectrum: within 20 eV round the distance of both mid points by steps of 1 eV, within 2 eV by steps of 0.1 eV</source>
+        <translation>規格化した曲線全体をずらし、比較スペクトルに最も近い位置を探します: 両中点の差の前後 20 eV を 1 eV 刻み、さらに 2 eV を 0.1 eV 刻み</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
+        <source>Compare with the spectrum of a file</source>
+        <translation>ファイルのスペクトルと比較します</translation>
+    </message>
+    <message>
+        <source>Step at</source>
+        <translation>ステップ位置</translation>
+    </message>
+    <message>
+        <source>Takes no part: edges are compared with the file, whichever is checked</source>
+        <translation>使われません: どちらを選んでもファイルと比較します</translation>
+    </message>
+    <message>
+        <source>Energy of the step [eV]; takes no part</source>
+        <translation>ステップのエネルギー [eV]; 使われません</translation>
+    </message>
+    <message>
+        <source>Show dEge Map</source>
+        <translation>dEge マップ表示</translation>
+    </message>
+    <message>
+        <source>Show the map of the shifts of the edge [eV]</source>
+        <translation>吸収端のずれのマップを表示します [eV]</translation>
+    </message>
+    <message>
+        <source>Shift of the edge of the last spectrum, its energy shift taken off [eV]</source>
+        <translation>最後のスペクトルの吸収端のずれ (エネルギーシフトを除く) [eV]</translation>
+    </message>
+    <message>
+        <source>Exec. Gen dEge Map</source>
+        <translation>dEge マップ作成</translation>
+    </message>
+    <message>
+        <source>Find how far the edge of each spectrum is shifted</source>
+        <translation>各スペクトルの吸収端のずれを求めます</translation>
+    </message>
+    <message>
+        <source>Select Comparison Spectrum</source>
+        <translation>比較スペクトルの選択</translation>
+    </message>
+    <message>
+        <source>Energy of the step that edges are compared with</source>
+        <translation>吸収端を比較するステップのエネルギー</translation>
+    </message>
+    <message>
+        <source>No comparison spectrum: load one, or choose the mid point</source>
+        <translation>比較スペクトルがありません: 読み込むか、中点を選んでください</translation>
+    </message>
+</context>
+<context>
     <name>DataBox</name>
     <message>
         <source>Data</source>
@@ -963,6 +1085,403 @@
     <message>
         <source>Any Files (* *.*)</source>
         <translation>すべてのファイル (* *.*)</translation>
+    </message>
+</context>
+<context>
+    <name>ElemCtrl</name>
+    <message>
+        <source>Elem Ctrl</source>
+        <translation>Elem Ctrl</translation>
+    </message>
+    <message>
+        <source>Show</source>
+        <translation>Show</translation>
+    </message>
+    <message>
+        <source>Show the maps of this element</source>
+        <translation>この元素のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>Target</translation>
+    </message>
+    <message>
+        <source>Take ratios against the dmut of this element</source>
+        <translation>この元素の dmut に対する比をとります</translation>
+    </message>
+    <message>
+        <source>Use</source>
+        <translation>Use</translation>
+    </message>
+    <message>
+        <source>Let this element take part in the correlation</source>
+        <translation>この元素を相関に使います</translation>
+    </message>
+    <message>
+        <source>Atomic number</source>
+        <translation>原子番号</translation>
+    </message>
+    <message>
+        <source>Element</source>
+        <translation>元素</translation>
+    </message>
+    <message>
+        <source>dmut of the last position: mu(E0+dE) - mu(E0-dE), or its background value</source>
+        <translation>最後の位置の dmut: mu(E0+dE) - mu(E0-dE)、またはバックグラウンド値</translation>
+    </message>
+    <message>
+        <source>Relative strength of the dmut against the dmut of selecte element as Target.</source>
+        <translation>Target に選んだ元素の dmut に対する dmut の比。</translation>
+    </message>
+    <message>
+        <source>Conditions and further results of this element</source>
+        <translation>この元素の条件とその他の結果</translation>
+    </message>
+    <message>
+        <source>More of this element</source>
+        <translation>この元素の詳細</translation>
+    </message>
+    <message>
+        <source>E0</source>
+        <translation>E0</translation>
+    </message>
+    <message>
+        <source>Expected Absorption Edge. [eV]</source>
+        <translation>想定吸収端 [eV]</translation>
+    </message>
+    <message>
+        <source>Pre/Post dE</source>
+        <translation>Pre/Post dE</translation>
+    </message>
+    <message>
+        <source>dmut is calculated as mu(E0+dE) - mu(E0-dE). [eV]</source>
+        <translation>dmut は mu(E0+dE) - mu(E0-dE) です [eV]</translation>
+    </message>
+    <message>
+        <source>Th dmut</source>
+        <translation>Th dmut</translation>
+    </message>
+    <message>
+        <source>Threshold value of the dmut.
+When the dmut is less than the Threshold, most of the values (ROI, dmut,...) is set at BG Val.</source>
+        <translation>dmut のしきい値。
+dmut がこれより小さいと、ほとんどの値 (ROI, dmut, ...) は BG 値になります。</translation>
+    </message>
+    <message>
+        <source>Std. Ratio</source>
+        <translation>標準比</translation>
+    </message>
+    <message>
+        <source>Standard value of the ratio, which the correlation compares with</source>
+        <translation>相関で比較する標準の比</translation>
+    </message>
+    <message>
+        <source>ROI</source>
+        <translation>ROI</translation>
+    </message>
+    <message>
+        <source>Start position of the ROI. [eV]</source>
+        <translation>ROI の始点 [eV]</translation>
+    </message>
+    <message>
+        <source>End position of the ROI. [eV]</source>
+        <translation>ROI の終点 [eV]</translation>
+    </message>
+    <message>
+        <source>ROI Value</source>
+        <translation>ROI 値</translation>
+    </message>
+    <message>
+        <source>N.ROI</source>
+        <translation>N.ROI</translation>
+    </message>
+    <message>
+        <source>Normalized ROI value calculated as ROI / dmut.</source>
+        <translation>規格化 ROI: ROI / dmut</translation>
+    </message>
+    <message>
+        <source>dE</source>
+        <translation>dE</translation>
+    </message>
+    <message>
+        <source>Position of the absorption edge, where the mut is ( mu(E0+dE) + mu(E0-dE) ) / 2. Counted from E0 [eV]</source>
+        <translation>mut が ( mu(E0+dE) + mu(E0-dE) ) / 2 になる吸収端の位置。E0 からの差 [eV]</translation>
+    </message>
+    <message>
+        <source>[eV] Th</source>
+        <translation>[eV] Th</translation>
+    </message>
+    <message>
+        <source>Threshold [eV]. It takes no part in the analysis.</source>
+        <translation>しきい値 [eV]。解析には使われません。</translation>
+    </message>
+    <message>
+        <source>No Neg</source>
+        <translation>No Neg</translation>
+    </message>
+    <message>
+        <source>When the ROI is negative, the BG value is used instead of the calculated one.</source>
+        <translation>ROI が負のとき、計算値の代わりに BG 値を使います。</translation>
+    </message>
+    <message>
+        <source>Element and edge: %1</source>
+        <translation>元素と吸収端: %1</translation>
+    </message>
+    <message>
+        <source>Edge energy of %1</source>
+        <translation>%1 の吸収端エネルギー</translation>
+    </message>
+    <message>
+        <source>Pre/Post dE of %1</source>
+        <translation>%1 の Pre/Post dE</translation>
+    </message>
+    <message>
+        <source>Th dmut of %1</source>
+        <translation>%1 の Th dmut</translation>
+    </message>
+    <message>
+        <source>Std. Ratio of %1</source>
+        <translation>%1 の標準比</translation>
+    </message>
+    <message>
+        <source>Start of the ROI of %1</source>
+        <translation>%1 の ROI の始点</translation>
+    </message>
+    <message>
+        <source>End of the ROI of %1</source>
+        <translation>%1 の ROI の終点</translation>
+    </message>
+</context>
+<context>
+    <name>ElementResults</name>
+    <message>
+        <source>Results of the element analysis</source>
+        <translation>元素解析の結果</translation>
+    </message>
+    <message>
+        <source>Element</source>
+        <translation>元素</translation>
+    </message>
+    <message>
+        <source>dmut</source>
+        <translation>dmut</translation>
+    </message>
+    <message>
+        <source>N. dmut</source>
+        <translation>N. dmut</translation>
+    </message>
+    <message>
+        <source>Mut+</source>
+        <translation>Mut+</translation>
+    </message>
+    <message>
+        <source>Mut-</source>
+        <translation>Mut-</translation>
+    </message>
+    <message>
+        <source>dE [eV]</source>
+        <translation>dE [eV]</translation>
+    </message>
+    <message>
+        <source>ROI</source>
+        <translation>ROI</translation>
+    </message>
+    <message>
+        <source>N.ROI</source>
+        <translation>N.ROI</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>Copy the table as text, columns parted by tabs</source>
+        <translation>表をタブ区切りのテキストでコピーします</translation>
+    </message>
+</context>
+<context>
+    <name>ElementsSection</name>
+    <message>
+        <source>Target Element Names</source>
+        <translation>対象元素名</translation>
+    </message>
+    <message>
+        <source>Elements of the scan, such as: Fe, Cu-K Pb-L3. Without an edge the K edge is meant.
+Another list makes new rows; the maps of the earlier ones are gone.</source>
+        <translation>スキャンの元素、例: Fe, Cu-K Pb-L3。吸収端を省くと K 端です。
+リストを変えると行が作り直され、前の行のマップは消えます。</translation>
+    </message>
+    <message>
+        <source>Sort by A. No.</source>
+        <translation>原子番号順</translation>
+    </message>
+    <message>
+        <source>Put the rows in the order of atomic number when the list is entered</source>
+        <translation>リストを入力したとき、行を原子番号順に並べます</translation>
+    </message>
+    <message>
+        <source>Show, Target, Use</source>
+        <translation>Show, Target, Use</translation>
+    </message>
+    <message>
+        <source>dmut</source>
+        <translation>dmut</translation>
+    </message>
+    <message>
+        <source>Ratio</source>
+        <translation>比</translation>
+    </message>
+    <message>
+        <source>Show Map of</source>
+        <translation>表示するマップ</translation>
+    </message>
+    <message>
+        <source>dMut of The Elem.</source>
+        <translation>元素の dMut</translation>
+    </message>
+    <message>
+        <source>Show the map of dmut of the element whose Show is checked</source>
+        <translation>Show を選んだ元素の dmut マップを表示します</translation>
+    </message>
+    <message>
+        <source>N. dMut of The Elem.</source>
+        <translation>元素の規格化 dMut</translation>
+    </message>
+    <message>
+        <source>Show the map of its dmut over that of the target</source>
+        <translation>Target の dmut に対する比のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Mut+</source>
+        <translation>Mut+</translation>
+    </message>
+    <message>
+        <source>Show the map of the absorption above its edge</source>
+        <translation>吸収端より上の吸収のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Mut-</source>
+        <translation>Mut-</translation>
+    </message>
+    <message>
+        <source>Show the map of the absorption below its edge</source>
+        <translation>吸収端より下の吸収のマップを表示します</translation>
+    </message>
+    <message>
+        <source>dE</source>
+        <translation>dE</translation>
+    </message>
+    <message>
+        <source>Show the map of the shift of its edge [eV]</source>
+        <translation>吸収端のずれのマップを表示します [eV]</translation>
+    </message>
+    <message>
+        <source>ROI</source>
+        <translation>ROI</translation>
+    </message>
+    <message>
+        <source>Show the map of its region of interest</source>
+        <translation>関心領域 (ROI) のマップを表示します</translation>
+    </message>
+    <message>
+        <source>N.ROI</source>
+        <translation>N.ROI</translation>
+    </message>
+    <message>
+        <source>Show the map of its region of interest over dmut</source>
+        <translation>ROI / dmut のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Correlation</source>
+        <translation>相関</translation>
+    </message>
+    <message>
+        <source>Show the map of the correlation of the ratios with the standard ones</source>
+        <translation>標準比との相関のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Cor. Th</source>
+        <translation>相関しきい値</translation>
+    </message>
+    <message>
+        <source>Show the map of the correlation where it is not below its threshold</source>
+        <translation>しきい値以上の相関のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Correlation of the ratios of the rows in use with their standard ratios, 1 for the same pattern</source>
+        <translation>使用する行の比と標準比との相関; 同じパターンなら 1</translation>
+    </message>
+    <message>
+        <source>Cor. Th.</source>
+        <translation>相関しきい値</translation>
+    </message>
+    <message>
+        <source>Threshold of the correlation</source>
+        <translation>相関のしきい値</translation>
+    </message>
+    <message>
+        <source>ReCalc Cor.</source>
+        <translation>相関再計算</translation>
+    </message>
+    <message>
+        <source>Make both correlation maps anew from the ratios that the analysis left</source>
+        <translation>解析で得た比から両方の相関マップを作り直します</translation>
+    </message>
+    <message>
+        <source>Set STD</source>
+        <translation>標準に設定</translation>
+    </message>
+    <message>
+        <source>Take the ratios of the last position as standard ratios</source>
+        <translation>最後の位置の比を標準比とします</translation>
+    </message>
+    <message>
+        <source>Show Elem. A. Res.</source>
+        <translation>元素解析結果</translation>
+    </message>
+    <message>
+        <source>Show the last results of all rows in a table</source>
+        <translation>全行の最後の結果を表で表示します</translation>
+    </message>
+    <message>
+        <source>Disp. on TIme</source>
+        <translation>逐次表示</translation>
+    </message>
+    <message>
+        <source>Paint the maps after each row of an analysis</source>
+        <translation>解析中、一行ごとにマップを描きます</translation>
+    </message>
+    <message>
+        <source>Element Analysis</source>
+        <translation>元素解析</translation>
+    </message>
+    <message>
+        <source>Measure the jumps of several elements in a scan over their edges</source>
+        <translation>複数の吸収端を含むスキャンで各元素のジャンプを測ります</translation>
+    </message>
+    <message>
+        <source>Analyse the elements in each block of the selected area</source>
+        <translation>選択領域の各ブロックの元素を解析します</translation>
+    </message>
+    <message>
+        <source>Stop the analysis; the maps keep what is done</source>
+        <translation>解析を中止します; 済んだ分はマップに残ります</translation>
+    </message>
+    <message>
+        <source>Background value of dmut</source>
+        <translation>dmut のバックグラウンド値</translation>
+    </message>
+    <message>
+        <source>Background value of dE</source>
+        <translation>dE のバックグラウンド値</translation>
+    </message>
+    <message>
+        <source>Background value of ROI</source>
+        <translation>ROI のバックグラウンド値</translation>
+    </message>
+    <message>
+        <source>No target element: enter some above</source>
+        <translation>対象元素がありません: 上に入力してください</translation>
     </message>
 </context>
 <context>
@@ -2253,6 +2772,73 @@
     <message>
         <source>no edge that can be trusted (%1)</source>
         <translation>信頼できる吸収端がありません (%1)</translation>
+    </message>
+</context>
+<context>
+    <name>ResidualSection</name>
+    <message>
+        <source>Energy at which both lines of the edge are read: mut is the pre-edge line there, dmut the distance to the post-edge line [eV]</source>
+        <translation>両直線を読むエネルギー: mut はそこでのプレエッジ直線の値、dmut はポストエッジ直線との差 [eV]</translation>
+    </message>
+    <message>
+        <source>How many times dmut the element absorbs below its edge, no unit: that much is taken off</source>
+        <translation>元素が吸収端より下で dmut の何倍を吸収するか (単位なし): その分を引きます</translation>
+    </message>
+    <message>
+        <source>Show dmut</source>
+        <translation>dmut 表示</translation>
+    </message>
+    <message>
+        <source>Show the map of the distances between both lines at the energy</source>
+        <translation>そのエネルギーでの両直線の差のマップを表示します</translation>
+    </message>
+    <message>
+        <source>dmut of the last spectrum, no unit</source>
+        <translation>最後のスペクトルの dmut (単位なし)</translation>
+    </message>
+    <message>
+        <source>Show the Rest</source>
+        <translation>Rest 表示</translation>
+    </message>
+    <message>
+        <source>Show the map of the rest, Res</source>
+        <translation>残余吸収 Res のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Rest of the last spectrum, no unit</source>
+        <translation>最後のスペクトルの残余吸収 (単位なし)</translation>
+    </message>
+    <message>
+        <source>Show Ratio</source>
+        <translation>比を表示</translation>
+    </message>
+    <message>
+        <source>Show the map of the rest, counted from the least of the map, over the sum of it and dmut</source>
+        <translation>マップの最小値から数えた残余吸収と、それと dmut の和との比のマップを表示します</translation>
+    </message>
+    <message>
+        <source>Residual Absorption Analysis</source>
+        <translation>残余吸収解析</translation>
+    </message>
+    <message>
+        <source>Find how much of the absorption is not that of the element of the edge</source>
+        <translation>吸収端の元素によらない吸収を求めます</translation>
+    </message>
+    <message>
+        <source>Find the rest of each block of the selected area</source>
+        <translation>選択領域の各ブロックの残余吸収を求めます</translation>
+    </message>
+    <message>
+        <source>Stop the analysis; the maps keep what is done</source>
+        <translation>解析を中止します; 済んだ分はマップに残ります</translation>
+    </message>
+    <message>
+        <source>Energy of the residual absorption</source>
+        <translation>残余吸収のエネルギー</translation>
+    </message>
+    <message>
+        <source>Factor of the residual absorption</source>
+        <translation>残余吸収の係数</translation>
     </message>
 </context>
 <context>

@@ -24,7 +24,8 @@ class TestAnalyzer : public QObject
 private Q_SLOTS:
     void tellsWhichMapIsChosen()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         const QSignalSpy changed(&panel, &Analyzer::changedSelection);
         const auto choice = [&] {
             const MapChoice c = panel.mapChoice();
@@ -52,7 +53,8 @@ private Q_SLOTS:
 
     void theViewTellsHeldGaps()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         Spectrum mu;
         for (int i = 0; i < 200; ++i) {
             const double E = 8900.0 + 2.0 * i;
@@ -72,7 +74,8 @@ private Q_SLOTS:
 
     void changedReferencesAnalyseTheShownSpectrumAgain()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         load(panel);
         const QSignalSpy sent(&panel, &Analyzer::analyzeSpectrum0);
         panel.lcf().refs().at(0)->editedDeltaE(); // nothing is shown yet, nothing sent
@@ -85,13 +88,15 @@ private Q_SLOTS:
     /// A spectrum that is one of the references holds just that one, if both have the same ranges.
     void referencesTakeTheSuggestion()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         load(panel);
         SuggestElm elm;
         elm.use = true;
         elm.edgeE = 8990;
         elm.thJump = 1.0;
-        const XafsSpectrum same(panel.lcf().refs().at(0)->spectrum(), "a", VictLine::Straight, 0, elm);
+        const XafsSpectrum same(panel.lcf().refs().at(0)->spectrum(), "a", VictLine::Straight, 0,
+                                elm);
         const auto error = [&] {
             const LcfResult fit = fitLcf(same, panel.lcf().request({elm, {}}));
             return std::abs(fit.ratios.at(0) - 1.0) + std::abs(fit.ratios.at(1));
@@ -136,7 +141,8 @@ private Q_SLOTS:
 
     void theViewShowsSpectrumReferencesAndFit()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         const QVector<ViewCurve>& curves = panel.view()->others();
         load(panel);
         panel.lcf().addNewRef();
@@ -166,7 +172,8 @@ private Q_SLOTS:
 
     void theViewComesAndGoesWithThePanel()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         XafsView* const view = panel.view();
         panel.findChild<QAbstractButton*>("ShowView")->click();
         QVERIFY(view->isVisible() && view->isWindow() && !panel.isVisible());
@@ -186,7 +193,8 @@ private Q_SLOTS:
 
     void manyReferencesFindRoom()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         panel.lcf().setLCFStd(1, true, 0, a_, "0");
         QVERIFY(writeBytes(dir_.filePath("no.dat"), "8970 1\n"));
         const QStringList many{c_, dir_.filePath("no.dat"), c_, c_, c_};
@@ -201,7 +209,8 @@ private Q_SLOTS:
 
     void theButtonTellsWhatItDoesOrWhyNot()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         const auto* const button = panel.findChild<QAbstractButton*>("AskAnalyze");
         const auto* const line = panel.findChild<QLabel*>("AskAnalyzeText");
         panel.runRow(AnalysisWalk::Fits).setReadiness("why not", "a walk");
@@ -220,7 +229,8 @@ private Q_SLOTS:
     /// Tab goes through the rows before what stands below them, also through one added later.
     void tabReadsFromTopToBottom()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         panel.lcf().addNewRef();
         panel.show();
         int last = -1;
@@ -239,7 +249,8 @@ private Q_SLOTS:
 
     void batchAddsRowsUpToALimit()
     {
-        Analyzer panel;
+        MapBook maps;
+        Analyzer panel(maps);
         for (const int row : {6, -1, 2000000000})
             panel.lcf().setLCFStd(row, true, 0.5, a_, "");
         QCOMPARE(panel.lcf().refs().size(), 7);

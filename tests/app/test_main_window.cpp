@@ -227,19 +227,8 @@ private Q_SLOTS:
         QCOMPARE(QSet<EX_CMD_ID>(bound.begin(), bound.end()).size(), bound.size());
         for (const ExCmdRow& row : extensionTable())
             QVERIFY2(body.batch().book().has(row.id), qPrintable(row.word));
-        int missing = 0;
         for (const ExCmdRow& row : exCmdTable())
-            missing += row.id != ExCmdNone && !body.batch().book().has(row.id);
-        QCOMPARE(missing, commandsToCome);
-    }
-
-    void unavailableCommandsLogAndReport()
-    {
-        DrivenBody body;
-        const LogCapture log;
-        QVERIFY(body.run("analyzer_elems_set_deVs 5"));
-        QCOMPARE(log.linesWith("analyzer_elems_set_deVs"), 1);
-        QVERIFY(body.run("no_such_command"));
+            QVERIFY2(row.id == ExCmdNone || body.batch().book().has(row.id), qPrintable(row.word));
     }
 
     void commandsInARemStretchDoNothing()
@@ -299,9 +288,6 @@ private Q_SLOTS:
     }
 
 private:
-    /// Words of analyses, windows and exports that this version does not have yet.
-    static constexpr int commandsToCome = 20;
-
     SmallExperiment experiment_;
 };
 

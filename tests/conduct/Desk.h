@@ -37,7 +37,7 @@ public:
     SpectrumBox spectrumBox;
     ImageBox imageBox;
     SaveBox saveBox;
-    Analyzer analyzer;
+    Analyzer analyzer{maps};
     CalibCtrl calibCtrl;
     BatchCtrl batchCtrl;
     XafsView xafsView;
