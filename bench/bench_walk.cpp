@@ -97,12 +97,48 @@ enum class Under
     Victoreen,
     Mlcf,
     OldLcf,
-    Display
+    Display,
+    DEdge,
+    DEdgeCompared,
+    LcfAndDEdge,
+    Residual,
+    Elements
 };
 
 void check(Body& body, const QString& button, bool on)
 {
     body.analyzer()->findChild<QAbstractButton*>(button)->setChecked(on);
+}
+
+/// The shift of the edge alone, against the standard or its mid point, or beside the fit.
+void setDEdge(Body& body, Under under, bool on)
+{
+    static const QTemporaryDir folder;
+    check(body, QStringLiteral("SelMLCFAnal"), !on || under == Under::LcfAndDEdge);
+    check(body, QStringLiteral("SelDEdgeAnal"), on);
+    const bool compared = on && under == Under::DEdgeCompared;
+    if (compared)
+        command(body, QStringLiteral("analyzer_dedge_file ") +
+                          synthetic::writeReference(folder.path(), 0));
+    command(body, QStringLiteral("analyzer_dedge_mode %1").arg(compared ? 1 : 0));
+}
+
+/// Three rows over the scan's edge: what they cost does not depend on what they find.
+void setElements(Body& body, bool on)
+{
+    check(body, QStringLiteral("SelElemA"), on);
+    if (on)
+        command(body, QStringLiteral("analyzer_target_elements Co Ni Cu"));
+}
+
+/// The command that walks under the condition.
+QPair<QString, EX_CMD_ID> execOf(Under under)
+{
+    if (under == Under::Residual)
+        return {QStringLiteral("analyzer_exec_ra"), ExCmdAnalyzerExecRa};
+    if (under == Under::Elements)
+        return {QStringLiteral("analyzer_exec_elems"), ExCmdAnalyzerExecElems};
+    return {QStringLiteral("analyzer_exec_LCF"), ExCmdAnalyzerExecLCF};
 }
 
 /// Brings the condition about, or takes it away.
@@ -129,24 +165,37 @@ void setUnder(Body& body, Under under, bool on)
     case Under::Display:
         check(body, QStringLiteral("DispOnTime"), on);
         break;
+    case Under::DEdge:
+    case Under::DEdgeCompared:
+    case Under::LcfAndDEdge:
+        setDEdge(body, under, on);
+        break;
+    case Under::Residual:
+        check(body, QStringLiteral("SelRAA"), on);
+        break;
+    case Under::Elements:
+        setElements(body, on);
+        break;
     }
 }
 
-void walkLcf(benchmark::State& state, Under under)
+void walkUnder(benchmark::State& state, Under under)
 {
     Body& body = preparedBody();
     command(body, QStringLiteral("set_band_w %1").arg(state.range(0)));
     command(body, QStringLiteral("set_band_h %1").arg(state.range(0)));
     setUnder(body, under, true);
     QEventLoop loop;
-    QObject::connect(&body.batch(), &BatchConductor::finishBatchExec, &loop, [&loop](int id, int) {
-        if (id == ExCmdAnalyzerExecLCF)
-            loop.quit();
-    });
+    const QPair<QString, EX_CMD_ID> exec = execOf(under);
+    QObject::connect(&body.batch(), &BatchConductor::finishBatchExec, &loop,
+                     [&loop, wanted = int(exec.second)](int id, int) {
+                         if (id == wanted)
+                             loop.quit();
+                     });
     {
         const ProcessorWaits waits(state);
         for (auto _ : state) {
-            command(body, QStringLiteral("analyzer_exec_LCF"), 1);
+            command(body, exec.first, 1);
             loop.exec();
         }
     }
@@ -195,12 +244,29 @@ void asWalk(benchmark::internal::Benchmark* walk)
 } // namespace
 
 BENCHMARK(calibrateChain)->Name("calibrate_chain_128x128")->Apply(asWalk);
-BENCHMARK_CAPTURE(walkLcf, plain, Under::Plain)->Name("walk_lcf")->Arg(0)->Arg(2)->Apply(asWalk);
-BENCHMARK_CAPTURE(walkLcf, shift, Under::Shift)->Name("walk_lcf_shift")->Arg(0)->Apply(asWalk);
-BENCHMARK_CAPTURE(walkLcf, victoreen, Under::Victoreen)
+BENCHMARK_CAPTURE(walkUnder, plain, Under::Plain)->Name("walk_lcf")->Arg(0)->Arg(2)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, shift, Under::Shift)->Name("walk_lcf_shift")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, victoreen, Under::Victoreen)
     ->Name("walk_lcf_victoreen")
     ->Arg(0)
     ->Apply(asWalk);
-BENCHMARK_CAPTURE(walkLcf, mlcf, Under::Mlcf)->Name("walk_mlcf")->Arg(0)->Apply(asWalk);
-BENCHMARK_CAPTURE(walkLcf, old, Under::OldLcf)->Name("walk_lcf_old")->Arg(0)->Apply(asWalk);
-BENCHMARK_CAPTURE(walkLcf, display, Under::Display)->Name("walk_lcf_disp")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, mlcf, Under::Mlcf)->Name("walk_mlcf")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, old, Under::OldLcf)->Name("walk_lcf_old")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, display, Under::Display)->Name("walk_lcf_disp")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, dedge, Under::DEdge)->Name("walk_dedge")->Arg(0)->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, dedge_compared, Under::DEdgeCompared)
+    ->Name("walk_dedge_compared")
+    ->Arg(0)
+    ->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, lcf_dedge, Under::LcfAndDEdge)
+    ->Name("walk_lcf_and_dedge")
+    ->Arg(0)
+    ->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, residual, Under::Residual)
+    ->Name("walk_residual")
+    ->Arg(0)
+    ->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, elements, Under::Elements)
+    ->Name("walk_elements")
+    ->Arg(0)
+    ->Apply(asWalk);
