@@ -6,6 +6,7 @@
 #include "conduct/CalibConductor.h"
 #include "support/LogCapture.h"
 
+#include <QAbstractButton>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -107,6 +108,73 @@ private Q_SLOTS:
         QCOMPARE(reports, 1);
     }
 
+    void everyAnalysisStopsRestartsAndClears_data()
+    {
+        QTest::addColumn<QString>("prepare");
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("valueKind");
+        QTest::addColumn<double>("tolerance"); // of the planted value
+        QTest::newRow("edge shift") << "analyzer_select_analysis_mode 5"
+                                    << "analyzer_exec_LCF"
+                                    << "AskAnalyze" << int(MapKind::DEdge) << int(MapKind::DEdge)
+                                    << SmallExperiment::energyStep;
+        QTest::newRow("residual") << "analyzer_set_ra_energy 8940"
+                                  << "analyzer_exec_ra"
+                                  << "AskRAAnalyze" << int(MapKind::ResidualRatio)
+                                  << int(MapKind::ResidualJump) << 0.01;
+        QTest::newRow("elements") << "analyzer_target_elements Cu, Ni"
+                                  << "analyzer_exec_elems"
+                                  << "AskAnalyzeElems" << int(MapKind::ElemsCorTh)
+                                  << int(MapKind::ElemJump) << 0.01;
+    }
+
+    /// A started walk ends once: by its button, by another start, by images that go, with the
+    /// conductor; and at its end its maps are whole and hold what was planted.
+    void everyAnalysisStopsRestartsAndClears()
+    {
+        QFETCH(QString, prepare);
+        QFETCH(QString, start);
+        QFETCH(QString, button);
+        QFETCH(int, kind);
+        QFETCH(int, valueKind);
+        QFETCH(double, tolerance);
+        const MapKey key{MapKind(kind)};
+        for (const char* box : {"SelRAA", "SelElemA"})
+            desk_->analyzer.findChild<QAbstractButton*>(box)->setChecked(true);
+        desk_->run(prepare);
+        auto* const press = desk_->analyzer.findChild<QPushButton*>(button);
+        const auto over = std::make_shared<bool>(false);
+        desk_->run(start, over);
+        QVERIFY(analysis_->isWalking() && desk_->maps.stateOf(key) == MapState::Filling);
+        press->click();
+        QVERIFY(*over && !analysis_->isWalking());
+        QVERIFY(desk_->maps.stateOf(key) == MapState::Stopped);
+        QCOMPARE(desk_->failures.takeFirst(), QString("stopped"));
+
+        *over = false;
+        desk_->run(start, over);
+        const auto again = std::make_shared<bool>(false);
+        desk_->run(start, again);
+        QVERIFY(*over && !*again);
+        QTRY_VERIFY(*again);
+        QVERIFY(desk_->maps.stateOf(key) == MapState::Whole);
+        const MapKey shown{MapKind(valueKind)};
+        const double edge = desk_->spectrumBox.settings().elm.edgeE;
+        const double expected = shown.kind == MapKind::DEdge ? 8980.0 - edge : 1.0;
+        const double found = desk_->maps.find(shown)->valueAt(3, 3);
+        QVERIFY2(std::abs(found - expected) < tolerance,
+                 qPrintable(QString("%1, not %2").arg(found).arg(expected)));
+
+        *over = false;
+        desk_->run(start, over);
+        desk_->run("clear_I1_files");
+        QVERIFY(*over && desk_->maps.stateOf(key) == MapState::Stopped);
+        analysis_->tellReadiness();
+        QVERIFY(!press->isEnabled());
+    }
+
     /// Forms, references and the shift map are those of the start, for every position.
     void nothingThatChangesReachesAWalk()
     {
@@ -199,7 +267,8 @@ private Q_SLOTS:
         desk_->run("set_band_w 1");
         QCOMPARE(analysis_->walkText(), QString("12 blocks of 3 x 1 pixels, selected area"));
         desk_->run("select_region 40 2 50 6");
-        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).contains("outside") && analysis_->walkText().isEmpty());
+        QVERIFY(analysis_->whyNotReady(AnalysisWalk::Fits).contains("outside") &&
+                analysis_->walkText().isEmpty());
         desk_->run("select_region 0 0 6 6");
         auto* const start = desk_->analyzer.findChild<QLineEdit*>("LCFRange1");
         start->setText("20000");
