@@ -163,6 +163,59 @@ pictures_1280x800() {
     keys ctrl+b
     grab batch
     finish
+    analyses
+}
+
+# A map of each analysis, brought on show by the batch, which takes the pictures itself: nothing
+# moves meanwhile.
+analyses() {
+    local line
+    {
+        echo "INCLUDE $folder/config.cfg"
+        echo 'batch analyzer_show_window'
+        sed -n '1,/^analyzer_exec_LCF/p' "$folder/demo.bat" | grep -v '^calib_\|^analyzer_exec' |
+            sed 's/^/batch /'
+        while read -r line; do
+            echo "batch ${line/picture /screenshot Body $work/img/analysis-}"
+        done <<'LINES'
+Suggesting_Elm Cu
+suggesting_th_jump 5
+Suggest_Elm 1
+set_band_w 2
+set_band_h 2
+analyzer_exec_LCF
+move_position 92 112
+analyzer_show_outcomes
+picture outcomes
+analyzer_select_analysis_mode 5
+analyzer_exec_LCF
+analyzer_select_image 8
+move_position 92 112
+picture dedge
+analyzer_select_analysis_mode 1
+analyzer_set_ra_energy 8960
+analyzer_exec_ra
+analyzer_select_image 5
+move_position 92 112
+picture residual
+analyzer_select_analysis_mode 2
+analyzer_target_elements Cu, Ni
+analyzer_exec_elems
+analyzer_elems_select_disp_mode 0
+move_position 92 112
+picture elements
+analyzer_map1_capture
+analyzer_elems_select_disp_mode 5
+analyzer_map2_capture
+analyzer_select_analysis_mode 4
+analyzer_process 0
+picture arithmetic
+:echo "The analyses are shown"
+LINES
+    } >"$work/analyses.cfg"
+    start $'[Workbench]\nramp=2' -e -c "$work/analyses.cfg"
+    logged "The analyses are shown"
+    finish
 }
 
 # With the edge that is to be looked for, which keeps out the noise beside the sample.

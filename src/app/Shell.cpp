@@ -2,8 +2,8 @@
 
 #include "analysis/Analyzer.h"
 #include "analysis/arithmetic/ArithmeticSection.h"
-#include "analysis/lcf/LcfSection.h"
 #include "analysis/lcf/LCFReference.h"
+#include "analysis/lcf/LcfSection.h"
 #include "app/Messages.h"
 #include "app/NoticeBar.h"
 #include "app/Panels.h"
@@ -135,6 +135,8 @@ void Shell::tellAnalysis(bool whole)
 {
     if (!whole)
         notice(tr("The analysis was stopped: the maps are in part"), Mark::LookHere);
+    else if (parts_.analysis.rowsOfMaps() == 0)
+        notice(tr("The maps are ready"));
     else if (parts_.analysis.rowsOfMaps() == 1)
         notice(tr("Maps of 1 reference are ready"));
     else

@@ -3441,6 +3441,10 @@ to %2</source>
         <source>The calibration was stopped</source>
         <translation>較正を停止しました</translation>
     </message>
+    <message>
+        <source>The maps are ready</source>
+        <translation>マップができました</translation>
+    </message>
 </context>
 <context>
     <name>SpectrumBox</name>
