@@ -14,7 +14,7 @@ if [[ -z ${PICTURES_OF:-} ]]; then
     scripts/build.sh
     build/morvenkite-demo write "$folder"
     for size in 1280x800 1920x1080; do
-        env PICTURES_OF=$size xvfb-run -a -s "-screen 0 ${size}x24" scripts/screenshots.sh "$folder"
+        env PICTURES_OF=$size xvfb-run -a -s "-noreset -screen 0 ${size}x24" scripts/screenshots.sh "$folder"
     done
     echo "Pictures: $PWD/docs/img"
     exit

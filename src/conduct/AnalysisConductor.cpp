@@ -311,7 +311,8 @@ bool AnalysisConductor::mapsStopped() const
 
 bool AnalysisConductor::conditionsDiffer() const
 {
-    if (walk_.keys.isEmpty())
+    // With no analysis of the walk chosen there would be none.
+    if (walk_.keys.isEmpty() || parts_.panel.chosenOf(walk_.walk).isEmpty())
         return false;
     const WalkSource source = parts_.reader.source();
     AnalyzeCond area;

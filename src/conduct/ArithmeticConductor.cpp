@@ -144,5 +144,6 @@ void ArithmeticConductor::process(MapOperation operation)
     processMaps(operation, map1, map2, processed);
     processed.genImg();
     parts_.book.end(processedKey, true, {});
+    parts_.section.showProcessed();
     view_.selectedNewRef();
 }

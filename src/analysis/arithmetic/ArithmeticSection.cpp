@@ -82,6 +82,11 @@ void ArithmeticSection::clearShown()
     ui_->ShownMaps->setExclusive(true);
 }
 
+void ArithmeticSection::showProcessed()
+{
+    ui_->ShowProcessedMap->setChecked(true);
+}
+
 void ArithmeticSection::setReadiness(const QString& why)
 {
     ui_->AskProcessMaps->setEnabled(why.isEmpty());

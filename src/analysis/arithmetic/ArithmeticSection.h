@@ -30,6 +30,8 @@ public:
     std::optional<MapKind> shownOperand() const;
     /// Unchecks all three buttons without a signal: another map is shown.
     void clearShown();
+    /// Checks the button of the processed map: whoever processes wants to see what came of it.
+    void showProcessed();
 
     /// Why the maps can not be processed, in people's words; empty when they can.
     void setReadiness(const QString& why);
