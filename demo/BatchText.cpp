@@ -156,6 +156,34 @@ QString easyFits(const QString& folder)
            savingMaps(folder, QStringLiteral("dmut"), 1);
 }
 
+/// The analyses behind the fits: shift of the edge, residual absorption, jump of copper between
+/// energies where all species are flat. Each saves its map under the map's own word.
+QString otherAnalyses(const QString& folder)
+{
+    const QString saving = QStringLiteral("save_data \"%1/maps/map.dat\"\n").arg(folder);
+    return QStringLiteral("saveDataCfg_save_as_text\n"
+                          ":echo \"Finding the shift of the edge\"\n"
+                          "analyzer_select_analysis_mode 5\n"
+                          "analyzer_dedge_mode 0\n"
+                          "analyzer_exec_LCF\n"
+                          "analyzer_select_image 8\n") +
+           saving +
+           QStringLiteral(":echo \"Finding the residual absorption\"\n"
+                          "analyzer_select_analysis_mode 1\n"
+                          "analyzer_set_ra_energy %1\n"
+                          "analyzer_exec_ra\n"
+                          "analyzer_select_image 4\n")
+               .arg(QString::number(demoEdgeEnergy)) +
+           saving + QStringLiteral("analyzer_select_image 5\n") + saving +
+           QStringLiteral(":echo \"Finding the jump of copper\"\n"
+                          "analyzer_select_analysis_mode 2\n"
+                          "analyzer_target_elements Cu\n"
+                          "analyzer_elems_set_deVs 20\n"
+                          "analyzer_exec_elems\n"
+                          "analyzer_elems_select_disp_mode 0\n") +
+           saving;
+}
+
 /// A fit of the hard experiment; the background is 0 for Victoreen lines, 1 for straight ones.
 QString hardFit(const QString& folder, const HardRun& run, int halfWidth, int background)
 {
@@ -173,7 +201,8 @@ QString easyText(const QString& folder, const Phantom& phantom, ImageFormat form
            loading(folder, phantom, Stack::I0, format) + wholeImage(phantom) + calibration(folder) +
            QStringLiteral(":echo \"Loading the sample\"\n") +
            loading(folder, phantom, Stack::I1, format) + wholeImage(phantom) +
-           references(folder, 0) + easyFits(folder) + QStringLiteral("quit\n");
+           references(folder, 0) + easyFits(folder) + otherAnalyses(folder) +
+           QStringLiteral("quit\n");
 }
 
 QString hardText(const QString& folder, const Phantom& phantom, ImageFormat format)

@@ -1,5 +1,6 @@
 #include "Compare.h"
 
+#include "CompareAnalyses.h"
 #include "CompareHard.h"
 #include "CompareParts.h"
 #include "DemoFiles.h"
@@ -158,6 +159,7 @@ CompareResult compareEasy(const QString& folder, const Truth& truth, const Block
             results.append(compareMap(folder, kind, s, blocks, table, out));
         }
     }
+    results.append(compareAnalyses(folder, blocks, table, out));
     const CompareResult worst = *std::max_element(results.begin(), results.end());
     if (worst == compareFailed) {
         return compareFailed;

@@ -166,6 +166,12 @@ QString demoFiles::mapTiff(const QString& folder, const QString& kind, int speci
     return folder + QStringLiteral("/maps/%1-ref%2-%2.tif").arg(kind).arg(species);
 }
 
+QString demoFiles::analysisMap(const QString& folder, const QString& word)
+{
+    // The program adds the word of the map.
+    return folder + QStringLiteral("/maps/map-%1.dat").arg(word);
+}
+
 QString demoFiles::shiftMap(const QString& folder)
 {
     return folder + QStringLiteral("/maps/shift.emp");

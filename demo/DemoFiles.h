@@ -18,6 +18,8 @@ QString truthFile(const QString& folder);
 /// Text form of a map as the program names it: kind is "ratio", "dmut", one of a HardRun or, for
 /// fractions without the energy shift map, "raw".
 QString mapText(const QString& folder, const QString& kind, int species);
+/// Text of a map that no reference has, by its word, such as "dEdge".
+QString analysisMap(const QString& folder, const QString& word);
 /// 16-bit form of the same map.
 QString mapTiff(const QString& folder, const QString& kind, int species);
 QString shiftMap(const QString& folder); ///< as the program saves it
