@@ -8,26 +8,9 @@ namespace {
 /// Of the easy scan [eV].
 constexpr double energyStep = 1.0;
 
-/// Mid point of the planted mixture, from the edge [eV]: where it passes one half, which it does
-/// once. One of the three crossings that the program's mid point is the mean of is counted from the
-/// point before its own, by definition, and that takes a third of a step off.
 double plantedShift(const BlockTruth& block)
 {
-    const auto mixture = [&block](double energy) {
-        double sum = 0.0;
-        for (int s = 0; s < speciesCount; ++s) {
-            sum += block.fractions[static_cast<std::size_t>(s)] *
-                   speciesShape(Difficulty::Easy, s, energy);
-        }
-        return sum;
-    };
-    double below = demoEdgeEnergy - 8.0;
-    double above = demoEdgeEnergy + 6.0;
-    while (above - below > 1e-6) {
-        const double middle = 0.5 * (below + above);
-        (mixture(middle) < 0.5 ? below : above) = middle;
-    }
-    return below - demoEdgeEnergy - energyStep / 3.0;
+    return mixtureShift(block.fractions);
 }
 
 double plantedStep(const BlockTruth& block)
@@ -71,6 +54,25 @@ CompareResult compareAnalysis(const QString& folder, const Analysis& analysis, c
     return within ? compareWithin : compareOutside;
 }
 } // namespace
+
+double mixtureShift(const std::array<double, speciesCount>& fractions)
+{
+    const auto mixture = [&fractions](double energy) {
+        double sum = 0.0;
+        for (int s = 0; s < speciesCount; ++s) {
+            sum +=
+                fractions[static_cast<std::size_t>(s)] * speciesShape(Difficulty::Easy, s, energy);
+        }
+        return sum;
+    };
+    double below = demoEdgeEnergy - 8.0;
+    double above = demoEdgeEnergy + 6.0;
+    while (above - below > 1e-6) {
+        const double middle = 0.5 * (below + above);
+        (mixture(middle) < 0.5 ? below : above) = middle;
+    }
+    return below - demoEdgeEnergy - energyStep / 3.0;
+}
 
 CompareResult compareAnalyses(const QString& folder, const Blocks& blocks, QTextStream& table,
                               QTextStream& out)

@@ -1,4 +1,5 @@
 #include "Compare.h"
+#include "CompareAnalyses.h"
 #include "CompareHard.h"
 #include "CountRandom.h"
 #include "DemoFiles.h"
@@ -29,17 +30,24 @@ struct HardFault
     double weight;
 };
 
+/// Writes the text form of a map.
+void saveText(const QString& fname, const QVector<double>& values)
+{
+    QFile file(fname);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QTextStream out(&file);
+    for (int i = 0; i < values.size(); ++i)
+        out << i % columns * 5 + 2 << ' ' << i / columns * 5 + 2 << ' '
+            << QString::number(values[i], 'g', 6) << '\n';
+}
+
 /// Writes a map under the names and in the forms in which the program saves it.
 void saveMap(const QString& folder, const QString& kind, int species, const QVector<double>& values)
 {
-    QFile file(demoFiles::mapText(folder, kind, species));
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    QTextStream out(&file);
+    saveText(demoFiles::mapText(folder, kind, species), values);
     QVector<quint16> scaled;
-    for (int i = 0; i < values.size(); ++i) {
-        out << i % columns * 5 + 2 << ' ' << i / columns * 5 + 2 << ' '
-            << QString::number(values[i], 'g', 6) << '\n';
-        const double level = (values[i] - mapScaleMin) / (mapScaleMax - mapScaleMin);
+    for (const double value : values) {
+        const double level = (value - mapScaleMin) / (mapScaleMax - mapScaleMin);
         // The program saves what is no number as 0.
         const bool number = std::isfinite(level);
         scaled.append(number ? quint16(65535.0 * std::clamp(level, 0.0, 1.0)) : quint16(0));
@@ -67,8 +75,29 @@ void saveShift(const QString& folder, const QVector<double>& shifts)
     }
 }
 
+/// What the analyses behind the fits find where the fits find these weights and edge steps.
+void saveAnalyses(const QString& folder, const plain::Maps& maps)
+{
+    QVector<double> shifts;
+    QVector<double> jumps;
+    for (int i = 0; i < columns * columns; ++i) {
+        std::array<double, speciesCount> fractions{};
+        double jump = 0.0;
+        for (int s = 0; s < speciesCount; ++s) {
+            fractions[std::size_t(s)] = maps[{"ratio", s}][i];
+            jump += maps[{"dmut", s}][i];
+        }
+        shifts << mixtureShift(fractions);
+        jumps << jump;
+    }
+    saveText(demoFiles::analysisMap(folder, "dEdge"), shifts);
+    saveText(demoFiles::analysisMap(folder, "DMut"), jumps);
+    saveText(demoFiles::analysisMap(folder, "Cu-K-0"), jumps);
+}
+
 void saveMaps(const QString& folder, const plain::Maps& maps)
 {
+    saveAnalyses(folder, maps);
     for (auto map = maps.begin(); map != maps.end(); ++map) {
         if (map.key().first == "shift")
             saveShift(folder, map.value());
@@ -215,7 +244,7 @@ private Q_SLOTS:
     void aPlainAnalysisOfTheImagesFindsThePlantedFields()
     {
         QCOMPARE(compared(), compareWithin);
-        QCOMPARE(text_.count(" ok\n"), 2 * speciesCount + 1);
+        QCOMPARE(text_.count(" ok\n"), 2 * speciesCount + 1 + 3);
         QVERIFY(QFile::exists(dir_.filePath("pictures/truth-result-2.png")));
     }
 
@@ -249,7 +278,7 @@ private Q_SLOTS:
     void aMissingOrShortFileIsNamed()
     {
         for (const char* name : {"maps/ratio-ref2-2.dat", "maps/dmut-ref0-0.tif", "maps/shift.emp",
-                                 "maps/raw-ref0-0.dat", "truth.dat"}) {
+                                 "maps/raw-ref0-0.dat", "maps/map-dEdge.dat", "truth.dat"}) {
             const QString path = dir_.filePath(name);
             QVERIFY(QFile::copy(path, path + ".kept"));
             QVERIFY(QFile::resize(path, QFileInfo(path).size() / 2));
