@@ -4,6 +4,11 @@
 
 #include <QCheckBox>
 
+SpectraInfo positionsOf(const WalkSource& source)
+{
+    return {source.elm, {source.leastEnergy(), source.greatestEnergy()}, true};
+}
+
 AnalysisSection::AnalysisSection(AnalysisWalk walk, const QString& boxName, const QString& boxText,
                                  QWidget* parent)
     : Fold(boxName, boxText, parent)

@@ -31,6 +31,9 @@ struct SpectraInfo
     bool inWalk = false; ///< a walk's positions; else one spectrum that is shown
 };
 
+/// What is known of the positions of a walk over a source.
+SpectraInfo positionsOf(const WalkSource& source);
+
 /// Why an analysis can't be made; empty when it can.
 struct WhyNot
 {
