@@ -116,6 +116,8 @@ void Analyzer::connectForm()
 {
     connect(lcf_, &LcfSection::viewAsked, this, [this] { raisePanel(view_.get()); });
     connect(lcf_, &LcfSection::rowAdded, this, &Analyzer::addRowButton);
+    connect(elements_, &AnalysisSection::changed, view_.get(),
+            [this] { view_->setEdgeMarks(elements_->edgeMarks()); });
     connect(arithmetic_, &ArithmeticSection::changedSelection, this, &Analyzer::changedSelection);
     connect(ui_->FitsRun, &RunRow::pressed, this,
             [this] { Q_EMIT askAnalyze(AnalysisWalk::Fits); });

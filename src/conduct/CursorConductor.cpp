@@ -1,6 +1,7 @@
 #include "conduct/CursorConductor.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/elements/ElementsSection.h"
 #include "analysis/lcf/LcfSection.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
@@ -77,6 +78,9 @@ void CursorConductor::connectParts()
     connect(area, &ImgDispA::cursorMoveAsked, this, &CursorConductor::stepCursor);
     connect(area, &DispA::drawImage2, this, &CursorConductor::draw);
     connect(area, &DispA::mouseMoved0, this, &CursorConductor::onMouseMovedInDispA);
+    const ElementsSection& elements = parts_.analyzer.elements();
+    connect(&elements, &AnalysisSection::changed, &parts_.xafsView,
+            [this, &elements] { parts_.xafsView.setEdgeMarks(elements.edgeMarks()); });
     connect(&parts_.spectrumBox, &SpectrumBox::holdGapChanged, &parts_.analyzer.lcf(),
             &LcfSection::setHoldGap);
     connect(&parts_.spectrumBox, &SpectrumBox::changed, this, &CursorConductor::follow);

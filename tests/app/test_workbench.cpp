@@ -7,6 +7,7 @@
 #include "app/Translation.h"
 #include "app/Workbench.h"
 #include "common/Settings.h"
+#include "display/Fold.h"
 #include "display/ImageBox.h"
 #include "display/ImgDispA.h"
 #include "display/PanelDock.h"
@@ -278,6 +279,7 @@ private Q_SLOTS:
             faults << QString("image of %1 x %2").arg(area->width()).arg(area->height());
         for (PanelDock* dock : body_->findChildren<PanelDock*>()) {
             dock->bringUp();
+            openAllFolds(*dock);
             QTest::qWait(20);
             if (body_->size() != screen)
                 faults << QString("%1 makes it %2 x %3")
@@ -294,6 +296,18 @@ private Q_SLOTS:
     }
 
 private:
+    static void openAllFolds(const QWidget& panel)
+    {
+        for (auto* const list : panel.findChildren<QLineEdit*>("AElemNames")) {
+            list->setText("Cu Pb-L3");
+            Q_EMIT list->editingFinished();
+        }
+        for (Fold* const fold : panel.findChildren<Fold*>())
+            fold->setOpen(true);
+        for (auto* const row : panel.findChildren<QAbstractButton*>("More"))
+            row->setChecked(true);
+    }
+
     static QFileDialog* openDialog()
     {
         return qobject_cast<QFileDialog*>(QApplication::activeWindow());

@@ -1,6 +1,7 @@
 #include "analysis/elements/ElemCtrl.h"
 
 #include "common/FieldText.h"
+#include "display/FieldWidth.h"
 #include "display/NumberFields.h"
 #include "ui_ElemCtrl.h"
 
@@ -56,6 +57,8 @@ void ElemCtrl::setupLine()
     ui_->Name->setFixedWidth(widthFor(*ui_->Name, "Mm"));
     for (QLineEdit* field : {ui_->DMuT, ui_->Ratio})
         field->setFixedWidth(widthFor(*field, "-0.0304776"));
+    for (QLineEdit* field : ui_->Rest->findChildren<QLineEdit*>())
+        fitDigitsAtLeast(field, 7);
     ui_->More->setFixedWidth(arrowWidth);
     unfold(false);
 }

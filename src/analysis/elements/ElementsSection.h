@@ -2,6 +2,7 @@
 
 #include "analysis/AnalysisSection.h"
 #include "analysis/elements/ElementAnalysis.h"
+#include "display/XafsPlot.h"
 
 #include <functional>
 
@@ -36,8 +37,10 @@ public:
     void bindCommands(CommandBook& book) override;
     RunRow* runRow() const override;
 
-    /// The rows, with their energies and names for marks in plots.
     const QVector<ElemCtrl*>& elems() const { return elems_; }
+    /// The edges of the rows, to be marked in plots while the analysis is chosen; else none.
+    /// changed() tells of others.
+    QVector<EdgeMark> edgeMarks() const;
     int elementRows() const { return elems_.size(); }
     /// The row whose maps are shown; -1 without rows.
     int elementRow() const;

@@ -30,6 +30,16 @@ QVector<MapKey> ElementsSection::maps() const
     return keys;
 }
 
+QVector<EdgeMark> ElementsSection::edgeMarks() const
+{
+    QVector<EdgeMark> marks;
+    if (!isChosen())
+        return marks;
+    for (const ElemCtrl* row : elems_)
+        marks.append({row->name(), row->energy()});
+    return marks;
+}
+
 /// For other rows: those of the earlier ones are gone.
 void ElementsSection::renewMaps()
 {
