@@ -57,32 +57,44 @@ void CommandBook::choose(EX_CMD_ID id, QComboBox* box, const QString& what)
 
 void CommandBook::action(EX_CMD_ID id, Action act)
 {
-    bind(id, [act = std::move(act)](const CmdLine& cmd, CommandEnd end) {
-        act(cmd);
-        return end;
-    });
+    bind(
+        id,
+        [act = std::move(act)](const CmdLine& cmd, CommandEnd end) {
+            act(cmd);
+            return end;
+        },
+        false);
 }
 
 void CommandBook::later(EX_CMD_ID id, Start start)
 {
-    bind(id, [start = std::move(start)](const CmdLine& cmd, CommandEnd end) {
-        start(cmd, std::move(end));
-        return CommandEnd();
-    });
+    bind(
+        id,
+        [start = std::move(start)](const CmdLine& cmd, CommandEnd end) {
+            start(cmd, std::move(end));
+            return CommandEnd();
+        },
+        true);
 }
 
-void CommandBook::bind(EX_CMD_ID id, Row row)
+void CommandBook::bind(EX_CMD_ID id, Row row, bool later)
 {
     Q_ASSERT_X(!has(id), "CommandBook", "a command is bound twice");
     bound_.append(id);
-    rows_.emplace(id, std::move(row));
+    rows_.emplace(id, Bound{std::move(row), later});
+}
+
+bool CommandBook::endsLater(EX_CMD_ID id) const
+{
+    const auto row = rows_.find(id);
+    return row != rows_.end() && row->second.later;
 }
 
 CommandEnd CommandBook::run(EX_CMD_ID id, const CmdLine& cmd, CommandEnd end) const
 {
     const auto row = rows_.find(id);
     if (row != rows_.end())
-        return row->second(cmd, std::move(end));
+        return row->second.row(cmd, std::move(end));
     fault(QStringLiteral("Command not available in this version: ") + cmd.word);
     return end;
 }

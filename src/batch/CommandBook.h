@@ -50,6 +50,9 @@ public:
 
     bool has(EX_CMD_ID id) const { return rows_.count(id) != 0; }
 
+    /// The command may end behind its return.
+    bool endsLater(EX_CMD_ID id) const;
+
     /// All bindings in their order, a second one of the same command too.
     const QVector<EX_CMD_ID>& bound() const { return bound_; }
 
@@ -65,8 +68,13 @@ private:
     /// Returns the handle when the command has ended.
     using Row = std::function<CommandEnd(const CmdLine& cmd, CommandEnd end)>;
 
-    void bind(EX_CMD_ID id, Row row);
+    void bind(EX_CMD_ID id, Row row, bool later);
 
-    std::map<EX_CMD_ID, Row> rows_;
+    struct Bound
+    {
+        Row row;
+        bool later;
+    };
+    std::map<EX_CMD_ID, Bound> rows_;
     QVector<EX_CMD_ID> bound_;
 };

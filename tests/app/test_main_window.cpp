@@ -225,10 +225,11 @@ private Q_SLOTS:
         DrivenBody body;
         const QVector<EX_CMD_ID>& bound = body.batch().book().bound();
         QCOMPARE(QSet<EX_CMD_ID>(bound.begin(), bound.end()).size(), bound.size());
-        for (const ExCmdRow& row : extensionTable())
-            QVERIFY2(body.batch().book().has(row.id), qPrintable(row.word));
-        for (const ExCmdRow& row : exCmdTable())
-            QVERIFY2(row.id == ExCmdNone || body.batch().book().has(row.id), qPrintable(row.word));
+        const CommandBook& book = body.batch().book();
+        for (const ExCmdRow& row : exCmdTable() + extensionTable()) {
+            QVERIFY2(row.id == ExCmdNone || book.has(row.id), qPrintable(row.word));
+            QVERIFY2(row.later == book.endsLater(row.id), qPrintable(row.word));
+        }
     }
 
     void commandsInARemStretchDoNothing()
@@ -276,7 +277,9 @@ private Q_SLOTS:
     {
         DrivenBody body;
         QVERIFY(body.load(experiment_));
-        const auto postStart = [&body] { return body.analyzer()->lcf().refs().at(1)->spectrum().dPostS; };
+        const auto postStart = [&body] {
+            return body.analyzer()->lcf().refs().at(1)->spectrum().dPostS;
+        };
         const QPair<QString, double> steps[] = {
             {"Suggesting_Post_Start_eV 15", 10.0}, {"Suggest_Elm 1", 15.0},
             {"Suggesting_Post_Start_eV 18", 18.0}, {"suggest_for_refs 0", 10.0},

@@ -1,5 +1,6 @@
 #include "BatchText.h"
 #include "batch/CmdLine.h"
+#include "batch/CommandArguments.h"
 #include "batch/CommandTable.h"
 
 #include <QFile>
@@ -31,34 +32,39 @@ QStringList batchExamples(const QString& text)
     return lines;
 }
 
-/// Fewest arguments that a command needs: those that are neither optional nor repeated again.
-int leastArguments(const QString& arguments)
-{
-    return arguments.count('<') - arguments.count("[<");
-}
-
 QString fault(const CmdLine& line)
 {
     if (!line.valid || isKeyword(line))
         return {};
     if (!isExCmd(line))
         return "no command: " + line.line;
-    for (const ExCmdRow& command : exCmdTable() + extensionTable())
-        if (command.id == int(exCmdId(line)) &&
-            line.args.size() < leastArguments(command.arguments))
-            return "too few arguments: " + line.line;
-    return {};
+    const QVector<Argument> arguments = argumentsOf(exCmdRow(exCmdId(line))->arguments);
+    const int most = mostArguments(arguments);
+    if (line.args.size() < leastArguments(arguments))
+        return "too few arguments: " + line.line;
+    return most >= 0 && line.args.size() > most ? "too many arguments: " + line.line : QString();
 }
 
-/// The command list as the documentation holds it: a line for each command.
+QString cell(QString text)
+{
+    return text.replace('|', "\\|");
+}
+
+/// The keywords and commands as the documentation holds them: a row of a table for each.
 QString commandList()
 {
-    QString list;
+    QString list = "| Keyword | Effect |\n|---|---|\n";
+    for (const KeywordRow& keyword : keywordTable())
+        list += QString("| `%1` | %2 |\n").arg(cell(keyword.usage()), keyword.effect);
+    list += "\n| Command | Effect | Example |\n|---|---|---|\n";
     for (const ExCmdRow& command : exCmdTable() + extensionTable()) {
         if (command.id == ExCmdNone)
             continue;
-        list += "    " + command.word + (command.arguments.isEmpty() ? "" : " ") +
-                command.arguments + '\n';
+        const QString effect =
+            command.effect +
+            (command.later && command.id != ExCmdQuit ? "; the run waits for it" : "");
+        list += QString("| `%1` | %2 | `%3` |\n")
+                    .arg(cell(command.usage()), cell(effect), cell(command.exampleLine()));
     }
     return list;
 }
@@ -72,7 +78,7 @@ class TestDocumentation : public QObject
 private Q_SLOTS:
     void everyBatchExampleIsUnderstood()
     {
-        for (const char* name : {"README.md", "docs/file-formats.md", "docs/user-guide.md"}) {
+        for (const char* name : {"README.md", "docs/user-guide.md", "docs/batch-commands.md"}) {
             const QStringList lines = batchExamples(textOf(name));
             QVERIFY2(lines.size() > 3, name);
             for (const QString& line : lines)
@@ -91,9 +97,16 @@ private Q_SLOTS:
         }
     }
 
+    void everyExampleFitsItsCommand()
+    {
+        for (const ExCmdRow& command : exCmdTable() + extensionTable())
+            QVERIFY2(command.id == ExCmdNone || fault(CmdLine(command.exampleLine())).isEmpty(),
+                     qPrintable(command.word));
+    }
+
     void theCommandListIsThatOfTheProgram()
     {
-        const QString name = "docs/file-formats.md";
+        const QString name = "docs/batch-commands.md";
         const QString start = "<!-- commands -->\n\n";
         QString text = textOf(name);
         const int from = text.indexOf(start) + start.size();
