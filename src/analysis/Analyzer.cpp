@@ -6,6 +6,7 @@
 #include "analysis/lcf/LCFReference.h"
 #include "analysis/lcf/LcfSection.h"
 #include "analysis/residual/ResidualSection.h"
+#include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/NumberFields.h"
@@ -22,8 +23,6 @@
 #include <algorithm>
 
 namespace {
-
-constexpr int rowsAtStart = 4;
 
 /// The fixed buttons' ids begin here, above any row's.
 constexpr int fixedIds = 1000;
@@ -242,10 +241,8 @@ void Analyzer::chooseMap(const MapKey& key)
 
 void Analyzer::setMode(int m)
 {
-    // By number: fits of the map, residual absorption, elements, sum of images, map arithmetic,
-    // edge position.
-    Fold* const folds[] = {lcf_, residual_, elements_, nullptr, arithmetic_, dEdge_};
-    if (m < 0 || m >= static_cast<int>(std::size(folds))) {
+    const QVector<Fold*> folds = foldsByNumber();
+    if (m < 0 || m >= folds.size()) {
         fault(QStringLiteral("No analysis has the number %1").arg(m));
         return;
     }
@@ -255,6 +252,21 @@ void Analyzer::setMode(int m)
         if (fold != nullptr)
             fold->chooser()->setChecked(fold == folds[m]);
     }
+}
+
+/// Fits of the map, residual absorption, elements, sum of images, map arithmetic, edge position.
+QVector<Fold*> Analyzer::foldsByNumber() const
+{
+    return {lcf_, residual_, elements_, nullptr, arithmetic_, dEdge_};
+}
+
+void Analyzer::useAnalysis(int number, bool f)
+{
+    Fold* const fold = foldsByNumber().value(number, nullptr);
+    if (fold != nullptr)
+        fold->chooser()->setChecked(f);
+    else
+        fault(QStringLiteral("No analysis has the number %1").arg(number));
 }
 
 void Analyzer::setMapsInterrupted(AnalysisWalk walk, bool f)
@@ -397,6 +409,16 @@ MapScales Analyzer::scales() const
 void Analyzer::scaleChanged()
 {
     Q_EMIT scalesChanged();
+}
+
+void Analyzer::bindFields(CommandBook& book)
+{
+    book.onOff(ExCmdAnalyzerDispOnTime, ui_->DispOnTime);
+    book.onOff(ExCmdAnalyzerSetFixedScale, ui_->FixedScale);
+    book.number(ExCmdAnalyzerSetDMutScaleMax, ui_->DMutScaleMax);
+    book.number(ExCmdAnalyzerSetDMutScaleMin, ui_->DMutScaleMin);
+    book.number(ExCmdAnalyzerSetRatioScaleMax, ui_->RatioScaleMax);
+    book.number(ExCmdAnalyzerSetRatioScaleMin, ui_->RatioScaleMin);
 }
 
 void Analyzer::setFixedScale(bool f)

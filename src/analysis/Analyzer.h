@@ -10,6 +10,7 @@ class ArithmeticSection;
 class CommandBook;
 class DEdgeSection;
 class ElementsSection;
+class Fold;
 class LcfSection;
 class NumberFields;
 class QButtonGroup;
@@ -134,6 +135,8 @@ protected:
 private:
     Q_DISABLE_COPY(Analyzer)
 
+    static constexpr int rowsAtStart = 4; ///< reference rows, which have the first image numbers
+
     void placeSections();
     void connectSection(AnalysisSection* section);
     void connectForm();
@@ -141,6 +144,11 @@ private:
     void addRowButton();
     void pressedImage();
     bool checkImage(QAbstractButton* button);
+    QVector<Fold*> foldsByNumber() const;
+    void useAnalysis(int number, bool f);
+    QStringList imageLines() const;
+    void bindFields(CommandBook& book);
+    void bindChoiceOfAnalyses(CommandBook& book);
     void bindImageCommands(CommandBook& book);
     void bindScaleCommands(CommandBook& book);
 

@@ -13,6 +13,7 @@
 #include "app/WorkbenchStore.h"
 #include "batch/BatchCtrl.h"
 #include "batch/CommandFailure.h"
+#include "batch/HistoryPanel.h"
 #include "calibration/CalibCtrl.h"
 #include "common/Settings.h"
 #include "conduct/AnalysisConductor.h"
@@ -186,6 +187,8 @@ void Body::wireSteps()
 void Body::bindCommands(CommandBook& book)
 {
     bindRowCommands(book, *panels_->dataBox->i1Row(), *panels_->dataBox->i0Row());
+    book.bindEnter();
+    panels_->dataBox->bindCommands(book);
     panels_->spectrumBox->bindCommands(book);
     panels_->calibCtrl->bindCommands(book);
     panels_->analyzer->bindCommands(book);
@@ -200,6 +203,9 @@ void Body::bindCommands(CommandBook& book)
     explaining_->bindCommands(book);
     saving_->bindCommands(book);
     shell_->bindCommands(book);
+    panels_->history->follow(book.history());
+    connect(panels_->history.get(), &HistoryPanel::runAsked, panels_->batchCtrl.get(),
+            &BatchCtrl::runText);
 }
 
 /// Buttons of windows that this version does not have yet.
@@ -272,6 +278,7 @@ void Body::attend()
     shell_->groupDialogs();
     restoreWorkbench(*this, *workbench_, *panels_->imageBox);
     coverPages_->follow(data_, *stacks_, *folders_, *view_);
+    batch_->book().history().begin();
 }
 
 void Body::endQuietly()

@@ -9,6 +9,7 @@
 #include "app/Workbench.h"
 #include "app/WorkbenchStore.h"
 #include "batch/BatchCtrl.h"
+#include "batch/HistoryPanel.h"
 #include "common/WindowState.h"
 #include "conduct/FolderConductor.h"
 #include "conduct/SaveConductor.h"
@@ -151,6 +152,8 @@ QVector<MenuBar::Table> MenuBar::tables()
             {QT_TRANSLATE_NOOP("MenuBar", "&Batch"), "BatchCtrlB", {Qt::CTRL + Qt::Key_B}},
             {QT_TRANSLATE_NOOP("MenuBar", "&Messages"),
              [](MenuBar& b) { raisePanel(b.parts_.panels.messages.get()); }, {Qt::CTRL + Qt::Key_M}},
+            {QT_TRANSLATE_NOOP("MenuBar", "&History"),
+             [](MenuBar& b) { raisePanel(b.parts_.panels.history.get()); }, {Qt::CTRL + Qt::Key_H}},
             {QT_TRANSLATE_NOOP("MenuBar", "Save C&onfiguration"), "SaveDataConfig"},
             {},
             {QT_TRANSLATE_NOOP("MenuBar", "&Next Region"),

@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "app/Messages.h"
 #include "batch/BatchCtrl.h"
+#include "batch/HistoryPanel.h"
 #include "calibration/CalibCtrl.h"
 #include "display/ImageBox.h"
 #include "display/XafsView.h"
@@ -42,6 +43,7 @@ Panels::Panels(MapBook& book)
     , bgView(newSpectrumView(QStringLiteral("BGView"), tr("BG Specturm")))
     , batchCtrl(std::make_unique<BatchCtrl>())
     , messages(std::make_unique<Messages>())
+    , history(std::make_unique<HistoryPanel>())
 {
     bgView->setEmptyText(tr("No background spectrum: load one in step 1"));
 }
@@ -50,6 +52,6 @@ Panels::~Panels() = default;
 
 QVector<QWidget*> Panels::all() const
 {
-    return {batchCtrl.get(), analyzer.get(),  analyzer->view(),  xafsView.get(),
-            bgView.get(),    calibCtrl.get(), saveDataCfg.get(), messages.get()};
+    return {batchCtrl.get(), analyzer.get(),    analyzer->view(), xafsView.get(), bgView.get(),
+            calibCtrl.get(), saveDataCfg.get(), messages.get(),   history.get()};
 }

@@ -9,6 +9,7 @@ class Analyzer;
 class BatchCtrl;
 class CalibCtrl;
 class DataBox;
+class HistoryPanel;
 class ImageBox;
 class MapBook;
 class Messages;
@@ -41,4 +42,5 @@ public:
     const std::unique_ptr<XafsView> bgView;   ///< the background spectrum
     const std::unique_ptr<BatchCtrl> batchCtrl;
     const std::unique_ptr<Messages> messages;
+    const std::unique_ptr<HistoryPanel> history;
 };

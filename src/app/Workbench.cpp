@@ -7,6 +7,7 @@
 #include "app/StepBar.h"
 #include "app/StepButton.h"
 #include "batch/BatchCtrl.h"
+#include "batch/HistoryPanel.h"
 #include "calibration/CalibCtrl.h"
 #include "display/ImageBox.h"
 #include "display/ImgDispA.h"
@@ -48,6 +49,7 @@ const auto fitView = QStringLiteral("FitViewDock");
 const auto bgView = QStringLiteral("BGViewDock");
 const auto batchDock = QStringLiteral("BatchDock");
 const auto messagesDock = QStringLiteral("MessagesDock");
+const auto historyDock = QStringLiteral("HistoryDock");
 
 /// Panels of one step below each other.
 QWidget* column(const QVector<QWidget*>& panels)
@@ -128,6 +130,7 @@ Workbench::Workbench(QMainWindow& window, Panels& panels, QWidget& central)
     makeDock(bgView, tr("BG Specturm"), panels_.bgView.get(), false);
     makeDock(batchDock, tr("Batch"), panels_.batchCtrl.get(), false);
     makeDock(messagesDock, tr("Messages"), panels_.messages.get(), false);
+    makeDock(historyDock, tr("History"), panels_.history.get(), false);
     connect(bar_, &StepBar::stepChosen, this, [this](Step step) { openStep(step); });
     placeDocks();
     window_.installEventFilter(this);
@@ -201,12 +204,13 @@ void Workbench::placeDocks()
         dock(name)->setVisible(name != bgView);
     }
     window_.tabifyDockWidget(dock(spectrumView), dock(bgView));
-    for (const QString& name : {batchDock, messagesDock}) {
+    for (const QString& name : {batchDock, messagesDock, historyDock}) {
         dock(name)->setFloating(false);
         window_.addDockWidget(Qt::BottomDockWidgetArea, dock(name));
         dock(name)->hide();
     }
     window_.tabifyDockWidget(dock(batchDock), dock(messagesDock));
+    window_.tabifyDockWidget(dock(messagesDock), dock(historyDock));
     comesUp(step_);
     sized_ = false;
     sizeDocks();
@@ -335,7 +339,7 @@ void Workbench::focusNextRegion()
 {
     QVector<QWidget*> regions{
         bar_,          stepDock(step_), window_.centralWidget(), dock(spectrumView),
-        dock(fitView), dock(batchDock), dock(messagesDock)};
+        dock(fitView), dock(batchDock), dock(messagesDock),      dock(historyDock)};
     regions.erase(std::remove_if(regions.begin(), regions.end(),
                                  [](const QWidget* w) { return !w->isVisible(); }),
                   regions.end());

@@ -115,6 +115,13 @@ void BatchCtrl::execCmdsSlot()
     Q_EMIT doDispatchCmds(text());
 }
 
+void BatchCtrl::runText(const QString& text)
+{
+    startPending_ = false;
+    stopRun();
+    Q_EMIT doDispatchCmds(text);
+}
+
 void BatchCtrl::execBatchSlot()
 {
     if (firstRunEnded_ || !dispatcher_)

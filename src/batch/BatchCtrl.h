@@ -82,6 +82,9 @@ public Q_SLOTS:
     /// The batch file that the command line names: as load().
     void setBatchFile(const QString& fname);
 
+    /// Runs a text that is not the editor's, in place of what runs.
+    void runText(const QString& text);
+
     /// Unattended start: once the run of the configuration's own lines has come to its end, the
     /// editor's text is started by what amounts to "Stop", then "Exec.". "Stop" before that calls
     /// the start off.

@@ -1,6 +1,8 @@
 #include "batch/CommandBook.h"
 
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
+#include "batch/CommandTable.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
 
@@ -30,17 +32,35 @@ void select(QComboBox* box, const QString& what, const CmdLine& cmd)
 
 } // namespace
 
+/// A command that shows its argument in a field, after its own manner.
+void CommandBook::field(EX_CMD_ID id, QLineEdit* field, QString (*shown)(const QString& text))
+{
+    action(id, [field, shown](const CmdLine& cmd) { enter(field, shown(cmd.arg(0))); });
+    fields_.emplace(id, field);
+    history_.follow([id, field, shown] {
+        const QString text = field->text();
+        // What the command would show otherwise is entered as it stands.
+        return QStringList(shown(text) == text ? batchLine(id, {text})
+                                               : batchLine(ExCmdEnter, {exCmdName(id), text}));
+    });
+}
+
 void CommandBook::whole(EX_CMD_ID id, QLineEdit* field)
 {
-    action(id, [field](const CmdLine& cmd) { enter(field, QString::number(intArg(cmd, 0))); });
+    this->field(id, field, [](const QString& text) { return QString::number(text.toInt()); });
 }
 
 void CommandBook::number(EX_CMD_ID id, QLineEdit* field)
 {
-    action(id, [field](const CmdLine& cmd) { enter(field, fieldText(doubleArg(cmd, 0))); });
+    this->field(id, field, [](const QString& text) { return fieldText(text.toDouble()); });
 }
 
 void CommandBook::text(EX_CMD_ID id, QLineEdit* field)
+{
+    this->field(id, field, [](const QString& text) { return text; });
+}
+
+void CommandBook::textUnfollowed(EX_CMD_ID id, QLineEdit* field)
 {
     action(id, [field](const CmdLine& cmd) { enter(field, cmd.arg(0)); });
 }
@@ -48,11 +68,32 @@ void CommandBook::text(EX_CMD_ID id, QLineEdit* field)
 void CommandBook::onOff(EX_CMD_ID id, QAbstractButton* button)
 {
     action(id, [button](const CmdLine& cmd) { button->setChecked(onArg(cmd, 0)); });
+    history_.follow([id, button] { return QStringList(batchLine(id, button->isChecked())); });
+}
+
+void CommandBook::check(EX_CMD_ID id, QAbstractButton* button)
+{
+    action(id, [button](const CmdLine&) { button->setChecked(true); });
+    history_.follow(
+        [id, button] { return button->isChecked() ? QStringList(batchLine(id)) : QStringList(); });
 }
 
 void CommandBook::choose(EX_CMD_ID id, QComboBox* box, const QString& what)
 {
     action(id, [box, what](const CmdLine& cmd) { select(box, what, cmd); });
+    history_.follow(
+        [id, box] { return QStringList(batchLine(id, {QString::number(box->currentIndex())})); });
+}
+
+void CommandBook::bindEnter()
+{
+    action(ExCmdEnter, [this](const CmdLine& cmd) {
+        const auto known = fields_.find(exCmdId(CmdLine(cmd.arg(0))));
+        if (known == fields_.end())
+            fault(QStringLiteral("No field is set by a command \"%1\"").arg(cmd.arg(0)));
+        else
+            enter(known->second, cmd.arg(1));
+    });
 }
 
 void CommandBook::action(EX_CMD_ID id, Action act)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "batch/CommandEnd.h"
+#include "batch/History.h"
 #include "common/ExCmdId.h"
 
 #include <QVector>
@@ -25,6 +26,10 @@ public:
     using Action = std::function<void(const CmdLine& cmd)>;
     using Start = std::function<void(const CmdLine& cmd, CommandEnd end)>;
 
+    /// What the user does, as lines of these commands. Fields and buttons that are bound below are
+    /// followed in it; whoever binds functions tells it of what they set.
+    History& history() { return history_; }
+
     // Each command is bound once: a second binding is an error of the program, and has no effect.
     // Rows of fields take argument 0, and go by CommandArgs.h; the fields send the signals that
     // they send when their values change.
@@ -35,12 +40,25 @@ public:
     void number(EX_CMD_ID id, QLineEdit* field);
     void text(EX_CMD_ID id, QLineEdit* field);
 
+    /// The last one, of a field that whoever binds it follows in the history itself.
+    void textUnfollowed(EX_CMD_ID id, QLineEdit* field);
+
     /// Checks the button when the argument is 1, and unchecks it otherwise.
     void onOff(EX_CMD_ID id, QAbstractButton* button);
 
     /// Selects the item of that index. One that there is not is a fault, in which `what` names the
     /// kind of item ("edge"), and changes nothing.
     void choose(EX_CMD_ID id, QComboBox* box, const QString& what);
+
+    /// Lets the command that enters any text do so in a field whose own command is a function.
+    void enterable(EX_CMD_ID id, QLineEdit* field) { fields_.emplace(id, field); }
+
+    /// The button alone, which the command checks: one of an exclusive group.
+    void check(EX_CMD_ID id, QAbstractButton* button);
+
+    /// The command that enters any text into the field of another command: numbers that are typed
+    /// may have more digits than those of a command.
+    void bindEnter();
 
     /// A command that has ended when the function returns.
     void action(EX_CMD_ID id, Action act);
@@ -69,6 +87,7 @@ private:
     using Row = std::function<CommandEnd(const CmdLine& cmd, CommandEnd end)>;
 
     void bind(EX_CMD_ID id, Row row, bool later);
+    void field(EX_CMD_ID id, QLineEdit* field, QString (*shown)(const QString& text));
 
     struct Bound
     {
@@ -76,5 +95,7 @@ private:
         bool later;
     };
     std::map<EX_CMD_ID, Bound> rows_;
+    std::map<EX_CMD_ID, QLineEdit*> fields_;
+    History history_;
     QVector<EX_CMD_ID> bound_;
 };

@@ -1,5 +1,6 @@
 #include "calibration/CalibCtrl.h"
 
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "common/Crystals.h"
@@ -381,8 +382,13 @@ void CalibCtrl::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
     book.action(ExCmdCalibShowWindow, [this](const Cmd&) { raisePanel(this); });
-    book.action(ExCmdCalibLoadStd, [this](const Cmd& c) { loadStd(c.arg(0)); });
-    book.text(ExCmdCalibSetEdgeEV, ui_->EdgeEeV);
+    book.action(ExCmdCalibLoadStd, [this](const Cmd& c) {
+        if (c.args.isEmpty())
+            ui_->SelectStd->clear();
+        else
+            loadStd(c.arg(0));
+    });
+    book.textUnfollowed(ExCmdCalibSetEdgeEV, ui_->EdgeEeV);
     book.action(ExCmdCalibType, [this](const Cmd& c) { setType(intArg(c, 0)); });
     book.action(ExCmdCalibTargetBackground,
                 [this](const Cmd& c) { setTargetBackground(intArg(c, 0)); });
@@ -393,4 +399,33 @@ void CalibCtrl::bindCommands(CommandBook& book)
     book.action(ExCmdCalibCrystal, [this](const Cmd& c) { setCrystal(intArg(c, 0)); });
     book.onOff(ExCmdCalibStdHint, ui_->StdUseHint);
     book.onOff(ExCmdCalibCheckSize, ui_->CheckSize);
+    tellHistory(book.history());
+}
+
+void CalibCtrl::tellHistory(History& history) const
+{
+    const auto number = [](int n) { return QString::number(n); };
+    history.follow(ExCmdCalibStdBackground, [this, number] {
+        return number(ui_->StdBGVictreen->isChecked() ? VictLine::Victoreen : VictLine::Straight);
+    });
+    history.follow(
+        [this] {
+            return QStringList{batchLine(ExCmdCalibLoadStd, {stdFileName()}),
+                               batchLine(ExCmdCalibSetEdgeEV, {ui_->EdgeEeV->text()})};
+        },
+        History::AllTogether); // the standard brings an edge of its own
+    history.follow(ExCmdCalibTargetBackground, [this, number] {
+        return number(ui_->TargetBGVictreen->isChecked() ? VictLine::Victoreen
+                                                         : VictLine::Straight);
+    });
+    history.follow(ExCmdCalibType,
+                   [this, number] { return number(ui_->CalibTypeInnerP->isChecked() ? 1 : 0); });
+    history.follow(ExCmdCalibCrystal,
+                   [this, number] { return number(ui_->SelCrystal->currentIndex()); });
+    history.follow([this] {
+        QStringList numbers;
+        for (const QLineEdit* field : {ui_->DEw, ui_->DEs, ui_->MinDEs})
+            numbers << energyText(field->text().toDouble());
+        return QStringList(batchLine(ExCmdCalibInnerRange, numbers));
+    });
 }

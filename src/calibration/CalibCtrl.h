@@ -10,6 +10,7 @@
 #include <optional>
 
 class CommandBook;
+class History;
 class LateDialog;
 class NumberFields;
 class Ui_CalibCtrl;
@@ -118,6 +119,7 @@ private:
     void useHint();
     void tellStandard();
     void showStdMark();
+    void tellHistory(History& history) const;
 
     const std::unique_ptr<Ui_CalibCtrl> ui_;
     LateDialog* const loadDialog_;

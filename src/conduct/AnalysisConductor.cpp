@@ -22,7 +22,6 @@
 #include <QCoreApplication>
 #include <QDebug>
 
-
 #include <utility>
 
 namespace {
@@ -35,6 +34,13 @@ constexpr MapKey outcomesKey{MapKind::Outcomes, 0};
 /// Walks in the log.
 constexpr const char* walkNames[analysisWalks] = {"2D analysis", "Residual absorption analysis",
                                                   "Element analysis"};
+
+EX_CMD_ID commandOf(AnalysisWalk walk)
+{
+    constexpr EX_CMD_ID commands[analysisWalks] = {ExCmdAnalyzerExecLCF, ExCmdAnalyzerExecRa,
+                                                   ExCmdAnalyzerExecElems};
+    return commands[int(walk)];
+}
 
 QString nameOf(AnalysisWalk walk)
 {
@@ -90,13 +96,11 @@ void AnalysisConductor::connectPanel(CursorConductor& cursor)
 
 void AnalysisConductor::bindCommands(CommandBook& book)
 {
-    const std::pair<EX_CMD_ID, AnalysisWalk> walks[] = {
-        {ExCmdAnalyzerExecLCF, AnalysisWalk::Fits},
-        {ExCmdAnalyzerExecRa, AnalysisWalk::Residual},
-        {ExCmdAnalyzerExecElems, AnalysisWalk::Elements}};
-    for (const auto& walk : walks) {
-        book.later(walk.first, [this, kind = walk.second](const CmdLine&, CommandEnd end) {
-            startWalk(kind, std::move(end));
+    history_ = &book.history();
+    for (int i = 0; i < analysisWalks; ++i) {
+        const auto walk = AnalysisWalk(i);
+        book.later(commandOf(walk), [this, walk](const CmdLine&, CommandEnd end) {
+            startWalk(walk, std::move(end));
         });
     }
 }
@@ -131,7 +135,16 @@ void AnalysisConductor::startOrStop(AnalysisWalk walk)
     if (walk_.running)
         stop2DAnalysis();
     else
-        startWalk(walk, {});
+        start(walk);
+}
+
+void AnalysisConductor::start(AnalysisWalk walk)
+{
+    if (history_) {
+        history_->settle();
+        history_->add(commandOf(walk));
+    }
+    startWalk(walk, {});
 }
 
 /// Starts a walk in place of the one that runs.

@@ -17,6 +17,7 @@
 
 class Analyzer;
 class CommandBook;
+class History;
 struct MapOrigin;
 class CursorConductor;
 class MapBook;
@@ -76,7 +77,7 @@ public:
     void setChoosesMap(bool f) { choosesMap_ = f; }
 
 public Q_SLOTS:
-    void start(AnalysisWalk walk) { startWalk(walk, {}); }
+    void start(AnalysisWalk walk);
     /// The buttons: start a walk over the selected area, or stop the one that runs.
     void start2DAnalysis();
     void startRA2DAnalysis();
@@ -147,6 +148,7 @@ private:
     QThread thread_;
     const std::unique_ptr<AnalyzeProc> proc_; ///< lives in thread_
     WalkConductor& walks_;
+    History* history_ = nullptr; ///< once commands are bound
     Run walk_;
     bool choosesMap_ = false;
 };

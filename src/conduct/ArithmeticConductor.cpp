@@ -45,6 +45,24 @@ void ArithmeticConductor::bindCommands(CommandBook& book)
     book.action(ExCmdAnalyzerMap1Load, [this](const CmdLine& c) { load(1, c.arg(0)); });
     book.action(ExCmdAnalyzerMap2Load, [this](const CmdLine& c) { load(2, c.arg(0)); });
     book.action(ExCmdAnalyzerProcess, [this](const CmdLine& c) { processByNumber(c.arg(0)); });
+    tellHistory(book.history());
+}
+
+/// What the section asks for, once it is done.
+void ArithmeticConductor::tellHistory(History& history) const
+{
+    const ArithmeticSection* const section = &parts_.section;
+    connect(section, &ArithmeticSection::captureAsked, &history, [&history](int operand) {
+        history.add(operand == 1 ? ExCmdAnalyzerMap1Capture : ExCmdAnalyzerMap2Capture);
+    });
+    connect(section, &ArithmeticSection::fileChosen, &history,
+            [&history](int operand, const QString& file) {
+                history.add(operand == 1 ? ExCmdAnalyzerMap1Load : ExCmdAnalyzerMap2Load, {file});
+            });
+    connect(section, &ArithmeticSection::processAsked, &history,
+            [&history](MapOperation operation) {
+                history.add(ExCmdAnalyzerProcess, {QString::number(int(operation))});
+            });
 }
 
 void ArithmeticConductor::capture(int operand)

@@ -8,6 +8,7 @@
 class ArithmeticSection;
 class CalibConductor;
 class CommandBook;
+class History;
 class SourceReader;
 class ViewConductor;
 
@@ -40,6 +41,7 @@ public Q_SLOTS:
     void process(MapOperation operation);
 
 private:
+    void tellHistory(History& history) const;
     void take(int operand, const Analyzed2DRes& source, const MapOrigin& origin, bool whole);
     bool hasPicture(int operand) const;
     QString processFault(AnalyzeCond& walk) const;

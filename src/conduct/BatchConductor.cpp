@@ -89,6 +89,7 @@ void BatchConductor::execCmdSlot(const CmdLine& cmd, bool inRem)
 CommandEnd BatchConductor::carryOut(EX_CMD_ID id, const CmdLine& cmd)
 {
     const FaultCollector faults(failurePlace(cmd));
+    const History::Hold hold(book_.history());
     CommandEnd end = book_.run(id, cmd, endOf(id, cmd));
     recordFaults(cmd, faults.faults());
     return end;

@@ -1,5 +1,6 @@
 #include "conduct/CalibConductor.h"
 
+#include "batch/BatchLine.h"
 #include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
@@ -74,6 +75,26 @@ void CalibConductor::bindCommands(CommandBook& book)
     book.action(ExCmdCalibSaveMap, [this](const Cmd& c) { saveEMap(c.arg(0)); });
     book.action(ExCmdCalibNormalizeShift, [this](const Cmd&) { normalizeEShift(); });
     book.action(ExCmdCalibFormerMap, [this](const Cmd&) { swapFormerMap(); });
+    history_ = &book.history();
+    tellHistory();
+}
+
+/// What the panel asks for, once it is done.
+void CalibConductor::tellHistory()
+{
+    const CalibCtrl* const panel = &parts_.panel;
+    const std::pair<void (CalibCtrl::*)(), EX_CMD_ID> deeds[] = {
+        {&CalibCtrl::clearMap, ExCmdCalibClearMap},
+        {&CalibCtrl::formerMap, ExCmdCalibFormerMap},
+        {&CalibCtrl::normalizeEShift, ExCmdCalibNormalizeShift}};
+    for (const auto& deed : deeds)
+        connect(panel, deed.first, history_, [this, id = deed.second] { history_->add(id); });
+    const std::pair<void (CalibCtrl::*)(const QString&), EX_CMD_ID> files[] = {
+        {&CalibCtrl::saveEMap, ExCmdCalibSaveMap}, {&CalibCtrl::loadEMap, ExCmdCalibLoadMap}};
+    for (const auto& deed : files) {
+        connect(panel, deed.first, history_,
+                [this, id = deed.second](const QString& file) { history_->add(id, {file}); });
+    }
 }
 
 void CalibConductor::newStdFile()
@@ -87,10 +108,16 @@ void CalibConductor::newStdFile()
 
 void CalibConductor::execCalibration()
 {
-    if (run_.running)
+    if (run_.running) {
         stop();
-    else
-        startCalibration(false);
+        return;
+    }
+    // What comes behind goes by the map, so the batch waits for it.
+    if (history_) {
+        history_->settle();
+        history_->add({batchLine(ExCmdCalibExec), batchLine(ExCmdCalibWait)});
+    }
+    startCalibration(false);
 }
 
 /// Starts a calibration in place of the one that runs.

@@ -14,6 +14,7 @@ class CalibCtrl;
 class CalibKernel;
 class CommandBook;
 class CursorConductor;
+class History;
 class MapBook;
 class SourceReader;
 class SpectrumBox;
@@ -104,6 +105,7 @@ private:
 
     // CalibConductor.cpp
     void connectPanel();
+    void tellHistory();
     void startCalibration(bool ofBatch);
     void startWalk(const AnalyzeCond& walk, const SharedSource& source, const CalibKernel& kernel);
     QString calibrationFault(AnalyzeCond& walk) const;
@@ -134,6 +136,7 @@ private:
     XafsSpectrum stdSpectrum_; ///< copy of the panel's standard
     Run run_;
     std::optional<ShiftMap::MedianAndSpread> spread_; ///< of the map in force, once it is filled
+    History* history_ = nullptr;                      ///< once commands are bound
     ShiftMap replacedMap_;                            ///< by the calibration that runs
     std::optional<ShiftMap> formerMap_;               ///< none as long as no map was replaced
     QString unheardStop_; ///< why a batch's was stopped by other images, until the batch is told

@@ -3,6 +3,7 @@
 #include "analysis/Analyzer.h"
 #include "analysis/elements/ElementsSection.h"
 #include "analysis/lcf/LcfSection.h"
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "calibration/CalibCtrl.h"
@@ -108,10 +109,18 @@ void CursorConductor::bindCommands(CommandBook& book)
     XafsView& view = parts_.xafsView;
     book.action(ExCmdMovePosition,
                 [this](const Cmd& c) { moveCursor(intArg(c, 0), intArg(c, 1)); });
-    book.action(ExCmdXafsViewNormalize, [&view](const Cmd& c) { view.setNormalize(onArg(c, 0)); });
-    book.action(ExCmdXafsViewEnergyCorrection,
-                [&view](const Cmd& c) { view.setEnergyCorrection(onArg(c, 0)); });
+    book.onOff(ExCmdXafsViewNormalize, view.box(XafsView::Normalize));
+    book.onOff(ExCmdXafsViewEnergyCorrection, view.box(XafsView::CorrectEnergy));
+    book.onOff(ExCmdXafsViewRaw, view.box(XafsView::Raw));
+    book.onOff(ExCmdXafsViewFft, view.box(XafsView::Frequencies));
     book.action(ExCmdSaveSpectra, [&view](const Cmd& c) { view.saveData(c.arg(0)); });
+    History& history = book.history();
+    connect(&view, &XafsView::saveAsked, &history,
+            [&history](const QString& file) { history.add(ExCmdSaveSpectra, {file}); });
+    history.followCursor([this] {
+        return QStringList(
+            batchLine(ExCmdMovePosition, {QString::number(curX_), QString::number(curY_)}));
+    });
 }
 
 void CursorConductor::setStopRedraw(bool on)

@@ -1,8 +1,11 @@
 #include "conduct/DarkConductor.h"
 
+#include "batch/BatchLine.h"
+#include "batch/CmdLine.h"
 #include "batch/CommandBook.h"
 #include "common/Cfg.h"
 #include "common/Fault.h"
+#include "common/FieldText.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
 #include "conduct/SourceReader.h"
@@ -73,6 +76,39 @@ void DarkConductor::bindCommands(CommandBook& book)
     book.action(ExCmdSetI1DarkArea, [this](const CmdLine&) { setI1DarkArea(); });
     book.action(ExCmdClearI0DarkArea, [this](const CmdLine&) { clearI0DarkArea(); });
     book.action(ExCmdClearI1DarkArea, [this](const CmdLine&) { clearI1DarkArea(); });
+    book.action(ExCmdUpdateI0DarkArea, [this](const CmdLine&) { clearUpdateI0DarkArea(); });
+    book.action(ExCmdUpdateI1DarkArea, [this](const CmdLine&) { clearUpdateI1DarkArea(); });
+    book.action(ExCmdDarkFile, [this](const CmdLine& c) {
+        if (c.args.isEmpty())
+            clearDark();
+        else
+            selectedDark(c.arg(0));
+    });
+    tellHistory(book.history());
+}
+
+/// What the rows ask for, once it is done.
+void DarkConductor::tellHistory(History& history) const
+{
+    using Row = SelectDataFiles;
+    const struct
+    {
+        void (Row::*asked)();
+        EX_CMD_ID i1, i0;
+    } deeds[] = {{&Row::setDarkArea, ExCmdSetI1DarkArea, ExCmdSetI0DarkArea},
+                 {&Row::updateDarkArea, ExCmdUpdateI1DarkArea, ExCmdUpdateI0DarkArea},
+                 {&Row::clearDarkArea, ExCmdClearI1DarkArea, ExCmdClearI0DarkArea}};
+    for (const auto& deed : deeds) {
+        connect(box_.i1Row(), deed.asked, &history, [&history, id = deed.i1] { history.add(id); });
+        connect(box_.i0Row(), deed.asked, &history, [&history, id = deed.i0] { history.add(id); });
+    }
+    // The file brings an exposure of its own.
+    const auto darkLines = [this] {
+        const QString file = data_.dark ? data_.dark->fileName : QString();
+        return QStringList{batchLine(ExCmdDarkFile, {file}),
+                           batchLine(ExCmdDarkExposure, {shortestText(box_.darkExposure())})};
+    };
+    history.follow(darkLines, History::AllTogether);
 }
 
 QStringList DarkConductor::loadDefaultErrPoints(const QString& place)

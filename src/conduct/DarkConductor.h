@@ -5,6 +5,7 @@
 
 class CommandBook;
 class DataBox;
+class History;
 class ImageBox;
 class SourceReader;
 class StackConductor;
@@ -55,6 +56,7 @@ Q_SIGNALS:
 private:
     void connectBox();
     void connectStack(ImageStack& stack);
+    void tellHistory(History& history) const;
     void setDarkArea(ImageStack& stack);
     void fillDarkAverages(ImageStack& stack);
     void refillDarkAverages(ImageStack& stack);

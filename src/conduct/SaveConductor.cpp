@@ -28,19 +28,22 @@ SaveConductor::SaveConductor(const Parts& parts, ViewConductor& view, QWidget& w
     : parts_(parts)
     , view_(view)
     , window_(window)
-    , saveDataDialog_(newDialog(tr("Save Data"), {}, {}, &SaveConductor::saveData))
-    , saveAllDataDialog_(newDialog(tr("Save All"), {}, {}, &SaveConductor::saveAllData))
+    , saveDataDialog_(newDialog(tr("Save Data"), {}, {}, ExCmdSaveData, &SaveConductor::saveData))
+    , saveAllDataDialog_(
+          newDialog(tr("Save All"), {}, {}, ExCmdSaveAllData, &SaveConductor::saveAllData))
 {
     const QStringList pictures = {tr("Image File (*.png)"), tr("Any Files (* *.*)")};
     const QString png = QStringLiteral("png"); // a picture's format is told by its name
-    connectBox(newDialog(tr("Save Image"), pictures, png, &SaveConductor::saveImage),
-               newDialog(tr("Save All Images"), pictures, png, &SaveConductor::saveAllImages));
+    connectBox(
+        newDialog(tr("Save Image"), pictures, png, ExCmdSaveImage, &SaveConductor::saveImage),
+        newDialog(tr("Save All Images"), pictures, png, ExCmdSaveAllImages,
+                  &SaveConductor::saveAllImages));
     connect(&parts_.book, &MapBook::changed, this, &SaveConductor::forgetSaved);
 }
 
 /// A dialog for files to be saved; without filters its user sets them.
 LateDialog* SaveConductor::newDialog(const QString& title, const QStringList& filters,
-                                     const QString& suffix, Save save)
+                                     const QString& suffix, EX_CMD_ID command, Save save)
 {
     const auto make = [this, filters, suffix] {
         auto* dialog = new FileDialog(&window_);
@@ -53,7 +56,13 @@ LateDialog* SaveConductor::newDialog(const QString& title, const QStringList& fi
     };
     auto* dialog = new LateDialog(make, &window_);
     dialog->setTitle(title);
-    connect(dialog, &LateDialog::fileSelected, this, save);
+    connect(dialog, &LateDialog::fileSelected, this, [this, save, command](const QString& file) {
+        if (history_) {
+            history_->settle();
+            history_->add(command, {file});
+        }
+        (this->*save)(file);
+    });
     return dialog;
 }
 
@@ -77,6 +86,10 @@ void SaveConductor::bindCommands(CommandBook& book)
     book.action(ExCmdSaveDataAsTiff, [this](const Cmd& c) {
         saveDataAsTiff(c.arg(0), parts_.panel.lcf().firstUsedRow());
     });
+    book.action(ExCmdSaveFlatDark, [this](const Cmd&) { saveFlatDark(); });
+    history_ = &book.history();
+    connect(&parts_.saveBox, &SaveBox::saveFlatDark, history_,
+            [this] { history_->add(ExCmdSaveFlatDark); });
 }
 
 void SaveConductor::saveImage(const QString& fname)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/ExCmdId.h"
 #include "image/DisplayRange.h"
 #include "maps/MapKinds.h"
 #include "output/MapExport.h"
@@ -14,6 +15,7 @@
 class Analyzed2DRes;
 class Analyzer;
 class CommandBook;
+class History;
 class ImageBox;
 class LateDialog;
 class MapBook;
@@ -81,7 +83,7 @@ private:
     using Save = void (SaveConductor::*)(const QString& fname);
 
     LateDialog* newDialog(const QString& title, const QStringList& filters, const QString& suffix,
-                          Save save);
+                          EX_CMD_ID command, Save save);
     void connectBox(LateDialog* image, LateDialog* allImages);
     void showDialogOfForm(LateDialog& dialog);
     bool savePictureOf(const QImage& picture, const QImage& bar, const QString& file,
@@ -102,6 +104,7 @@ private:
     LateDialog* saveDataDialog_;
     LateDialog* saveAllDataDialog_;
     WrittenMaps writtenMaps_;
-    std::set<MapKey> saved_; ///< of the maps as they are
+    History* history_ = nullptr; ///< once commands are bound
+    std::set<MapKey> saved_;     ///< of the maps as they are
     QString lastFault_;
 };

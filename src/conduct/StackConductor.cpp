@@ -25,15 +25,37 @@ bool isNewMode(const CmdLine& cmd)
     return cmd.arg(0).toUpper() == QLatin1String("NEW");
 }
 
+QStringList matchingFiles(const QString& folder, const QStringList& filters)
+{
+    QStringList files = QDir(folder).entryList(filters, QDir::Files, QDir::NoSort);
+    sortNaturally(files);
+    for (QString& file : files)
+        file.prepend(folder);
+    return files;
+}
+
+/// The filter by the common start of the names that finds just these files of the folder in this
+/// order; empty without one.
+QString patternOf(const QStringList& files, const QString& folder)
+{
+    QString start = files.first();
+    for (const QString& file : files) {
+        while (!file.startsWith(start))
+            start.chop(1);
+    }
+    const QString name = start.mid(folder.size());
+    const QString filter = name + QStringLiteral("*.") + QFileInfo(files.first()).suffix();
+    const bool plain = start.size() >= folder.size() && !name.contains(QLatin1Char('*')) &&
+                       !name.contains(QLatin1Char('?')) && !name.contains(QLatin1Char('['));
+    return plain && files.size() > 1 && matchingFiles(folder, {filter}) == files ? filter
+                                                                                 : QString();
+}
+
 /// Files of a folder by name filters, in their natural order; the folder's text stands directly in
 /// front of each name.
 QStringList filesOfPattern(const CmdLine& cmd)
 {
-    const QString folder = cmd.arg(1);
-    QStringList files = QDir(folder).entryList(cmd.args.mid(2), QDir::Files, QDir::NoSort);
-    sortNaturally(files);
-    for (QString& file : files)
-        file.prepend(folder);
+    const QStringList files = matchingFiles(cmd.arg(1), cmd.args.mid(2));
     if (files.isEmpty())
         fault(QStringLiteral("No files to load: ") + cmd.simplified);
     return files;
@@ -75,9 +97,16 @@ StackConductor::StackConductor(Measurement& data, DataBox& box, const BatchCtrl&
 
 void StackConductor::setup(Loading& loading)
 {
-    connect(loading.row, &SelectDataFiles::clear, this, [this, &loading] { clear(loading); });
-    connect(loading.row, &SelectDataFiles::energiesApplied, this,
-            [this, &loading] { applyEnergies(*loading.stack); });
+    connect(loading.row, &SelectDataFiles::clear, this, [this, &loading] {
+        if (&loading == &i1_)
+            clearI1Files();
+        else
+            clearI0Files();
+    });
+    connect(loading.row, &SelectDataFiles::energiesApplied, this, [this, &loading] {
+        applyEnergies(*loading.stack);
+        tellHistory(loading, ExCmdEngApplyI1, ExCmdEngApplyI0);
+    });
     LoadTiff* const loader = loading.loader.get();
     loader->moveToThread(&loading.thread);
     connect(loader, &LoadTiff::progressed, this, [this, &loading](int done, int total) {
@@ -122,6 +151,9 @@ void StackConductor::stopLoads()
 void StackConductor::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
+    history_ = &book.history();
+    // A load chooses its last image by itself.
+    connect(this, &StackConductor::loaded, history_, &History::accept);
     book.action(ExCmdClearI1Files, [this](const Cmd&) { clearI1Files(); });
     book.action(ExCmdClearI0Files, [this](const Cmd&) { clearI0Files(); });
     book.action(ExCmdEngApplyI1, [this](const Cmd&) { applyEnergies(data_.i1); });
@@ -167,11 +199,13 @@ bool StackConductor::isLoading(const ImageStack& stack) const
 void StackConductor::clearI1Files()
 {
     clear(i1_);
+    tellHistory(i1_, ExCmdClearI1Files, ExCmdClearI0Files);
 }
 
 void StackConductor::clearI0Files()
 {
     clear(i0_);
+    tellHistory(i0_, ExCmdClearI1Files, ExCmdClearI0Files);
 }
 
 void StackConductor::clear(Loading& loading)
@@ -187,13 +221,38 @@ void StackConductor::clear(Loading& loading)
     Q_EMIT cleared(&stack);
 }
 
+void StackConductor::tellHistory(const Loading& loading, EX_CMD_ID ofI1, EX_CMD_ID ofI0,
+                                 const QStringList& arguments) const
+{
+    if (history_)
+        history_->add(&loading == &i1_ ? ofI1 : ofI0, arguments);
+}
+
+/// Before the load, which goes by the controls as they stand.
+void StackConductor::tellLoad(const Loading& loading, const QStringList& files, bool newFile) const
+{
+    if (!history_ || files.isEmpty())
+        return;
+    history_->settle();
+    const QString mode = newFile ? QStringLiteral("new") : QStringLiteral("add");
+    const QString folder = QFileInfo(files.first()).path() + QLatin1Char('/');
+    const QString filter = patternOf(files, folder);
+    if (filter.isEmpty())
+        tellHistory(loading, ExCmdLoadI1Files, ExCmdLoadI0Files, QStringList(mode) + files);
+    else
+        tellHistory(loading, ExCmdLoadI1FilesOfPattern, ExCmdLoadI0FilesOfPattern,
+                    {mode, folder, filter});
+}
+
 void StackConductor::readI1Files(const QStringList& files, bool newFile)
 {
+    tellLoad(i1_, files, newFile);
     read(i1_, prepareRead(i1_, files, newFile, CmdLine(), {}));
 }
 
 void StackConductor::readI0Files(const QStringList& files, bool newFile)
 {
+    tellLoad(i0_, files, newFile);
     read(i0_, prepareRead(i0_, files, newFile, CmdLine(), {}));
 }
 

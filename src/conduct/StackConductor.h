@@ -13,6 +13,7 @@ class BatchCtrl;
 class CmdLine;
 class CommandBook;
 class DataBox;
+class History;
 class SelectDataFiles;
 struct ImagePair;
 struct ImageStack;
@@ -92,12 +93,15 @@ private:
         int jobsSent = 0;
         int firstValidJob = 0; ///< images of earlier jobs were cleared before they came
         int jobsDone = 0;
-        int failedFiles = 0; ///< of the last load
+        int failedFiles = 0;            ///< of the last load
         std::map<int, Waiting> waiting; ///< by the job's number
     };
 
     void setup(Loading& loading);
     const Loading& loadingOf(const ImageStack& stack) const;
+    void tellHistory(const Loading& loading, EX_CMD_ID ofI1, EX_CMD_ID ofI0,
+                     const QStringList& arguments = {}) const;
+    void tellLoad(const Loading& loading, const QStringList& files, bool newFile) const;
     void clear(Loading& loading);
     void load(Loading& loading, bool byPattern, const CmdLine& cmd, CommandEnd end);
     LoadJob newJob(Loading& loading, const QStringList& files, const CmdLine& cmd);
@@ -113,6 +117,7 @@ private:
 
     Measurement& data_;
     const BatchCtrl& batch_;
+    History* history_ = nullptr; ///< once commands are bound
     Loading i1_;
     Loading i0_;
 };

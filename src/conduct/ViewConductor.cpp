@@ -1,8 +1,6 @@
 #include "conduct/ViewConductor.h"
 
 #include "analysis/Analyzer.h"
-#include "batch/CommandArgs.h"
-#include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
@@ -76,35 +74,6 @@ void ViewConductor::connectStacks(StackConductor& stacks)
                         showData(no);
                 });
     }
-}
-
-void ViewConductor::bindCommands(CommandBook& book)
-{
-    using Cmd = CmdLine;
-    ImgDispA* const area = box_.area();
-    book.action(ExCmdSelectDispImage, [this](const Cmd& c) {
-        if (!box_.setChoice(intArg(c, 0)))
-            fault(QStringLiteral("No kind of image has the number ") + c.arg(0));
-    });
-    book.action(ExCmdSeekImage, [this](const Cmd& c) { seekImage(intArg(c, 0)); });
-    book.action(ExCmdCbarSetRange, [this](const Cmd& c) {
-        qDebug() << "setting cbar" << doubleArg(c, 0) << doubleArg(c, 1);
-        // A range without an extent can't be meant.
-        if (doubleArg(c, 0) == doubleArg(c, 1))
-            takeAutoRange();
-        else
-            giveRange(doubleArg(c, 0), doubleArg(c, 1));
-    });
-    book.action(ExCmdCbarSetAll, [this](const Cmd&) {
-        qDebug() << "cbar set all";
-        cBarUpdated();
-    });
-    book.action(ExCmdSelectRegion, [area](const Cmd& c) {
-        area->setSelectedArea(intArg(c, 0), intArg(c, 1), intArg(c, 2), intArg(c, 3));
-    });
-    book.action(ExCmdScaleReset, [area](const Cmd&) { area->resetImageViewWindow(); });
-    book.action(ExCmdZoomIn, [area](const Cmd&) { area->setViewWAsSelectedArea(); });
-    bindFilterCommands(book);
 }
 
 ImageStack& ViewConductor::shownStack() const

@@ -17,6 +17,7 @@
 class Analyzed2DRes;
 class Analyzer;
 class CommandBook;
+class History;
 class ImageBox;
 class MapBook;
 class SaveBox;
@@ -129,6 +130,8 @@ private:
     void connectResults();
     void tellShowDeglitched();
     void showDeglitched(bool on);
+    void tellHistory(History& history) const;
+    void tellDeeds(History& history) const;
     void bindFilterCommands(CommandBook& book);
     void deglitchBy(double factor, double range);
     void takeScales();

@@ -1,9 +1,11 @@
 #include "conduct/ViewConductor.h"
 
 #include "analysis/Analyzer.h"
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
+#include "common/FieldText.h"
 #include "display/ColorBar.h"
 #include "display/ImageBox.h"
 #include "display/ImgDispA.h"
@@ -136,6 +138,14 @@ void ViewConductor::bindFilterCommands(CommandBook& book)
         else
             showDeglitched(onArg(c, 0));
     });
+    History& history = book.history();
+    connect(&saveBox_, &SaveBox::deglitch, &history, [this, &history] {
+        if (const Analyzed2DRes* const map = chosenMapOf())
+            history.add(ExCmdAnalyzerDeglitch,
+                        {shortestText(map->deglitchFactor), shortestText(deglitchRangeRatio)});
+    });
+    connect(&saveBox_, &SaveBox::showDeglitchedToggled, &history,
+            [&history](bool on) { history.add(batchLine(ExCmdAnalyzerShowDeglitched, on)); });
 }
 
 /// The button's filter with numbers of the caller's.

@@ -100,6 +100,8 @@ void ImageBox::setupView()
     ui_->View->setSquarePixels(true);
     connect(ui_->ZoomIn, &QPushButton::clicked, area(), &ImgDispA::setViewWAsSelectedArea);
     connect(ui_->ResetScale, &QPushButton::clicked, area(), &ImgDispA::resetImageViewWindow);
+    connect(ui_->ZoomIn, &QPushButton::clicked, this, &ImageBox::zoomAsked);
+    connect(ui_->ResetScale, &QPushButton::clicked, this, &ImageBox::wholeAsked);
     connect(area(), &ImgDispA::selectionChanged, this, &ImageBox::followSelection);
     connect(area(), &ImgDispA::browseAsked, this,
             [this](int images) { images < 0 ? Q_EMIT prev() : Q_EMIT next(); });

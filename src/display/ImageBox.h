@@ -122,7 +122,9 @@ Q_SIGNALS:
     /// A number of an image was typed; -1 for what is no number. Whoever hears it shows the number
     /// that holds from now on.
     void imageNumberTyped(int number);
-    void setAll(); ///< all images are to be drawn over the scale of the one on show
+    void zoomAsked();  ///< to the selected area; done already
+    void wholeAsked(); ///< the whole image; done already
+    void setAll();     ///< all images are to be drawn over the scale of the one on show
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -77,6 +77,13 @@ void XafsView::connectForm()
     connect(ui_->ResetXScale, &QAbstractButton::clicked, this, &XafsView::resetXScale);
     connect(ui_->Save, &QAbstractButton::clicked, saveDialog_, &LateDialog::show);
     connect(saveDialog_, &LateDialog::fileSelected, this, &XafsView::saveData);
+    connect(saveDialog_, &LateDialog::fileSelected, this, &XafsView::saveAsked);
+}
+
+QAbstractButton* XafsView::box(Box which) const
+{
+    QAbstractButton* const boxes[] = {ui_->Normalized, ui_->ECorrect, ui_->ShowRaw, ui_->ShowFFT};
+    return boxes[which];
 }
 
 double XafsView::setSpectrum(const XafsSpectrum& s, const QString& note)

@@ -7,6 +7,7 @@
 #include <memory>
 
 class LateDialog;
+class QAbstractButton;
 class QFileDialog;
 class QPainter;
 class Ui_XafsView;
@@ -22,6 +23,16 @@ class XafsView : public QFrame
 public:
     explicit XafsView(QWidget* parent = nullptr);
     ~XafsView() override;
+
+    enum Box
+    {
+        Normalize,
+        CorrectEnergy,
+        Raw,
+        Frequencies ///< of the raw curve
+    };
+    /// The boxes that say what is plotted.
+    QAbstractButton* box(Box which) const;
 
     /// The main spectrum, with a note for the line of its edge. Returns how far its mid point lies
     /// above the standard's [eV]; 0.0 when one of the two has no points.
@@ -71,6 +82,8 @@ public Q_SLOTS:
 Q_SIGNALS:
     /// Something else is shown.
     void updated();
+    /// The user has the spectra written.
+    void saveAsked(const QString& fname);
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -1,5 +1,6 @@
 #include "output/SaveDataCfg.h"
 
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "common/FieldText.h"
@@ -157,13 +158,19 @@ void SaveDataCfg::bindCommands(CommandBook& book)
         setSaveAsText();
     });
     book.action(ExCmdSaveDataCfgSaveAsFloatTiff, [this](const Cmd&) { setSaveAsFloatTiff(); });
+    book.history().follow([this] {
+        return QStringList(batchLine(ui_->SaveAsTiff->isChecked() ? ExCmdSaveDataCfgSaveAsTiff
+                                     : ui_->SaveAsFloatTiff->isChecked()
+                                         ? ExCmdSaveDataCfgSaveAsFloatTiff
+                                         : ExCmdSaveDataCfgSaveAsText));
+    });
     book.onOff(ExCmdSaveDataCfgTiffFixScale, ui_->TiffFixedScale);
     book.number(ExCmdSaveDataCfgTiffScaleMin, ui_->TiffScaleMin);
     book.number(ExCmdSaveDataCfgTiffScaleMax, ui_->TiffScaleMax);
     book.onOff(ExCmdSaveDataCfgTiffAsAnalyzed, ui_->TiffAsAnalyzed);
     book.onOff(ExCmdSaveDataCfgTiffClamp, ui_->TiffClamp);
-    book.action(ExCmdSaveDataCfgTextAsCsv, [this](const Cmd&) { setSaveTextAsCSV(); });
-    book.action(ExCmdSaveDataCfgTextAsSsv, [this](const Cmd&) { setSaveTextAsSSV(); });
-    book.action(ExCmdSaveDataCfgTextAsXyz, [this](const Cmd&) { setSaveTextAsXYVal(); });
-    book.action(ExCmdSaveDataCfgTextAsVals, [this](const Cmd&) { setSaveTextAsValValVal(); });
+    book.check(ExCmdSaveDataCfgTextAsCsv, ui_->DataCommaSeparated);
+    book.check(ExCmdSaveDataCfgTextAsSsv, ui_->DataSpaceSeparated);
+    book.check(ExCmdSaveDataCfgTextAsXyz, ui_->DataXYVal);
+    book.check(ExCmdSaveDataCfgTextAsVals, ui_->DataValValVal);
 }

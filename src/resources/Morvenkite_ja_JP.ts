@@ -1852,6 +1852,61 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     </message>
 </context>
 <context>
+    <name>HistoryPanel</name>
+    <message>
+        <source>Save History as Batch</source>
+        <translation>履歴をバッチとして保存</translation>
+    </message>
+    <message>
+        <source>Batch File (*.bat)</source>
+        <translation>バッチファイル (*.bat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>履歴</translation>
+    </message>
+    <message>
+        <source>What you do is listed here, as lines of a batch</source>
+        <translation>操作がバッチの行としてここに並びます</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>クリア</translation>
+    </message>
+    <message>
+        <source>Forget what was done so far</source>
+        <translation>これまでの履歴を消します</translation>
+    </message>
+    <message>
+        <source>Copy</source>
+        <translation>コピー</translation>
+    </message>
+    <message>
+        <source>Copy what is selected, or all lines, to the clipboard</source>
+        <translation>選択した行、なければすべての行をクリップボードにコピーします</translation>
+    </message>
+    <message>
+        <source>Run Again</source>
+        <translation>再実行</translation>
+    </message>
+    <message>
+        <source>Run all lines as a batch</source>
+        <translation>すべての行をバッチとして実行します</translation>
+    </message>
+    <message>
+        <source>Save...</source>
+        <translation>保存...</translation>
+    </message>
+    <message>
+        <source>Save all lines as a batch file</source>
+        <translation>すべての行をバッチファイルに保存します</translation>
+    </message>
+</context>
+<context>
     <name>ImageBox</name>
     <message>
         <source>Show the sample images (I1)</source>
@@ -2552,6 +2607,10 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>D&amp;ark</source>
         <translation>暗い(&amp;a)</translation>
+    </message>
+    <message>
+        <source>&amp;History</source>
+        <translation>履歴(&amp;H)</translation>
     </message>
 </context>
 <context>
@@ -4094,6 +4153,10 @@ to %2</source>
     <message>
         <source>Save</source>
         <translation>保存</translation>
+    </message>
+    <message>
+        <source>History</source>
+        <translation>履歴</translation>
     </message>
 </context>
 <context>

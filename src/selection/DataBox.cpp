@@ -1,5 +1,7 @@
 #include "selection/DataBox.h"
 
+#include "batch/CmdLine.h"
+#include "batch/CommandBook.h"
 #include "common/FieldText.h"
 #include "display/FieldWidth.h"
 #include "display/FileDialogs.h"
@@ -78,6 +80,24 @@ void DataBox::setupSpectra()
     connect(ui_->TotalI0ofI1XAFS, &Row::cleared, this, &DataBox::totalI0ofI1Cleared);
     connect(ui_->TotalI0ofI0XAFS, &Row::newFile, this, &DataBox::totalI0ofI0Selected);
     connect(ui_->TotalI0ofI0XAFS, &Row::cleared, this, &DataBox::totalI0ofI0Cleared);
+}
+
+void DataBox::bindCommands(CommandBook& book)
+{
+    book.textUnfollowed(ExCmdDarkExposure, ui_->DarkExpTime);
+    const std::pair<EX_CMD_ID, XafsFileSelect*> rows[] = {{ExCmdBackgroundFile, ui_->SelectBG},
+                                                          {ExCmdTotalI0OfI1, ui_->TotalI0ofI1XAFS},
+                                                          {ExCmdTotalI0OfI0, ui_->TotalI0ofI0XAFS}};
+    for (const auto& known : rows) {
+        XafsFileSelect* const row = known.second;
+        book.action(known.first, [row](const CmdLine& c) {
+            if (c.args.isEmpty())
+                row->clear();
+            else
+                row->load(c.arg(0));
+        });
+        book.history().follow(known.first, [row] { return row->fileName(); });
+    }
 }
 
 SelectDataFiles* DataBox::i1Row() const

@@ -4,6 +4,7 @@
 
 #include <memory>
 
+class CommandBook;
 class NumberFields;
 class SelectDataFiles;
 class Ui_DataBox;
@@ -27,6 +28,9 @@ public:
     void showDark(const QString& fname, double exposureMs);
     /// Empties the file's name alone; the exposure stays.
     void clearDarkName();
+
+    /// The commands of the dark exposure and of the rows of spectra.
+    void bindCommands(CommandBook& book);
 
     /// Names of the number fields in all its rows that can't be read.
     QStringList unreadable() const;

@@ -216,6 +216,11 @@ EnergyRule EOFSetup::rule() const
     return rule;
 }
 
+QString EOFSetup::referenceFile() const
+{
+    return ui_->RefFile->fileName();
+}
+
 FileEnergy EOFSetup::energyOf(const QString& fileName, int fNo) const
 {
     return energyOfFile(rule(), fileName, fNo);

@@ -29,6 +29,8 @@ public:
     EnergyRule rule() const;
     /// Takes the whole setup of another stack, and what was read from its reference file.
     void takeFrom(const EOFSetup& other);
+    /// The file of the angles; empty without one.
+    QString referenceFile() const;
     /// The dialog that selects the reference file.
     LateDialog* dialog() const;
 

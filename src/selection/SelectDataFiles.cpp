@@ -283,6 +283,32 @@ QString SelectDataFiles::exposureText() const
     return ui_->Exposure->text();
 }
 
+QString SelectDataFiles::typedExposure() const
+{
+    return ui_->Exposure->isModified() ? ui_->Exposure->text() : QString();
+}
+
+void SelectDataFiles::enterExposure(const QString& ms)
+{
+    ui_->Exposure->setText(ms);
+    ui_->Exposure->setModified(true);
+}
+
+bool SelectDataFiles::errPointsSwitchedOn() const
+{
+    return addSetup_->errPointsSwitchedOn();
+}
+
+void SelectDataFiles::switchErrPoints(bool f)
+{
+    addSetup_->switchErrPoints(f);
+}
+
+void SelectDataFiles::setIgnoreLive(bool f)
+{
+    addSetup_->setIgnoreLive(f);
+}
+
 void SelectDataFiles::setExposure(double ms, bool uniform)
 {
     ui_->Exposure->setText(fieldText(ms));

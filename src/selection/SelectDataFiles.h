@@ -51,6 +51,10 @@ public:
     int cutFirst() const;
     int cutLast() const;
     QString exposureText() const; ///< [ms]
+    /// What was typed in place of the files' own exposure; null when nothing was since.
+    QString typedExposure() const;
+    /// Enters an exposure [ms] as by hand.
+    void enterExposure(const QString& ms);
     /// Shows the exposure of the stack [ms], on red when its images differ.
     void setExposure(double ms, bool uniform);
     bool showLatest() const;
@@ -58,6 +62,8 @@ public:
     const ErrPoints& errPoints() const;
     /// Selects a list of bad pixels and switches it on; an empty name switches it off.
     void useErrPoints(const QString& fname);
+    bool errPointsSwitchedOn() const;
+    void switchErrPoints(bool f);
     EOFSetup& energySetup() const { return *eofSetup_; }
     LateDialog* dialog() const { return dialog_; }
     /// Names of the number fields of the row and its energy setup that can't be read.
@@ -95,6 +101,7 @@ public Q_SLOTS:
     void setCutF(int cutF);
     void setCutL(int cutL);
     void setShowLatest(bool f);
+    void setIgnoreLive(bool f);
     void setEngByName(bool f);
     void setEngByCalc(bool f);
     void setEngCalcStart(double start);

@@ -48,6 +48,21 @@ bool SelectDataFilesAdditionalSetup::ignoreLive() const
     return ui_->IgnoreLiveFiles->isChecked();
 }
 
+void SelectDataFilesAdditionalSetup::setIgnoreLive(bool f)
+{
+    ui_->IgnoreLiveFiles->setChecked(f);
+}
+
+bool SelectDataFilesAdditionalSetup::errPointsSwitchedOn() const
+{
+    return ui_->UseErrPs->isChecked();
+}
+
+void SelectDataFilesAdditionalSetup::switchErrPoints(bool f)
+{
+    ui_->UseErrPs->setChecked(f);
+}
+
 void SelectDataFilesAdditionalSetup::errPsDefSelected(const QString& fname)
 {
     const bool read = errPoints_.readFile(fname, 0);

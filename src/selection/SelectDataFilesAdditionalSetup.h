@@ -22,6 +22,10 @@ public:
     bool showLatest() const;
     void setShowLatest(bool f);
     bool ignoreLive() const;
+    void setIgnoreLive(bool f);
+    /// The list is used where there is one.
+    bool errPointsSwitchedOn() const;
+    void switchErrPoints(bool f);
     /// Bad pixels for images read from now on.
     const ErrPoints& errPoints() const { return errPoints_; }
     /// Selects a list and switches it on; an empty name switches it off.

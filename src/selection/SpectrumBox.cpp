@@ -1,5 +1,6 @@
 #include "selection/SpectrumBox.h"
 
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
@@ -148,6 +149,15 @@ void SpectrumBox::suggestEdge(const CmdLine& cmd)
     Q_EMIT changed();
 }
 
+/// The energy stands last: each of the others gives it anew.
+QStringList SpectrumBox::suggestionLines() const
+{
+    return {batchLine(ExCmdSuggestElm, ui_->UseSuggestElm->isChecked()),
+            batchLine(ExCmdSuggestingElm, {ui_->SuggestingElm->text()}),
+            batchLine(ExCmdSuggestingEdge, {QString::number(ui_->SuggestingEdge->currentIndex())}),
+            batchLine(ExCmdSuggestingEdgeEV, {ui_->SuggestingEeV->text()})};
+}
+
 void SpectrumBox::bindCommands(CommandBook& book)
 {
     book.onOff(ExCmdSetFluoType, ui_->FluoType);
@@ -155,9 +165,10 @@ void SpectrumBox::bindCommands(CommandBook& book)
     book.whole(ExCmdSetBandH, ui_->VWidth);
     book.onOff(ExCmdUseI0, ui_->UseI0);
     book.action(ExCmdSuggestElm, [this](const CmdLine& c) { useSuggestion(onArg(c, 0)); });
-    book.text(ExCmdSuggestingElm, ui_->SuggestingElm);
+    book.textUnfollowed(ExCmdSuggestingElm, ui_->SuggestingElm);
     book.action(ExCmdSuggestingEdge, [this](const CmdLine& c) { suggestEdge(c); });
-    book.text(ExCmdSuggestingEdgeEV, ui_->SuggestingEeV);
+    book.textUnfollowed(ExCmdSuggestingEdgeEV, ui_->SuggestingEeV);
+    book.history().follow([this] { return suggestionLines(); }, History::AllTogether);
     book.text(ExCmdSuggestingPreEndEV, ui_->DPreE);
     book.text(ExCmdSuggestingPostStartEV, ui_->DPostS);
     book.number(ExCmdSuggestingThJump, ui_->ThJumpSigma);

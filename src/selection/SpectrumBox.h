@@ -59,6 +59,7 @@ private:
     void newElmSuggested();
     void newEdgeSuggested();
     void useSuggestion(bool f);
+    QStringList suggestionLines() const;
     void suggestEdge(const CmdLine& cmd);
 
     std::unique_ptr<Ui_SpectrumBox> ui_;

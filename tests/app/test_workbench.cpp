@@ -14,6 +14,7 @@
 #include "display/XafsFileSelect.h"
 #include "selection/SelectDataFiles.h"
 #include "support/ClippedTexts.h"
+#include "support/ImageFiles.h"
 
 #include <QCheckBox>
 #include <QFileDialog>
@@ -54,7 +55,7 @@ public:
         bringIntoSight(widget);
         ++actions_;
         // On the box of a check box or radio button, which may be wider than its text.
-        const bool box = qobject_cast<QCheckBox*>(widget);
+        const bool box = qobject_cast<QCheckBox*>(widget) || qobject_cast<QRadioButton*>(widget);
         QTest::mouseClick(widget, Qt::LeftButton, {},
                           box ? QPoint(8, widget->height() / 2) : widget->rect().center());
     }
@@ -167,37 +168,47 @@ private Q_SLOTS:
     void theWholeRoadIsShort()
     {
         User user(*body_);
-        user.key(Qt::Key_O, Qt::ControlModifier);
-        QTRY_VERIFY(openDialog());
-        user.key(Qt::Key_Return);
-        QTRY_VERIFY(body_->findChild<QWidget*>("FolderLoad")->isVisible());
-        user.type("8948");
-        user.click(body_->findChild<QCheckBox*>("FolderReferences"));
-        user.key(Qt::Key_Return);
-        QTRY_COMPARE_WITH_TIMEOUT(int(body_->workbench().step()), int(Step::Analysis), 30000);
-        // References of another place.
-        user.click(body_->findChild<QPushButton*>("LoadRefs"));
-        chooseFiles(user, {"species-0.dat", "species-1.dat", "species-2.dat"});
-        QCOMPARE(body_->analyzer()->lcf().activeRows().size(), 3);
-        // The corner without beam is dark.
-        ImgDispA* area = body_->findChild<ImgDispA*>("dispA");
-        user.key(Qt::Key_1, Qt::ControlModifier);
-        for (const char* name : {"SelectI1Files", "SelectI0Files"}) {
-            auto* row = body_->findChild<SelectDataFiles*>(name);
-            user.drag(area, QPoint(6, 6), QPoint(30, 30));
-            user.click(row->findChild<QPushButton*>("AddSetup"));
-            user.click(row->findChild<QPushButton*>("SetDarkArea"));
-        }
-        QVERIFY(body_->data().i1.darkAreaOn && body_->data().i0.darkAreaOn);
-        calibrate(user);
-        user.key(Qt::Key_2, Qt::ControlModifier);
-        user.type("2");
-        user.key(Qt::Key_Tab);
-        user.type("2");
-        user.key(Qt::Key_F5);
-        QTRY_VERIFY_WITH_TIMEOUT(body_->steps().states()[3].isDone(), 60000);
+        walkTheRoad(user);
         qInfo() << "the whole road:" << user.actions() << "actions";
         QVERIFY(user.actions() <= 34);
+    }
+
+    /// What was done by mouse and keys is done again by its history, in a fresh program without a
+    /// display: the saved files are the same.
+    void theHistoryDoesTheRoadAgain()
+    {
+        User user(*body_);
+        walkTheRoad(user);
+        const QTemporaryDir saved;
+        user.key(Qt::Key_5, Qt::ControlModifier);
+        for (const char* form : {"SaveAsFloatTiff", "SaveAsTextData"}) {
+            user.click(body_->findChild<QRadioButton*>(form));
+            user.click(body_->findChild<QPushButton*>("SaveData"));
+            QTRY_VERIFY(openDialog());
+            openDialog()->findChild<QLineEdit*>()->setFocus();
+            user.type(saved.filePath(form));
+            user.key(Qt::Key_Return);
+            QTRY_VERIFY(!openDialog());
+        }
+        const QMap<QString, QByteArray> byHand = filesIn(saved.path());
+        QCOMPARE(byHand.size(), 3); // a bar stands beside the TIFF
+        for (const QString& file : byHand.keys())
+            QVERIFY(QFile::remove(file));
+        const QStringList lines = body_->batch().book().history().lines();
+        const QString batch = store_.filePath("history.bat");
+        QVERIFY(writeBytes(batch, lines.join('\n').toUtf8() + '\n'));
+        QProcess program;
+        program.setProcessChannelMode(QProcess::MergedChannels);
+        program.start(MORVENKITE_PROGRAM, {"-b", batch, "-x"});
+        QVERIFY(program.waitForFinished(120000));
+        QVERIFY2(program.exitCode() == 0,
+                 program.readAll().right(2000) + lines.join('\n').toUtf8());
+        const QMap<QString, QByteArray> again = filesIn(saved.path());
+        QCOMPARE(again.keys(), byHand.keys());
+        for (const QString& file : byHand.keys()) {
+            if (!file.contains("cBar")) // a picture, over a range of its own
+                QVERIFY2(again[file] == byHand[file], qPrintable(file + '\n' + lines.join('\n')));
+        }
     }
 
     void whatCantWorkSaysWhy()
@@ -311,6 +322,50 @@ private:
     static QFileDialog* openDialog()
     {
         return qobject_cast<QFileDialog*>(QApplication::activeWindow());
+    }
+
+    void walkTheRoad(User& user)
+    {
+        user.key(Qt::Key_O, Qt::ControlModifier);
+        QTRY_VERIFY(openDialog());
+        user.key(Qt::Key_Return);
+        QTRY_VERIFY(body_->findChild<QWidget*>("FolderLoad")->isVisible());
+        user.type("8948");
+        user.click(body_->findChild<QCheckBox*>("FolderReferences"));
+        user.key(Qt::Key_Return);
+        QTRY_COMPARE_WITH_TIMEOUT(int(body_->workbench().step()), int(Step::Analysis), 30000);
+        // References of another place.
+        user.click(body_->findChild<QPushButton*>("LoadRefs"));
+        chooseFiles(user, {"species-0.dat", "species-1.dat", "species-2.dat"});
+        QCOMPARE(body_->analyzer()->lcf().activeRows().size(), 3);
+        // The corner without beam is dark.
+        ImgDispA* area = body_->findChild<ImgDispA*>("dispA");
+        user.key(Qt::Key_1, Qt::ControlModifier);
+        for (const char* name : {"SelectI1Files", "SelectI0Files"}) {
+            auto* row = body_->findChild<SelectDataFiles*>(name);
+            user.drag(area, QPoint(6, 6), QPoint(30, 30));
+            user.click(row->findChild<QPushButton*>("AddSetup"));
+            user.click(row->findChild<QPushButton*>("SetDarkArea"));
+        }
+        QVERIFY(body_->data().i1.darkAreaOn && body_->data().i0.darkAreaOn);
+        calibrate(user);
+        user.key(Qt::Key_2, Qt::ControlModifier);
+        user.type("2");
+        user.key(Qt::Key_Tab);
+        user.type("2");
+        user.key(Qt::Key_F5);
+        QTRY_VERIFY_WITH_TIMEOUT(body_->steps().states()[3].isDone(), 60000);
+    }
+
+    static QMap<QString, QByteArray> filesIn(const QString& folder)
+    {
+        QMap<QString, QByteArray> files;
+        for (const QFileInfo& info : QDir(folder).entryInfoList(QDir::Files)) {
+            QFile file(info.filePath());
+            if (file.open(QIODevice::ReadOnly))
+                files[info.filePath()] = file.readAll();
+        }
+        return files;
     }
 
     /// From the start to images in front of the user, with their references.

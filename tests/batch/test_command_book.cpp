@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QtTest>
 #include <memory>
+#include <optional>
 
 using Reports = QVector<QStringList>;
 
@@ -28,19 +29,19 @@ class TestCommandBook : public QObject
 {
     Q_OBJECT
 
-    CommandBook book_;
+    std::optional<CommandBook> book_;
 
     /// Faults of the line as the command ExCmdZoomIn, whose end is left to the caller.
     QStringList run(const QString& line)
     {
         Reports reports;
         const FaultCollector faults;
-        const bool left = book_.run(ExCmdZoomIn, CmdLine(line), endOf(reports)).isOpen();
+        const bool left = book_->run(ExCmdZoomIn, CmdLine(line), endOf(reports)).isOpen();
         return left && reports.size() == 1 ? faults.faults() : QStringList("reported wrongly");
     }
 
 private Q_SLOTS:
-    void init() { book_ = CommandBook(); }
+    void init() { book_.emplace(); }
 
     void eachWayToEndReportsOnce()
     {
@@ -81,7 +82,7 @@ private Q_SLOTS:
             QLineEdit field;
             QStringList texts;
             connect(&field, &QLineEdit::editingFinished, [&] { texts << field.text(); });
-            (book_.*row)(ExCmdZoomIn, &field);
+            ((*book_).*row)(ExCmdZoomIn, &field);
             return run(line) + texts;
         };
         QCOMPARE(told(&CommandBook::whole, "zoom_in 007"), QStringList("7"));
@@ -92,13 +93,13 @@ private Q_SLOTS:
     void switchesAndChoicesTakeOnlyTheValuesThatThereAre()
     {
         QCheckBox button;
-        book_.onOff(ExCmdZoomIn, &button);
+        book_->onOff(ExCmdZoomIn, &button);
         for (const char* line : {"zoom_in 1", "zoom_in 2", "zoom_in on"})
             QVERIFY(run(line).isEmpty() && button.isChecked() == QString(line).endsWith('1'));
         init();
         QComboBox box;
         box.addItems({"K", "L3"});
-        book_.choose(ExCmdZoomIn, &box, "edge");
+        book_->choose(ExCmdZoomIn, &box, "edge");
         QVERIFY(run("zoom_in 1").isEmpty());
         QCOMPARE(run("zoom_in  2"), QStringList("No edge has the number 2: zoom_in 2"));
         QVERIFY(run("zoom_in -1").size() == 1 && box.currentText() == "L3");
@@ -109,8 +110,8 @@ private Q_SLOTS:
         QCOMPARE(run("zoom_in"), QStringList("Command not available in this version: zoom_in"));
         Reports reports;
         CommandEnd kept;
-        book_.later(ExCmdZoomIn, [&](const CmdLine&, CommandEnd end) { kept = std::move(end); });
-        QVERIFY(!book_.run(ExCmdZoomIn, CmdLine("zoom_in"), endOf(reports)).isOpen());
+        book_->later(ExCmdZoomIn, [&](const CmdLine&, CommandEnd end) { kept = std::move(end); });
+        QVERIFY(!book_->run(ExCmdZoomIn, CmdLine("zoom_in"), endOf(reports)).isOpen());
         QVERIFY(reports.isEmpty() && kept.isOpen());
     }
 };

@@ -1,5 +1,6 @@
 #include "analysis/arithmetic/ArithmeticSection.h"
 
+#include "common/Fault.h"
 #include "display/FileDialogs.h"
 #include "display/PanelForm.h"
 #include "ui_ArithmeticSection.h"
@@ -71,6 +72,25 @@ std::optional<MapKind> ArithmeticSection::shownOperand() const
     if (ui_->ShowProcessedMap->isChecked())
         return MapKind::Processed;
     return std::nullopt;
+}
+
+std::optional<int> ArithmeticSection::shownNumber() const
+{
+    const QRadioButton* const buttons[] = {ui_->ShowProcessedMap, ui_->ShowMap1, ui_->ShowMap2};
+    for (int number = 0; number < 3; ++number) {
+        if (buttons[number]->isChecked())
+            return number;
+    }
+    return std::nullopt;
+}
+
+void ArithmeticSection::showByNumber(int number)
+{
+    QRadioButton* const buttons[] = {ui_->ShowProcessedMap, ui_->ShowMap1, ui_->ShowMap2};
+    if (number >= 0 && number < 3)
+        buttons[number]->click();
+    else
+        fault(QStringLiteral("No map of the arithmetic has the number %1").arg(number));
 }
 
 void ArithmeticSection::clearShown()

@@ -28,6 +28,10 @@ public:
 
     /// The map whose button is checked; none at start.
     std::optional<MapKind> shownOperand() const;
+    /// The same by number: 0 the processed map, 1 and 2 the operands.
+    std::optional<int> shownNumber() const;
+    /// Shows one of the three by its number, as by hand; another is a fault.
+    void showByNumber(int number);
     /// Unchecks all three buttons without a signal: another map is shown.
     void clearShown();
     /// Checks the button of the processed map: whoever processes wants to see what came of it.

@@ -173,5 +173,14 @@ void DEdgeSection::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
     book.action(ExCmdAnalyzerDEdgeMode, [this](const Cmd& c) { setDEdgeMode(intArg(c, 0)); });
-    book.action(ExCmdAnalyzerDEdgeFile, [this](const Cmd& c) { setComparisonFile(c.arg(0)); });
+    book.action(ExCmdAnalyzerDEdgeFile, [this](const Cmd& c) {
+        if (c.args.isEmpty())
+            ui_->DEdgeCWFileSelect->clear();
+        else
+            setComparisonFile(c.arg(0));
+    });
+    History& history = book.history();
+    history.follow(ExCmdAnalyzerDEdgeMode,
+                   [this] { return QString::number(ui_->DEdgeCompWith->isChecked() ? 1 : 0); });
+    history.follow(ExCmdAnalyzerDEdgeFile, [this] { return ui_->DEdgeCWFileSelect->fileName(); });
 }

@@ -1,5 +1,7 @@
 #include "analysis/elements/ElemCtrl.h"
 
+#include "batch/BatchLine.h"
+#include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/FieldWidth.h"
 #include "display/NumberFields.h"
@@ -171,6 +173,36 @@ void ElemCtrl::setStdRatio(double ratio)
 {
     ui_->StdRatio->setText(fieldText(ratio));
     newStdRatio();
+}
+
+QVector<ElemCtrl::NamedField> ElemCtrl::namedFields() const
+{
+    return {{QStringLiteral("E0"), ui_->Eng},    {QStringLiteral("dE"), ui_->PrePostDE},
+            {QStringLiteral("Th"), ui_->ThDMut}, {QStringLiteral("Std"), ui_->StdRatio},
+            {QStringLiteral("ROIs"), ui_->ROIs}, {QStringLiteral("ROIe"), ui_->ROIe}};
+}
+
+void ElemCtrl::enter(const QString& field, const QString& text)
+{
+    for (const NamedField& known : namedFields()) {
+        if (known.name.compare(field, Qt::CaseInsensitive) != 0)
+            continue;
+        known.field->setText(text);
+        Q_EMIT known.field->editingFinished();
+        return;
+    }
+    fault(QStringLiteral("An element has no field \"%1\"").arg(field));
+}
+
+QStringList ElemCtrl::conditionLines() const
+{
+    const QString flags[] = {QStringLiteral("0"), QStringLiteral("1")};
+    QStringList lines{batchLine(ExCmdAnalyzerElemsSetUse, {name(), flags[ui_->Use->isChecked()]}),
+                      batchLine(ExCmdAnalyzerElemsNoNeg, {name(), flags[ui_->NoNeg->isChecked()]})};
+    for (const NamedField& known : namedFields())
+        lines << batchLine(ExCmdAnalyzerElemsEnter,
+                           {name(), known.name, energyText(fieldValue(known.field))});
+    return lines;
 }
 
 void ElemCtrl::newStdRatio()

@@ -56,6 +56,11 @@ public:
     /// Enters a standard ratio.
     void setStdRatio(double ratio);
     void setResult(const ElementValues& result);
+    /// Enters a text into the field E0, dE, Th, Std, ROIs or ROIe, as by hand; another name is a
+    /// fault.
+    void enter(const QString& field, const QString& text);
+    /// The batch lines that bring the row's conditions to where they stand.
+    QStringList conditionLines() const;
 
 public Q_SLOTS:
     /// Takes the standard ratio that was entered.
@@ -72,6 +77,12 @@ private:
     void connectFields();
     void unfold(bool f);
     QVector<QLineEdit*> conditionFields() const;
+    struct NamedField
+    {
+        QString name;
+        QLineEdit* field;
+    };
+    QVector<NamedField> namedFields() const;
 
     const std::unique_ptr<Ui_ElemCtrl> ui_;
     const ListedElement element_;

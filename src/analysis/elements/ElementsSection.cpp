@@ -2,6 +2,7 @@
 
 #include "analysis/elements/ElemCtrl.h"
 #include "analysis/elements/ElementsWalk.h"
+#include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
 #include "display/NumberFields.h"
@@ -45,12 +46,7 @@ void ElementsSection::connectForm()
     });
     connect(ui_->SetSTD, &QPushButton::clicked, this, &ElementsSection::setElemsStd);
     connect(ui_->ShowElmARes, &QPushButton::clicked, this, &ElementsSection::showResults);
-    connect(ui_->ReCalcCor, &QPushButton::clicked, this, [this] {
-        const QString why = whyNotRecalculated();
-        if (!why.isEmpty())
-            fault(QStringLiteral("The correlation is not recalculated: ") + why);
-        recalcCorMap();
-    });
+    connect(ui_->ReCalcCor, &QPushButton::clicked, this, &ElementsSection::askedRecalc);
     connect(ui_->AElemsCds, &AElemsConds::changed, this, &ElementsSection::changed);
     connect(ui_->AElemsCds, &AElemsConds::edited, this, &ElementsSection::askReanalyze);
     // The maps of elements are shown only while their analysis is chosen.
@@ -211,6 +207,18 @@ ElementConditions ElementsSection::elementConditions() const
 std::unique_ptr<WalkKernel> ElementsSection::kernel(const SpectraInfo&) const
 {
     return std::make_unique<ElementsKernel>(elementConditions());
+}
+
+void ElementsSection::bindFields(CommandBook& book)
+{
+    book.onOff(ExCmdAnalyzerElemsDispOnTime, ui_->ElemsDispOnTime);
+    book.onOff(ExCmdAnalyzerElemsSortByAn, ui_->SortByANo);
+    book.enterable(ExCmdAnalyzerElemsSetCorrTh, ui_->CorTh);
+    History& history = book.history();
+    connect(ui_->SetSTD, &QPushButton::clicked, &history,
+            [&history] { history.add(ExCmdAnalyzerElemsSetStd); });
+    connect(ui_->ReCalcCor, &QPushButton::clicked, &history,
+            [&history] { history.add(ExCmdAnalyzerElemsRecalcCor); });
 }
 
 AElemsConds& ElementsSection::backgrounds() const

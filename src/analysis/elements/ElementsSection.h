@@ -9,6 +9,7 @@
 class AElemsConds;
 class ElemCtrl;
 class ElementResults;
+class History;
 class QButtonGroup;
 class Ui_ElementsSection;
 
@@ -96,6 +97,9 @@ private:
     QString whyNotRecalculated() const;
     QVector<double> pattern() const;
     void withRow(const QString& word, const std::function<void(ElemCtrl&)>& act) const;
+    void bindFields(CommandBook& book);
+    void tellHistory(History& history);
+    void askedRecalc();
     void bindRowCommands(CommandBook& book);
     void bindBackgroundCommands(CommandBook& book);
     void showResults();

@@ -3,6 +3,7 @@
 #include "analysis/elements/ElemCtrl.h"
 #include "analysis/elements/ElementResults.h"
 #include "analysis/elements/ElementsWalk.h"
+#include "common/Fault.h"
 #include "display/PanelDock.h"
 #include "display/RunRow.h"
 #include "maps/MapBook.h"
@@ -155,6 +156,14 @@ QString ElementsSection::whyNotRecalculated() const
         walked = walked && ratios && ratios->data();
     }
     return walked ? QString() : QStringLiteral("the rows have no maps of an element analysis");
+}
+
+void ElementsSection::askedRecalc()
+{
+    const QString why = whyNotRecalculated();
+    if (!why.isEmpty())
+        fault(QStringLiteral("The correlation is not recalculated: ") + why);
+    recalcCorMap();
 }
 
 void ElementsSection::recalcCorMap()

@@ -88,6 +88,11 @@ QString LCFReference::fileName() const
     return ui_->XFS->fileName();
 }
 
+void LCFReference::clearFile()
+{
+    ui_->XFS->clear();
+}
+
 bool LCFReference::isUsed() const
 {
     return ui_->XFS->isUsed();

@@ -25,6 +25,8 @@ public:
     /// The reference; isShifted is always on, and eShift and eOffset are the row's dE [eV].
     const XafsSpectrum& spectrum() const { return reference_.spectrum(); }
     QString fileName() const;
+    int backgroundMode() const; ///< VictLine's
+    void clearFile();
     /// The use box is checked.
     bool isUsed() const;
     /// The row takes part in fits: the use box is checked and a file is loaded.
@@ -83,7 +85,6 @@ private:
     void setupLine();
     void unfold(bool f);
     void clearedFile();
-    int backgroundMode() const;
     void forgetSpectrum();
     void showEdge();
     void showMark();

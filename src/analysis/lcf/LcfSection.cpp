@@ -2,6 +2,8 @@
 
 #include "analysis/lcf/LCFReference.h"
 #include "analysis/lcf/LcfWalk.h"
+#include "batch/BatchLine.h"
+#include "batch/CommandBook.h"
 #include "common/FieldText.h"
 #include "display/FileDialogs.h"
 #include "display/NumberFields.h"
@@ -78,7 +80,8 @@ void LcfSection::connectForm()
         connect(box, &QCheckBox::toggled, this, &LcfSection::changed);
         connect(box, &QCheckBox::toggled, this, &LcfSection::askReanalyze);
     }
-    connect(ui_->AsOldLCF, &QCheckBox::toggled, this, [](bool f) { qDebug() << "lcf old flg" << f; });
+    connect(ui_->AsOldLCF, &QCheckBox::toggled, this,
+            [](bool f) { qDebug() << "lcf old flg" << f; });
     connect(ui_->OwnWeights, &QCheckBox::toggled, this, &LcfSection::changed);
 }
 
@@ -250,6 +253,21 @@ void LcfSection::setOwnWeights(bool f)
     ui_->OwnWeights->setChecked(f);
 }
 
+void LcfSection::bindFields(CommandBook& book)
+{
+    book.onOff(ExCmdAnalyzerSetLCFMode, ui_->MLCF);
+    book.onOff(ExCmdAnalyzerZansaOwnWeights, ui_->OwnWeights);
+    book.onOff(ExCmdAnalyzerLCFOld, ui_->AsOldLCF);
+    History& history = book.history();
+    history.follow([this] {
+        return QStringList(
+            batchLine(ExCmdAnalyzerLCFRange, {energyText(fieldValue(ui_->LCFRange1)),
+                                              energyText(fieldValue(ui_->LCFRange2))}));
+    });
+    connect(ui_->AddRef, &QPushButton::clicked, &history,
+            [&history] { history.add(ExCmdAnalyzerAddRef); });
+}
+
 void LcfSection::setLCFMode(int f)
 {
     ui_->MLCF->setChecked(f == 1);
@@ -262,7 +280,7 @@ void LcfSection::setLcfOld(bool f)
 
 void LcfSection::setRange(double from, double to)
 {
-    ui_->LCFRange1->setText(fieldText(from));
-    ui_->LCFRange2->setText(fieldText(to));
+    ui_->LCFRange1->setText(energyText(from));
+    ui_->LCFRange2->setText(energyText(to));
     Q_EMIT askReanalyze();
 }

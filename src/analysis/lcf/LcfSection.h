@@ -3,6 +3,7 @@
 #include "analysis/AnalysisSection.h"
 #include "analysis/lcf/LcfFit.h"
 
+class History;
 class LateDialog;
 class LCFReference;
 class Ui_LcfSection;
@@ -88,6 +89,10 @@ private:
     Q_DISABLE_COPY(LcfSection)
 
     void connectForm();
+    void bindFields(CommandBook& book);
+    void tellHistory(History& history);
+    QString referenceLine(int row) const;
+    void clearReference(int row);
     void connectRow(LCFReference* row);
     void watchFields();
     void placeCaptions();

@@ -1,6 +1,10 @@
+#include "analysis/lcf/LCFReference.h"
 #include "analysis/lcf/LcfSection.h"
+#include "batch/BatchLine.h"
 #include "batch/CommandArgs.h"
 #include "batch/CommandBook.h"
+#include "common/FieldText.h"
+#include "display/NumberFields.h"
 
 namespace {
 
@@ -22,9 +26,41 @@ void LcfSection::bindCommands(CommandBook& book)
 {
     using Cmd = CmdLine;
     book.action(ExCmdAnalyzerSetLCFStd, [this](const Cmd& c) { setReference(*this, c); });
-    book.action(ExCmdAnalyzerSetLCFMode, [this](const Cmd& c) { setLCFMode(intArg(c, 0)); });
-    book.action(ExCmdAnalyzerZansaOwnWeights, [this](const Cmd& c) { setOwnWeights(onArg(c, 0)); });
+    book.action(ExCmdAnalyzerAddRef, [this](const Cmd&) { addNewRef(); });
+    book.action(ExCmdAnalyzerClearRef, [this](const Cmd& c) { clearReference(intArg(c, 0)); });
+    bindFields(book);
     book.action(ExCmdAnalyzerLCFRange,
                 [this](const Cmd& c) { setRange(doubleArg(c, 0), doubleArg(c, 1)); });
-    book.action(ExCmdAnalyzerLCFOld, [this](const Cmd& c) { setLcfOld(onArg(c, 0)); });
+    tellHistory(book.history());
+}
+
+void LcfSection::tellHistory(History& history)
+{
+    // One for all: rows come and never go.
+    history.follow([this] {
+        QStringList lines;
+        for (int row = 0; row < refs_.size(); ++row)
+            lines << referenceLine(row);
+        return lines;
+    });
+}
+
+QString LcfSection::referenceLine(int row) const
+{
+    const LCFReference& ref = *refs_.at(row);
+    const QString number = QString::number(row);
+    if (ref.fileName().isEmpty())
+        return batchLine(ExCmdAnalyzerClearRef, {number});
+    const QLatin1String off("0");
+    const QLatin1String on("1");
+    return batchLine(ExCmdAnalyzerSetLCFStd,
+                     {number, ref.backgroundMode() == VictLine::Victoreen ? on : off,
+                      energyText(fieldValue(ref.shiftField())), ref.fileName(),
+                      ref.isUsed() ? on : off});
+}
+
+void LcfSection::clearReference(int row)
+{
+    if (makeRow(row))
+        refs_.at(row)->clearFile();
 }

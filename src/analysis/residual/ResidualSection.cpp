@@ -115,4 +115,8 @@ void ResidualSection::bindCommands(CommandBook& book)
     using Cmd = CmdLine;
     book.action(ExCmdAnalyzerSetRaEnergy, [this](const Cmd& c) { setRaEnergy(doubleArg(c, 0)); });
     book.action(ExCmdAnalyzerSetRaFactor, [this](const Cmd& c) { setRaFactor(doubleArg(c, 0)); });
+    book.history().follow(ExCmdAnalyzerSetRaEnergy,
+                          [this] { return energyText(fieldValue(ui_->RAAtEV)); });
+    book.history().follow(ExCmdAnalyzerSetRaFactor,
+                          [this] { return shortestText(fieldValue(ui_->RAFactor)); });
 }
