@@ -6,6 +6,7 @@
 #include "app/MenuBar.h"
 #include "app/Messages.h"
 #include "app/Panels.h"
+#include "app/Sessions.h"
 #include "app/Shell.h"
 #include "app/StepBar.h"
 #include "app/StepWatch.h"
@@ -153,8 +154,9 @@ void Body::makeShell()
 {
     shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
                                                   *calibration_, *analysis_, *saving_, *batch_});
+    sessions_ = new Sessions(batch_->book().history(), *panels_->batchCtrl, *this);
     menus_ = std::make_unique<MenuBar>(
-        MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_});
+        MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_, *sessions_});
     connect(batch_.get(), &BatchConductor::finishing, this, &Body::endQuietly);
     connect(new FolderDrop(this), &FolderDrop::dropped, folders_.get(), &FolderConductor::open);
     connect(saving_.get(), &SaveConductor::savedChanged, this, &Body::closeWhenSaved);
@@ -162,6 +164,7 @@ void Body::makeShell()
     const WelcomePage& welcome = coverPages_->welcome();
     connect(&welcome, &WelcomePage::openI1, panels_->dataBox->i1Row()->dialog(), &LateDialog::show);
     connect(&welcome, &WelcomePage::openI0, panels_->dataBox->i0Row()->dialog(), &LateDialog::show);
+    connect(&welcome, &WelcomePage::openSession, sessions_, &Sessions::open);
     connect(&welcome, &WelcomePage::openBatch, menus_.get(), &MenuBar::openBatchFile);
 }
 
@@ -277,6 +280,7 @@ void Body::attend()
     panels_->analyzer->setNormalize(true); // what is compared in fits
     shell_->groupDialogs();
     restoreWorkbench(*this, *workbench_, *panels_->imageBox);
+    coverPages_->welcome().setLastSession(recentSessions().value(0));
     coverPages_->follow(data_, *stacks_, *folders_, *view_);
     batch_->book().history().begin();
 }

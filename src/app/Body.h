@@ -23,6 +23,7 @@ class FolderConductor;
 class MenuBar;
 class SaveConductor;
 class SelectDataFiles;
+class Sessions;
 class Shell;
 class SourceReader;
 class StackConductor;
@@ -108,6 +109,7 @@ private:
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<MenuBar> menus_;
+    Sessions* sessions_ = nullptr; ///< a child
     std::unique_ptr<StepWatch> steps_;
     bool attended_ = false;
     bool endsQuietly_ = false;

@@ -5,6 +5,7 @@
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
 #include "app/Panels.h"
+#include "app/Sessions.h"
 #include "app/Shell.h"
 #include "app/Workbench.h"
 #include "app/WorkbenchStore.h"
@@ -95,6 +96,11 @@ QVector<MenuBar::Table> MenuBar::tables()
         {QT_TRANSLATE_NOOP("MenuBar", "&File"), {
             {QT_TRANSLATE_NOOP("MenuBar", "Open &Folder..."),
              [](MenuBar& b) { b.parts_.folders.chooseFolder(); }, {Qt::CTRL + Qt::Key_O}},
+            {QT_TRANSLATE_NOOP("MenuBar", "Open Sess&ion..."),
+             [](MenuBar& b) { b.parts_.sessions.chooseToOpen(); }},
+            {QT_TRANSLATE_NOOP("MenuBar", "Save Sessi&on..."),
+             [](MenuBar& b) { b.parts_.sessions.chooseToSave(); }},
+            {},
             {QT_TRANSLATE_NOOP("MenuBar", "Open I&1 Images..."),
              [](MenuBar& b) { b.parts_.panels.dataBox->i1Row()->dialog()->show(); }},
             {QT_TRANSLATE_NOOP("MenuBar", "Open I&0 Images..."),
@@ -187,7 +193,10 @@ MenuBar::MenuBar(const Parts& parts)
             addEntry(*menu, entry);
         menus_.append(menu);
     }
-    addRecentFolders();
+    addRecent(tr("Rec&ent Sessions"), 2, recentSessions, tr("No session was saved yet"),
+              [this](const QString& path) { parts_.sessions.open(path); });
+    addRecent(tr("&Recent Folders"), 1, recentFolders, tr("No folder was opened yet"),
+              [this](const QString& path) { parts_.folders.open(path); });
     addSwitches();
     addColours();
     connectOpeners();
@@ -236,19 +245,19 @@ void MenuBar::addEntry(QMenu& menu, const Entry& entry)
     }
 }
 
-/// Behind the entry that opens a folder; filled when it opens.
-void MenuBar::addRecentFolders()
+/// A list of places behind so many entries of the first menu; filled when it opens.
+void MenuBar::addRecent(const QString& title, int behind, QStringList (*paths)(),
+                        const QString& none, const std::function<void(const QString&)>& open)
 {
     QMenu* const file = menus_.first();
-    auto* const recent = new QMenu(tr("&Recent Folders"), file);
-    file->insertMenu(file->actions().at(1), recent);
-    connect(recent, &QMenu::aboutToShow, this, [this, recent] {
+    auto* const recent = new QMenu(title, file);
+    file->insertMenu(file->actions().at(behind), recent);
+    connect(recent, &QMenu::aboutToShow, this, [this, recent, paths, none, open] {
         recent->clear();
-        for (const QString& path : recentFolders())
-            recent->addAction(QDir::toNativeSeparators(path), this,
-                              [this, path] { parts_.folders.open(path); });
+        for (const QString& path : paths())
+            recent->addAction(QDir::toNativeSeparators(path), this, [open, path] { open(path); });
         if (recent->isEmpty())
-            recent->addAction(tr("No folder was opened yet"))->setEnabled(false);
+            recent->addAction(none)->setEnabled(false);
     });
 }
 

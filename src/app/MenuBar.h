@@ -3,13 +3,17 @@
 #include "app/StepStates.h"
 
 #include <QObject>
+#include <QStringList>
 #include <QVector>
+
+#include <functional>
 
 class FolderConductor;
 class ImageBox;
 class QMainWindow;
 class QMenu;
 class SaveConductor;
+class Sessions;
 class Shell;
 class Workbench;
 struct Panels;
@@ -29,6 +33,7 @@ public:
         Shell& shell;
         FolderConductor& folders;
         SaveConductor& saving;
+        Sessions& sessions;
     };
     explicit MenuBar(const Parts& parts);
 
@@ -41,7 +46,8 @@ private:
     static QVector<Table> tables();
     void addEntry(QMenu& menu, const Entry& entry);
     void connectOpeners();
-    void addRecentFolders();
+    void addRecent(const QString& title, int behind, QStringList (*paths)(), const QString& none,
+                   const std::function<void(const QString&)>& open);
     void addSwitches();
     void addColours();
     void openStep(Step step);

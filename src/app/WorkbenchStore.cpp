@@ -23,6 +23,7 @@ const auto sectionsKey = QStringLiteral("sections");
 const auto squareKey = QStringLiteral("squarePixels");
 const auto coloursKey = QStringLiteral("colours");
 const auto recentKey = QStringLiteral("recentFolders");
+const auto sessionsKey = QStringLiteral("recentSessions");
 
 constexpr int mostRecent = 8;
 constexpr int widestMaximised = 1920;
@@ -32,6 +33,17 @@ constexpr QSize sizeOnWide(1600, 1000);
 QVariant kept(const QString& key, const QVariant& otherwise)
 {
     return settingsStore().value(group + QLatin1Char('/') + key, otherwise);
+}
+
+/// In front of the others, once.
+void addRecent(const QString& key, const QString& path)
+{
+    const QString place = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
+    QStringList places = kept(key, {}).toStringList();
+    places.removeAll(place);
+    places.prepend(place);
+    settingsStore().setValue(group + QLatin1Char('/') + key,
+                             QStringList(places.mid(0, mostRecent)));
 }
 
 QPalette darkPalette()
@@ -123,10 +135,15 @@ QStringList recentFolders()
 
 void addRecentFolder(const QString& path)
 {
-    const QString folder = QDir::cleanPath(QFileInfo(path).absoluteFilePath());
-    QStringList folders = recentFolders();
-    folders.removeAll(folder);
-    folders.prepend(folder);
-    settingsStore().setValue(group + QLatin1Char('/') + recentKey,
-                             QStringList(folders.mid(0, mostRecent)));
+    addRecent(recentKey, path);
+}
+
+QStringList recentSessions()
+{
+    return kept(sessionsKey, {}).toStringList();
+}
+
+void addRecentSession(const QString& file)
+{
+    addRecent(sessionsKey, file);
 }

@@ -34,3 +34,6 @@ void keepColours(Colours colours);
 /// Folders that were opened, the last one first.
 QStringList recentFolders();
 void addRecentFolder(const QString& path);
+/// The same of files of sessions.
+QStringList recentSessions();
+void addRecentSession(const QString& file);

@@ -119,6 +119,7 @@ void BatchCtrl::runText(const QString& text)
 {
     startPending_ = false;
     stopRun();
+    otherTextRuns_ = true;
     Q_EMIT doDispatchCmds(text);
 }
 
@@ -136,6 +137,8 @@ void BatchCtrl::takeRunEnd()
     setRunState(RunState::Ended);
     if (startPending_) {
         startUnattended();
+    } else if (otherTextRuns_) {
+        stopRun();
     } else if (unattendedRuns_) {
         unattendedRuns_ = false;
         Q_EMIT unattendedRunEnded();
@@ -152,7 +155,7 @@ void BatchCtrl::startUnattended()
 
 void BatchCtrl::stopRun()
 {
-    unattendedRuns_ = false;
+    unattendedRuns_ = otherTextRuns_ = false;
     watch_.leave();
     wait_.clear();
     // At once: who presses "Exec." behind "Stop" must find it enabled.

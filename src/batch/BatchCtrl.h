@@ -82,7 +82,8 @@ public Q_SLOTS:
     /// The batch file that the command line names: as load().
     void setBatchFile(const QString& fname);
 
-    /// Runs a text that is not the editor's, in place of what runs.
+    /// Runs a text that is not the editor's, in place of what runs. Behind its end "Exec." needs no
+    /// "Stop".
     void runText(const QString& text);
 
     /// Unattended start: once the run of the configuration's own lines has come to its end, the
@@ -123,5 +124,6 @@ private:
     QString wait_; ///< what the run waits for, in people's words
     bool firstRunEnded_ = false;
     bool startPending_ = false;   ///< execBatchSlot() waits for the end of the first run
+    bool otherTextRuns_ = false;  ///< what runText() was given runs
     bool unattendedRuns_ = false; ///< what execBatchSlot() started runs
 };

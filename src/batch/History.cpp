@@ -86,7 +86,9 @@ void History::settle()
     if (!records())
         return;
     for (Followed& followed : followed_) {
-        QStringList now = followed.lines();
+        if (followed.writing == InState)
+            continue;
+        const QStringList now = followed.lines();
         if (now == followed.told)
             continue;
         const QStringList anew = newOnes(followed, now);
@@ -135,8 +137,10 @@ void History::write(const QStringList& lines)
 
 void History::takeAsTold()
 {
-    for (Followed& followed : followed_)
-        followed.told = followed.lines();
+    for (Followed& followed : followed_) {
+        if (followed.writing != InState)
+            followed.told = followed.lines();
+    }
 }
 
 void History::clear()
@@ -148,8 +152,20 @@ void History::clear()
 QStringList History::controls() const
 {
     QStringList lines;
-    for (const Followed& followed : followed_)
-        lines += followed.lines();
+    for (const Followed& followed : followed_) {
+        if (followed.writing != InState)
+            lines += followed.lines();
+    }
+    return lines;
+}
+
+QStringList History::wayBack() const
+{
+    QStringList lines;
+    for (const Followed& followed : followed_) {
+        if (followed.lines() != followed.atStart)
+            lines += followed.atStart;
+    }
     return lines;
 }
 

@@ -27,8 +27,9 @@ public:
 
     enum Writing
     {
-        NewLines,   ///< those that were not told before
-        AllTogether ///< all, when one is new: later ones undo effects of earlier ones
+        NewLines,    ///< those that were not told before
+        AllTogether, ///< all, when one is new: later ones undo effects of earlier ones
+        InState      ///< only in state(): deeds bring it about otherwise
     };
     /// Follows a control or a few that belong together. What stands at this moment is what a fresh
     /// program starts with.
@@ -66,10 +67,12 @@ public:
 
     const QStringList& lines() const { return lines_; }
     void clear();
-    /// Everything that is followed, as lines.
+    /// All controls that are followed, as lines.
     QStringList controls() const;
     /// Everything that stands otherwise than in a fresh program, as lines.
     QStringList state() const;
+    /// The lines that bring everything back to where a fresh program starts.
+    QStringList wayBack() const;
 
 Q_SIGNALS:
     void added(const QStringList& lines);

@@ -17,9 +17,10 @@ QString joined(const QString& base, const QString& extension)
 QString extensionOf(const QString& name)
 {
     static const QStringList known{
-        QStringLiteral("tif"), QStringLiteral("tiff"), QStringLiteral("dat"), QStringLiteral("txt"),
-        QStringLiteral("csv"), QStringLiteral("png"),  QStringLiteral("bmp"), QStringLiteral("jpg"),
-        QStringLiteral("emp"), QStringLiteral("bat")};
+        QStringLiteral("tif"), QStringLiteral("tiff"),   QStringLiteral("dat"),
+        QStringLiteral("txt"), QStringLiteral("csv"),    QStringLiteral("png"),
+        QStringLiteral("bmp"), QStringLiteral("jpg"),    QStringLiteral("emp"),
+        QStringLiteral("bat"), QStringLiteral("session")};
     const QString own = QFileInfo(name).suffix();
     return known.contains(own, Qt::CaseInsensitive) ? own : QString();
 }

@@ -79,6 +79,16 @@ void CalibConductor::bindCommands(CommandBook& book)
     tellHistory();
 }
 
+QStringList CalibConductor::mapLines() const
+{
+    const QString& file = parts_.shiftMap.fileName;
+    if (!mapWhole() && !mapStopped())
+        return {batchLine(ExCmdCalibClearMap)};
+    if (file.isEmpty())
+        return {QStringLiteral("# the shift map was not saved")};
+    return {batchLine(ExCmdCalibLoadMap, {file})};
+}
+
 /// What the panel asks for, once it is done.
 void CalibConductor::tellHistory()
 {
@@ -87,6 +97,7 @@ void CalibConductor::tellHistory()
         {&CalibCtrl::clearMap, ExCmdCalibClearMap},
         {&CalibCtrl::formerMap, ExCmdCalibFormerMap},
         {&CalibCtrl::normalizeEShift, ExCmdCalibNormalizeShift}};
+    history_->follow([this] { return mapLines(); }, History::InState);
     for (const auto& deed : deeds)
         connect(panel, deed.first, history_, [this, id = deed.second] { history_->add(id); });
     const std::pair<void (CalibCtrl::*)(const QString&), EX_CMD_ID> files[] = {

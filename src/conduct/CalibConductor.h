@@ -106,6 +106,7 @@ private:
     // CalibConductor.cpp
     void connectPanel();
     void tellHistory();
+    QStringList mapLines() const;
     void startCalibration(bool ofBatch);
     void startWalk(const AnalyzeCond& walk, const SharedSource& source, const CalibKernel& kernel);
     QString calibrationFault(AnalyzeCond& walk) const;

@@ -6,6 +6,7 @@
 #include "common/Cfg.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
+#include "common/SafeInt.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
 #include "conduct/SourceReader.h"
@@ -87,6 +88,19 @@ void DarkConductor::bindCommands(CommandBook& book)
     tellHistory(book.history());
 }
 
+QStringList DarkConductor::areaLines(const ImageStack& stack) const
+{
+    const bool ofI1 = &stack == &data_.i1;
+    if (!stack.darkAreaOn)
+        return {batchLine(ofI1 ? ExCmdClearI1DarkArea : ExCmdClearI0DarkArea)};
+    const T20& area = stack.darkArea;
+    QStringList corners;
+    for (const double at : {area.x(), area.y(), area.x() + area.width(), area.y() + area.height()})
+        corners << QString::number(truncatedInt(at));
+    return {batchLine(ExCmdSelectRegion, corners),
+            batchLine(ofI1 ? ExCmdSetI1DarkArea : ExCmdSetI0DarkArea)};
+}
+
 /// What the rows ask for, once it is done.
 void DarkConductor::tellHistory(History& history) const
 {
@@ -109,6 +123,8 @@ void DarkConductor::tellHistory(History& history) const
                            batchLine(ExCmdDarkExposure, {shortestText(box_.darkExposure())})};
     };
     history.follow(darkLines, History::AllTogether);
+    for (const ImageStack* stack : {&data_.i1, &data_.i0})
+        history.follow([this, stack] { return areaLines(*stack); }, History::InState);
 }
 
 QStringList DarkConductor::loadDefaultErrPoints(const QString& place)

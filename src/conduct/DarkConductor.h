@@ -57,6 +57,7 @@ private:
     void connectBox();
     void connectStack(ImageStack& stack);
     void tellHistory(History& history) const;
+    QStringList areaLines(const ImageStack& stack) const;
     void setDarkArea(ImageStack& stack);
     void fillDarkAverages(ImageStack& stack);
     void refillDarkAverages(ImageStack& stack);

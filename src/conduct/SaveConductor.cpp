@@ -88,6 +88,7 @@ void SaveConductor::bindCommands(CommandBook& book)
     });
     book.action(ExCmdSaveFlatDark, [this](const Cmd&) { saveFlatDark(); });
     history_ = &book.history();
+    history_->follow([this] { return writtenMaps_.lines(); }, History::InState);
     connect(&parts_.saveBox, &SaveBox::saveFlatDark, history_,
             [this] { history_->add(ExCmdSaveFlatDark); });
 }

@@ -1,6 +1,7 @@
 #include "conduct/StackConductor.h"
 
 #include "batch/BatchCtrl.h"
+#include "batch/BatchLine.h"
 #include "batch/CommandBook.h"
 #include "batch/CommandFailure.h"
 #include "common/Fault.h"
@@ -154,6 +155,8 @@ void StackConductor::bindCommands(CommandBook& book)
     history_ = &book.history();
     // A load chooses its last image by itself.
     connect(this, &StackConductor::loaded, history_, &History::accept);
+    for (const Loading* loading : {&i1_, &i0_})
+        history_->follow([this, loading] { return stackLines(*loading); }, History::InState);
     book.action(ExCmdClearI1Files, [this](const Cmd&) { clearI1Files(); });
     book.action(ExCmdClearI0Files, [this](const Cmd&) { clearI0Files(); });
     book.action(ExCmdEngApplyI1, [this](const Cmd&) { applyEnergies(data_.i1); });
@@ -218,6 +221,7 @@ void StackConductor::clear(Loading& loading)
     stack.darkAvg.clear();
     loading.firstValidJob = loading.jobsSent + 1;
     loading.failedFiles = 0;
+    loading.jobs.clear();
     Q_EMIT cleared(&stack);
 }
 
@@ -234,14 +238,47 @@ void StackConductor::tellLoad(const Loading& loading, const QStringList& files, 
     if (!history_ || files.isEmpty())
         return;
     history_->settle();
+    history_->add(loadLine(loading, files, newFile));
+}
+
+QString StackConductor::loadLine(const Loading& loading, const QStringList& files,
+                                 bool newFile) const
+{
+    const bool ofI1 = &loading == &i1_;
     const QString mode = newFile ? QStringLiteral("new") : QStringLiteral("add");
     const QString folder = QFileInfo(files.first()).path() + QLatin1Char('/');
     const QString filter = patternOf(files, folder);
     if (filter.isEmpty())
-        tellHistory(loading, ExCmdLoadI1Files, ExCmdLoadI0Files, QStringList(mode) + files);
-    else
-        tellHistory(loading, ExCmdLoadI1FilesOfPattern, ExCmdLoadI0FilesOfPattern,
-                    {mode, folder, filter});
+        return batchLine(ofI1 ? ExCmdLoadI1Files : ExCmdLoadI0Files, QStringList(mode) + files);
+    return batchLine(ofI1 ? ExCmdLoadI1FilesOfPattern : ExCmdLoadI0FilesOfPattern,
+                     {mode, folder, filter});
+}
+
+QStringList StackConductor::jobLines(const Loading& loading, int skip, int cutFirst,
+                                     int cutLast) const
+{
+    const bool ofI1 = &loading == &i1_;
+    return {batchLine(ofI1 ? ExCmdSkipI1 : ExCmdSkipI0, {QString::number(skip)}),
+            batchLine(ofI1 ? ExCmdCutFI1 : ExCmdCutFI0, {QString::number(cutFirst)}),
+            batchLine(ofI1 ? ExCmdCutLI1 : ExCmdCutLI0, {QString::number(cutLast)})};
+}
+
+/// What brings the stack's images about; its fields stand then as they do now.
+QStringList StackConductor::stackLines(const Loading& loading) const
+{
+    const bool ofI1 = &loading == &i1_;
+    if (loading.jobs.isEmpty())
+        return {batchLine(ofI1 ? ExCmdClearI1Files : ExCmdClearI0Files)};
+    QStringList lines;
+    for (const LoadJob& job : loading.jobs)
+        lines << jobLines(loading, job.skip, job.cutFirst, job.cutLast)
+              << loadLine(loading, job.files, lines.isEmpty());
+    const SelectDataFiles& row = *loading.row;
+    lines << jobLines(loading, row.skip(), row.cutFirst(), row.cutLast());
+    // The files have brought one of their own.
+    if (!row.typedExposure().isNull())
+        lines << batchLine(ofI1 ? ExCmdExposureI1 : ExCmdExposureI0, {row.typedExposure()});
+    return lines;
 }
 
 void StackConductor::readI1Files(const QStringList& files, bool newFile)
@@ -285,6 +322,8 @@ LoadJob StackConductor::newJob(Loading& loading, const QStringList& files, const
     job.loadCmdId = loading.command;
     job.ticket = cmd.ticket;
     job.place = failurePlace(cmd);
+    if (!files.isEmpty())
+        loading.jobs.append(job);
     return job;
 }
 

@@ -95,12 +95,16 @@ private:
         int jobsDone = 0;
         int failedFiles = 0;            ///< of the last load
         std::map<int, Waiting> waiting; ///< by the job's number
+        QVector<LoadJob> jobs;          ///< that the stack's images come of
     };
 
     void setup(Loading& loading);
     const Loading& loadingOf(const ImageStack& stack) const;
     void tellHistory(const Loading& loading, EX_CMD_ID ofI1, EX_CMD_ID ofI0,
                      const QStringList& arguments = {}) const;
+    QString loadLine(const Loading& loading, const QStringList& files, bool newFile) const;
+    QStringList jobLines(const Loading& loading, int skip, int cutFirst, int cutLast) const;
+    QStringList stackLines(const Loading& loading) const;
     void tellLoad(const Loading& loading, const QStringList& files, bool newFile) const;
     void clear(Loading& loading);
     void load(Loading& loading, bool byPattern, const CmdLine& cmd, CommandEnd end);

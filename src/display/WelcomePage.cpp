@@ -39,6 +39,15 @@ QLabel* bold(const QString& text)
     return label;
 }
 
+QLabel* newLink()
+{
+    auto* const link = new QLabel;
+    link->setTextFormat(Qt::RichText);
+    link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
+    link->setWordWrap(true);
+    return link;
+}
+
 QPushButton* newButton(const QString& text, const char* name)
 {
     auto* const button = new QPushButton(text);
@@ -52,6 +61,7 @@ QPushButton* newButton(const QString& text, const char* name)
 
 WelcomePage::WelcomePage(QWidget* parent)
     : CoveringPage(parent)
+    , session_(newLink())
     , recent_(new QWidget)
     , links_(new QVBoxLayout(recent_))
 {
@@ -67,6 +77,8 @@ WelcomePage::WelcomePage(QWidget* parent)
     links_->setContentsMargins(0, 0, 0, 14);
     links_->setSpacing(6);
     recent_->hide();
+    session_->hide();
+    layout->addWidget(session_);
     layout->addWidget(recent_);
     addOthers(layout);
     layout->addStretch(1);
@@ -138,6 +150,19 @@ void WelcomePage::addOthers(QVBoxLayout* layout)
     }
 }
 
+void WelcomePage::setLastSession(const QString& file)
+{
+    session_->setVisible(!file.isEmpty());
+    disconnect(session_, &QLabel::linkActivated, this, nullptr);
+    const QString shown = QDir::toNativeSeparators(file);
+    session_->setText(tr("Last session: %1")
+                          .arg(QStringLiteral("<a href=\"open\">%1</a> &nbsp; %2")
+                                   .arg(QFileInfo(file).fileName().toHtmlEscaped(),
+                                        QFileInfo(shown).path().toHtmlEscaped())));
+    session_->setToolTip(shown.toHtmlEscaped());
+    connect(session_, &QLabel::linkActivated, this, [this, file] { Q_EMIT openSession(file); });
+}
+
 void WelcomePage::setRecentFolders(const QStringList& paths)
 {
     qDeleteAll(recent_->findChildren<QLabel*>());
@@ -147,10 +172,7 @@ void WelcomePage::setRecentFolders(const QStringList& paths)
     links_->addWidget(bold(tr("Opened before")));
     for (const QString& path : paths.mid(0, mostLinks)) {
         const QString shown = QDir::toNativeSeparators(path);
-        auto* const link = new QLabel;
-        link->setTextFormat(Qt::RichText);
-        link->setTextInteractionFlags(Qt::LinksAccessibleByMouse | Qt::LinksAccessibleByKeyboard);
-        link->setWordWrap(true);
+        QLabel* const link = newLink();
         const QString text = QStringLiteral("<a href=\"open\">%1</a> &nbsp; %2");
         link->setText(text.arg(QDir(path).dirName().toHtmlEscaped(),
                                QFileInfo(shown).path().toHtmlEscaped()));

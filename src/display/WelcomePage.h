@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+class QLabel;
 class QVBoxLayout;
 
 /// What stands in the place of the image before there is any: how to begin, and the road to a map.
@@ -15,10 +16,13 @@ public:
 
     /// Folders that were opened before, the last one first; the page shows the first few.
     void setRecentFolders(const QStringList& paths);
+    /// Offers the session that was used last; an empty name offers none.
+    void setLastSession(const QString& file);
 
 Q_SIGNALS:
     void openFolder();
     void openRecent(const QString& path);
+    void openSession(const QString& file);
     void openI1();
     void openI0();
     void openBatch();
@@ -28,6 +32,7 @@ private:
     void addRoad(QVBoxLayout* layout);
     void addOthers(QVBoxLayout* layout);
 
+    QLabel* const session_; ///< link to the last session
     QWidget* const recent_; ///< heading and links
     QVBoxLayout* const links_;
 };

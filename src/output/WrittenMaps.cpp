@@ -5,6 +5,15 @@
 #include <QDebug>
 #include <QFileInfo>
 
+QStringList WrittenMaps::lines() const
+{
+    QStringList lines;
+    for (auto written = mapOfFile_.begin(); written != mapOfFile_.end(); ++written)
+        lines << QStringLiteral("# map %1 was saved as %2").arg(written.value(), written.key());
+    lines.sort();
+    return lines;
+}
+
 void WrittenMaps::add(const QString& file, const QString& map)
 {
     QString& written = mapOfFile_[QFileInfo(file).canonicalFilePath()];

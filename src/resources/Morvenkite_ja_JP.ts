@@ -2612,6 +2612,22 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>&amp;History</source>
         <translation>履歴(&amp;H)</translation>
     </message>
+    <message>
+        <source>Open Sess&amp;ion...</source>
+        <translation>セッションを開く(&amp;I)...</translation>
+    </message>
+    <message>
+        <source>Save Sessi&amp;on...</source>
+        <translation>セッションを保存(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Rec&amp;ent Sessions</source>
+        <translation>最近のセッション(&amp;E)</translation>
+    </message>
+    <message>
+        <source>No session was saved yet</source>
+        <translation>まだ保存したセッションはありません</translation>
+    </message>
 </context>
 <context>
     <name>Messages</name>
@@ -3451,6 +3467,25 @@ to %2</source>
     </message>
 </context>
 <context>
+    <name>Sessions</name>
+    <message>
+        <source>Session (*.session)</source>
+        <translation>セッション (*.session)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Save Session</source>
+        <translation>セッションの保存</translation>
+    </message>
+    <message>
+        <source>Open Session</source>
+        <translation>セッションを開く</translation>
+    </message>
+</context>
+<context>
     <name>Shell</name>
     <message>
         <source>Select Reference %1</source>
@@ -4106,6 +4141,10 @@ to %2</source>
     <message>
         <source>Opened before</source>
         <translation>最近開いたフォルダ</translation>
+    </message>
+    <message>
+        <source>Last session: %1</source>
+        <translation>前回のセッション: %1</translation>
     </message>
 </context>
 <context>

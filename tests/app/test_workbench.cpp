@@ -1,6 +1,7 @@
 #include "BodyFixture.h"
 #include "analysis/lcf/LcfSection.h"
 #include "app/NoticeBar.h"
+#include "app/Sessions.h"
 #include "app/StepBar.h"
 #include "app/StepButton.h"
 #include "app/StepWatch.h"
@@ -209,6 +210,30 @@ private Q_SLOTS:
             if (!file.contains("cBar")) // a picture, over a range of its own
                 QVERIFY2(again[file] == byHand[file], qPrintable(file + '\n' + lines.join('\n')));
         }
+    }
+
+    /// Also in a window where other work was done.
+    void aSessionBringsTheWorkBack()
+    {
+        User user(*body_);
+        walkTheRoad(user);
+        const QString shiftMap = store_.filePath("shift.emp");
+        QVERIFY(body_->run("calib_save_map " + shiftMap));
+        const QString file = store_.filePath("work.session");
+        body_->findChild<Sessions*>()->save(file);
+        const QStringList state = body_->batch().book().history().state();
+        cleanup();
+        init();
+        body_->runAll({"set_fluo_type 1", "dark_exposure 77", "analyzer_target_elements Fe"});
+        const QSignalSpy ended(body_->batchCtrl(), &BatchCtrl::batchStop); // and before the start
+        body_->findChild<Sessions*>()->open(file);
+        QTRY_COMPARE_WITH_TIMEOUT(ended.size(), 2, 60000);
+        const QStringList again = body_->batch().book().history().state();
+        for (int i = 0; i < std::max(state.size(), again.size()); ++i)
+            QCOMPARE(again.value(i), state.value(i));
+        QCOMPARE(body_->i1Stack().size(), 81);
+        QVERIFY(body_->data().i0.darkAreaOn && body_->calibration().mapWhole());
+        QCOMPARE(body_->batchCtrl()->failures().count, 0);
     }
 
     void whatCantWorkSaysWhy()
