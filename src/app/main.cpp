@@ -1,4 +1,5 @@
 #include "app/Body.h"
+#include "app/ConsoleModes.h"
 #include "app/TermSignals.h"
 #include "app/Translation.h"
 #include "app/WorkbenchStore.h"
@@ -18,6 +19,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -128,6 +130,8 @@ int main(int argc, char** argv)
     keepFreedMemory();
     const LogRelay logRelay;
     theCfg() = Cfg(argc, argv, QString(), QStringList());
+    if (const std::optional<int> code = runConsoleMode(argc, argv, MORVENKITE_VERSION))
+        return *code;
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication app(argc, argv);

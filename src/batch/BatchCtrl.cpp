@@ -1,7 +1,9 @@
 #include "batch/BatchCtrl.h"
 
+#include "batch/BatchCheck.h"
 #include "batch/BatchDispatcher.h"
 #include "batch/BatchFile.h"
+#include "common/Cfg.h"
 #include "common/Fault.h"
 #include "common/FileNames.h"
 #include "common/SafeFile.h"
@@ -19,6 +21,8 @@ namespace {
 // A run that never ends must not fill the memory with its log.
 constexpr int mostLogLines = 100000;
 constexpr int mostEditedLines = 100000;
+// The window stands still meanwhile.
+constexpr int longestCheckMs = 2000;
 
 } // namespace
 
@@ -53,6 +57,7 @@ void BatchCtrl::connectButtons()
     connect(saveDialog_, &LateDialog::fileSelected, this, &BatchCtrl::save);
     connect(loadDialog_, &LateDialog::fileSelected, this, &BatchCtrl::load);
     connect(ui_->Exec, &QPushButton::clicked, this, &BatchCtrl::execCmdsSlot);
+    connect(ui_->Check, &QPushButton::clicked, this, &BatchCtrl::checkSlot);
     connect(ui_->Stop, &QPushButton::clicked, this, [this] {
         startPending_ = false;
         stopRun();
@@ -113,6 +118,15 @@ void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
 void BatchCtrl::execCmdsSlot()
 {
     Q_EMIT doDispatchCmds(text());
+}
+
+void BatchCtrl::checkSlot()
+{
+    BatchCheckOptions options;
+    options.before = theCfg().linesOf(QStringLiteral("BATCH")).join(QLatin1Char('\n'));
+    options.limits.milliseconds = longestCheckMs;
+    Log(checkBatch(text(), options).lines(QString()).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    ui_->tabWidget->setCurrentWidget(ui_->logsTab);
 }
 
 void BatchCtrl::execBatchSlot()

@@ -112,3 +112,12 @@ void sortNaturally(QStringList& names)
 {
     std::sort(names.begin(), names.end(), naturallyLess);
 }
+
+QStringList filesOfPattern(const QString& folder, const QStringList& filters)
+{
+    QStringList files = QDir(folder).entryList(filters, QDir::Files, QDir::NoSort);
+    sortNaturally(files);
+    for (QString& file : files)
+        file.prepend(folder);
+    return files;
+}

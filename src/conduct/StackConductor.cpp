@@ -13,7 +13,6 @@
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QDir>
 #include <QFileInfo>
 
 #include <utility>
@@ -25,15 +24,12 @@ bool isNewMode(const CmdLine& cmd)
     return cmd.arg(0).toUpper() == QLatin1String("NEW");
 }
 
-/// Files of a folder by name filters, in their natural order; the folder's text stands directly in
-/// front of each name.
-QStringList filesOfPattern(const CmdLine& cmd)
+/// The files that the line asks for.
+QStringList filesOf(const CmdLine& cmd, bool byPattern)
 {
-    const QString folder = cmd.arg(1);
-    QStringList files = QDir(folder).entryList(cmd.args.mid(2), QDir::Files, QDir::NoSort);
-    sortNaturally(files);
-    for (QString& file : files)
-        file.prepend(folder);
+    if (!byPattern)
+        return cmd.args.mid(1);
+    const QStringList files = filesOfPattern(cmd.arg(1), cmd.args.mid(2));
     if (files.isEmpty())
         fault(QStringLiteral("No files to load: ") + cmd.simplified);
     return files;
@@ -142,7 +138,7 @@ void StackConductor::bindCommands(CommandBook& book)
 void StackConductor::load(Loading& loading, bool byPattern, const CmdLine& cmd, CommandEnd end)
 {
     if (cmd.args.size() >= 2) {
-        const QStringList files = byPattern ? filesOfPattern(cmd) : cmd.args.mid(1);
+        const QStringList files = filesOf(cmd, byPattern);
         read(loading, prepareRead(loading, files, isNewMode(cmd), cmd, std::move(end)));
     } else if (batch_.isUnattended()) {
         fault(QStringLiteral("No files to load: ") + cmd.simplified);
