@@ -45,7 +45,7 @@ int checkFile(const QString& fname)
     if (!why.isEmpty() || !faults.faults().isEmpty())
         return failed(why.isEmpty() ? faults.faults().first() : why);
     BatchCheckOptions options;
-    options.before = theCfg().linesOf(QStringLiteral("BATCH")).join(QLatin1Char('\n'));
+    options.before = configuredBatch(theCfg());
     const BatchReport report = checkBatch(text, options);
     for (const QString& line : report.lines(fname))
         print(line);

@@ -59,8 +59,7 @@ QString startFault(const Start& start)
 {
     if (!start.faults.isEmpty())
         return start.faults.first();
-    const QString configLines = theCfg().linesOf(QStringLiteral("BATCH")).join(QString());
-    if (start.batchText.trimmed().isEmpty() && configLines.trimmed().isEmpty())
+    if (start.batchText.trimmed().isEmpty() && configuredBatch(theCfg()).trimmed().isEmpty())
         return QStringLiteral(
             "there is neither a batch text nor a batch line of the configuration");
     return {};

@@ -3,7 +3,6 @@
 #include "batch/BatchCheck.h"
 #include "batch/BatchDispatcher.h"
 #include "batch/BatchFile.h"
-#include "common/Cfg.h"
 #include "common/Fault.h"
 #include "common/FileNames.h"
 #include "common/SafeFile.h"
@@ -123,7 +122,7 @@ void BatchCtrl::execCmdsSlot()
 void BatchCtrl::checkSlot()
 {
     BatchCheckOptions options;
-    options.before = theCfg().linesOf(QStringLiteral("BATCH")).join(QLatin1Char('\n'));
+    options.before = configuredBatch(theCfg());
     options.limits.milliseconds = longestCheckMs;
     Log(checkBatch(text(), options).lines(QString()).join(QLatin1Char('\n')) + QLatin1Char('\n'));
     ui_->tabWidget->setCurrentWidget(ui_->logsTab);
