@@ -1,8 +1,8 @@
 #include "batch/BatchCheck.h"
 
+#include "batch/ArgumentFaults.h"
 #include "batch/BatchFiles.h"
 #include "batch/BatchInterpreter.h"
-#include "batch/CommandArguments.h"
 #include "batch/CommandTable.h"
 #include "batch/ShownArgument.h"
 #include "common/TextItems.h"
@@ -81,57 +81,6 @@ bool isLoad(EX_CMD_ID id)
 {
     return id == ExCmdLoadI1Files || id == ExCmdLoadI0Files || id == ExCmdLoadI1FilesOfPattern ||
            id == ExCmdLoadI0FilesOfPattern;
-}
-
-/// Why the argument is not read as what it says; empty for kinds that take any text.
-QString valueFault(const Argument& argument, const QString& value)
-{
-    bool isNumber = false;
-    switch (argument.kind) {
-    case ArgumentKind::Whole:
-        value.toInt(&isNumber);
-        return isNumber ? QString()
-                        : shown(value) + QStringLiteral(" is no whole number, it counts as 0");
-    case ArgumentKind::Number:
-        value.toDouble(&isNumber);
-        return isNumber ? QString()
-                        : shown(value) + QStringLiteral(" is no number, it counts as 0");
-    case ArgumentKind::Switch: {
-        const int number = value.toInt(&isNumber);
-        const bool known =
-            isNumber && argument.word.split(QLatin1Char('|')).contains(QString::number(number));
-        return known ? QString()
-                     : QStringLiteral("%1 is none of %2").arg(shown(value), argument.word);
-    }
-    default:
-        return {};
-    }
-}
-
-/// An empty text that is written as "" is dropped from the arguments, and reads as empty all the
-/// same: this is how a field is emptied.
-bool endsInEmptyText(const CmdLine& line, const QVector<Argument>& arguments)
-{
-    const int given = line.args.size();
-    return given + 1 == leastArguments(arguments) && arguments[given].kind == ArgumentKind::Text &&
-           line.line.contains(QLatin1String("\"\""));
-}
-
-QString countFault(const CmdLine& line, const QVector<Argument>& arguments, const QString& usage)
-{
-    const int given = line.args.size();
-    const int most = mostArguments(arguments);
-    if (given < leastArguments(arguments) && !endsInEmptyText(line, arguments))
-        return (isLoad(exCmdId(line))
-                    ? QStringLiteral("an argument is missing, the run waits for \"Stop\": ")
-                    : QStringLiteral("an argument is missing: ")) +
-               usage;
-    if (most < 0 || given <= most)
-        return {};
-    const bool comment = line.args[most].startsWith(QLatin1Char('#'));
-    return (comment ? QStringLiteral("too many arguments, a # behind a word begins no comment: ")
-                    : QStringLiteral("too many arguments: ")) +
-           usage;
 }
 
 /// Goes through a text step by step, as a run does.
@@ -310,7 +259,7 @@ const QVector<Argument>& Walk::argumentsAs(const QString& description)
 bool Walk::checkArguments(const CmdLine& line, const QString& description, const QString& usage)
 {
     const QVector<Argument>& arguments = argumentsAs(description);
-    add(line, countFault(line, arguments, usage));
+    add(line, countFault(line, arguments, usage, isLoad(exCmdId(line))));
     const int known = qMin(arguments.size(), line.args.size());
     for (int i = 0; i < known; ++i)
         add(line, valueFault(arguments[i], line.args[i]));
