@@ -1,4 +1,5 @@
 #include "app/Body.h"
+#include "app/ConsoleModes.h"
 #include "app/TermSignals.h"
 #include "app/Translation.h"
 #include "app/WorkbenchStore.h"
@@ -18,6 +19,7 @@
 #include <QTranslator>
 
 #include <cstdio>
+#include <optional>
 
 namespace {
 
@@ -57,8 +59,7 @@ QString startFault(const Start& start)
 {
     if (!start.faults.isEmpty())
         return start.faults.first();
-    const QString configLines = theCfg().linesOf(QStringLiteral("BATCH")).join(QString());
-    if (start.batchText.trimmed().isEmpty() && configLines.trimmed().isEmpty())
+    if (start.batchText.trimmed().isEmpty() && configuredBatch(theCfg()).trimmed().isEmpty())
         return QStringLiteral(
             "there is neither a batch text nor a batch line of the configuration");
     return {};
@@ -128,6 +129,8 @@ int main(int argc, char** argv)
     keepFreedMemory();
     const LogRelay logRelay;
     theCfg() = Cfg(argc, argv, QString(), QStringList());
+    if (const std::optional<int> code = runConsoleMode(argc, argv, MORVENKITE_VERSION))
+        return *code;
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication app(argc, argv);

@@ -1,5 +1,6 @@
 #include "batch/BatchCtrl.h"
 
+#include "batch/BatchCheck.h"
 #include "batch/BatchDispatcher.h"
 #include "batch/BatchFile.h"
 #include "common/Fault.h"
@@ -19,6 +20,8 @@ namespace {
 // A run that never ends must not fill the memory with its log.
 constexpr int mostLogLines = 100000;
 constexpr int mostEditedLines = 100000;
+// The window stands still meanwhile.
+constexpr int longestCheckMs = 2000;
 
 } // namespace
 
@@ -53,6 +56,7 @@ void BatchCtrl::connectButtons()
     connect(saveDialog_, &LateDialog::fileSelected, this, &BatchCtrl::save);
     connect(loadDialog_, &LateDialog::fileSelected, this, &BatchCtrl::load);
     connect(ui_->Exec, &QPushButton::clicked, this, &BatchCtrl::execCmdsSlot);
+    connect(ui_->Check, &QPushButton::clicked, this, &BatchCtrl::checkSlot);
     connect(ui_->Stop, &QPushButton::clicked, this, [this] {
         startPending_ = false;
         stopRun();
@@ -121,6 +125,15 @@ void BatchCtrl::runText(const QString& text)
     stopRun();
     otherTextRuns_ = true;
     Q_EMIT doDispatchCmds(text);
+}
+
+void BatchCtrl::checkSlot()
+{
+    BatchCheckOptions options;
+    options.before = configuredBatch(theCfg());
+    options.limits.milliseconds = longestCheckMs;
+    Log(checkBatch(text(), options).lines(QString()).join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    ui_->tabWidget->setCurrentWidget(ui_->logsTab);
 }
 
 void BatchCtrl::execBatchSlot()

@@ -65,6 +65,10 @@ public Q_SLOTS:
     /// Gives the text to the dispatcher.
     void execCmdsSlot();
 
+    /// Tells in the log what the text would stumble over, without running it. Takes some seconds at
+    /// most; of a longer text the log says where the check ended.
+    void checkSlot();
+
     void clear();
     void clearLog();
 

@@ -1,5 +1,8 @@
 #include "batch/BatchDispatcher.h"
 
+#include "common/Fault.h"
+
+#include <QDebug>
 #include <QElapsedTimer>
 #include <QTimer>
 
@@ -90,8 +93,7 @@ bool BatchDispatcher::takeSlice()
     while (!stopRequested_) {
         const BatchOutcome outcome = interpreter_.step();
         log += outcome.log;
-        if (outcome.failure)
-            failures.add(*outcome.failure);
+        tell(outcome, failures);
         if (outcome.kind == BatchOutcome::Continue) {
             if (timer.elapsed() < sliceMs && log.size() < mostLogAhead)
                 continue;
@@ -100,7 +102,7 @@ bool BatchDispatcher::takeSlice()
         }
         flush(log, failures);
         if (outcome.kind == BatchOutcome::Command) {
-            send(outcome.command, outcome.inRem);
+            send(outcome.line, outcome.inRem);
         } else {
             state_ = Finished;
             Q_EMIT runEnded();
@@ -109,6 +111,17 @@ bool BatchDispatcher::takeSlice()
     }
     flush(log, failures);
     return false;
+}
+
+/// What the program's log and the failures of the run get of a line.
+void BatchDispatcher::tell(const BatchOutcome& outcome, FailureCount& failures)
+{
+    for (const QString& message : outcome.messages)
+        qDebug().noquote() << message;
+    if (!outcome.failure)
+        return;
+    fault(outcome.failure->text());
+    failures.add(*outcome.failure);
 }
 
 void BatchDispatcher::send(CmdLine command, bool inRem)

@@ -73,6 +73,7 @@ private:
 
     void dispatch(const QString& text, bool ofConfig);
     void askForNextLine();
+    static void tell(const BatchOutcome& outcome, FailureCount& failures);
     void send(CmdLine command, bool inRem);
     void flush(QString& text, FailureCount& failures);
     bool takeSlice();

@@ -1,11 +1,8 @@
 #include "batch/BatchInterpreter.h"
 
 #include "batch/CommandTable.h"
-#include "common/Fault.h"
 #include "common/Settings.h"
 #include "common/TextItems.h"
-
-#include <QDebug>
 
 #include <algorithm>
 
@@ -110,6 +107,13 @@ bool BatchLoop::advance()
     return true;
 }
 
+void BatchLoop::leave()
+{
+    // Counts down from where it is to where it is.
+    first = last = current;
+    step.clear();
+}
+
 BatchInterpreter::BatchInterpreter()
 {
     variables.setValue(QStringLiteral("$DataRoot$"), DataRoot);
@@ -174,15 +178,16 @@ BatchOutcome BatchInterpreter::step()
         outcome.kind = BatchOutcome::Ended;
         return outcome;
     }
-    CmdLine line(joinedLine());
-    line.lineNo = lineStartNo_ + 1;
-    line.ofConfig = ofConfig_;
-    runLine(line, outcome);
+    outcome.line = CmdLine(joinedLine());
+    outcome.line.lineNo = lineStartNo_ + 1;
+    outcome.line.ofConfig = ofConfig_;
+    runLine(outcome);
     return outcome;
 }
 
-void BatchInterpreter::runLine(CmdLine& line, BatchOutcome& outcome)
+void BatchInterpreter::runLine(BatchOutcome& outcome)
 {
+    const CmdLine& line = outcome.line;
     const BatchKeyword keyword = line.valid ? keywordId(line) : KeywordNone;
     if (keyword == KeywordEnd) {
         outcome.kind = BatchOutcome::Ended;
@@ -190,11 +195,14 @@ void BatchInterpreter::runLine(CmdLine& line, BatchOutcome& outcome)
     }
     if (keyword == KeywordRemStart || keyword == KeywordRemEnd)
         inRem = keyword == KeywordRemStart;
+    outcome.inRem = inRem;
     const bool isCommand = isExCmd(line);
+    if (isCommand)
+        outcome.kind = BatchOutcome::Command;
     if (!inRem) {
-        outcome.log = execKeyword(keyword, line);
+        execKeyword(keyword, outcome);
         if (isCommand) {
-            replaceIn(line.args);
+            replaceArguments(outcome);
             outcome.log =
                 line.word + QLatin1String(" : ") + loggedArgs(line.args) + QLatin1Char('\n');
         } else if (line.valid && keyword == KeywordNone) {
@@ -206,11 +214,6 @@ void BatchInterpreter::runLine(CmdLine& line, BatchOutcome& outcome)
     }
     if (!outcome.log.isEmpty())
         lineOpen_ = !outcome.log.endsWith(QLatin1Char('\n'));
-    if (isCommand) {
-        outcome.kind = BatchOutcome::Command;
-        outcome.command = line;
-        outcome.inRem = inRem;
-    }
 }
 
 /// Nothing when the line was told before: a loop must not repeat it for ever.
@@ -219,26 +222,20 @@ std::optional<CommandFailure> BatchInterpreter::unknownWord(const CmdLine& line)
     if (toldLines_.contains(line.lineNo))
         return {};
     toldLines_.insert(line.lineNo);
-    const CommandFailure failure(line, QStringLiteral("unknown word, the line is skipped"));
-    fault(failure.text());
-    return failure;
+    return CommandFailure(line, QStringLiteral("unknown word, the line is skipped"));
 }
 
-QString BatchInterpreter::execKeyword(int keyword, CmdLine& line)
+void BatchInterpreter::execKeyword(int keyword, BatchOutcome& outcome)
 {
-    switch (keyword) {
-    case KeywordFor:
-        return execFor(line);
-    case KeywordNext:
-        return execNext(line);
-    case KeywordEcho:
-        return execEcho(line);
-    case KeywordLet:
+    const CmdLine& line = outcome.line;
+    if (keyword == KeywordFor)
+        outcome.log = execFor(line);
+    else if (keyword == KeywordNext)
+        outcome.log = execNext(line);
+    else if (keyword == KeywordEcho)
+        outcome.log = execEcho(outcome);
+    else if (keyword == KeywordLet)
         variables.setValue(QLatin1Char('$') + line.arg(0) + QLatin1Char('$'), line.arg(1));
-        return {};
-    default:
-        return {};
-    }
 }
 
 QString BatchInterpreter::execFor(const CmdLine& line)
@@ -275,12 +272,12 @@ QString BatchInterpreter::execNext(const CmdLine& line)
     return QStringLiteral("next %1 : %2 = %3\n").arg(shown.name, shown.var, shown.current);
 }
 
-QString BatchInterpreter::execEcho(CmdLine& line)
+QString BatchInterpreter::execEcho(BatchOutcome& outcome)
 {
-    replaceIn(line.args);
+    replaceArguments(outcome);
     // No line end: the next log line goes on behind the text.
-    QString text = QLatin1String("echo ") + line.arg(0);
-    qDebug().noquote() << text;
+    const QString text = QLatin1String("echo ") + outcome.line.arg(0);
+    outcome.messages.append(text);
     return text;
 }
 
@@ -295,7 +292,16 @@ void BatchInterpreter::goBehind(BatchLoop& loop)
     lineNo = loop.startLine + 1;
 }
 
-void BatchInterpreter::replaceIn(QStringList& args)
+void BatchInterpreter::replaceArguments(BatchOutcome& outcome)
+{
+    outcome.cutShort = replaceIn(outcome.line.args);
+    if (outcome.cutShort)
+        outcome.messages.append(
+            QStringLiteral("Batch: replacement in the arguments of line %1 was ended at its limit")
+                .arg(outcome.line.lineNo));
+}
+
+bool BatchInterpreter::replaceIn(QStringList& args)
 {
     const Cfg::Rows& rows = variables.rows();
     ReplaceLimit limit;
@@ -312,8 +318,5 @@ void BatchInterpreter::replaceIn(QStringList& args)
         if (limit.lineDone())
             break;
     }
-    if (limit.reached()) {
-        qDebug() << "Batch: replacement in the arguments of line" << lineStartNo_ + 1
-                 << "was ended at its limit";
-    }
+    return limit.reached();
 }

@@ -27,6 +27,9 @@ struct BatchLoop
     /// fields count as decimal integers, a text that is none as 0. The bounds alone decide the
     /// direction, so a negative step never ends. Leading zeros of `first` are kept.
     bool advance();
+
+    /// Lets no pass follow the present one.
+    void leave();
 };
 
 /// What one step of the interpreter came to.
@@ -36,20 +39,26 @@ struct BatchOutcome
     {
         Continue, ///< take the next step
         Ended,    ///< the text has ended, or ":end" came: no line was taken
-        Command,  ///< `command` is to be executed before the next step
+        Command,  ///< `line` is to be executed before the next step
     };
 
     Kind kind = Continue;
-    CmdLine command;    ///< with the loop texts and variables replaced
-    bool inRem = false; ///< the command stands in a rem stretch: it must have no effect
-    QString log;        ///< text for the batch log; may be empty
+    /// What was taken; the loop texts and variables are replaced in arguments of a command and of
+    /// ":echo". Without a word behind the end of the text.
+    CmdLine line;
+    bool inRem = false;    ///< it stands in a rem stretch: a command must have no effect
+    QString log;           ///< text for the batch log; may be empty
+    QStringList messages;  ///< lines for the program's log
+    bool cutShort = false; ///< replacement was ended at its limit; a message tells it too
     std::optional<CommandFailure> failure; ///< of the line itself; `log` tells it too
 };
 
-/// Interprets a batch text line by line. Knows no threads, signals or windows.
+/// Interprets a batch text line by line. Knows no threads, signals or windows, and logs nothing but
+/// quotes that are not closed: who takes the steps tells what comes of them, or, where a text is
+/// only checked, does not.
 ///
-/// Nothing in a text ends its run: unknown words are skipped, each line of them with one log line
-/// and one failure a run, and missing arguments are empty. The text is kept as it came: its lines,
+/// Nothing in a text ends its run: unknown words are skipped, each line of them with one failure a
+/// run, and missing arguments are empty. The text is kept as it came: its lines,
 /// which may be a million, are cut out of it one after the other.
 class BatchInterpreter
 {
@@ -73,8 +82,8 @@ public:
     /// Replaces loop texts, then variables, in each argument: the first occurrence, again and
     /// again. A text that contains itself would never end, so one argument gets at most 1,000
     /// replacements and stops growing past 1,000,000 characters; a line gets at most 100,000 and
-    /// 16,000,000. Reaching a limit costs one log line; what stands then is the argument.
-    void replaceIn(QStringList& args);
+    /// 16,000,000; what stands then is the argument. True when a limit was reached.
+    bool replaceIn(QStringList& args);
 
     int lineNo = 0; ///< index of the next line to take
     bool inRem = false;
@@ -86,11 +95,12 @@ private:
     QString joinedLine();
     void goTo(int line);
     void goBehind(BatchLoop& loop);
-    void runLine(CmdLine& line, BatchOutcome& outcome);
-    QString execKeyword(int keyword, CmdLine& line);
+    void runLine(BatchOutcome& outcome);
+    void execKeyword(int keyword, BatchOutcome& outcome);
+    void replaceArguments(BatchOutcome& outcome);
     QString execFor(const CmdLine& line);
     QString execNext(const CmdLine& line);
-    QString execEcho(CmdLine& line);
+    QString execEcho(BatchOutcome& outcome);
     std::optional<CommandFailure> unknownWord(const CmdLine& line);
 
     QString text_;

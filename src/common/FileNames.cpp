@@ -113,3 +113,27 @@ void sortNaturally(QStringList& names)
 {
     std::sort(names.begin(), names.end(), naturallyLess);
 }
+
+QStringList filesOfPattern(const QString& folder, const QStringList& filters)
+{
+    QStringList files = QDir(folder).entryList(filters, QDir::Files, QDir::NoSort);
+    sortNaturally(files);
+    for (QString& file : files)
+        file.prepend(folder);
+    return files;
+}
+
+QString patternOfFiles(const QStringList& files, const QString& folder)
+{
+    QString start = files.first();
+    for (const QString& file : files) {
+        while (!file.startsWith(start))
+            start.chop(1);
+    }
+    const QString name = start.mid(folder.size());
+    const QString filter = name + QStringLiteral("*.") + QFileInfo(files.first()).suffix();
+    const bool plain = start.size() >= folder.size() && !name.contains(QLatin1Char('*')) &&
+                       !name.contains(QLatin1Char('?')) && !name.contains(QLatin1Char('['));
+    return plain && files.size() > 1 && filesOfPattern(folder, {filter}) == files ? filter
+                                                                                  : QString();
+}

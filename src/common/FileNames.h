@@ -26,3 +26,11 @@ QString withInsertedNumber(const QString& name, const QString& num);
 /// capital letters alike unless nothing else tells two names apart.
 bool naturallyLess(const QString& a, const QString& b);
 void sortNaturally(QStringList& names);
+
+/// The files of a folder that match one of the filters, all of them without a filter, in natural
+/// order. The folder's text stands directly in front of each name, so it ends with "/".
+QStringList filesOfPattern(const QString& folder, const QStringList& filters);
+
+/// The filter, by the common start of the names, by which filesOfPattern() finds just these files
+/// of the folder in this order; empty without one. There is at least one file.
+QString patternOfFiles(const QStringList& files, const QString& folder);

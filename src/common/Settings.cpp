@@ -134,3 +134,8 @@ StartOptions readStartOptions(Cfg& cfg)
     DebugMode = options.debug;
     return options;
 }
+
+QString configuredBatch(Cfg& cfg)
+{
+    return cfg.linesOf(QStringLiteral("BATCH")).join(QLatin1Char('\n'));
+}

@@ -46,3 +46,6 @@ struct StartOptions
 /// Looks up the start options, and sets DebugMode. A timeout that is no number of seconds above 0
 /// is a fault.
 StartOptions readStartOptions(Cfg& cfg);
+
+/// The batch lines of the configuration as one text, which runs in front of any other.
+QString configuredBatch(Cfg& cfg);

@@ -4,7 +4,6 @@
 #include "batch/BatchDispatcher.h"
 #include "batch/CommandFailure.h"
 #include "batch/CommandTable.h"
-#include "common/Cfg.h"
 #include "common/Fault.h"
 #include "common/Settings.h"
 
@@ -56,13 +55,13 @@ void BatchConductor::close()
 
 void BatchConductor::startConfigBatch()
 {
-    const QStringList lines = theCfg().linesOf(QStringLiteral("BATCH"));
+    const QString text = configuredBatch(theCfg());
     const char* banner = " =========== Batchs in Config ==============";
     qDebug() << banner;
-    for (const QString& line : lines)
+    for (const QString& line : text.split(QLatin1Char('\n'), Qt::SkipEmptyParts))
         qDebug().noquote() << line;
     qDebug() << banner;
-    Q_EMIT window_.doDispatchConfigCmds(lines.join(QLatin1Char('\n')));
+    Q_EMIT window_.doDispatchConfigCmds(text);
 }
 
 void BatchConductor::execCmdSlot(const CmdLine& cmd, bool inRem)

@@ -14,7 +14,6 @@
 
 #include <QCoreApplication>
 #include <QDebug>
-#include <QDir>
 #include <QFileInfo>
 
 #include <utility>
@@ -26,37 +25,12 @@ bool isNewMode(const CmdLine& cmd)
     return cmd.arg(0).toUpper() == QLatin1String("NEW");
 }
 
-QStringList matchingFiles(const QString& folder, const QStringList& filters)
+/// The files that the line asks for.
+QStringList filesOf(const CmdLine& cmd, bool byPattern)
 {
-    QStringList files = QDir(folder).entryList(filters, QDir::Files, QDir::NoSort);
-    sortNaturally(files);
-    for (QString& file : files)
-        file.prepend(folder);
-    return files;
-}
-
-/// The filter by the common start of the names that finds just these files of the folder in this
-/// order; empty without one.
-QString patternOf(const QStringList& files, const QString& folder)
-{
-    QString start = files.first();
-    for (const QString& file : files) {
-        while (!file.startsWith(start))
-            start.chop(1);
-    }
-    const QString name = start.mid(folder.size());
-    const QString filter = name + QStringLiteral("*.") + QFileInfo(files.first()).suffix();
-    const bool plain = start.size() >= folder.size() && !name.contains(QLatin1Char('*')) &&
-                       !name.contains(QLatin1Char('?')) && !name.contains(QLatin1Char('['));
-    return plain && files.size() > 1 && matchingFiles(folder, {filter}) == files ? filter
-                                                                                 : QString();
-}
-
-/// Files of a folder by name filters, in their natural order; the folder's text stands directly in
-/// front of each name.
-QStringList filesOfPattern(const CmdLine& cmd)
-{
-    const QStringList files = matchingFiles(cmd.arg(1), cmd.args.mid(2));
+    if (!byPattern)
+        return cmd.args.mid(1);
+    const QStringList files = filesOfPattern(cmd.arg(1), cmd.args.mid(2));
     if (files.isEmpty())
         fault(QStringLiteral("No files to load: ") + cmd.simplified);
     return files;
@@ -177,7 +151,7 @@ void StackConductor::bindCommands(CommandBook& book)
 void StackConductor::load(Loading& loading, bool byPattern, const CmdLine& cmd, CommandEnd end)
 {
     if (cmd.args.size() >= 2) {
-        const QStringList files = byPattern ? filesOfPattern(cmd) : cmd.args.mid(1);
+        const QStringList files = filesOf(cmd, byPattern);
         read(loading, prepareRead(loading, files, isNewMode(cmd), cmd, std::move(end)));
     } else if (batch_.isUnattended()) {
         fault(QStringLiteral("No files to load: ") + cmd.simplified);
@@ -247,7 +221,7 @@ QString StackConductor::loadLine(const Loading& loading, const QStringList& file
     const bool ofI1 = &loading == &i1_;
     const QString mode = newFile ? QStringLiteral("new") : QStringLiteral("add");
     const QString folder = QFileInfo(files.first()).path() + QLatin1Char('/');
-    const QString filter = patternOf(files, folder);
+    const QString filter = patternOfFiles(files, folder);
     if (filter.isEmpty())
         return batchLine(ofI1 ? ExCmdLoadI1Files : ExCmdLoadI0Files, QStringList(mode) + files);
     return batchLine(ofI1 ? ExCmdLoadI1FilesOfPattern : ExCmdLoadI0FilesOfPattern,

@@ -398,6 +398,14 @@
         <source>A run has ended: press &quot;Stop&quot;, then &quot;Exec.&quot; starts the next</source>
         <translation>バッチは終了した: &quot;停止&quot; を押すと &quot;実行&quot; で次を始められる</translation>
     </message>
+    <message>
+        <source>Tell in the log what the commands would stumble over, without running them</source>
+        <translation>実行せずに、コマンドの問題点を調べてログに示します</translation>
+    </message>
+    <message>
+        <source>Check</source>
+        <translation>確認</translation>
+    </message>
 </context>
 <context>
     <name>Body</name>

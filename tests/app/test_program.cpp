@@ -1,3 +1,4 @@
+#include "batch/CommandTable.h"
 #include "support/ImageFiles.h"
 
 #include <QProcess>
@@ -108,6 +109,56 @@ private Q_SLOTS:
         QVERIFY2(exitCode_ == code && last.contains(lastLine), qPrintable(log));
     }
 
+    void checksTellByTheirExitCodes_data()
+    {
+        QTest::addColumn<QString>("options");
+        QTest::addColumn<QByteArray>("batch");
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("output");
+
+        // "@" is the folder; the configuration has a variable and its data root.
+        QTest::newRow("sound") << "--check @/c.bat -c @/c.cfg"
+                               << QByteArray("load_I1_files new $x$/c.bat $DataRoot$/c.cfg") << 0
+                               << "0 findings; 2 images to load\n";
+        QTest::newRow("unsound") << "-c @/c.cfg --check @/c.bat" << QByteArray("\nfoo x") << 1
+                                 << "@/c.bat:2: foo: unknown word, the line is skipped\n"
+                                    "1 finding; 0 images to load\n";
+        QTest::newRow("no file") << "--check @/none.bat" << QByteArray() << 2
+                                 << "Not checked: Can't open batch file \"@/none.bat\"\n";
+        QTest::newRow("no name") << "--check" << QByteArray() << 2
+                                 << "Not checked: --check needs the name of a batch file\n";
+        QTest::newRow("no configuration") << "--check @/c.bat -c @/none.cfg" << QByteArray() << 2
+                                          << "Not checked: Can't open config file : "
+                                             "\"@/none.cfg\"\n";
+    }
+
+    void checksTellByTheirExitCodes()
+    {
+        QFETCH(QString, options);
+        QFETCH(QByteArray, batch);
+        QFETCH(QString, output);
+        const QByteArray folder = dir_.path().toUtf8();
+        write("c.bat", batch);
+        write("c.cfg", "DataRoot " + folder + "\nbatch :let x " + folder + "\n");
+        const QString log = runWithoutDisplay(options.replace('@', dir_.path()).split(' '));
+        QTEST(exitCode_, "code");
+        QCOMPARE(log, output.replace('@', dir_.path()));
+    }
+
+    void helpAndVersionNeedNoDisplay()
+    {
+        const QString help = runWithoutDisplay({"--help-commands"});
+        QCOMPARE(exitCode_, 0);
+        for (const KeywordRow& row : keywordTable())
+            QVERIFY2(help.contains(row.usage() + '\n'), qPrintable(row.word));
+        for (const ExCmdRow& row : exCmdTable() + extensionTable())
+            QVERIFY2(row.id == ExCmdNone || help.contains('\n' + row.usage() + "\n    "),
+                     qPrintable(row.word));
+        QVERIFY(help.contains("\nquit\n    Ends the program; no line behind it runs\n"));
+        QVERIFY(runWithoutDisplay({"--version"}).contains(QString("\nQt ") + qVersion()));
+        QCOMPARE(exitCode_, 0);
+    }
+
     /// A text of commands, unattended and with a window, ended while it waits.
     void signalsEndTheProgramLikeAClose()
     {
@@ -184,6 +235,16 @@ private:
             program.kill();
         program.waitForFinished();
         return QString::fromUtf8(program.readAll());
+    }
+
+    /// As run(), where nothing could show a window.
+    QString runWithoutDisplay(const QStringList& arguments)
+    {
+        const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+        qputenv("QT_QPA_PLATFORM", "none-such");
+        const QString log = run(arguments);
+        qputenv("QT_QPA_PLATFORM", platform);
+        return log;
     }
 
     QTemporaryDir dir_;

@@ -108,6 +108,17 @@ private Q_SLOTS:
                  "zoom_in : config\nzoom_in : a\nzoom_in : b\n");
     }
 
+    void checkTellsInTheLogWithoutARun()
+    {
+        editor()->setPlainText("set_band_w x\nquit\n");
+        click("Check");
+        const auto* log = ctrl_->findChild<QPlainTextEdit*>("BatchLogs");
+        QVERIFY(log->isVisibleTo(ctrl_.get()));
+        QCOMPARE(log->toPlainText(), "1: set_band_w: \"x\" is no whole number, it counts as 0\n"
+                                     "1 finding; 0 images to load\n");
+        QVERIFY(commands_.isEmpty() && ctrl_->failures().count == 0);
+    }
+
     void aLongWaitIsShownAndEndsAtTheLimit()
     {
         RunWatch& watch = ctrl_->watch();

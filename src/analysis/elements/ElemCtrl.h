@@ -1,7 +1,7 @@
 #pragma once
 
 #include "analysis/elements/ElementAnalysis.h"
-#include "analysis/elements/ElementList.h"
+#include "spectrum/ElementList.h"
 
 #include <QFrame>
 

@@ -1,4 +1,4 @@
-#include "analysis/elements/ElementList.h"
+#include "spectrum/ElementList.h"
 
 #include "spectrum/ElementTable.h"
 
