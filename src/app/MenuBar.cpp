@@ -96,9 +96,9 @@ QVector<MenuBar::Table> MenuBar::tables()
         {QT_TRANSLATE_NOOP("MenuBar", "&File"), {
             {QT_TRANSLATE_NOOP("MenuBar", "Open &Folder..."),
              [](MenuBar& b) { b.parts_.folders.chooseFolder(); }, {Qt::CTRL + Qt::Key_O}},
-            {QT_TRANSLATE_NOOP("MenuBar", "Open Sess&ion..."),
+            {QT_TRANSLATE_NOOP("MenuBar", "&Open Session..."),
              [](MenuBar& b) { b.parts_.sessions.chooseToOpen(); }},
-            {QT_TRANSLATE_NOOP("MenuBar", "Save Sessi&on..."),
+            {QT_TRANSLATE_NOOP("MenuBar", "Sa&ve Session..."),
              [](MenuBar& b) { b.parts_.sessions.chooseToSave(); }},
             {},
             {QT_TRANSLATE_NOOP("MenuBar", "Open I&1 Images..."),
@@ -193,7 +193,7 @@ MenuBar::MenuBar(const Parts& parts)
             addEntry(*menu, entry);
         menus_.append(menu);
     }
-    addRecent(tr("Rec&ent Sessions"), 2, recentSessions, tr("No session was saved yet"),
+    addRecent(tr("Recen&t Sessions"), 2, recentSessions, tr("No session was saved yet"),
               [this](const QString& path) { parts_.sessions.open(path); });
     addRecent(tr("&Recent Folders"), 1, recentFolders, tr("No folder was opened yet"),
               [this](const QString& path) { parts_.folders.open(path); });

@@ -155,10 +155,10 @@ void WelcomePage::setLastSession(const QString& file)
     session_->setVisible(!file.isEmpty());
     disconnect(session_, &QLabel::linkActivated, this, nullptr);
     const QString shown = QDir::toNativeSeparators(file);
-    session_->setText(tr("Last session: %1")
-                          .arg(QStringLiteral("<a href=\"open\">%1</a> &nbsp; %2")
-                                   .arg(QFileInfo(file).fileName().toHtmlEscaped(),
-                                        QFileInfo(shown).path().toHtmlEscaped())));
+    const QString link = QStringLiteral("<a href=\"open\">%1</a> &nbsp; %2")
+                             .arg(QFileInfo(file).fileName().toHtmlEscaped(),
+                                  QFileInfo(shown).path().toHtmlEscaped());
+    session_->setText(tr("Last session: %1").arg(link));
     session_->setToolTip(shown.toHtmlEscaped());
     connect(session_, &QLabel::linkActivated, this, [this, file] { Q_EMIT openSession(file); });
 }

@@ -2621,20 +2621,20 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <translation>履歴(&amp;H)</translation>
     </message>
     <message>
-        <source>Open Sess&amp;ion...</source>
-        <translation>セッションを開く(&amp;I)...</translation>
-    </message>
-    <message>
-        <source>Save Sessi&amp;on...</source>
-        <translation>セッションを保存(&amp;O)...</translation>
-    </message>
-    <message>
-        <source>Rec&amp;ent Sessions</source>
-        <translation>最近のセッション(&amp;E)</translation>
-    </message>
-    <message>
         <source>No session was saved yet</source>
         <translation>まだ保存したセッションはありません</translation>
+    </message>
+    <message>
+        <source>&amp;Open Session...</source>
+        <translation>セッションを開く(&amp;O)...</translation>
+    </message>
+    <message>
+        <source>Sa&amp;ve Session...</source>
+        <translation>セッションを保存(&amp;v)...</translation>
+    </message>
+    <message>
+        <source>Recen&amp;t Sessions</source>
+        <translation>最近のセッション(&amp;t)</translation>
     </message>
 </context>
 <context>
