@@ -28,6 +28,7 @@ void ProgressSum::setPart(int part, int done, int total)
     setMaximum(qMax(1, sum.total));
     setValue(sum.done);
     showTimeLeft(double(sum.done) / maximum());
+    Q_EMIT partTold(part, done, total);
 }
 
 /// At the pace so far.

@@ -17,6 +17,10 @@ public:
     /// counts as done until all have ended, so that the bar does not go back.
     void setPart(int part, int done, int total);
 
+Q_SIGNALS:
+    /// A piece of work has told how far it is, and the bar shows it.
+    void partTold(int part, int done, int total);
+
 private:
     struct Part
     {

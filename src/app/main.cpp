@@ -1,6 +1,8 @@
 #include "app/Body.h"
 #include "app/ConsoleModes.h"
+#include "app/ProgressSum.h"
 #include "app/TermSignals.h"
+#include "app/TerminalProgress.h"
 #include "app/Translation.h"
 #include "app/WorkbenchStore.h"
 #include "batch/BatchCtrl.h"
@@ -20,6 +22,9 @@
 
 #include <cstdio>
 #include <optional>
+
+#include <optional>
+#include <unistd.h>
 
 namespace {
 
@@ -101,7 +106,9 @@ int runWindow(const Start& start, FailureCount& failures)
     body.show();
     if (!start.batchText.isEmpty())
         batch.setText(start.batchText);
+    std::optional<TerminalProgress> progress;
     if (start.options.execBatch) {
+        progress.emplace(*body.findChild<ProgressSum*>(), isatty(STDERR_FILENO) == 1);
         batch.watch().setLimit(start.options.timeout);
         batch.execBatchSlot();
     }

@@ -117,6 +117,8 @@ void BatchLoop::leave()
 BatchInterpreter::BatchInterpreter()
 {
     variables.setValue(QStringLiteral("$DataRoot$"), DataRoot);
+    for (const auto& [name, value] : qAsConst(BatchVariables))
+        variables.setValue(QLatin1Char('$') + name + QLatin1Char('$'), value);
 }
 
 void BatchInterpreter::start(const QString& text, bool ofConfig)

@@ -63,7 +63,8 @@ struct BatchOutcome
 class BatchInterpreter
 {
 public:
-    /// The variables start with "$DataRoot$", the data root of this moment.
+    /// The variables start with "$DataRoot$", the data root of this moment, and those of the
+    /// command line.
     BatchInterpreter();
 
     /// Begins a run of the text: at its first line, without loops, with the variables of earlier

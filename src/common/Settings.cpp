@@ -53,6 +53,19 @@ int readThreads(Cfg& cfg)
     return 0;
 }
 
+QVector<QPair<QString, QString>> readVariables(Cfg& cfg)
+{
+    QVector<QPair<QString, QString>> variables;
+    for (const QString& text : cfg.linesOf(QStringLiteral("-LET"))) {
+        const int equals = text.indexOf(QLatin1Char('='));
+        if (equals > 0)
+            variables.append({text.left(equals), text.mid(equals + 1)});
+        else
+            fault(QStringLiteral("-let needs a name, \"=\" and a value, not ") + quoted(text));
+    }
+    return variables;
+}
+
 bool isOn(const QString& value)
 {
     return value.toInt() == 1;
@@ -64,6 +77,8 @@ QString DataRoot = defaultRoot;
 QString BatchRoot = defaultRoot;
 bool ShowAnalyzer2Button = false;
 int WalkThreads = 0;
+bool VerboseMode = false;
+QVector<QPair<QString, QString>> BatchVariables;
 bool DebugMode = false;
 
 Cfg& theCfg()
@@ -78,6 +93,8 @@ void initSettings()
     BatchRoot = defaultRoot;
     ShowAnalyzer2Button = false;
     WalkThreads = 0;
+    VerboseMode = false;
+    BatchVariables.clear();
     DebugMode = false;
 }
 
@@ -115,6 +132,8 @@ void applySettings(Cfg& cfg)
     ShowAnalyzer2Button = isOn(show);
 
     WalkThreads = readThreads(cfg);
+    VerboseMode = cfg.contains(QStringLiteral("-v"));
+    BatchVariables = readVariables(cfg);
 
     qDebug() << "show analyzer 2" << ShowAnalyzer2Button;
     qDebug() << "Keys of Cfg::" << cfg.keys();

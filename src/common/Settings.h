@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QPair>
 #include <QString>
+#include <QVector>
 
 class Cfg;
 
@@ -11,7 +13,10 @@ extern QString DataRoot;         ///< start folder of all file dialogs for data
 extern QString BatchRoot;        ///< start folder for batch files
 extern bool ShowAnalyzer2Button; ///< the button that opens the Analyzer2 panel is shown
 extern int WalkThreads;          ///< threads of walks over maps; 0 for the machine's
-extern bool DebugMode;           ///< kept for diagnostics; changes nothing at present
+extern bool VerboseMode;         ///< each batch command logs its time
+/// Batch variables of the command line, such as ("scan", "a 1"), in their order.
+extern QVector<QPair<QString, QString>> BatchVariables;
+extern bool DebugMode; ///< kept for diagnostics; changes nothing at present
 
 /// The one key table of the program.
 Cfg& theCfg();
@@ -30,7 +35,8 @@ void readConfiguration(Cfg& cfg, const QString& applicationDir);
 /// Takes data root, batch root, the Analyzer2 button and the threads of walks from the keys of the
 /// table, then from the options "-d", "-br", "-showA2B" and "-threads", which win; logs the keys.
 /// An option without a value counts as given: it empties a root and hides the button. Threads that
-/// are no number above 0 cost a log line, and are the machine's.
+/// are no number above 0 cost a log line, and are the machine's. Also "-v", and the batch variables
+/// of all "-let name=value"; one without a name or "=" is a fault.
 void applySettings(Cfg& cfg);
 
 /// What the command line asks for beyond the settings.

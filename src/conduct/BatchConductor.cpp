@@ -8,9 +8,19 @@
 #include "common/Settings.h"
 
 #include <QDebug>
+#include <QElapsedTimer>
 #include <QPointer>
 
 #include <utility>
+
+namespace {
+
+QString timeText(const QElapsedTimer& begun)
+{
+    return QStringLiteral("%1 s").arg(double(begun.elapsed()) / 1000.0, 0, 'f', 2);
+}
+
+} // namespace
 
 BatchConductor::BatchConductor(BatchCtrl& window, QObject* parent)
     : QObject(parent)
@@ -99,10 +109,14 @@ CommandEnd BatchConductor::carryOut(EX_CMD_ID id, const CmdLine& cmd)
 CommandEnd BatchConductor::endOf(EX_CMD_ID id, const CmdLine& cmd)
 {
     const QPointer<BatchConductor> self(this);
-    return CommandEnd([self, id, cmd](const QStringList& failures) {
+    QElapsedTimer begun;
+    begun.start();
+    return CommandEnd([self, id, cmd, begun](const QStringList& failures) {
         if (!self || self->closing_)
             return;
         self->recordFaults(cmd, failures);
+        if (VerboseMode)
+            qDebug().noquote() << failurePlace(cmd) + timeText(begun);
         Q_EMIT self->finishBatchExec(id, cmd.ticket);
     });
 }

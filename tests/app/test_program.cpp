@@ -109,6 +109,22 @@ private Q_SLOTS:
         QVERIFY2(exitCode_ == code && last.contains(lastLine), qPrintable(log));
     }
 
+    void variablesAndProgressOfUnattendedRuns()
+    {
+        write("v.cfg", "batch :echo $a$\n");
+        write("v.bat", "# a comment\nset_band_w $b$\n:echo $b$\n");
+        const QString batch = dir_.filePath("v.bat");
+        const QStringList options{"-e", "-x", "-v", "-b", batch, "-c", dir_.filePath("v.cfg")};
+        const QString log = run(options + QStringList{"-let", "a=1 and 2", "-let", "b=-3"});
+        QCOMPARE(exitCode_, 0);
+        QVERIFY2(log.contains("echo 1 and 2") && log.contains("echo -3"), qPrintable(log));
+        QVERIFY2(log.contains(QRegularExpression("line 2, set_band_w: 0\\.0\\d s\n")),
+                 qPrintable(log));
+        const QString last = run(options + QStringList{"-let", "=1"}).trimmed();
+        QVERIFY(exitCode_ == 2 &&
+                last.endsWith("-let needs a name, \"=\" and a value, not \"=1\""));
+    }
+
     void checksTellByTheirExitCodes_data()
     {
         QTest::addColumn<QString>("options");

@@ -4,6 +4,7 @@
 #include "app/Messages.h"
 #include "app/NoticeBar.h"
 #include "app/ProgressSum.h"
+#include "app/TerminalProgress.h"
 #include "app/Workbench.h"
 #include "batch/BatchCtrl.h"
 #include "common/Fault.h"
@@ -143,6 +144,14 @@ private Q_SLOTS:
         QCOMPARE(notices->text(), QString("Ready"));
         std::thread([] { fault("<b> can't be read"); }).join();
         QTRY_COMPARE(notices->text(), QString("<b> can't be read"));
+    }
+
+    void terminalsShowABar()
+    {
+        QCOMPARE(TerminalProgress::bar(0.4, "40%", 10), QString("[####......] 40%"));
+        QCOMPARE(TerminalProgress::bar(1.7, "", 2), QString("[##] "));
+        QCOMPARE(TerminalProgress::tenths(81, 81) + TerminalProgress::tenths(8, 81), 10);
+        QCOMPARE(TerminalProgress::tenths(0, 0), 0);
     }
 
     void menusDoWhatButtonsDo()
