@@ -3,6 +3,7 @@
 #include "batch/BatchCheck.h"
 #include "batch/BatchDispatcher.h"
 #include "batch/BatchFile.h"
+#include "batch/FindBar.h"
 #include "common/Fault.h"
 #include "common/FileNames.h"
 #include "common/SafeFile.h"
@@ -14,12 +15,14 @@
 
 #include <QDebug>
 #include <QFontDatabase>
+#include <QShortcut>
 
 namespace {
 
 // A run that never ends must not fill the memory with its log.
 constexpr int mostLogLines = 100000;
 constexpr int mostEditedLines = 100000;
+constexpr int followMs = 100;
 // The window stands still meanwhile.
 constexpr int longestCheckMs = 2000;
 
@@ -38,6 +41,7 @@ BatchCtrl::BatchCtrl(QWidget* parent)
     ui_->BatchCmds->setFont(font);
     ui_->BatchLogs->setFont(font);
     ui_->BatchLogs->setMaximumBlockCount(mostLogLines);
+    setupEditor();
     fitButtons(*this);
     connectButtons();
     connect(&watch_, &RunWatch::waits, this, &BatchCtrl::showWait);
@@ -47,6 +51,57 @@ BatchCtrl::BatchCtrl(QWidget* parent)
     });
     connect(&watch_, &RunWatch::timedOut, this, &BatchCtrl::giveUp);
     showState();
+}
+
+void BatchCtrl::setupEditor()
+{
+    auto* const hint = new QLabel;
+    hint->setObjectName(QStringLiteral("Hint"));
+    hint->setTextFormat(Qt::RichText);
+    // A long one is cut off, and stands in the tool tip too: the window must not grow for it.
+    hint->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    hint->hide();
+    auto* const find = new FindBar(*ui_->BatchCmds);
+    ui_->cmdsLayout->addWidget(hint);
+    ui_->cmdsLayout->addWidget(find);
+    connect(ui_->BatchCmds, &BatchEdit::hintChanged, hint, [hint](const QString& text) {
+        hint->setText(text);
+        hint->setToolTip(text);
+        hint->setVisible(!text.isEmpty());
+    });
+    const std::pair<QKeySequence, void (FindBar::*)()> keys[] = {
+        {QKeySequence::Find, &FindBar::open},
+        {Qt::Key_F3, &FindBar::findNext},
+        {Qt::SHIFT + Qt::Key_F3, &FindBar::findPrevious}};
+    for (const auto& [key, act] : keys) {
+        auto* const shortcut = new QShortcut(key, ui_->cmdsTab);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, find, act);
+    }
+    connect(ui_->BatchCmds->document(), &QTextDocument::contentsChange, this,
+            [this](int, int removed, int added) {
+                // Colours change nothing.
+                if (removed > 0 || added > 0)
+                    runsEditorsText_ = false;
+            });
+    follow_.setInterval(followMs);
+    connect(&follow_, &QTimer::timeout, this, &BatchCtrl::followRun);
+}
+
+void BatchCtrl::followRun()
+{
+    const int line = dispatcher_ ? dispatcher_->currentLine() : 0;
+    if (line != runningLine_) {
+        runningLine_ = line;
+        showState();
+    }
+    showRunningLine();
+}
+
+void BatchCtrl::showRunningLine()
+{
+    const bool known = runsEditorsText_ && runState_ == RunState::Running;
+    ui_->BatchCmds->setRunningLine(known ? runningLine_ : 0);
 }
 
 void BatchCtrl::connectButtons()
@@ -116,6 +171,7 @@ void BatchCtrl::setDispatcher(BatchDispatcher* dispatcher)
 
 void BatchCtrl::execCmdsSlot()
 {
+    runsEditorsText_ = keptText_.isEmpty();
     Q_EMIT doDispatchCmds(text());
 }
 
@@ -124,6 +180,7 @@ void BatchCtrl::runText(const QString& text)
     startPending_ = false;
     stopRun();
     otherTextRuns_ = true;
+    runsEditorsText_ = false;
     Q_EMIT doDispatchCmds(text);
 }
 
@@ -179,7 +236,13 @@ void BatchCtrl::stopRun()
 void BatchCtrl::setRunState(RunState state)
 {
     runState_ = state;
+    runningLine_ = 0;
+    if (state == RunState::Running)
+        follow_.start();
+    else
+        follow_.stop();
     showState();
+    showRunningLine();
 }
 
 void BatchCtrl::showState()
@@ -190,7 +253,10 @@ void BatchCtrl::showState()
     const QString text = texts[int(runState_)];
     ui_->Exec->setEnabled(runState_ != RunState::Ended);
     ui_->Exec->setToolTip(text.isEmpty() ? tr("Run the commands") : text);
-    ui_->RunState->setText(wait_.isEmpty() ? text : wait_);
+    QString state = text.isEmpty() ? tr("Idle") : text;
+    if (runState_ == RunState::Running && runningLine_ > 0)
+        state = tr("Running line %1").arg(runningLine_);
+    ui_->RunState->setText(wait_.isEmpty() ? state : wait_);
 }
 
 void BatchCtrl::showWait(const CmdLine& cmd, const QDateTime& since)
@@ -237,17 +303,28 @@ void BatchCtrl::clearLog()
 
 void BatchCtrl::save(const QString& fname)
 {
+    const FaultCollector faults;
     writeFile(withExtension(fname, QStringLiteral("bat")), text().toUtf8());
+    logFaults(faults.faults());
 }
 
 void BatchCtrl::load(const QString& fname)
 {
     QString text;
     const QString why = readBatchFile(fname, text);
-    if (why.isEmpty())
+    if (why.isEmpty()) {
         setText(text);
-    else
-        fault(why);
+        return;
+    }
+    fault(why);
+    logFaults({why});
+}
+
+/// In this window too: that is where who pressed the button looks.
+void BatchCtrl::logFaults(const QStringList& faults)
+{
+    for (const QString& text : faults)
+        Log(text + QLatin1Char('\n'));
 }
 
 QString BatchCtrl::text() const

@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 #include <QVector>
 
 #include <memory>
@@ -109,6 +110,10 @@ private:
     };
 
     void connectButtons();
+    void setupEditor();
+    void followRun();
+    void showRunningLine();
+    void logFaults(const QStringList& faults);
     void setRunState(RunState state);
     void showState();
     void takeRunEnd();
@@ -125,7 +130,10 @@ private:
     RunWatch watch_;
     FailureCount failures_;
     RunState runState_ = RunState::Idle;
-    QString wait_; ///< what the run waits for, in people's words
+    QTimer follow_; ///< looks where the run is, while one is under way
+    int runningLine_ = 0;
+    bool runsEditorsText_ = false; ///< and it was not changed since
+    QString wait_;                 ///< what the run waits for, in people's words
     bool firstRunEnded_ = false;
     bool startPending_ = false;   ///< execBatchSlot() waits for the end of the first run
     bool otherTextRuns_ = false;  ///< what runText() was given runs

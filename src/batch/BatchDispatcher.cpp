@@ -45,6 +45,7 @@ void BatchDispatcher::batchStopSlot()
 {
     state_ = Idle;
     waitingTicket_ = 0;
+    currentLine_ = 0;
     interpreter_.leaveRem();
     Q_EMIT runStopped();
 }
@@ -92,6 +93,7 @@ bool BatchDispatcher::takeSlice()
     FailureCount failures;
     while (!stopRequested_) {
         const BatchOutcome outcome = interpreter_.step();
+        currentLine_ = outcome.line.ofConfig ? 0 : outcome.line.lineNo;
         log += outcome.log;
         tell(outcome, failures);
         if (outcome.kind == BatchOutcome::Continue) {
@@ -105,6 +107,7 @@ bool BatchDispatcher::takeSlice()
             send(outcome.line, outcome.inRem);
         } else {
             state_ = Finished;
+            currentLine_ = 0;
             Q_EMIT runEnded();
         }
         return false;

@@ -28,6 +28,10 @@ public:
     void setLogPaced(bool on) { logPaced_ = on; }
     void logShown(int size) { logAhead_ -= size; }
 
+    /// Line of the text that is taken, counted from 1; 0 while none is, and for lines of the
+    /// configuration. Any thread.
+    int currentLine() const { return currentLine_; }
+
 Q_SIGNALS:
     /// Asks for the next line; always answered by way of the event loop.
     void execNextLineSig();
@@ -84,6 +88,7 @@ private:
     int lastTicket_ = 0;
     int waitingTicket_ = 0;
     std::atomic<bool> stopRequested_{false};
+    std::atomic<int> currentLine_{0};
     std::atomic<bool> logPaced_{false};
     std::atomic<qint64> logAhead_{0};
 };

@@ -406,6 +406,14 @@
         <source>Check</source>
         <translation>確認</translation>
     </message>
+    <message>
+        <source>Idle</source>
+        <translation>待機中</translation>
+    </message>
+    <message>
+        <source>Running line %1</source>
+        <translation>%1 行目を実行中</translation>
+    </message>
 </context>
 <context>
     <name>Body</name>
@@ -1528,6 +1536,41 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>Explain (%1, %2)...</source>
         <translation>(%1, %2) の説明...</translation>
+    </message>
+</context>
+<context>
+    <name>FindBar</name>
+    <message>
+        <source>Find</source>
+        <translation>検索</translation>
+    </message>
+    <message>
+        <source>Previous</source>
+        <translation>前へ</translation>
+    </message>
+    <message>
+        <source>Go back (Shift+F3)</source>
+        <translation>前を検索 (Shift+F3)</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>次へ</translation>
+    </message>
+    <message>
+        <source>Go on (F3)</source>
+        <translation>次を検索 (F3)</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>閉じる</translation>
+    </message>
+    <message>
+        <source>Close (Esc)</source>
+        <translation>閉じる (Esc)</translation>
+    </message>
+    <message>
+        <source>not found</source>
+        <translation>見つかりません</translation>
     </message>
 </context>
 <context>
