@@ -1,0 +1,2 @@
+# So did the walk.
+save_data out/after.dat
