@@ -13,10 +13,8 @@ namespace {
 std::vector<QByteArray> wordsOf(const QByteArray& bytes)
 {
     std::vector<QByteArray> words{"morvenkite"};
-    for (QByteArray word : bytes.split('\n')) {
-        word.truncate(int(qstrnlen(word.constData(), uint(word.size()))));
-        words.push_back(word);
-    }
+    for (const QByteArray& line : bytes.split('\n'))
+        words.push_back(line.left(int(qstrnlen(line.constData(), uint(line.size())))) + '\0');
     return words;
 }
 

@@ -7,6 +7,9 @@
 # found, the few files that reach as much.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+# Fuzzers work in a folder of their own, so they get whole paths.
+corpus=$PWD/fuzz/corpus
+out=$PWD/out/fuzz
 
 all=(tiff img brnx errpoints shiftmap reference cfg batch commandline)
 # Longest input: that of small whole files, since longer ones only run slower.
@@ -40,10 +43,10 @@ export UBSAN_OPTIONS=print_stacktrace=1
 
 dictionary_of() { # <target>: the words of batches come from the documentation of the commands
     if [[ $1 == batch ]]; then
-        sed -nE 's/^\| `(:?[A-Za-z0-9_]+).*/"\1"/p' docs/batch-commands.md >out/fuzz/batch.dict
-        echo out/fuzz/batch.dict
+        sed -nE 's/^\| `(:?[A-Za-z0-9_]+).*/"\1"/p' docs/batch-commands.md >"$out/batch.dict"
+        echo "$out/batch.dict"
     else
-        echo "fuzz/dictionaries/$1.dict"
+        echo "$PWD/fuzz/dictionaries/$1.dict"
     fi
 }
 
@@ -51,24 +54,24 @@ minimise_one() { # <target>
     local seeds kept
     seeds=$(mktemp -d) kept=$(mktemp -d)
     python3 fuzz/make_seeds.py "$seeds"
-    mkdir -p "fuzz/corpus/$1"
+    mkdir -p "$corpus/$1"
     "build-fuzz/fuzz_$1" -merge=1 "${limits[@]}" -max_len="${longest[$1]}" \
-        "$kept" "$seeds/$1" "fuzz/corpus/$1" "out/fuzz/$1/corpus" >"out/fuzz/$1/merge.log" 2>&1
-    rm -rf "fuzz/corpus/$1" "$seeds"
-    mv "$kept" "fuzz/corpus/$1"
-    chmod 755 "fuzz/corpus/$1"
-    echo "$1: $(find "fuzz/corpus/$1" -type f | wc -l) files, $(du -sb --apparent-size "fuzz/corpus/$1" | cut -f1) bytes"
+        "$kept" "$seeds/$1" "$corpus/$1" "$out/$1/corpus" >"$out/$1/merge.log" 2>&1
+    rm -rf "$corpus/$1" "$seeds"
+    mv "$kept" "$corpus/$1"
+    chmod 755 "$corpus/$1"
+    echo "$1: $(find "$corpus/$1" -type f | wc -l) files, $(du -sb --apparent-size "$corpus/$1" | cut -f1) bytes"
 }
 
 run_one() { # <target>: false on a finding
-    local log=out/fuzz/$1/log
+    local log=$out/$1/log
     local how=(-max_total_time="$seconds")
     [[ $seconds -gt 0 ]] || how=(-runs=0)
     if ! "build-fuzz/fuzz_$1" "${how[@]}" "${limits[@]}" -max_len="${longest[$1]}" -print_final_stats=1 \
-        -dict="$(dictionary_of "$1")" -artifact_prefix="out/fuzz/$1/findings/" \
-        "out/fuzz/$1/corpus" "fuzz/corpus/$1" >"$log" 2>&1; then
+        -dict="$(dictionary_of "$1")" -artifact_prefix="$out/$1/findings/" \
+        "$out/$1/corpus" "$corpus/$1" >"$log" 2>&1; then
         echo "$1: a finding" >&2
-        tail -n 60 "$log" >&2
+        grep -v '^#[0-9]' "$log" | tail -n 60 >&2
         return 1
     fi
     local runs peak
@@ -79,7 +82,7 @@ run_one() { # <target>: false on a finding
 
 findings=0
 for target in "${targets[@]}"; do
-    mkdir -p "out/fuzz/$target/corpus" "out/fuzz/$target/findings"
+    mkdir -p "$out/$target/corpus" "$out/$target/findings"
     if [[ -n $minimise ]]; then
         minimise_one "$target"
     else
