@@ -31,17 +31,15 @@ struct Packing
     qint64 most;
 };
 constexpr qint64 unbounded = 0;
-/// All codecs of 16-bit pixels; the others pack pixels of a few bits, or of colours.
+/// All codecs of unsigned 16-bit pixels; others pack colours, or pixels of other kinds.
 constexpr Packing packings[] = {
     {COMPRESSION_NONE, 1},
     {COMPRESSION_PACKBITS, 64},        // runs of 128 in two bytes
     {COMPRESSION_LZW, 2731},           // strings of up to 4096 in 12 bits
     {COMPRESSION_ADOBE_DEFLATE, 1032}, // matches of 258 in two bits
     {COMPRESSION_DEFLATE, 1032},       // the same by its old number
-    {COMPRESSION_PIXARLOG, 1032},      // the same, of other numbers
     {COMPRESSION_LZMA, 7200},          // matches of 273 in 0.31 bits
     {COMPRESSION_ZSTD, 32768},         // blocks of 128 kB in four bytes
-    {COMPRESSION_SGILOG, 65},          // runs of 129 in two bytes
     {COMPRESSION_LERC, unbounded},     // a constant strip of any size has a fixed head
 };
 

@@ -156,9 +156,8 @@ private Q_SLOTS:
     void compressionPacksAsTightAsItCan()
     {
         constexpr quint32 side = 1000;
-        for (const int codec :
-             {COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_PACKBITS, COMPRESSION_LZMA,
-              COMPRESSION_ZSTD, COMPRESSION_LERC, COMPRESSION_PIXARLOG}) {
+        for (const int codec : {COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_PACKBITS,
+                                COMPRESSION_LZMA, COMPRESSION_ZSTD, COMPRESSION_LERC}) {
             if (TIFFIsCODECConfigured(uint16_t(codec)) != 1)
                 continue;
             TIFF* tiff = TIFFOpen(qPrintable(name_), "w");
