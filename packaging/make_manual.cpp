@@ -26,8 +26,8 @@ QString marked(const QString& text)
     QString shown;
     bool bold = false;
     for (const QString& part : text.split(QLatin1Char('`'))) {
-        shown += bold ? QLatin1String("\\fB") + escaped(part) + QLatin1String("\\fR")
-                      : escaped(part);
+        shown +=
+            bold ? QLatin1String("\\fB") + escaped(part) + QLatin1String("\\fR") : escaped(part);
         bold = !bold;
     }
     return shown;

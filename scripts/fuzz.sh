@@ -57,7 +57,7 @@ minimise_one() { # <target>
     mkdir -p "$corpus/$1"
     "build-fuzz/fuzz_$1" -merge=1 "${limits[@]}" -max_len="${longest[$1]}" \
         "$kept" "$seeds/$1" "$corpus/$1" "$out/$1/corpus" >"$out/$1/merge.log" 2>&1
-    rm -rf "$corpus/$1" "$seeds"
+    rm -rf "${corpus:?}/$1" "$seeds"
     mv "$kept" "$corpus/$1"
     chmod 755 "$corpus/$1"
     echo "$1: $(find "$corpus/$1" -type f | wc -l) files, $(du -sb --apparent-size "$corpus/$1" | cut -f1) bytes"

@@ -66,9 +66,10 @@ if command -v groff >/dev/null; then
     [[ -z $complaints ]] || fail "the manual page: $complaints"
 fi
 if command -v update-mime-database >/dev/null; then
-    XDG_DATA_HOME=$work/none update-mime-database "$work/deb/usr/share/mime" 2>"$work/mime" &&
-        grep -q 'text/x-morvenkite-shift-map' "$work/deb/usr/share/mime/globs2" ||
-        fail "the MIME type is not taken: $(cat "$work/mime")"
+    mime=$work/deb/usr/share/mime
+    XDG_DATA_HOME=$work/none update-mime-database "$mime" 2>"$work/mime" ||
+        fail "the MIME type: $(cat "$work/mime")"
+    grep -q 'text/x-morvenkite-shift-map' "$mime/globs2" || fail "the MIME type is not taken"
 fi
 if command -v desktop-file-validate >/dev/null; then
     desktop-file-validate "$work/deb/usr/share/applications/morvenkite.desktop"
