@@ -1882,6 +1882,34 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>Ask what of it is to be loaded</source>
         <translation>何を読み込むかを尋ねる</translation>
     </message>
+    <message>
+        <source>Batch text</source>
+        <translation>バッチのテキスト</translation>
+    </message>
+    <message>
+        <source>Ctrl+Space</source>
+        <translation>Ctrl+Space</translation>
+    </message>
+    <message>
+        <source>Offer commands or files</source>
+        <translation>コマンドまたはファイルの候補を表示</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Find a text</source>
+        <translation>テキストを検索</translation>
+    </message>
+    <message>
+        <source>F3 or Shift+F3</source>
+        <translation>F3 または Shift+F3</translation>
+    </message>
+    <message>
+        <source>Find the next one, or the one before</source>
+        <translation>次または前を検索</translation>
+    </message>
 </context>
 <context>
     <name>HeldGap</name>
