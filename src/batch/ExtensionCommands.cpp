@@ -12,7 +12,7 @@ constexpr CommandText texts[] = {
     {ExCmdCalibWait, "calib_wait", "", "", later,
      "Waits for the end of the calibration"},
     {ExCmdCalibNormalizeShift, "calib_normalize_shift", "", "", atOnce,
-     "Takes the energy of the edge as the mean of the shift map"},
+     "Replaces single outliers of the shift map by their surroundings, as NES does"},
     {ExCmdCalibTargetBackground, "calib_target_background", "<int>", "0", atOnce,
      "Takes Victoreen lines for the images for 0, straight ones for 1"},
     {ExCmdCalibStdBackground, "calib_std_background", "<int>", "0", atOnce,
