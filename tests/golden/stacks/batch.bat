@@ -17,8 +17,9 @@ save_spectra out/dark
 update_i1_dark_area
 clear_i1_dark_area
 save_spectra out/plain
-# Two images more at the end, with energies of their own; then half of them
+# Two images more, at energies that are there already; then each third one
 load_I1_files add scan/i1_0.img scan/i1_1.img
+move_position 3 2
 save_spectra out/more
 skip_i1 2
 cut_f_i1 1
@@ -28,6 +29,7 @@ eng_calc_delta_i1 4
 eng_apply_i1
 eng_calc_delta_i0 4
 eng_apply_i0
+move_position 3 2
 save_spectra out/fewer
 clear_I1_files
 save_spectra out/none
