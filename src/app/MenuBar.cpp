@@ -1,6 +1,7 @@
 #include "app/MenuBar.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "app/ButtonAction.h"
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
