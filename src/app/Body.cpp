@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "analysis/lcf/LcfSection.h"
 #include "app/CoverPages.h"
 #include "app/MenuBar.h"
@@ -23,6 +24,7 @@
 #include "conduct/CalibConductor.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/DarkConductor.h"
+#include "conduct/DiagnosticsConductor.h"
 #include "conduct/ExplainConductor.h"
 #include "conduct/FolderConductor.h"
 #include "conduct/SaveConductor.h"
@@ -83,9 +85,9 @@ Body::Body(QWidget* parent)
     wireBatch();
     makeShell();
     wireSteps();
+    loadDefaultErrPoints();
     bindCommands(batch_->book());
     disableMissingWindows();
-    loadDefaultErrPoints();
     batch_->startConfigBatch();
 }
 
@@ -127,6 +129,8 @@ void Body::makeWorkConductors()
     arithmetic_ = std::make_unique<ArithmeticConductor>(
         ArithmeticConductor::Parts{book_, *reader_, p.analyzer->arithmetic()}, *view_,
         *calibration_);
+    diagnostics_ = std::make_unique<DiagnosticsConductor>(
+        DiagnosticsConductor::Parts{data_, *p.analyzer2, WalkThreads}, *stacks_, *dark_);
     explaining_ =
         std::make_unique<ExplainConductor>(book_, *reader_, *p.imageBox, *stacks_, *view_);
     saving_ = std::make_unique<SaveConductor>(
@@ -144,6 +148,7 @@ void Body::wireBatch()
     connect(stacks_.get(), &StackConductor::progressed, watch, &RunWatch::progressed);
     connect(analysis_.get(), &AnalysisConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::progressed, watch, &RunWatch::progressed);
+    connect(diagnostics_.get(), &DiagnosticsConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::runningChanged, batch_.get(),
             &BatchConductor::setBusy);
     connect(batch_.get(), &BatchConductor::runThrough, calibration_.get(),
@@ -153,7 +158,8 @@ void Body::wireBatch()
 void Body::makeShell()
 {
     shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
-                                                  *calibration_, *analysis_, *saving_, *batch_});
+                                                  *calibration_, *analysis_, *diagnostics_,
+                                                  *saving_, *batch_});
     sessions_ = new Sessions(batch_->book().history(), *panels_->batchCtrl, *this);
     menus_ = std::make_unique<MenuBar>(
         MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_, *sessions_});
@@ -195,6 +201,7 @@ void Body::bindCommands(CommandBook& book)
     panels_->spectrumBox->bindCommands(book);
     panels_->calibCtrl->bindCommands(book);
     panels_->analyzer->bindCommands(book);
+    panels_->analyzer2->bindCommands(book);
     panels_->saveDataCfg->bindCommands(book);
     stacks_->bindCommands(book);
     dark_->bindCommands(book);
@@ -203,6 +210,7 @@ void Body::bindCommands(CommandBook& book)
     calibration_->bindCommands(book);
     analysis_->bindCommands(book);
     arithmetic_->bindCommands(book);
+    diagnostics_->bindCommands(book);
     explaining_->bindCommands(book);
     saving_->bindCommands(book);
     shell_->bindCommands(book);
@@ -218,9 +226,6 @@ void Body::disableMissingWindows()
     QPushButton* const registration = bar.opener(QStringLiteral("ShowImgProc"));
     registration->setEnabled(false);
     registration->setToolTip(tr("Registration is not available in this version"));
-    QPushButton* const diagnostics = bar.opener(QStringLiteral("ShowAnalyzer2"));
-    diagnostics->setEnabled(false);
-    diagnostics->setVisible(ShowAnalyzer2Button);
 }
 
 /// The row of the stack whose energies are in doubt.
@@ -260,6 +265,7 @@ void Body::loadDefaultErrPoints()
     CmdLine key;
     key.word = QStringLiteral("ErrPoints");
     batch_->recordFaults(key, DarkConductor::loadDefaultErrPoints(failurePlace(key)));
+    diagnostics_->showErrPMask();
 }
 
 BatchCtrl* Body::batchCtrl() const
@@ -340,5 +346,6 @@ void Body::closeEvent(QCloseEvent* event)
     stacks_->requestStop();
     analysis_->stop2DAnalysis();
     calibration_->stop();
+    diagnostics_->stop();
     event->accept();
 }

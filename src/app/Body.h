@@ -18,6 +18,7 @@ class CommandBook;
 class CoverPages;
 class CursorConductor;
 class DarkConductor;
+class DiagnosticsConductor;
 class ExplainConductor;
 class FolderConductor;
 class MenuBar;
@@ -65,6 +66,7 @@ public:
     WalkConductor& walks() { return *walks_; }
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
+    DiagnosticsConductor& diagnostics() { return *diagnostics_; }
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
     Workbench& workbench() { return *workbench_; }
@@ -104,6 +106,7 @@ private:
     std::unique_ptr<CalibConductor> calibration_;
     std::unique_ptr<AnalysisConductor> analysis_;
     std::unique_ptr<ArithmeticConductor> arithmetic_;
+    std::unique_ptr<DiagnosticsConductor> diagnostics_;
     std::unique_ptr<ExplainConductor> explaining_;
     std::unique_ptr<SaveConductor> saving_;
     std::unique_ptr<BatchConductor> batch_;

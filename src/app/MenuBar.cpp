@@ -1,6 +1,7 @@
 #include "app/MenuBar.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "app/ButtonAction.h"
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
@@ -219,6 +220,7 @@ void MenuBar::connectOpeners()
     const std::pair<const char*, QWidget*> openers[] = {{"ShowXafsView", p.xafsView.get()},
                                                         {"BatchCtrlB", p.batchCtrl.get()},
                                                         {"ShowBG", p.bgView.get()},
+                                                        {"ShowAnalyzer2", p.analyzer2.get()},
                                                         {"SaveDataConfig", p.saveDataCfg.get()}};
     for (const auto& [button, panel] : openers)
         connect(buttonIn(parts_.window, button), &QPushButton::clicked, panel,

@@ -1,6 +1,7 @@
 #include "app/Panels.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "app/Messages.h"
 #include "batch/BatchCtrl.h"
 #include "batch/HistoryPanel.h"
@@ -37,6 +38,7 @@ Panels::Panels(MapBook& book)
     , spectrumBox(named<SpectrumBox>(QStringLiteral("SpectrumGroup")))
     , calibCtrl(std::make_unique<CalibCtrl>())
     , analyzer(std::make_unique<Analyzer>(book))
+    , analyzer2(std::make_unique<Analyzer2>())
     , saveBox(named<SaveBox>(QStringLiteral("SaveGroup")))
     , saveDataCfg(std::make_unique<SaveDataCfg>())
     , xafsView(newSpectrumView(QStringLiteral("XafsView"), tr("Spectrum at the position")))
@@ -53,5 +55,5 @@ Panels::~Panels() = default;
 QVector<QWidget*> Panels::all() const
 {
     return {batchCtrl.get(), analyzer.get(),    analyzer->view(), xafsView.get(), bgView.get(),
-            calibCtrl.get(), saveDataCfg.get(), messages.get(),   history.get()};
+            calibCtrl.get(), saveDataCfg.get(), messages.get(),   history.get(),  analyzer2.get()};
 }

@@ -6,6 +6,7 @@
 #include <memory>
 
 class Analyzer;
+class Analyzer2;
 class BatchCtrl;
 class CalibCtrl;
 class DataBox;
@@ -36,6 +37,7 @@ public:
     const std::unique_ptr<SpectrumBox> spectrumBox;
     const std::unique_ptr<CalibCtrl> calibCtrl;
     const std::unique_ptr<Analyzer> analyzer; ///< owns its view, which has a dock of its own
+    const std::unique_ptr<Analyzer2> analyzer2;
     const std::unique_ptr<SaveBox> saveBox;
     const std::unique_ptr<SaveDataCfg> saveDataCfg;
     const std::unique_ptr<XafsView> xafsView; ///< the spectrum at the cursor

@@ -19,6 +19,7 @@
 #include "conduct/AnalysisConductor.h"
 #include "conduct/BatchConductor.h"
 #include "conduct/CalibConductor.h"
+#include "conduct/DiagnosticsConductor.h"
 #include "conduct/FolderConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/StackConductor.h"
@@ -42,7 +43,8 @@ enum Work
     LoadingI1,
     LoadingI0,
     Walking,
-    Calibrating
+    Calibrating,
+    CheckingDark
 };
 
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
@@ -60,6 +62,7 @@ Shell::Shell(const Parts& parts)
     connectNotices();
     connectProgress();
     connectProgressOfWalks();
+    connectDarkCheck();
     nameReferenceDialogs();
     connect(parts_.panels.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
 }
@@ -85,7 +88,7 @@ void Shell::setupStatusBar()
     bar->addPermanentWidget(progress_);
     stop_ = new QPushButton(tr("Stop"));
     stop_->setObjectName(QStringLiteral("StopAll"));
-    stop_->setToolTip(tr("Stops loading, analysis, calibration and batch"));
+    stop_->setToolTip(tr("Stops loading, analysis, calibration, dark check and batch"));
     stop_->hide();
     bar->addPermanentWidget(stop_);
     connect(stop_, &QPushButton::clicked, this, &Shell::stopAll);
@@ -190,11 +193,27 @@ void Shell::connectProgressOfWalks()
     });
 }
 
+void Shell::connectDarkCheck()
+{
+    const DiagnosticsConductor* const diagnostics = &parts_.diagnostics;
+    connect(diagnostics, &DiagnosticsConductor::progressed, this, [this](double perCent) {
+        progress_->setPart(CheckingDark, truncatedInt(finePercent * perCent), 100 * finePercent);
+    });
+    connect(diagnostics, &DiagnosticsConductor::runningChanged, this, [this](bool running) {
+        stopShown_.start();
+        if (running)
+            return;
+        progress_->setPart(CheckingDark, 0, 0);
+        if (!parts_.diagnostics.outcome().isEmpty())
+            notice(parts_.diagnostics.outcome());
+    });
+}
+
 bool Shell::isBusy() const
 {
     return parts_.stacks.isLoading(parts_.data.i1) || parts_.stacks.isLoading(parts_.data.i0) ||
            parts_.analysis.isWalking() || parts_.calibration.isRunning() ||
-           parts_.panels.batchCtrl->watch().isWaiting();
+           parts_.diagnostics.isChecking() || parts_.panels.batchCtrl->watch().isWaiting();
 }
 
 void Shell::showStop()
@@ -210,6 +229,7 @@ void Shell::stopAll()
     parts_.stacks.stopLoads();
     parts_.analysis.stop2DAnalysis();
     parts_.calibration.stop();
+    parts_.diagnostics.stop();
     stopShown_.start();
 }
 

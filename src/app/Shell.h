@@ -10,6 +10,7 @@ class AnalysisConductor;
 class BatchConductor;
 class CalibConductor;
 class CommandBook;
+class DiagnosticsConductor;
 class FDGroup;
 class FolderConductor;
 class LateDialog;
@@ -38,6 +39,7 @@ public:
         FolderConductor& folders;
         CalibConductor& calibration;
         AnalysisConductor& analysis;
+        DiagnosticsConductor& diagnostics;
         SaveConductor& saving;
         BatchConductor& batch;
     };
@@ -60,6 +62,7 @@ private:
     void connectNotices();
     void connectProgress();
     void connectProgressOfWalks();
+    void connectDarkCheck();
     void tellLoaded();
     void tellAnalysis(bool whole);
     void tellCalibration(bool running);

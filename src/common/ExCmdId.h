@@ -203,6 +203,15 @@ enum EX_CMD_ID : int
     ExCmdXafsViewRaw = 265,
     ExCmdXafsViewFft = 266,
     ExCmdAnalyzerClearRef = 267,
+    ExCmdAnalyzerSumUpAdd = 285,
+    ExCmdAnalyzerSumUpDel = 286,
+    ExCmdAnalyzerSumUpClear = 287,
+    ExCmdAnalyzerSumUp = 288,
+    ExCmdAnalyzer2DarkThreshold = 289,
+    ExCmdAnalyzer2HistogramMax = 290,
+    ExCmdAnalyzer2HistogramBins = 291,
+    ExCmdAnalyzer2DarkCheck = 292,
+    ExCmdAnalyzer2UseErrorPoints = 293,
     ExCmdEnd ///< above all numbers
 };
 

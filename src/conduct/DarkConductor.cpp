@@ -291,3 +291,8 @@ void DarkConductor::newTotalI0ofI0File(const QString& fname)
     if (!loadTotalI0(data_.totalI0ofI0, fname))
         box_.clearTotalI0ofI0();
 }
+
+void DarkConductor::useErrPMaskToggled(bool f)
+{
+    defaultErrPoints().active = f;
+}

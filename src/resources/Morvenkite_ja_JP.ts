@@ -183,6 +183,85 @@
     </message>
 </context>
 <context>
+    <name>Analyzer2</name>
+    <message>
+        <source>Analyzer2</source>
+        <translation>解析 2</translation>
+    </message>
+    <message>
+        <source>Dark Check</source>
+        <translation>暗画素チェック</translation>
+    </message>
+    <message>
+        <source>Dark up to</source>
+        <translation>暗の上限</translation>
+    </message>
+    <message>
+        <source>Counts at or below which a pixel is dark</source>
+        <translation>カウントがこの値以下の画素を暗いとみなす</translation>
+    </message>
+    <message>
+        <source>Histg. Max.</source>
+        <translation>ヒスト上端</translation>
+    </message>
+    <message>
+        <source>Counts at the end of the histogram; what lies above is counted there</source>
+        <translation>ヒストグラムの上端のカウント。これを超えるものは上端で数える</translation>
+    </message>
+    <message>
+        <source>Bins</source>
+        <translation>ビン数</translation>
+    </message>
+    <message>
+        <source>Bins of the histogram, from 0 to its end</source>
+        <translation>0 から上端までのヒストグラムのビンの数</translation>
+    </message>
+    <message>
+        <source>Bad Pixels of the Configuration</source>
+        <translation>設定ファイルの不良画素</translation>
+    </message>
+    <message>
+        <source>Use Err Points Mask</source>
+        <translation>不良画素マスクを使用</translation>
+    </message>
+    <message>
+        <source>Collect Q Info</source>
+        <translation>Q 情報収集</translation>
+    </message>
+    <message>
+        <source>Kept for figures of the data&apos;s quality: nothing is collected yet</source>
+        <translation>データの品質情報のためのもの。まだ何も収集しない</translation>
+    </message>
+    <message>
+        <source>Find the pixels that stay dark in all I1 images, and write the files of the check into the working folder</source>
+        <translation>すべての I1 画像で暗いままの画素を探し、結果のファイルを作業フォルダに書く</translation>
+    </message>
+    <message>
+        <source>Stop the check; nothing is written</source>
+        <translation>チェックを止める。何も書かない</translation>
+    </message>
+    <message>
+        <source>Threshold of the dark check</source>
+        <translation>暗画素チェックのしきい値</translation>
+    </message>
+    <message>
+        <source>Upper end of the histogram</source>
+        <translation>ヒストグラムの上端</translation>
+    </message>
+    <message>
+        <source>Bins of the histogram</source>
+        <translation>ヒストグラムのビン数</translation>
+    </message>
+    <message>
+        <source>Correct the bad pixels of the configuration&apos;s list in images without a list of their own, such as the dark image, when they are read</source>
+        <translation>独自のリストを持たない画像 (ダーク画像など) を読むとき、設定ファイルのリストの不良画素を補正する</translation>
+    </message>
+    <message>
+        <source>There is no list: the key ErrPoints of the configuration names none that can be read</source>
+        <translation>リストがない: 設定ファイルのキー ErrPoints に読めるリストの指定がない</translation>
+    </message>
+</context>
+<context>
     <name>ArithmeticConductor</name>
     <message>
         <source>Both maps must hold a picture</source>
@@ -943,6 +1022,21 @@
     <message>
         <source>Select Total I0 of I0</source>
         <translation>I0 の全 I0 を選択</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticsConductor</name>
+    <message>
+        <source>Pixels that are dark in all %2 images: %1; of them not on the list of bad pixels: %3; on the list and not dark: %4</source>
+        <translation>全 %2 画像で暗い画素: %1。うち不良画素リストにないもの: %3。リストにあって暗くないもの: %4</translation>
+    </message>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>%1 images of %2 x %3 pixels</source>
+        <translation>画像 %1 枚、%2 x %3 画素</translation>
     </message>
 </context>
 <context>
@@ -2468,6 +2562,14 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>Map2</source>
         <translation>マップ 2</translation>
     </message>
+    <message>
+        <source>Sum of images</source>
+        <translation>画像の和</translation>
+    </message>
+    <message>
+        <source>Counts per pixel</source>
+        <translation>画素あたりのカウント</translation>
+    </message>
 </context>
 <context>
     <name>MenuBar</name>
@@ -2998,10 +3100,6 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
 <context>
     <name>RunRow</name>
     <message>
-        <source>Rows of the running analysis that are done [%]</source>
-        <translation>実行中の解析で終了した行の割合 [%]</translation>
-    </message>
-    <message>
         <source>Another analysis runs</source>
         <translation>別の解析が実行中</translation>
     </message>
@@ -3016,6 +3114,10 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>stopped at %1 %</source>
         <translation>%1 % で停止</translation>
+    </message>
+    <message>
+        <source>How much of the run is done [%]</source>
+        <translation>処理の進み [%]</translation>
     </message>
 </context>
 <context>
@@ -3575,10 +3677,6 @@ to %2</source>
         <translation>停止</translation>
     </message>
     <message>
-        <source>Stops loading, analysis, calibration and batch</source>
-        <translation>読み込み、解析、較正、バッチを停止</translation>
-    </message>
-    <message>
         <source>Saved: %1</source>
         <translation>保存しました: %1</translation>
     </message>
@@ -3617,6 +3715,10 @@ to %2</source>
     <message>
         <source>The maps are ready</source>
         <translation>マップができました</translation>
+    </message>
+    <message>
+        <source>Stops loading, analysis, calibration, dark check and batch</source>
+        <translation>読み込み、解析、較正、暗画素チェック、バッチを停止</translation>
     </message>
 </context>
 <context>
@@ -4099,6 +4201,88 @@ to %2</source>
     </message>
 </context>
 <context>
+    <name>SumUpCtrl</name>
+    <message>
+        <source>Images</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>First image of the range, counted from 0</source>
+        <translation>範囲の最初の画像 (0 から数える)</translation>
+    </message>
+    <message>
+        <source>The image behind the last one of the range: it is not added itself</source>
+        <translation>範囲の最後の画像の次の番号。その画像自身は加えない</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>追加</translation>
+    </message>
+    <message>
+        <source>Add the range; one that is added twice counts twice</source>
+        <translation>範囲を加える。2 度加えた範囲は 2 度数える</translation>
+    </message>
+    <message>
+        <source>Ranges that were added</source>
+        <translation>加えた範囲</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Take the range out of the list; it still counts</source>
+        <translation>範囲を一覧から外す。和にはまだ数える</translation>
+    </message>
+    <message>
+        <source>Clear All Ranges</source>
+        <translation>全範囲をクリア</translation>
+    </message>
+    <message>
+        <source>No range counts any more</source>
+        <translation>どの範囲も数えなくなる</translation>
+    </message>
+    <message>
+        <source>First image of the sum</source>
+        <translation>和の最初の画像</translation>
+    </message>
+    <message>
+        <source>End of the images of the sum</source>
+        <translation>和の画像の終わり</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>ほか %1</translation>
+    </message>
+    <message>
+        <source>No range counts: the sum is 0</source>
+        <translation>数える範囲がない: 和は 0</translation>
+    </message>
+    <message>
+        <source>These count: %1</source>
+        <translation>数える範囲: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SumUpSection</name>
+    <message>
+        <source>Sum Up</source>
+        <translation>積算</translation>
+    </message>
+    <message>
+        <source>Show the map of the sum of images</source>
+        <translation>画像の和のマップを表示する</translation>
+    </message>
+    <message>
+        <source>Add the images of the ranges over the selected area, block by block, and save the picture of the sum as sumUpImg.png</source>
+        <translation>選択範囲でブロックごとに各範囲の画像を足し、和の画像を sumUpImg.png に保存する</translation>
+    </message>
+    <message>
+        <source>Stop the sum; the map keeps what is done</source>
+        <translation>積算を止める。マップは済んだ分を保つ</translation>
+    </message>
+</context>
+<context>
     <name>TextWindow</name>
     <message>
         <source>Text Files (*.txt)</source>
@@ -4275,6 +4459,10 @@ to %2</source>
     <message>
         <source>History</source>
         <translation>履歴</translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation>診断</translation>
     </message>
 </context>
 <context>
