@@ -203,6 +203,16 @@ enum EX_CMD_ID : int
     ExCmdXafsViewRaw = 265,
     ExCmdXafsViewFft = 266,
     ExCmdAnalyzerClearRef = 267,
+    ExCmdRegistrationThreshold = 268,
+    ExCmdRegistrationEdges = 269,
+    ExCmdRegistrationSetReference = 270,
+    ExCmdRegistrationAutoShift = 271,
+    ExCmdRegistrationSetShift = 272,
+    ExCmdRegistrationClearShifts = 273,
+    ExCmdRegistrationAutoAll = 274,
+    ExCmdRegistrationView = 275,
+    ExCmdRegistrationAutoSet = 276,
+    ExCmdRegistrationAutoEach = 277,
     ExCmdEnd ///< above all numbers
 };
 
