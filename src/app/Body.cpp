@@ -25,6 +25,7 @@
 #include "conduct/DarkConductor.h"
 #include "conduct/ExplainConductor.h"
 #include "conduct/FolderConductor.h"
+#include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
@@ -39,6 +40,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/RowCommands.h"
 #include "selection/SelectDataFiles.h"
@@ -84,7 +86,7 @@ Body::Body(QWidget* parent)
     makeShell();
     wireSteps();
     bindCommands(batch_->book());
-    disableMissingWindows();
+    hideMissingWindows();
     loadDefaultErrPoints();
     batch_->startConfigBatch();
 }
@@ -132,6 +134,8 @@ void Body::makeWorkConductors()
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
         *view_, *this);
+    registration_ = std::make_unique<RegistrationConductor>(
+        RegistrationConductor::Parts{data_, *p.imageBox, *p.imgProc}, *stacks_, *view_, *walks_);
     batch_ = std::make_unique<BatchConductor>(*p.batchCtrl);
     connect(analysis_.get(), &AnalysisConductor::resultsWanted, view_.get(),
             &ViewConductor::showResults);
@@ -144,6 +148,7 @@ void Body::wireBatch()
     connect(stacks_.get(), &StackConductor::progressed, watch, &RunWatch::progressed);
     connect(analysis_.get(), &AnalysisConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::progressed, watch, &RunWatch::progressed);
+    connect(registration_.get(), &RegistrationConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::runningChanged, batch_.get(),
             &BatchConductor::setBusy);
     connect(batch_.get(), &BatchConductor::runThrough, calibration_.get(),
@@ -153,7 +158,8 @@ void Body::wireBatch()
 void Body::makeShell()
 {
     shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
-                                                  *calibration_, *analysis_, *saving_, *batch_});
+                                                  *calibration_, *analysis_, *registration_,
+                                                  *saving_, *batch_});
     sessions_ = new Sessions(batch_->book().history(), *panels_->batchCtrl, *this);
     menus_ = std::make_unique<MenuBar>(
         MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_, *sessions_});
@@ -196,6 +202,7 @@ void Body::bindCommands(CommandBook& book)
     panels_->calibCtrl->bindCommands(book);
     panels_->analyzer->bindCommands(book);
     panels_->saveDataCfg->bindCommands(book);
+    panels_->imgProc->bindCommands(book);
     stacks_->bindCommands(book);
     dark_->bindCommands(book);
     view_->bindCommands(book);
@@ -205,6 +212,7 @@ void Body::bindCommands(CommandBook& book)
     arithmetic_->bindCommands(book);
     explaining_->bindCommands(book);
     saving_->bindCommands(book);
+    registration_->bindCommands(book);
     shell_->bindCommands(book);
     panels_->history->follow(book.history());
     connect(panels_->history.get(), &HistoryPanel::runAsked, panels_->batchCtrl.get(),
@@ -212,13 +220,9 @@ void Body::bindCommands(CommandBook& book)
 }
 
 /// Buttons of windows that this version does not have yet.
-void Body::disableMissingWindows()
+void Body::hideMissingWindows()
 {
-    const StepBar& bar = workbench_->bar();
-    QPushButton* const registration = bar.opener(QStringLiteral("ShowImgProc"));
-    registration->setEnabled(false);
-    registration->setToolTip(tr("Registration is not available in this version"));
-    QPushButton* const diagnostics = bar.opener(QStringLiteral("ShowAnalyzer2"));
+    QPushButton* const diagnostics = workbench_->bar().opener(QStringLiteral("ShowAnalyzer2"));
     diagnostics->setEnabled(false);
     diagnostics->setVisible(ShowAnalyzer2Button);
 }
@@ -340,5 +344,6 @@ void Body::closeEvent(QCloseEvent* event)
     stacks_->requestStop();
     analysis_->stop2DAnalysis();
     calibration_->stop();
+    registration_->stop();
     event->accept();
 }

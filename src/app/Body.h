@@ -21,6 +21,7 @@ class DarkConductor;
 class ExplainConductor;
 class FolderConductor;
 class MenuBar;
+class RegistrationConductor;
 class SaveConductor;
 class SelectDataFiles;
 class Sessions;
@@ -65,6 +66,7 @@ public:
     WalkConductor& walks() { return *walks_; }
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
+    RegistrationConductor& registration() { return *registration_; }
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
     Workbench& workbench() { return *workbench_; }
@@ -80,7 +82,7 @@ private:
     void wireSteps();
     void wireBatch();
     void bindCommands(CommandBook& book);
-    void disableMissingWindows();
+    void hideMissingWindows();
     void loadDefaultErrPoints();
     void mend(Mend mend);
     SelectDataFiles& rowInDoubt() const;
@@ -106,6 +108,7 @@ private:
     std::unique_ptr<ArithmeticConductor> arithmetic_;
     std::unique_ptr<ExplainConductor> explaining_;
     std::unique_ptr<SaveConductor> saving_;
+    std::unique_ptr<RegistrationConductor> registration_;
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<MenuBar> menus_;

@@ -219,6 +219,7 @@ void MenuBar::connectOpeners()
     const std::pair<const char*, QWidget*> openers[] = {{"ShowXafsView", p.xafsView.get()},
                                                         {"BatchCtrlB", p.batchCtrl.get()},
                                                         {"ShowBG", p.bgView.get()},
+                                                        {"ShowImgProc", p.imgProc.get()},
                                                         {"SaveDataConfig", p.saveDataCfg.get()}};
     for (const auto& [button, panel] : openers)
         connect(buttonIn(parts_.window, button), &QPushButton::clicked, panel,

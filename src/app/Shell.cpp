@@ -20,6 +20,7 @@
 #include "conduct/BatchConductor.h"
 #include "conduct/CalibConductor.h"
 #include "conduct/FolderConductor.h"
+#include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/StackConductor.h"
 #include "display/FileDialogs.h"
@@ -42,7 +43,8 @@ enum Work
     LoadingI1,
     LoadingI0,
     Walking,
-    Calibrating
+    Calibrating,
+    Registering
 };
 
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
@@ -85,7 +87,7 @@ void Shell::setupStatusBar()
     bar->addPermanentWidget(progress_);
     stop_ = new QPushButton(tr("Stop"));
     stop_->setObjectName(QStringLiteral("StopAll"));
-    stop_->setToolTip(tr("Stops loading, analysis, calibration and batch"));
+    stop_->setToolTip(tr("Stops loading, analysis, calibration, registration and batch"));
     stop_->hide();
     bar->addPermanentWidget(stop_);
     connect(stop_, &QPushButton::clicked, this, &Shell::stopAll);
@@ -108,6 +110,7 @@ void Shell::connectNotices()
             [this](const QString& text) { notice(text, Mark::LookHere); });
     connect(&parts_.analysis, &AnalysisConductor::ended, this, &Shell::tellAnalysis);
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, &Shell::tellCalibration);
+    connect(&parts_.registration, &RegistrationConductor::ended, this, &Shell::tellRegistration);
     connect(&parts_.saving, &SaveConductor::saved, this, [this](const QString& file) {
         notice(tr("Saved: %1").arg(QFileInfo(file).fileName()));
     });
@@ -153,6 +156,14 @@ void Shell::tellCalibration(bool running)
         notice(tr("The calibration was stopped"), Mark::LookHere);
 }
 
+void Shell::tellRegistration(bool whole)
+{
+    if (whole)
+        notice(tr("The images of the stack are moved to where they agree"));
+    else
+        notice(tr("The registration was stopped: no image is moved"), Mark::LookHere);
+}
+
 void Shell::connectProgress()
 {
     connect(&parts_.stacks, &StackConductor::progressed, progress_,
@@ -168,6 +179,14 @@ void Shell::connectProgress()
     connect(&parts_.batch, &BatchConductor::finishBatchExec, this, look);
     connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, look);
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, look);
+    connect(&parts_.registration, &RegistrationConductor::runningChanged, this, look);
+    connect(&parts_.registration, &RegistrationConductor::progressed, progress_,
+            [this](int done, int total) { progress_->setPart(Registering, done, total); });
+    connect(&parts_.registration, &RegistrationConductor::runningChanged, this,
+            [this](bool running) {
+                if (!running)
+                    progress_->setPart(Registering, 0, 0);
+            });
 }
 
 void Shell::connectProgressOfWalks()
@@ -194,7 +213,7 @@ bool Shell::isBusy() const
 {
     return parts_.stacks.isLoading(parts_.data.i1) || parts_.stacks.isLoading(parts_.data.i0) ||
            parts_.analysis.isWalking() || parts_.calibration.isRunning() ||
-           parts_.panels.batchCtrl->watch().isWaiting();
+           parts_.registration.isRunning() || parts_.panels.batchCtrl->watch().isWaiting();
 }
 
 void Shell::showStop()
@@ -210,6 +229,7 @@ void Shell::stopAll()
     parts_.stacks.stopLoads();
     parts_.analysis.stop2DAnalysis();
     parts_.calibration.stop();
+    parts_.registration.stop();
     stopShown_.start();
 }
 

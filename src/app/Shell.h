@@ -17,6 +17,7 @@ class NoticeBar;
 class ProgressSum;
 class QMainWindow;
 class QPushButton;
+class RegistrationConductor;
 class SaveConductor;
 class StackConductor;
 struct Measurement;
@@ -38,6 +39,7 @@ public:
         FolderConductor& folders;
         CalibConductor& calibration;
         AnalysisConductor& analysis;
+        RegistrationConductor& registration;
         SaveConductor& saving;
         BatchConductor& batch;
     };
@@ -63,6 +65,7 @@ private:
     void tellLoaded();
     void tellAnalysis(bool whole);
     void tellCalibration(bool running);
+    void tellRegistration(bool whole);
     void showStop();
     bool isBusy() const;
     void nameReferenceDialogs();

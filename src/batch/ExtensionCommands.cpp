@@ -143,6 +143,29 @@ constexpr CommandText texts[] = {
      "Plots the counts at the cursor"},
     {ExCmdXafsViewFft, "xafs_view_fft", "<0|1>", "1", atOnce,
      "Plots the frequencies of the counts at the cursor"},
+    {ExCmdRegistrationThreshold, "registration_threshold", "<int>", "400", atOnce,
+     "Sets the threshold of binary images, in thousandths of the way between an image's extremes"},
+    {ExCmdRegistrationEdges, "registration_edges", "<0|1>", "1", atOnce,
+     "Makes images binary by their edges for 1, by their counts for 0"},
+    {ExCmdRegistrationSetReference, "registration_set_reference", "[<int image>]", "0", atOnce,
+     "Takes an image of the stack on show, from 0, as reference; without a number, the one on show"},
+    {ExCmdRegistrationAutoShift, "registration_auto_shift", "", "", atOnce,
+     "Searches the shift of the image on show against the reference, from the one in the fields"},
+    {ExCmdRegistrationSetShift, "registration_set_shift", "<int x> <int y> [<int image>]", "3 -2",
+     atOnce,
+     "Moves an image of the stack on show by so many pixels; without a number, the one on show"},
+    {ExCmdRegistrationClearShifts, "registration_clear_shifts", "", "", atOnce,
+     "Moves all images of both stacks back"},
+    {ExCmdRegistrationAutoAll, "registration_auto_all", "<0|1>", "0", later,
+     "Searches the shifts of all images of the stack on show and moves them: against the reference "
+     "for 0, each against the one before for 1"},
+    {ExCmdRegistrationView, "registration_view", "<0|1|2>", "1", atOnce,
+     "Shows the image in the panel of registration for 0, the binary image for 1, the comparison "
+     "with the reference for 2"},
+    {ExCmdRegistrationAutoSet, "registration_auto_set", "<0|1>", "1", atOnce,
+     "Moves an image at once when its shift was searched"},
+    {ExCmdRegistrationAutoEach, "registration_auto_each", "<0|1>", "1", atOnce,
+     "Searches the shift of each image that the panel of registration compares"},
 };
 // clang-format on
 

@@ -55,6 +55,7 @@ ImgProc::ImgProc(QWidget* parent)
     tabInReadingOrder(this);
     connectForm();
     connectShift();
+    setRunning(false);
     drawOnImage();
 }
 
@@ -243,6 +244,9 @@ ImgProc::View ImgProc::view() const
 
 void ImgProc::setView(View view)
 {
+    // Nobody may look at it: what is compared is needed all the same.
+    if (view == ComparedView)
+        hasSource();
     QRadioButton* const buttons[] = {ui_->DataImage, ui_->BinaryImage, ui_->Compare};
     buttons[view]->setChecked(true);
 }
