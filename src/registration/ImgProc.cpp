@@ -162,9 +162,9 @@ void ImgProc::edgeDetect()
         takeData(edgeImage(*srcImage_));
 }
 
-void ImgProc::takeData(ProcImage data)
+void ImgProc::takeData(ProcImage taken)
 {
-    dataImage_ = std::move(data);
+    dataImage_ = std::move(taken);
     ui_->MinEdgeV->setText(fieldText(dataImage_.minV));
     ui_->MaxEdgeV->setText(fieldText(dataImage_.maxV));
     setBinThV();

@@ -112,7 +112,7 @@ private:
     void connectForm();
     void connectShift();
     bool hasSource();
-    void takeData(ProcImage data);
+    void takeData(ProcImage taken);
     QString whyNotCompared() const;
     QPoint shiftToReference() const { return shift() - referenceShift_; }
     void drawPlain();
