@@ -27,6 +27,7 @@
 #include "conduct/DiagnosticsConductor.h"
 #include "conduct/ExplainConductor.h"
 #include "conduct/FolderConductor.h"
+#include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
@@ -41,6 +42,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/RowCommands.h"
 #include "selection/SelectDataFiles.h"
@@ -87,7 +89,6 @@ Body::Body(QWidget* parent)
     wireSteps();
     loadDefaultErrPoints();
     bindCommands(batch_->book());
-    disableMissingWindows();
     batch_->startConfigBatch();
 }
 
@@ -136,6 +137,8 @@ void Body::makeWorkConductors()
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
         *view_, *this);
+    registration_ = std::make_unique<RegistrationConductor>(
+        RegistrationConductor::Parts{data_, *p.imageBox, *p.imgProc}, *stacks_, *view_, *walks_);
     batch_ = std::make_unique<BatchConductor>(*p.batchCtrl);
     connect(analysis_.get(), &AnalysisConductor::resultsWanted, view_.get(),
             &ViewConductor::showResults);
@@ -148,6 +151,7 @@ void Body::wireBatch()
     connect(stacks_.get(), &StackConductor::progressed, watch, &RunWatch::progressed);
     connect(analysis_.get(), &AnalysisConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::progressed, watch, &RunWatch::progressed);
+    connect(registration_.get(), &RegistrationConductor::progressed, watch, &RunWatch::progressed);
     connect(diagnostics_.get(), &DiagnosticsConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::runningChanged, batch_.get(),
             &BatchConductor::setBusy);
@@ -159,7 +163,7 @@ void Body::makeShell()
 {
     shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
                                                   *calibration_, *analysis_, *diagnostics_,
-                                                  *saving_, *batch_});
+                                                  *registration_, *saving_, *batch_});
     sessions_ = new Sessions(batch_->book().history(), *panels_->batchCtrl, *this);
     menus_ = std::make_unique<MenuBar>(
         MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_, *sessions_});
@@ -203,6 +207,7 @@ void Body::bindCommands(CommandBook& book)
     panels_->analyzer->bindCommands(book);
     panels_->analyzer2->bindCommands(book);
     panels_->saveDataCfg->bindCommands(book);
+    panels_->imgProc->bindCommands(book);
     stacks_->bindCommands(book);
     dark_->bindCommands(book);
     view_->bindCommands(book);
@@ -213,19 +218,11 @@ void Body::bindCommands(CommandBook& book)
     diagnostics_->bindCommands(book);
     explaining_->bindCommands(book);
     saving_->bindCommands(book);
+    registration_->bindCommands(book);
     shell_->bindCommands(book);
     panels_->history->follow(book.history());
     connect(panels_->history.get(), &HistoryPanel::runAsked, panels_->batchCtrl.get(),
             &BatchCtrl::runText);
-}
-
-/// Buttons of windows that this version does not have yet.
-void Body::disableMissingWindows()
-{
-    const StepBar& bar = workbench_->bar();
-    QPushButton* const registration = bar.opener(QStringLiteral("ShowImgProc"));
-    registration->setEnabled(false);
-    registration->setToolTip(tr("Registration is not available in this version"));
 }
 
 /// The row of the stack whose energies are in doubt.
@@ -346,6 +343,7 @@ void Body::closeEvent(QCloseEvent* event)
     stacks_->requestStop();
     analysis_->stop2DAnalysis();
     calibration_->stop();
+    registration_->stop();
     diagnostics_->stop();
     event->accept();
 }

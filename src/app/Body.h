@@ -22,6 +22,7 @@ class DiagnosticsConductor;
 class ExplainConductor;
 class FolderConductor;
 class MenuBar;
+class RegistrationConductor;
 class SaveConductor;
 class SelectDataFiles;
 class Sessions;
@@ -67,6 +68,7 @@ public:
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
     DiagnosticsConductor& diagnostics() { return *diagnostics_; }
+    RegistrationConductor& registration() { return *registration_; }
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
     Workbench& workbench() { return *workbench_; }
@@ -82,7 +84,6 @@ private:
     void wireSteps();
     void wireBatch();
     void bindCommands(CommandBook& book);
-    void disableMissingWindows();
     void loadDefaultErrPoints();
     void mend(Mend mend);
     SelectDataFiles& rowInDoubt() const;
@@ -109,6 +110,7 @@ private:
     std::unique_ptr<DiagnosticsConductor> diagnostics_;
     std::unique_ptr<ExplainConductor> explaining_;
     std::unique_ptr<SaveConductor> saving_;
+    std::unique_ptr<RegistrationConductor> registration_;
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<MenuBar> menus_;

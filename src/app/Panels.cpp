@@ -10,6 +10,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/SpectrumBox.h"
 
@@ -43,6 +44,7 @@ Panels::Panels(MapBook& book)
     , saveDataCfg(std::make_unique<SaveDataCfg>())
     , xafsView(newSpectrumView(QStringLiteral("XafsView"), tr("Spectrum at the position")))
     , bgView(newSpectrumView(QStringLiteral("BGView"), tr("BG Specturm")))
+    , imgProc(std::make_unique<ImgProc>())
     , batchCtrl(std::make_unique<BatchCtrl>())
     , messages(std::make_unique<Messages>())
     , history(std::make_unique<HistoryPanel>())
@@ -54,6 +56,7 @@ Panels::~Panels() = default;
 
 QVector<QWidget*> Panels::all() const
 {
-    return {batchCtrl.get(), analyzer.get(),    analyzer->view(), xafsView.get(), bgView.get(),
-            calibCtrl.get(), saveDataCfg.get(), messages.get(),   history.get(),  analyzer2.get()};
+    return {batchCtrl.get(), analyzer.get(),  analyzer->view(),  xafsView.get(),
+            bgView.get(),    calibCtrl.get(), saveDataCfg.get(), imgProc.get(),
+            messages.get(),  history.get(),   analyzer2.get()};
 }

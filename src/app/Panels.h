@@ -12,6 +12,7 @@ class CalibCtrl;
 class DataBox;
 class HistoryPanel;
 class ImageBox;
+class ImgProc;
 class MapBook;
 class Messages;
 class QWidget;
@@ -42,6 +43,7 @@ public:
     const std::unique_ptr<SaveDataCfg> saveDataCfg;
     const std::unique_ptr<XafsView> xafsView; ///< the spectrum at the cursor
     const std::unique_ptr<XafsView> bgView;   ///< the background spectrum
+    const std::unique_ptr<ImgProc> imgProc;   ///< registration
     const std::unique_ptr<BatchCtrl> batchCtrl;
     const std::unique_ptr<Messages> messages;
     const std::unique_ptr<HistoryPanel> history;

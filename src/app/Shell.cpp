@@ -21,6 +21,7 @@
 #include "conduct/CalibConductor.h"
 #include "conduct/DiagnosticsConductor.h"
 #include "conduct/FolderConductor.h"
+#include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/StackConductor.h"
 #include "display/FileDialogs.h"
@@ -44,7 +45,8 @@ enum Work
     LoadingI0,
     Walking,
     Calibrating,
-    CheckingDark
+    CheckingDark,
+    Registering
 };
 
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
@@ -88,7 +90,7 @@ void Shell::setupStatusBar()
     bar->addPermanentWidget(progress_);
     stop_ = new QPushButton(tr("Stop"));
     stop_->setObjectName(QStringLiteral("StopAll"));
-    stop_->setToolTip(tr("Stops loading, analysis, calibration, dark check and batch"));
+    stop_->setToolTip(tr("Stops all that runs: loading, analyses, calibration, batch"));
     stop_->hide();
     bar->addPermanentWidget(stop_);
     connect(stop_, &QPushButton::clicked, this, &Shell::stopAll);
@@ -111,6 +113,7 @@ void Shell::connectNotices()
             [this](const QString& text) { notice(text, Mark::LookHere); });
     connect(&parts_.analysis, &AnalysisConductor::ended, this, &Shell::tellAnalysis);
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, &Shell::tellCalibration);
+    connect(&parts_.registration, &RegistrationConductor::ended, this, &Shell::tellRegistration);
     connect(&parts_.saving, &SaveConductor::saved, this, [this](const QString& file) {
         notice(tr("Saved: %1").arg(QFileInfo(file).fileName()));
     });
@@ -156,6 +159,14 @@ void Shell::tellCalibration(bool running)
         notice(tr("The calibration was stopped"), Mark::LookHere);
 }
 
+void Shell::tellRegistration(bool whole)
+{
+    if (whole)
+        notice(tr("The images of the stack are moved to where they agree"));
+    else
+        notice(tr("The registration was stopped: no image is moved"), Mark::LookHere);
+}
+
 void Shell::connectProgress()
 {
     connect(&parts_.stacks, &StackConductor::progressed, progress_,
@@ -171,6 +182,14 @@ void Shell::connectProgress()
     connect(&parts_.batch, &BatchConductor::finishBatchExec, this, look);
     connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, look);
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, look);
+    connect(&parts_.registration, &RegistrationConductor::runningChanged, this, look);
+    connect(&parts_.registration, &RegistrationConductor::progressed, progress_,
+            [this](int done, int total) { progress_->setPart(Registering, done, total); });
+    connect(&parts_.registration, &RegistrationConductor::runningChanged, this,
+            [this](bool running) {
+                if (!running)
+                    progress_->setPart(Registering, 0, 0);
+            });
 }
 
 void Shell::connectProgressOfWalks()
@@ -213,7 +232,8 @@ bool Shell::isBusy() const
 {
     return parts_.stacks.isLoading(parts_.data.i1) || parts_.stacks.isLoading(parts_.data.i0) ||
            parts_.analysis.isWalking() || parts_.calibration.isRunning() ||
-           parts_.diagnostics.isChecking() || parts_.panels.batchCtrl->watch().isWaiting();
+           parts_.diagnostics.isChecking() || parts_.registration.isRunning() ||
+           parts_.panels.batchCtrl->watch().isWaiting();
 }
 
 void Shell::showStop()
@@ -230,6 +250,7 @@ void Shell::stopAll()
     parts_.analysis.stop2DAnalysis();
     parts_.calibration.stop();
     parts_.diagnostics.stop();
+    parts_.registration.stop();
     stopShown_.start();
 }
 

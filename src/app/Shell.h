@@ -18,6 +18,7 @@ class NoticeBar;
 class ProgressSum;
 class QMainWindow;
 class QPushButton;
+class RegistrationConductor;
 class SaveConductor;
 class StackConductor;
 struct Measurement;
@@ -40,6 +41,7 @@ public:
         CalibConductor& calibration;
         AnalysisConductor& analysis;
         DiagnosticsConductor& diagnostics;
+        RegistrationConductor& registration;
         SaveConductor& saving;
         BatchConductor& batch;
     };
@@ -66,6 +68,7 @@ private:
     void tellLoaded();
     void tellAnalysis(bool whole);
     void tellCalibration(bool running);
+    void tellRegistration(bool whole);
     void showStop();
     bool isBusy() const;
     void nameReferenceDialogs();

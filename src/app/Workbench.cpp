@@ -16,6 +16,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/SpectrumBox.h"
 
@@ -49,6 +50,7 @@ const auto spectrumView = QStringLiteral("SpectrumViewDock");
 const auto fitView = QStringLiteral("FitViewDock");
 const auto bgView = QStringLiteral("BGViewDock");
 const auto diagnosticsDock = QStringLiteral("DiagnosticsDock");
+const auto registrationDock = QStringLiteral("RegistrationDock");
 const auto batchDock = QStringLiteral("BatchDock");
 const auto messagesDock = QStringLiteral("MessagesDock");
 const auto historyDock = QStringLiteral("HistoryDock");
@@ -131,6 +133,7 @@ Workbench::Workbench(QMainWindow& window, Panels& panels, QWidget& central)
     makeDock(fitView, tr("Analyzing Spectrum"), panels_.analyzer->view(), true);
     makeDock(bgView, tr("BG Specturm"), panels_.bgView.get(), false);
     makeDock(diagnosticsDock, tr("Diagnostics"), panels_.analyzer2.get(), false);
+    makeDock(registrationDock, tr("Registration"), panels_.imgProc.get(), false);
     makeDock(batchDock, tr("Batch"), panels_.batchCtrl.get(), false);
     makeDock(messagesDock, tr("Messages"), panels_.messages.get(), false);
     makeDock(historyDock, tr("History"), panels_.history.get(), false);
@@ -201,13 +204,14 @@ void Workbench::placeDocks()
             window_.tabifyDockWidget(stepDocks_.front(), dock);
         dock->show();
     }
-    for (const QString& name : {spectrumView, fitView, bgView, diagnosticsDock}) {
+    for (const QString& name : {spectrumView, fitView, bgView, registrationDock, diagnosticsDock}) {
         dock(name)->setFloating(false);
         window_.addDockWidget(Qt::RightDockWidgetArea, dock(name), Qt::Vertical);
         dock(name)->setVisible(name == spectrumView || name == fitView);
     }
     window_.tabifyDockWidget(dock(spectrumView), dock(bgView));
     window_.tabifyDockWidget(dock(bgView), dock(diagnosticsDock));
+    window_.tabifyDockWidget(dock(spectrumView), dock(registrationDock));
     for (const QString& name : {batchDock, messagesDock, historyDock}) {
         dock(name)->setFloating(false);
         window_.addDockWidget(Qt::BottomDockWidgetArea, dock(name));
@@ -347,6 +351,7 @@ void Workbench::focusNextRegion()
                               dock(spectrumView),
                               dock(fitView),
                               dock(diagnosticsDock),
+                              dock(registrationDock),
                               dock(batchDock),
                               dock(messagesDock),
                               dock(historyDock)};

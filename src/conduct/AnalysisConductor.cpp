@@ -263,7 +263,8 @@ WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource
         WalkJob job{kernel.forWorker(), walk_.sections.at(i)->sink(walk_.spectra, parts_.book)};
         if (i == 0) {
             Analyzed2DRes* const map = mapsOutcomes() ? &parts_.book.at(outcomesKey) : nullptr;
-            job.sink = std::make_unique<OutcomeSink>(std::move(job.sink), walk_.outcomes, map);
+            job.sink = std::make_unique<OutcomeSink>(std::move(job.sink), source->commonArea(),
+                                                     walk_.outcomes, map);
         }
         order.jobs.push_back(std::move(job));
     }

@@ -15,6 +15,8 @@
 #include <QDebug>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -324,6 +326,30 @@ void StackConductor::applyEnergies(ImageStack& stack)
     stack.setEnergies(loading.row->applyEnergies());
     tellEnergyDoubts(loading);
     Q_EMIT energiesApplied(&stack);
+}
+
+bool StackConductor::setShifts(ImageStack& stack, const QVector<QPoint>& shifts)
+{
+    for (int i = 0; i < std::min(stack.images.size(), shifts.size()); ++i) {
+        const TiffData& image = *stack.images.at(i);
+        const QPoint shift = shifts.at(i);
+        if (std::abs(qint64(shift.x())) < image.width && std::abs(qint64(shift.y())) < image.height)
+            continue;
+        fault(QStringLiteral("Image %1 of %2 not moved by %3, %4: it has %5 x %6 pixels")
+                  .arg(i)
+                  .arg(stack.name)
+                  .arg(shift.x())
+                  .arg(shift.y())
+                  .arg(image.width)
+                  .arg(image.height));
+        return false;
+    }
+    if (shifts == stack.shifts())
+        return true;
+    Q_EMIT aboutToChange(&stack, QStringLiteral("%1 images are moved").arg(stack.name));
+    stack.setShifts(shifts);
+    Q_EMIT moved(&stack);
+    return true;
 }
 
 /// Tells what is wrong with the stack's energies: a line each, and the marks of its row.

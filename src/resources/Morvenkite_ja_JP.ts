@@ -497,10 +497,6 @@
 <context>
     <name>Body</name>
     <message>
-        <source>Registration is not available in this version</source>
-        <translation>位置合わせはこの版では使えません</translation>
-    </message>
-    <message>
         <source>Maps Not Saved</source>
         <translation>マップ未保存</translation>
     </message>
@@ -2251,6 +2247,205 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     </message>
 </context>
 <context>
+    <name>ImgProc</name>
+    <message>
+        <source>Registration</source>
+        <translation>位置合わせ</translation>
+    </message>
+    <message>
+        <source>Values of the picture; drag an end to change its colours</source>
+        <translation>画像の値。端をドラッグすると色が変わる</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Shows the image, or its edges</source>
+        <translation>画像、またはその輪郭を表示する</translation>
+    </message>
+    <message>
+        <source>Binary</source>
+        <translation>2 値</translation>
+    </message>
+    <message>
+        <source>Shows the binary image: where the image is above the threshold</source>
+        <translation>2 値画像を表示する: しきい値を超える画素</translation>
+    </message>
+    <message>
+        <source>Comp.</source>
+        <translation>比較</translation>
+    </message>
+    <message>
+        <source>Shows the binary image, moved, against the reference</source>
+        <translation>動かした 2 値画像を基準と重ねて表示する</translation>
+    </message>
+    <message>
+        <source>Th.</source>
+        <translation>しきい値</translation>
+    </message>
+    <message>
+        <source>Threshold of the binary image: pixels above it are set [counts]</source>
+        <translation>2 値画像のしきい値: これを超える画素が立つ [カウント]</translation>
+    </message>
+    <message>
+        <source>Threshold as a fraction of the range from Min to Max [1/1000]; it holds for each image</source>
+        <translation>最小から最大までの範囲に対するしきい値の位置 [1/1000]。どの画像にも使われる</translation>
+    </message>
+    <message>
+        <source>Min</source>
+        <translation>最小</translation>
+    </message>
+    <message>
+        <source>Lower end of the range of the threshold [counts]</source>
+        <translation>しきい値の範囲の下端 [カウント]</translation>
+    </message>
+    <message>
+        <source>Max</source>
+        <translation>最大</translation>
+    </message>
+    <message>
+        <source>Upper end of the range of the threshold [counts]</source>
+        <translation>しきい値の範囲の上端 [カウント]</translation>
+    </message>
+    <message>
+        <source>Edge Detect</source>
+        <translation>輪郭検出</translation>
+    </message>
+    <message>
+        <source>Works on the edges of the image rather than its counts</source>
+        <translation>カウントではなく画像の輪郭を使う</translation>
+    </message>
+    <message>
+        <source>Set Ref.</source>
+        <translation>基準にする</translation>
+    </message>
+    <message>
+        <source>Takes the binary image on show as the reference</source>
+        <translation>表示中の 2 値画像を基準にする</translation>
+    </message>
+    <message>
+        <source>Shift X:</source>
+        <translation>移動 X:</translation>
+    </message>
+    <message>
+        <source>Shift to the right [pixels]</source>
+        <translation>右への移動量 [画素]</translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation>Y:</translation>
+    </message>
+    <message>
+        <source>Shift downward [pixels]</source>
+        <translation>下への移動量 [画素]</translation>
+    </message>
+    <message>
+        <source>One pixel to the left</source>
+        <translation>左へ 1 画素</translation>
+    </message>
+    <message>
+        <source>One pixel to the right</source>
+        <translation>右へ 1 画素</translation>
+    </message>
+    <message>
+        <source>One pixel up</source>
+        <translation>上へ 1 画素</translation>
+    </message>
+    <message>
+        <source>One pixel down</source>
+        <translation>下へ 1 画素</translation>
+    </message>
+    <message>
+        <source>S.P.</source>
+        <translation>内積</translation>
+    </message>
+    <message>
+        <source>Normalised scalar product of the moved image and the reference; 1 when they are the same</source>
+        <translation>動かした画像と基準の規格化した内積。同じなら 1</translation>
+    </message>
+    <message>
+        <source>Auto Shift</source>
+        <translation>自動探索</translation>
+    </message>
+    <message>
+        <source>Climbs from the shift in the fields to the greatest product near it</source>
+        <translation>欄の移動量から、近くで内積が最大になる移動量を探す</translation>
+    </message>
+    <message>
+        <source>Set Shift</source>
+        <translation>移動を設定</translation>
+    </message>
+    <message>
+        <source>Moves the image on show by the shift in the fields</source>
+        <translation>表示中の画像を欄の移動量だけ動かす</translation>
+    </message>
+    <message>
+        <source>A. A. Shift</source>
+        <translation>毎回自動探索</translation>
+    </message>
+    <message>
+        <source>Searches the shift of each image that is compared</source>
+        <translation>比較する画像ごとに移動量を探す</translation>
+    </message>
+    <message>
+        <source>A. Set Shift</source>
+        <translation>自動設定</translation>
+    </message>
+    <message>
+        <source>Moves the image at once when its shift was searched</source>
+        <translation>移動量が見つかったら、すぐに画像を動かす</translation>
+    </message>
+    <message>
+        <source>Auto All</source>
+        <translation>全画像を自動</translation>
+    </message>
+    <message>
+        <source>Searches the shifts of all images of the stack on show, and moves them</source>
+        <translation>表示中のスタックのすべての画像の移動量を探し、動かす</translation>
+    </message>
+    <message>
+        <source>What the images of the stack are compared with</source>
+        <translation>スタックの画像を何と比べるか</translation>
+    </message>
+    <message>
+        <source>Against the reference</source>
+        <translation>基準と比べる</translation>
+    </message>
+    <message>
+        <source>Each against the one before</source>
+        <translation>1 つ前の画像と比べる</translation>
+    </message>
+    <message>
+        <source>Clear All Shifts</source>
+        <translation>移動をすべて解除</translation>
+    </message>
+    <message>
+        <source>Moves all images of both stacks back</source>
+        <translation>両スタックのすべての画像を元の位置に戻す</translation>
+    </message>
+    <message>
+        <source>No image to register: load images in step 1</source>
+        <translation>位置合わせする画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>No reference yet</source>
+        <translation>基準はまだない</translation>
+    </message>
+    <message>
+        <source>Red: the image; green: the reference; yellow: both; grey-blue: outside</source>
+        <translation>赤: 画像、緑: 基準、黄: 両方、青灰: 画像の外</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stops the search; no image is moved then</source>
+        <translation>探索を止める。画像は動かない</translation>
+    </message>
+</context>
+<context>
     <name>LCFReference</name>
     <message>
         <source>LCF Reference</source>
@@ -2917,6 +3112,10 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>undefined</source>
         <translation>未定義</translation>
     </message>
+    <message>
+        <source>reaches out of a moved image</source>
+        <translation>動かした画像の外に出る</translation>
+    </message>
 </context>
 <context>
     <name>PairDoubt</name>
@@ -3001,6 +3200,25 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>Share of the values that the scale spans</source>
         <translation>スケールが含む値の割合</translation>
+    </message>
+</context>
+<context>
+    <name>RegistrationConductor</name>
+    <message>
+        <source>This image is moved by %1; %2 of %3 images are moved</source>
+        <translation>この画像の移動は %1。%3 枚のうち %2 枚を移動済み</translation>
+    </message>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>No reference: press Set Ref. on one of the images</source>
+        <translation>基準がない: どれかの画像で「基準にする」を押す</translation>
+    </message>
+    <message>
+        <source>Image %1 of %2</source>
+        <translation>%2 の画像 %1</translation>
     </message>
 </context>
 <context>
@@ -3717,8 +3935,16 @@ to %2</source>
         <translation>マップができました</translation>
     </message>
     <message>
-        <source>Stops loading, analysis, calibration, dark check and batch</source>
-        <translation>読み込み、解析、較正、暗画素チェック、バッチを停止</translation>
+        <source>Stops all that runs: loading, analyses, calibration, batch</source>
+        <translation>実行中のものをすべて停止: 読み込み、解析、較正、バッチ</translation>
+    </message>
+    <message>
+        <source>The images of the stack are moved to where they agree</source>
+        <translation>スタックの画像を一致する位置に動かしました</translation>
+    </message>
+    <message>
+        <source>The registration was stopped: no image is moved</source>
+        <translation>位置合わせは停止されました: 画像は動いていません</translation>
     </message>
 </context>
 <context>
@@ -4358,6 +4584,10 @@ to %2</source>
         <source>Fixed Scale of the analysis is on: it gives the scale</source>
         <translation>解析の「スケール固定」がオンなので、そのスケールを使います</translation>
     </message>
+    <message>
+        <source> - moved by %1, %2</source>
+        <translation> - 移動 %1, %2</translation>
+    </message>
 </context>
 <context>
     <name>WelcomePage</name>
@@ -4463,6 +4693,10 @@ to %2</source>
     <message>
         <source>Diagnostics</source>
         <translation>診断</translation>
+    </message>
+    <message>
+        <source>Registration</source>
+        <translation>位置合わせ</translation>
     </message>
 </context>
 <context>

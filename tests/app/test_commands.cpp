@@ -73,6 +73,11 @@ const char* const deeds[] = {"not ex cmd",
                              "update_i1_dark_area",
                              "update_i0_dark_area",
                              "explain_position",
+                             "registration_set_reference",
+                             "registration_auto_shift",
+                             "registration_set_shift",
+                             "registration_clear_shifts",
+                             "registration_auto_all",
                              "screenshot"};
 
 /// Of commands whose control is told by another one: what is told behind the example.
