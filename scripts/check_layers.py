@@ -17,7 +17,7 @@ FOLDERS = ["common", "spectrum", "image", "maps", "walk", "display", "batch", "s
 # The classes of conduct/, in the order of dependence: each calls only those above it.
 CONDUCTORS = ["SourceReader", "StackConductor", "DarkConductor", "ViewConductor",
               "CursorConductor", "FolderConductor", "WalkConductor", "CalibConductor",
-              "AnalysisConductor", "ArithmeticConductor", "ExplainConductor", "SaveConductor", "ExportConductor", "RegistrationConductor", "BatchConductor"]
+              "AnalysisConductor", "ArithmeticConductor", "DiagnosticsConductor", "ExplainConductor", "SaveConductor", "ExportConductor", "RegistrationConductor", "BatchConductor"]
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
 TARGET_SOURCES = re.compile(r"(?:target_sources|morvenkite_lane_sources)\s*\(\s*(\w+)\s+([^)]*)\)")

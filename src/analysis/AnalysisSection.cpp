@@ -10,10 +10,10 @@ SpectraInfo positionsOf(const WalkSource& source)
 }
 
 AnalysisSection::AnalysisSection(AnalysisWalk walk, const QString& boxName, const QString& boxText,
-                                 QWidget* parent)
-    : Fold(boxName, boxText, parent)
+                                 QWidget* parent, Head head)
+    : Fold(boxName, boxText, parent, head)
     , walk_(walk)
     , numbers_(new NumberFields(this))
 {
-    connect(chooser(), &QCheckBox::toggled, this, &AnalysisSection::changed);
+    connect(chooser(), &QAbstractButton::toggled, this, &AnalysisSection::changed);
 }

@@ -19,9 +19,10 @@ enum class AnalysisWalk
 {
     Fits, ///< fits and edge positions
     Residual,
-    Elements
+    Elements,
+    SumUp ///< sums of images, which need no spectra
 };
-constexpr int analysisWalks = 3;
+constexpr int analysisWalks = 4;
 
 /// What is known of the spectra that an analysis is to be made of.
 struct SpectraInfo
@@ -57,9 +58,11 @@ class AnalysisSection : public Fold
     Q_OBJECT
 public:
     AnalysisSection(AnalysisWalk walk, const QString& boxName, const QString& boxText,
-                    QWidget* parent = nullptr);
+                    QWidget* parent = nullptr, Head head = Box);
 
     AnalysisWalk walk() const { return walk_; }
+    /// Takes part when its walk is started.
+    virtual bool joinsWalk() const { return isChosen(); }
     /// In the log and in the origin of its maps: "LCF".
     virtual QString analysisName() const = 0;
 

@@ -6,6 +6,7 @@
 #include "analysis/lcf/LCFReference.h"
 #include "analysis/lcf/LcfSection.h"
 #include "analysis/residual/ResidualSection.h"
+#include "analysis/sumup/SumUpSection.h"
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/FieldText.h"
@@ -59,6 +60,7 @@ Analyzer::Analyzer(MapBook& book, QWidget* parent)
     dEdge_ = new DEdgeSection(this);
     residual_ = new ResidualSection(this);
     elements_ = new ElementsSection(book, this);
+    sumUp_ = new SumUpSection(this);
     arithmetic_ = new ArithmeticSection(this);
     placeSections();
     for (AnalysisSection* section : qAsConst(sections_))
@@ -80,7 +82,7 @@ Analyzer::~Analyzer() = default;
 /// Sections of the same walk stand above its line.
 void Analyzer::placeSections()
 {
-    sections_ = {lcf_, dEdge_, residual_, elements_};
+    sections_ = {lcf_, dEdge_, residual_, elements_, sumUp_};
     for (AnalysisSection* section : qAsConst(sections_)) {
         const bool isFit = section->walk() == AnalysisWalk::Fits;
         (isFit ? ui_->FitSections : ui_->OtherSections)->addWidget(section);
@@ -158,7 +160,7 @@ QVector<AnalysisSection*> Analyzer::chosenOf(AnalysisWalk walk) const
 {
     QVector<AnalysisSection*> found = sectionsOf(walk);
     found.erase(std::remove_if(found.begin(), found.end(),
-                               [](const AnalysisSection* s) { return !s->isChosen(); }),
+                               [](const AnalysisSection* s) { return !s->joinsWalk(); }),
                 found.end());
     return found;
 }
@@ -179,8 +181,9 @@ bool Analyzer::displaysOnTime(AnalysisWalk walk) const
         return ui_->DispOnTime->isChecked();
     case AnalysisWalk::Elements:
         return elements_->displaysOnTime();
-    case AnalysisWalk::Residual:
-        break; // its third map is made at the end
+    case AnalysisWalk::Residual: // its third map is made at the end
+    case AnalysisWalk::SumUp:
+        break;
     }
     return false;
 }
@@ -246,27 +249,28 @@ void Analyzer::setMode(int m)
         fault(QStringLiteral("No analysis has the number %1").arg(m));
         return;
     }
-    if (folds[m] == nullptr)
-        fault(QStringLiteral("Analysis not available in this version: %1").arg(m));
-    for (Fold* fold : folds) {
-        if (fold != nullptr)
-            fold->chooser()->setChecked(fold == folds[m]);
-    }
+    // The button of the sum stays checked until another map is chosen.
+    for (Fold* fold : folds)
+        fold->chooser()->setChecked(fold == folds[m]);
 }
 
 /// Fits of the map, residual absorption, elements, sum of images, map arithmetic, edge position.
 QVector<Fold*> Analyzer::foldsByNumber() const
 {
-    return {lcf_, residual_, elements_, nullptr, arithmetic_, dEdge_};
+    return {lcf_, residual_, elements_, sumUp_, arithmetic_, dEdge_};
 }
 
 void Analyzer::useAnalysis(int number, bool f)
 {
     Fold* const fold = foldsByNumber().value(number, nullptr);
-    if (fold != nullptr)
-        fold->chooser()->setChecked(f);
-    else
+    if (fold == nullptr) {
         fault(QStringLiteral("No analysis has the number %1").arg(number));
+        return;
+    }
+    // That of the sum is one of the buttons of maps, of which none may be checked.
+    refGroup_->setExclusive(f);
+    fold->chooser()->setChecked(f);
+    refGroup_->setExclusive(true);
 }
 
 void Analyzer::setMapsInterrupted(AnalysisWalk walk, bool f)

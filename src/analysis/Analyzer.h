@@ -15,6 +15,7 @@ class LcfSection;
 class NumberFields;
 class QButtonGroup;
 class ResidualSection;
+class SumUpSection;
 class Ui_Analyzer;
 class XafsView;
 
@@ -159,6 +160,7 @@ private:
     DEdgeSection* dEdge_;
     ResidualSection* residual_;
     ElementsSection* elements_;
+    SumUpSection* sumUp_;
     ArithmeticSection* arithmetic_;
     QVector<AnalysisSection*> sections_; ///< children
     QButtonGroup* refGroup_; ///< choice of the shown map: rows by number, fixed ones apart

@@ -39,12 +39,13 @@ void Analyzer::bindChoiceOfAnalyses(CommandBook& book)
                 [this](const CmdLine& c) { useAnalysis(intArg(c, 0), onArg(c, 1)); });
     const QVector<Fold*> folds = foldsByNumber();
     for (int number = 0; number < folds.size(); ++number) {
-        if (const Fold* const fold = folds.at(number)) {
-            book.history().follow([fold, number] {
-                const QString on = fold->isChosen() ? QStringLiteral("1") : QStringLiteral("0");
-                return QStringList(batchLine(ExCmdAnalyzerUse, {QString::number(number), on}));
-            });
-        }
+        const Fold* const fold = folds.at(number);
+        if (refGroup_->buttons().contains(fold->chooser()))
+            continue; // followed as the choice of a map
+        book.history().follow([fold, number] {
+            const QString on = fold->isChosen() ? QStringLiteral("1") : QStringLiteral("0");
+            return QStringList(batchLine(ExCmdAnalyzerUse, {QString::number(number), on}));
+        });
     }
 }
 

@@ -1,6 +1,7 @@
 #include "app/Body.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "analysis/lcf/LcfSection.h"
 #include "app/CoverPages.h"
 #include "app/MenuBar.h"
@@ -23,8 +24,10 @@
 #include "conduct/CalibConductor.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/DarkConductor.h"
+#include "conduct/DiagnosticsConductor.h"
 #include "conduct/ExplainConductor.h"
 #include "conduct/FolderConductor.h"
+#include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StackConductor.h"
@@ -39,6 +42,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/RowCommands.h"
 #include "selection/SelectDataFiles.h"
@@ -83,9 +87,8 @@ Body::Body(QWidget* parent)
     wireBatch();
     makeShell();
     wireSteps();
-    bindCommands(batch_->book());
-    disableMissingWindows();
     loadDefaultErrPoints();
+    bindCommands(batch_->book());
     batch_->startConfigBatch();
 }
 
@@ -127,11 +130,15 @@ void Body::makeWorkConductors()
     arithmetic_ = std::make_unique<ArithmeticConductor>(
         ArithmeticConductor::Parts{book_, *reader_, p.analyzer->arithmetic()}, *view_,
         *calibration_);
+    diagnostics_ = std::make_unique<DiagnosticsConductor>(
+        DiagnosticsConductor::Parts{data_, *p.analyzer2, WalkThreads}, *stacks_, *dark_);
     explaining_ =
         std::make_unique<ExplainConductor>(book_, *reader_, *p.imageBox, *stacks_, *view_);
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
         *view_, *this);
+    registration_ = std::make_unique<RegistrationConductor>(
+        RegistrationConductor::Parts{data_, *p.imageBox, *p.imgProc}, *stacks_, *view_, *walks_);
     batch_ = std::make_unique<BatchConductor>(*p.batchCtrl);
     connect(analysis_.get(), &AnalysisConductor::resultsWanted, view_.get(),
             &ViewConductor::showResults);
@@ -144,6 +151,8 @@ void Body::wireBatch()
     connect(stacks_.get(), &StackConductor::progressed, watch, &RunWatch::progressed);
     connect(analysis_.get(), &AnalysisConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::progressed, watch, &RunWatch::progressed);
+    connect(registration_.get(), &RegistrationConductor::progressed, watch, &RunWatch::progressed);
+    connect(diagnostics_.get(), &DiagnosticsConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::runningChanged, batch_.get(),
             &BatchConductor::setBusy);
     connect(batch_.get(), &BatchConductor::runThrough, calibration_.get(),
@@ -153,7 +162,8 @@ void Body::wireBatch()
 void Body::makeShell()
 {
     shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
-                                                  *calibration_, *analysis_, *saving_, *batch_});
+                                                  *calibration_, *analysis_, *diagnostics_,
+                                                  *registration_, *saving_, *batch_});
     sessions_ = new Sessions(batch_->book().history(), *panels_->batchCtrl, *this);
     menus_ = std::make_unique<MenuBar>(
         MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_, *sessions_});
@@ -195,7 +205,9 @@ void Body::bindCommands(CommandBook& book)
     panels_->spectrumBox->bindCommands(book);
     panels_->calibCtrl->bindCommands(book);
     panels_->analyzer->bindCommands(book);
+    panels_->analyzer2->bindCommands(book);
     panels_->saveDataCfg->bindCommands(book);
+    panels_->imgProc->bindCommands(book);
     stacks_->bindCommands(book);
     dark_->bindCommands(book);
     view_->bindCommands(book);
@@ -203,24 +215,14 @@ void Body::bindCommands(CommandBook& book)
     calibration_->bindCommands(book);
     analysis_->bindCommands(book);
     arithmetic_->bindCommands(book);
+    diagnostics_->bindCommands(book);
     explaining_->bindCommands(book);
     saving_->bindCommands(book);
+    registration_->bindCommands(book);
     shell_->bindCommands(book);
     panels_->history->follow(book.history());
     connect(panels_->history.get(), &HistoryPanel::runAsked, panels_->batchCtrl.get(),
             &BatchCtrl::runText);
-}
-
-/// Buttons of windows that this version does not have yet.
-void Body::disableMissingWindows()
-{
-    const StepBar& bar = workbench_->bar();
-    QPushButton* const registration = bar.opener(QStringLiteral("ShowImgProc"));
-    registration->setEnabled(false);
-    registration->setToolTip(tr("Registration is not available in this version"));
-    QPushButton* const diagnostics = bar.opener(QStringLiteral("ShowAnalyzer2"));
-    diagnostics->setEnabled(false);
-    diagnostics->setVisible(ShowAnalyzer2Button);
 }
 
 /// The row of the stack whose energies are in doubt.
@@ -260,6 +262,7 @@ void Body::loadDefaultErrPoints()
     CmdLine key;
     key.word = QStringLiteral("ErrPoints");
     batch_->recordFaults(key, DarkConductor::loadDefaultErrPoints(failurePlace(key)));
+    diagnostics_->showErrPMask();
 }
 
 BatchCtrl* Body::batchCtrl() const
@@ -340,5 +343,7 @@ void Body::closeEvent(QCloseEvent* event)
     stacks_->requestStop();
     analysis_->stop2DAnalysis();
     calibration_->stop();
+    registration_->stop();
+    diagnostics_->stop();
     event->accept();
 }

@@ -18,9 +18,11 @@ class CommandBook;
 class CoverPages;
 class CursorConductor;
 class DarkConductor;
+class DiagnosticsConductor;
 class ExplainConductor;
 class FolderConductor;
 class MenuBar;
+class RegistrationConductor;
 class SaveConductor;
 class SelectDataFiles;
 class Sessions;
@@ -65,6 +67,8 @@ public:
     WalkConductor& walks() { return *walks_; }
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
+    DiagnosticsConductor& diagnostics() { return *diagnostics_; }
+    RegistrationConductor& registration() { return *registration_; }
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
     Workbench& workbench() { return *workbench_; }
@@ -80,7 +84,6 @@ private:
     void wireSteps();
     void wireBatch();
     void bindCommands(CommandBook& book);
-    void disableMissingWindows();
     void loadDefaultErrPoints();
     void mend(Mend mend);
     SelectDataFiles& rowInDoubt() const;
@@ -104,8 +107,10 @@ private:
     std::unique_ptr<CalibConductor> calibration_;
     std::unique_ptr<AnalysisConductor> analysis_;
     std::unique_ptr<ArithmeticConductor> arithmetic_;
+    std::unique_ptr<DiagnosticsConductor> diagnostics_;
     std::unique_ptr<ExplainConductor> explaining_;
     std::unique_ptr<SaveConductor> saving_;
+    std::unique_ptr<RegistrationConductor> registration_;
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;
     std::unique_ptr<MenuBar> menus_;

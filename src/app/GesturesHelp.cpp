@@ -19,6 +19,7 @@ constexpr const char* image = QT_TRANSLATE_NOOP("GesturesHelp", "Image");
 constexpr const char* colorBar = QT_TRANSLATE_NOOP("GesturesHelp", "Colour bar");
 constexpr const char* spectrum = QT_TRANSLATE_NOOP("GesturesHelp", "Spectrum");
 constexpr const char* rows = QT_TRANSLATE_NOOP("GesturesHelp", "Data rows");
+constexpr const char* batchText = QT_TRANSLATE_NOOP("GesturesHelp", "Batch text");
 constexpr const char* anywhere = QT_TRANSLATE_NOOP("GesturesHelp", "Anywhere");
 constexpr const char* keys = QT_TRANSLATE_NOOP("GesturesHelp", "Main window");
 constexpr const char* drag = QT_TRANSLATE_NOOP("GesturesHelp", "Drag");
@@ -54,6 +55,12 @@ const Gesture gestures[] = {
      QT_TRANSLATE_NOOP("GesturesHelp", "Load them as if they were selected there")},
     {anywhere, QT_TRANSLATE_NOOP("GesturesHelp", "Drop a folder"),
      QT_TRANSLATE_NOOP("GesturesHelp", "Ask what of it is to be loaded")},
+    {batchText, QT_TRANSLATE_NOOP("GesturesHelp", "Ctrl+Space"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Offer commands or files")},
+    {batchText, QT_TRANSLATE_NOOP("GesturesHelp", "Ctrl+F"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Find a text")},
+    {batchText, QT_TRANSLATE_NOOP("GesturesHelp", "F3 or Shift+F3"),
+     QT_TRANSLATE_NOOP("GesturesHelp", "Find the next one, or the one before")},
 };
 
 void addRow(QTableWidget& table, const QStringList& cells)

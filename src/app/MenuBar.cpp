@@ -1,6 +1,7 @@
 #include "app/MenuBar.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "app/ButtonAction.h"
 #include "app/GesturesHelp.h"
 #include "app/Messages.h"
@@ -216,10 +217,10 @@ void MenuBar::openStep(Step step)
 void MenuBar::connectOpeners()
 {
     const Panels& p = parts_.panels;
-    const std::pair<const char*, QWidget*> openers[] = {{"ShowXafsView", p.xafsView.get()},
-                                                        {"BatchCtrlB", p.batchCtrl.get()},
-                                                        {"ShowBG", p.bgView.get()},
-                                                        {"SaveDataConfig", p.saveDataCfg.get()}};
+    const std::pair<const char*, QWidget*> openers[] = {
+        {"ShowXafsView", p.xafsView.get()},   {"BatchCtrlB", p.batchCtrl.get()},
+        {"ShowBG", p.bgView.get()},           {"ShowImgProc", p.imgProc.get()},
+        {"ShowAnalyzer2", p.analyzer2.get()}, {"SaveDataConfig", p.saveDataCfg.get()}};
     for (const auto& [button, panel] : openers)
         connect(buttonIn(parts_.window, button), &QPushButton::clicked, panel,
                 [opened = panel] { raisePanel(opened); });

@@ -1,6 +1,7 @@
 #include "app/Panels.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "app/Messages.h"
 #include "batch/BatchCtrl.h"
 #include "batch/HistoryPanel.h"
@@ -9,6 +10,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/SpectrumBox.h"
 
@@ -37,10 +39,12 @@ Panels::Panels(MapBook& book)
     , spectrumBox(named<SpectrumBox>(QStringLiteral("SpectrumGroup")))
     , calibCtrl(std::make_unique<CalibCtrl>())
     , analyzer(std::make_unique<Analyzer>(book))
+    , analyzer2(std::make_unique<Analyzer2>())
     , saveBox(named<SaveBox>(QStringLiteral("SaveGroup")))
     , saveDataCfg(std::make_unique<SaveDataCfg>())
     , xafsView(newSpectrumView(QStringLiteral("XafsView"), tr("Spectrum at the position")))
     , bgView(newSpectrumView(QStringLiteral("BGView"), tr("BG Specturm")))
+    , imgProc(std::make_unique<ImgProc>())
     , batchCtrl(std::make_unique<BatchCtrl>())
     , messages(std::make_unique<Messages>())
     , history(std::make_unique<HistoryPanel>())
@@ -52,6 +56,7 @@ Panels::~Panels() = default;
 
 QVector<QWidget*> Panels::all() const
 {
-    return {batchCtrl.get(), analyzer.get(),    analyzer->view(), xafsView.get(), bgView.get(),
-            calibCtrl.get(), saveDataCfg.get(), messages.get(),   history.get()};
+    return {batchCtrl.get(), analyzer.get(),  analyzer->view(),  xafsView.get(),
+            bgView.get(),    calibCtrl.get(), saveDataCfg.get(), imgProc.get(),
+            messages.get(),  history.get(),   analyzer2.get()};
 }

@@ -6,11 +6,13 @@
 #include <memory>
 
 class Analyzer;
+class Analyzer2;
 class BatchCtrl;
 class CalibCtrl;
 class DataBox;
 class HistoryPanel;
 class ImageBox;
+class ImgProc;
 class MapBook;
 class Messages;
 class QWidget;
@@ -36,10 +38,12 @@ public:
     const std::unique_ptr<SpectrumBox> spectrumBox;
     const std::unique_ptr<CalibCtrl> calibCtrl;
     const std::unique_ptr<Analyzer> analyzer; ///< owns its view, which has a dock of its own
+    const std::unique_ptr<Analyzer2> analyzer2;
     const std::unique_ptr<SaveBox> saveBox;
     const std::unique_ptr<SaveDataCfg> saveDataCfg;
     const std::unique_ptr<XafsView> xafsView; ///< the spectrum at the cursor
     const std::unique_ptr<XafsView> bgView;   ///< the background spectrum
+    const std::unique_ptr<ImgProc> imgProc;   ///< registration
     const std::unique_ptr<BatchCtrl> batchCtrl;
     const std::unique_ptr<Messages> messages;
     const std::unique_ptr<HistoryPanel> history;

@@ -19,7 +19,9 @@
 #include "conduct/AnalysisConductor.h"
 #include "conduct/BatchConductor.h"
 #include "conduct/CalibConductor.h"
+#include "conduct/DiagnosticsConductor.h"
 #include "conduct/FolderConductor.h"
+#include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
 #include "conduct/StackConductor.h"
 #include "display/FileDialogs.h"
@@ -42,7 +44,9 @@ enum Work
     LoadingI1,
     LoadingI0,
     Walking,
-    Calibrating
+    Calibrating,
+    CheckingDark,
+    Registering
 };
 
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
@@ -60,6 +64,7 @@ Shell::Shell(const Parts& parts)
     connectNotices();
     connectProgress();
     connectProgressOfWalks();
+    connectDarkCheck();
     nameReferenceDialogs();
     connect(parts_.panels.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
 }
@@ -85,7 +90,7 @@ void Shell::setupStatusBar()
     bar->addPermanentWidget(progress_);
     stop_ = new QPushButton(tr("Stop"));
     stop_->setObjectName(QStringLiteral("StopAll"));
-    stop_->setToolTip(tr("Stops loading, analysis, calibration and batch"));
+    stop_->setToolTip(tr("Stops all that runs: loading, analyses, calibration, batch"));
     stop_->hide();
     bar->addPermanentWidget(stop_);
     connect(stop_, &QPushButton::clicked, this, &Shell::stopAll);
@@ -108,6 +113,7 @@ void Shell::connectNotices()
             [this](const QString& text) { notice(text, Mark::LookHere); });
     connect(&parts_.analysis, &AnalysisConductor::ended, this, &Shell::tellAnalysis);
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, &Shell::tellCalibration);
+    connect(&parts_.registration, &RegistrationConductor::ended, this, &Shell::tellRegistration);
     connect(&parts_.saving, &SaveConductor::saved, this, [this](const QString& file) {
         notice(tr("Saved: %1").arg(QFileInfo(file).fileName()));
     });
@@ -153,6 +159,14 @@ void Shell::tellCalibration(bool running)
         notice(tr("The calibration was stopped"), Mark::LookHere);
 }
 
+void Shell::tellRegistration(bool whole)
+{
+    if (whole)
+        notice(tr("The images of the stack are moved to where they agree"));
+    else
+        notice(tr("The registration was stopped: no image is moved"), Mark::LookHere);
+}
+
 void Shell::connectProgress()
 {
     connect(&parts_.stacks, &StackConductor::progressed, progress_,
@@ -168,6 +182,14 @@ void Shell::connectProgress()
     connect(&parts_.batch, &BatchConductor::finishBatchExec, this, look);
     connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, look);
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, look);
+    connect(&parts_.registration, &RegistrationConductor::runningChanged, this, look);
+    connect(&parts_.registration, &RegistrationConductor::progressed, progress_,
+            [this](int done, int total) { progress_->setPart(Registering, done, total); });
+    connect(&parts_.registration, &RegistrationConductor::runningChanged, this,
+            [this](bool running) {
+                if (!running)
+                    progress_->setPart(Registering, 0, 0);
+            });
 }
 
 void Shell::connectProgressOfWalks()
@@ -190,10 +212,27 @@ void Shell::connectProgressOfWalks()
     });
 }
 
+void Shell::connectDarkCheck()
+{
+    const DiagnosticsConductor* const diagnostics = &parts_.diagnostics;
+    connect(diagnostics, &DiagnosticsConductor::progressed, this, [this](double perCent) {
+        progress_->setPart(CheckingDark, truncatedInt(finePercent * perCent), 100 * finePercent);
+    });
+    connect(diagnostics, &DiagnosticsConductor::runningChanged, this, [this](bool running) {
+        stopShown_.start();
+        if (running)
+            return;
+        progress_->setPart(CheckingDark, 0, 0);
+        if (!parts_.diagnostics.outcome().isEmpty())
+            notice(parts_.diagnostics.outcome());
+    });
+}
+
 bool Shell::isBusy() const
 {
     return parts_.stacks.isLoading(parts_.data.i1) || parts_.stacks.isLoading(parts_.data.i0) ||
            parts_.analysis.isWalking() || parts_.calibration.isRunning() ||
+           parts_.diagnostics.isChecking() || parts_.registration.isRunning() ||
            parts_.panels.batchCtrl->watch().isWaiting();
 }
 
@@ -210,6 +249,8 @@ void Shell::stopAll()
     parts_.stacks.stopLoads();
     parts_.analysis.stop2DAnalysis();
     parts_.calibration.stop();
+    parts_.diagnostics.stop();
+    parts_.registration.stop();
     stopShown_.start();
 }
 

@@ -1,6 +1,7 @@
 #include "app/StepBar.h"
 
 #include "app/StepButton.h"
+#include "common/Settings.h"
 #include "ui_StepBar.h"
 
 namespace {
@@ -33,6 +34,7 @@ StepBar::StepBar(QWidget* parent)
             Q_EMIT stepChosen(step);
         });
     }
+    ui_->ShowAnalyzer2->setVisible(ShowAnalyzer2Button);
     for (QPushButton* opener :
          {ui_->ShowXafsView, ui_->ShowImgProc, ui_->BatchCtrlB, ui_->ShowAnalyzer2}) {
         opener->setMinimumWidth(fontMetrics().horizontalAdvance(opener->text()) + openerAir);

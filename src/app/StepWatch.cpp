@@ -68,6 +68,7 @@ void StepWatch::connectData()
     connect(&parts_.stacks, &StackConductor::cleared, this, read);
     connect(&parts_.stacks, &StackConductor::loaded, this, read);
     connect(&parts_.stacks, &StackConductor::energiesApplied, this, read);
+    connect(&parts_.stacks, &StackConductor::moved, this, read);
     connect(&parts_.stacks, &StackConductor::progressed, this, &StepWatch::readLoad);
     connect(&parts_.dark, &DarkConductor::conditionsChanged, this, read);
     connect(&parts_.cursor, &CursorConductor::spectrumFormed, this, &StepWatch::readSpectrum);

@@ -1,6 +1,7 @@
 #include "app/Workbench.h"
 
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/Analyzer2.h"
 #include "app/Messages.h"
 #include "app/Panels.h"
 #include "app/StateStrip.h"
@@ -15,6 +16,7 @@
 #include "display/XafsView.h"
 #include "output/SaveBox.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/SpectrumBox.h"
 
@@ -47,6 +49,8 @@ const QString stepDockNames[stepCount] = {
 const auto spectrumView = QStringLiteral("SpectrumViewDock");
 const auto fitView = QStringLiteral("FitViewDock");
 const auto bgView = QStringLiteral("BGViewDock");
+const auto diagnosticsDock = QStringLiteral("DiagnosticsDock");
+const auto registrationDock = QStringLiteral("RegistrationDock");
 const auto batchDock = QStringLiteral("BatchDock");
 const auto messagesDock = QStringLiteral("MessagesDock");
 const auto historyDock = QStringLiteral("HistoryDock");
@@ -128,6 +132,8 @@ Workbench::Workbench(QMainWindow& window, Panels& panels, QWidget& central)
     makeDock(spectrumView, tr("Spectrum at the position"), panels_.xafsView.get(), true);
     makeDock(fitView, tr("Analyzing Spectrum"), panels_.analyzer->view(), true);
     makeDock(bgView, tr("BG Specturm"), panels_.bgView.get(), false);
+    makeDock(diagnosticsDock, tr("Diagnostics"), panels_.analyzer2.get(), false);
+    makeDock(registrationDock, tr("Registration"), panels_.imgProc.get(), false);
     makeDock(batchDock, tr("Batch"), panels_.batchCtrl.get(), false);
     makeDock(messagesDock, tr("Messages"), panels_.messages.get(), false);
     makeDock(historyDock, tr("History"), panels_.history.get(), false);
@@ -198,12 +204,14 @@ void Workbench::placeDocks()
             window_.tabifyDockWidget(stepDocks_.front(), dock);
         dock->show();
     }
-    for (const QString& name : {spectrumView, fitView, bgView}) {
+    for (const QString& name : {spectrumView, fitView, bgView, registrationDock, diagnosticsDock}) {
         dock(name)->setFloating(false);
         window_.addDockWidget(Qt::RightDockWidgetArea, dock(name), Qt::Vertical);
-        dock(name)->setVisible(name != bgView);
+        dock(name)->setVisible(name == spectrumView || name == fitView);
     }
     window_.tabifyDockWidget(dock(spectrumView), dock(bgView));
+    window_.tabifyDockWidget(dock(bgView), dock(diagnosticsDock));
+    window_.tabifyDockWidget(dock(spectrumView), dock(registrationDock));
     for (const QString& name : {batchDock, messagesDock, historyDock}) {
         dock(name)->setFloating(false);
         window_.addDockWidget(Qt::BottomDockWidgetArea, dock(name));
@@ -337,9 +345,16 @@ bool Workbench::restoreLayout(const QByteArray& layout)
 
 void Workbench::focusNextRegion()
 {
-    QVector<QWidget*> regions{
-        bar_,          stepDock(step_), window_.centralWidget(), dock(spectrumView),
-        dock(fitView), dock(batchDock), dock(messagesDock),      dock(historyDock)};
+    QVector<QWidget*> regions{bar_,
+                              stepDock(step_),
+                              window_.centralWidget(),
+                              dock(spectrumView),
+                              dock(fitView),
+                              dock(diagnosticsDock),
+                              dock(registrationDock),
+                              dock(batchDock),
+                              dock(messagesDock),
+                              dock(historyDock)};
     regions.erase(std::remove_if(regions.begin(), regions.end(),
                                  [](const QWidget* w) { return !w->isVisible(); }),
                   regions.end());

@@ -3,6 +3,7 @@
 #include "common/Fault.h"
 #include "common/TextItems.h"
 
+#include <QDebug>
 #include <QFile>
 #include <QFileInfo>
 #include <QRandomGenerator>
@@ -266,4 +267,9 @@ bool writeTextFile(const QString& fname, const std::function<void(QTextStream& o
         return QString();
     };
     return writeFile(fname, write, cantOpen);
+}
+
+void logWritten(const QString& fname)
+{
+    qDebug().noquote() << QStringLiteral("Written: ") + quoted(QFileInfo(fname).absoluteFilePath());
 }

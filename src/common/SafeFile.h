@@ -77,3 +77,7 @@ bool writeFile(const QString& fname, const QByteArray& bytes);
 /// The same of a text, in UTF-8.
 bool writeTextFile(const QString& fname, const std::function<void(QTextStream& out)>& contents,
                    const QString& cantOpen = QStringLiteral("Can't open"));
+
+/// Tells the log the whole path of a file that was written under a name of the program's own, into
+/// the folder that it runs in: nobody chose that place.
+void logWritten(const QString& fname);

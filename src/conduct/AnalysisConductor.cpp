@@ -7,6 +7,7 @@
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/Log.h"
+#include "common/SafeFile.h"
 #include "conduct/CursorConductor.h"
 #include "conduct/SourceReader.h"
 #include "conduct/StopReason.h"
@@ -17,6 +18,7 @@
 #include "maps/FaintPositions.h"
 #include "maps/MapBook.h"
 #include "maps/MapChoice.h"
+#include "output/PictureFile.h"
 #include "walk/OutcomeSink.h"
 
 #include <QCoreApplication>
@@ -33,12 +35,12 @@ constexpr MapKey outcomesKey{MapKind::Outcomes, 0};
 
 /// Walks in the log.
 constexpr const char* walkNames[analysisWalks] = {"2D analysis", "Residual absorption analysis",
-                                                  "Element analysis"};
+                                                  "Element analysis", "Sum of images"};
 
 EX_CMD_ID commandOf(AnalysisWalk walk)
 {
     constexpr EX_CMD_ID commands[analysisWalks] = {ExCmdAnalyzerExecLCF, ExCmdAnalyzerExecRa,
-                                                   ExCmdAnalyzerExecElems};
+                                                   ExCmdAnalyzerExecElems, ExCmdAnalyzerSumUp};
     return commands[int(walk)];
 }
 
@@ -130,6 +132,11 @@ void AnalysisConductor::startElems2DAnalysis()
     startOrStop(AnalysisWalk::Elements);
 }
 
+void AnalysisConductor::doSumUp()
+{
+    startOrStop(AnalysisWalk::SumUp);
+}
+
 void AnalysisConductor::startOrStop(AnalysisWalk walk)
 {
     if (walk_.running)
@@ -169,7 +176,7 @@ void AnalysisConductor::beginRun(AnalysisWalk walk, const AnalyzeCond& area, Com
     walk_.running = true;
     walk_.walk = walk;
     walk_.end = std::move(end);
-    const SharedSource source = parts_.reader.frozen();
+    const SharedSource source = sourceOf(walk);
     walk_.spectra = positionsOf(*source);
     for (const WhyNot& why : reasonsOf(walk, walk_.spectra))
         qDebug().noquote() << why.log;
@@ -256,7 +263,8 @@ WalkOrder AnalysisConductor::orderOf(const AnalyzeCond& area, const SharedSource
         WalkJob job{kernel.forWorker(), walk_.sections.at(i)->sink(walk_.spectra, parts_.book)};
         if (i == 0) {
             Analyzed2DRes* const map = mapsOutcomes() ? &parts_.book.at(outcomesKey) : nullptr;
-            job.sink = std::make_unique<OutcomeSink>(std::move(job.sink), walk_.outcomes, map);
+            job.sink = std::make_unique<OutcomeSink>(std::move(job.sink), source->commonArea(),
+                                                     walk_.outcomes, map);
         }
         order.jobs.push_back(std::move(job));
     }
@@ -318,10 +326,24 @@ void AnalysisConductor::endWalk()
     parts_.panel.setProgress(walk_.walk, 100.0);
     logStep(QStringLiteral("2da 3:"));
     qDebug().noquote() << nameOf(walk_.walk) + QLatin1Char(':') << walk_.outcomes.text();
+    const QStringList faults = saveSumUpPicture();
     chooseMap();
     Q_EMIT runningChanged(false);
     Q_EMIT ended(true);
-    end.done();
+    end.failed(faults);
+}
+
+/// A whole sum of images is kept as a picture, whatever is on show; why it could not be.
+QStringList AnalysisConductor::saveSumUpPicture() const
+{
+    if (walk_.walk != AnalysisWalk::SumUp)
+        return {};
+    const FaultCollector faults;
+    const auto file = QStringLiteral("sumUpImg.png");
+    const QImage* const picture = parts_.book.at({MapKind::SumUp}).img();
+    if (savePicture(picture ? *picture : QImage(), file))
+        logWritten(file);
+    return faults.faults();
 }
 
 /// The maps in front of a user take their colours from the sample.

@@ -82,6 +82,7 @@ public Q_SLOTS:
     void start2DAnalysis();
     void startRA2DAnalysis();
     void startElems2DAnalysis();
+    void doSumUp();
     void stop2DAnalysis();
     void generateResImages();
     /// Shows whyNotReady() and walkText() in the panel.
@@ -121,6 +122,7 @@ private:
     void startWalk(AnalysisWalk walk, CommandEnd end);
     void beginRun(AnalysisWalk walk, const AnalyzeCond& area, CommandEnd end);
     QString walkFault(AnalysisWalk walk, AnalyzeCond& area) const;
+    SharedSource sourceOf(AnalysisWalk walk) const;
     QVector<AnalysisSection*> readySections(AnalysisWalk walk, const SpectraInfo& spectra) const;
     QVector<WhyNot> reasonsOf(AnalysisWalk walk, const SpectraInfo& spectra) const;
     QVector<SectionConditions> conditionsOf(const QVector<AnalysisSection*>& sections,
@@ -140,6 +142,7 @@ private:
     void imagesChange(const QString& what);
     void stopWalk(const QString& why);
     CommandEnd leaveWalk(bool whole);
+    QStringList saveSumUpPicture() const;
     void chooseMap();
     void markFaint();
 

@@ -18,13 +18,19 @@ QString AnalysisConductor::walkFault(AnalysisWalk walk, AnalyzeCond& area) const
         return why;
     if (parts_.panel.chosenOf(walk).isEmpty())
         return QStringLiteral("no analysis selected");
-    const SpectraInfo spectra = positionsOf(parts_.reader.source());
+    const SpectraInfo spectra = positionsOf(*sourceOf(walk));
     if (!readySections(walk, spectra).isEmpty())
         return {};
     QStringList reasons;
     for (const WhyNot& reason : reasonsOf(walk, spectra))
         reasons.append(reason.log);
     return reasons.join(QStringLiteral("; "));
+}
+
+/// What a walk reads, frozen as it stands now.
+SharedSource AnalysisConductor::sourceOf(AnalysisWalk walk) const
+{
+    return walk == AnalysisWalk::SumUp ? parts_.reader.frozenForCounts() : parts_.reader.frozen();
 }
 
 QVector<AnalysisSection*> AnalysisConductor::readySections(AnalysisWalk walk,
@@ -80,9 +86,11 @@ AnalysisWalk AnalysisConductor::walkToStart() const
 {
     if (walk_.running || !walk_.keys.isEmpty())
         return walk_.walk;
-    for (int i = 0; i < analysisWalks; ++i) {
-        if (whyNotReady(AnalysisWalk(i)).isEmpty())
-            return AnalysisWalk(i);
+    // A sum of images, which can always start, is nothing to propose.
+    for (const AnalysisWalk walk :
+         {AnalysisWalk::Fits, AnalysisWalk::Residual, AnalysisWalk::Elements}) {
+        if (whyNotReady(walk).isEmpty())
+            return walk;
     }
     return AnalysisWalk::Fits;
 }
@@ -131,12 +139,12 @@ bool AnalysisConductor::conditionsDiffer() const
     // With no analysis of the walk chosen there would be none.
     if (walk_.keys.isEmpty() || parts_.panel.chosenOf(walk_.walk).isEmpty())
         return false;
-    const WalkSource source = parts_.reader.source();
     AnalyzeCond area;
     if (!parts_.reader.askAnalyzeCond(area))
         return true;
-    const SpectraInfo spectra = positionsOf(source);
-    return AnalysisConditions(source, area,
+    const SharedSource source = sourceOf(walk_.walk);
+    const SpectraInfo spectra = positionsOf(*source);
+    return AnalysisConditions(*source, area,
                               conditionsOf(readySections(walk_.walk, spectra), spectra)) !=
            walk_.conditions;
 }

@@ -93,6 +93,7 @@ void CursorConductor::connectConductors(StackConductor& stacks, DarkConductor& d
     connect(&dark, &DarkConductor::conditionsChanged, this, &CursorConductor::follow);
     connect(&stacks, &StackConductor::cleared, this, &CursorConductor::follow);
     connect(&stacks, &StackConductor::energiesApplied, this, &CursorConductor::follow);
+    connect(&stacks, &StackConductor::moved, this, &CursorConductor::follow);
     connect(&stacks, &StackConductor::quietLoadStarted, this, [this] { setStopRedraw(true); });
     connect(&stacks, &StackConductor::loaded, this, [this, &stacks](ImageStack* stack) {
         curX_ = 0;

@@ -37,6 +37,9 @@ DarkConductor::DarkConductor(Measurement& data, const SourceReader& reader, Data
             [this](ImageStack* stack) { fillDarkAverages(*stack); });
     connect(&stacks, &StackConductor::loaded, this,
             [this](ImageStack* stack) { refillDarkAverages(*stack); });
+    // The dark area stays where it is, and the pixels go.
+    connect(&stacks, &StackConductor::moved, this,
+            [this](ImageStack* stack) { refillDarkAverages(*stack); });
 }
 
 void DarkConductor::connectBox()
@@ -290,4 +293,9 @@ void DarkConductor::newTotalI0ofI0File(const QString& fname)
     // Kept and logged; no calculation reads it, on purpose.
     if (!loadTotalI0(data_.totalI0ofI0, fname))
         box_.clearTotalI0ofI0();
+}
+
+void DarkConductor::useErrPMaskToggled(bool f)
+{
+    defaultErrPoints().active = f;
 }

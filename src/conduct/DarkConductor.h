@@ -48,6 +48,9 @@ public Q_SLOTS:
     void selectedBG(const QString& fname);
     void newTotalI0ofI1File(const QString& fname);
     void newTotalI0ofI0File(const QString& fname);
+    /// Whether images that are read from now on without a list of bad pixels of their own, such as
+    /// the dark image, are corrected by the configuration's.
+    void useErrPMaskToggled(bool f);
 
 Q_SIGNALS:
     /// Spectra are formed in another way from now on.

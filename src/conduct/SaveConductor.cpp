@@ -6,6 +6,7 @@
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "common/FileNames.h"
+#include "common/SafeFile.h"
 #include "common/TextItems.h"
 #include "conduct/ViewConductor.h"
 #include "display/ColorBar.h"
@@ -148,8 +149,12 @@ void SaveConductor::saveAllImages(const QString& fname)
 void SaveConductor::saveFlatDark()
 {
     const QSize size = parts_.data.size;
-    TiffWriter::writeOnes(QStringLiteral("flat.dat"), size.width(), size.height());
-    TiffWriter::writeZeros(QStringLiteral("dark.dat"), size.width(), size.height());
+    const auto flat = QStringLiteral("flat.dat");
+    const auto dark = QStringLiteral("dark.dat");
+    if (TiffWriter::writeOnes(flat, size.width(), size.height()))
+        logWritten(flat);
+    if (TiffWriter::writeZeros(dark, size.width(), size.height()))
+        logWritten(dark);
 }
 
 void SaveConductor::showSaveDataDialog()

@@ -42,6 +42,18 @@ SharedSource SourceReader::frozenForCalibration() const
     return std::make_shared<const WalkSource>(std::move(s));
 }
 
+SharedSource SourceReader::frozenForCounts() const
+{
+    const SpectrumSettings settings = parts_.spectrumBox.settings();
+    WalkSource s;
+    s.i1 = parts_.data.i1.images;
+    s.block.halfX = settings.halfX;
+    s.block.halfY = settings.halfY;
+    s.block.imageWidth = parts_.data.size.width();
+    s.block.imageHeight = parts_.data.size.height();
+    return std::make_shared<const WalkSource>(std::move(s));
+}
+
 bool SourceReader::holds(const WalkSource& source, const ImageStack& stack) const
 {
     return &stack == &parts_.data.i1 || source.block.readsI0();

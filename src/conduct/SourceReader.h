@@ -35,6 +35,9 @@ public:
     SharedSource frozen() const;
     /// The same for a calibration, which finds the shifts: without any.
     SharedSource frozenForCalibration() const;
+    /// The same for what reads the counts of I1 alone: images and blocks, and nothing else that a
+    /// spectrum is formed by.
+    SharedSource frozenForCounts() const;
     /// Whether spectra of the source are formed of images of this stack.
     bool holds(const WalkSource& source, const ImageStack& stack) const;
 

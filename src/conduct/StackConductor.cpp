@@ -1,7 +1,6 @@
 #include "conduct/StackConductor.h"
 
 #include "batch/BatchCtrl.h"
-#include "batch/BatchLine.h"
 #include "batch/CommandBook.h"
 #include "batch/CommandFailure.h"
 #include "common/Fault.h"
@@ -16,6 +15,8 @@
 #include <QDebug>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace {
@@ -199,62 +200,6 @@ void StackConductor::clear(Loading& loading)
     Q_EMIT cleared(&stack);
 }
 
-void StackConductor::tellHistory(const Loading& loading, EX_CMD_ID ofI1, EX_CMD_ID ofI0,
-                                 const QStringList& arguments) const
-{
-    if (history_)
-        history_->add(&loading == &i1_ ? ofI1 : ofI0, arguments);
-}
-
-/// Before the load, which goes by the controls as they stand.
-void StackConductor::tellLoad(const Loading& loading, const QStringList& files, bool newFile) const
-{
-    if (!history_ || files.isEmpty())
-        return;
-    history_->settle();
-    history_->add(loadLine(loading, files, newFile));
-}
-
-QString StackConductor::loadLine(const Loading& loading, const QStringList& files,
-                                 bool newFile) const
-{
-    const bool ofI1 = &loading == &i1_;
-    const QString mode = newFile ? QStringLiteral("new") : QStringLiteral("add");
-    const QString folder = QFileInfo(files.first()).path() + QLatin1Char('/');
-    const QString filter = patternOfFiles(files, folder);
-    if (filter.isEmpty())
-        return batchLine(ofI1 ? ExCmdLoadI1Files : ExCmdLoadI0Files, QStringList(mode) + files);
-    return batchLine(ofI1 ? ExCmdLoadI1FilesOfPattern : ExCmdLoadI0FilesOfPattern,
-                     {mode, folder, filter});
-}
-
-QStringList StackConductor::jobLines(const Loading& loading, int skip, int cutFirst,
-                                     int cutLast) const
-{
-    const bool ofI1 = &loading == &i1_;
-    return {batchLine(ofI1 ? ExCmdSkipI1 : ExCmdSkipI0, {QString::number(skip)}),
-            batchLine(ofI1 ? ExCmdCutFI1 : ExCmdCutFI0, {QString::number(cutFirst)}),
-            batchLine(ofI1 ? ExCmdCutLI1 : ExCmdCutLI0, {QString::number(cutLast)})};
-}
-
-/// What brings the stack's images about; its fields stand then as they do now.
-QStringList StackConductor::stackLines(const Loading& loading) const
-{
-    const bool ofI1 = &loading == &i1_;
-    if (loading.jobs.isEmpty())
-        return {batchLine(ofI1 ? ExCmdClearI1Files : ExCmdClearI0Files)};
-    QStringList lines;
-    for (const LoadJob& job : loading.jobs)
-        lines << jobLines(loading, job.skip, job.cutFirst, job.cutLast)
-              << loadLine(loading, job.files, lines.isEmpty());
-    const SelectDataFiles& row = *loading.row;
-    lines << jobLines(loading, row.skip(), row.cutFirst(), row.cutLast());
-    // The files have brought one of their own.
-    if (!row.typedExposure().isNull())
-        lines << batchLine(ofI1 ? ExCmdExposureI1 : ExCmdExposureI0, {row.typedExposure()});
-    return lines;
-}
-
 void StackConductor::readI1Files(const QStringList& files, bool newFile)
 {
     tellLoad(i1_, files, newFile);
@@ -381,6 +326,30 @@ void StackConductor::applyEnergies(ImageStack& stack)
     stack.setEnergies(loading.row->applyEnergies());
     tellEnergyDoubts(loading);
     Q_EMIT energiesApplied(&stack);
+}
+
+bool StackConductor::setShifts(ImageStack& stack, const QVector<QPoint>& shifts)
+{
+    for (int i = 0; i < std::min(stack.images.size(), shifts.size()); ++i) {
+        const TiffData& image = *stack.images.at(i);
+        const QPoint shift = shifts.at(i);
+        if (std::abs(qint64(shift.x())) < image.width && std::abs(qint64(shift.y())) < image.height)
+            continue;
+        fault(QStringLiteral("Image %1 of %2 not moved by %3, %4: it has %5 x %6 pixels")
+                  .arg(i)
+                  .arg(stack.name)
+                  .arg(shift.x())
+                  .arg(shift.y())
+                  .arg(image.width)
+                  .arg(image.height));
+        return false;
+    }
+    if (shifts == stack.shifts())
+        return true;
+    Q_EMIT aboutToChange(&stack, QStringLiteral("%1 images are moved").arg(stack.name));
+    stack.setShifts(shifts);
+    Q_EMIT moved(&stack);
+    return true;
 }
 
 /// Tells what is wrong with the stack's energies: a line each, and the marks of its row.

@@ -43,6 +43,10 @@ public:
     /// Ends the loads that are under way behind the file that is being read. What has come stays.
     void stopLoads();
 
+    /// Moves the images of a stack by their shifts [pixels], as long as each keeps a pixel where the
+    /// image is; one that would not is a fault, and none is moved then. False for that.
+    bool setShifts(ImageStack& stack, const QVector<QPoint>& shifts);
+
 public Q_SLOTS:
     void clearI1Files();
     void clearI0Files();
@@ -69,6 +73,8 @@ Q_SIGNALS:
     /// All that was selected of the stack has come.
     void loaded(ImageStack* stack);
     void energiesApplied(ImageStack* stack);
+    /// Images of the stack have other shifts.
+    void moved(ImageStack* stack);
     /// Files gone through of those of all jobs; 0 of 0 when the stack's loader is idle.
     void progressed(const ImageStack* stack, int done, int total);
 

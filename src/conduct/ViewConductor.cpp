@@ -67,6 +67,8 @@ void ViewConductor::connectStacks(StackConductor& stacks)
     });
     connect(&stacks, &StackConductor::energiesApplied, this,
             [this](ImageStack* stack) { energiesApplied(*stack); });
+    connect(&stacks, &StackConductor::moved, this,
+            [this](ImageStack* stack) { imagesMoved(*stack); });
     for (ImageStack* stack : {&data_.i1, &data_.i0}) {
         connect(&reader_.rowOf(*stack), &SelectDataFiles::currentIndexChanged, this,
                 [this, stack](int no) {
@@ -171,6 +173,14 @@ void ViewConductor::energiesApplied(ImageStack& stack)
         image_ = stack.images.value(currentNumber(stack));
     if (image_ && imageStack_ == &stack)
         box_.showEnergy(image_->energy);
+    tellCaption();
+}
+
+/// Images with other shifts stand in the place of those that were.
+void ViewConductor::imagesMoved(ImageStack& stack)
+{
+    if (imageStack_ == &stack)
+        showImage(stack.images.value(currentNumber(stack)));
     tellCaption();
 }
 

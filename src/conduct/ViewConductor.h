@@ -116,6 +116,7 @@ private:
     void showArrived();
     void stackCleared(ImageStack& stack);
     void energiesApplied(ImageStack& stack);
+    void imagesMoved(ImageStack& stack);
     void showLoaded(ImageStack& stack);
     bool keepsMap() const;
     void showStack();

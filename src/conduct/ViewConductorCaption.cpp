@@ -57,11 +57,14 @@ QString ViewConductor::imageCaption() const
     const TiffData* const image = currentImage(stack);
     if (!image)
         return {};
-    return tr("%1 - image %2 of %3 - %4 eV - counts")
-        .arg(stack.name)
-        .arg(no)
-        .arg(stack.images.size())
-        .arg(QString::number(image->energy, 'g', energyDigits));
+    const QString text = tr("%1 - image %2 of %3 - %4 eV - counts")
+                             .arg(stack.name)
+                             .arg(no)
+                             .arg(stack.images.size())
+                             .arg(QString::number(image->energy, 'g', energyDigits));
+    if (image->shiftX == 0 && image->shiftY == 0)
+        return text;
+    return text + tr(" - moved by %1, %2").arg(image->shiftX).arg(image->shiftY);
 }
 
 QString ViewConductor::mapCaption() const

@@ -48,6 +48,9 @@ public:
     /// Where the time of the group's last walk went.
     WalkShares shares(Group group) const { return shares_[group]; }
 
+    /// The threads of all walks, for other work that takes turns with them.
+    WalkPool& pool() { return pool_; }
+
     /// Most positions that are worked on together from the next walk on.
     void setTileLanes(int lanes) { lanes_ = lanes; }
 

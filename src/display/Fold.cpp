@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QHBoxLayout>
+#include <QRadioButton>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -9,11 +10,18 @@ namespace {
 
 constexpr int air = 4; ///< round the contents [pixels]
 
+QAbstractButton* newChooser(Fold::Head head, const QString& text, QWidget* parent)
+{
+    if (head == Fold::OneOfMany)
+        return new QRadioButton(text, parent);
+    return new QCheckBox(text, parent);
+}
+
 } // namespace
 
-Fold::Fold(const QString& boxName, const QString& boxText, QWidget* parent)
+Fold::Fold(const QString& boxName, const QString& boxText, QWidget* parent, Head head)
     : QFrame(parent)
-    , chooser_(new QCheckBox(boxText, this))
+    , chooser_(newChooser(head, boxText, this))
     , arrow_(new QToolButton(this))
     , body_(new QWidget(this))
 {
@@ -32,7 +40,7 @@ Fold::Fold(const QString& boxName, const QString& boxText, QWidget* parent)
     column->addLayout(header);
     column->addWidget(body_);
     connect(arrow_, &QToolButton::toggled, this, &Fold::setOpen);
-    connect(chooser_, &QCheckBox::toggled, this, &Fold::setOpen);
+    connect(chooser_, &QAbstractButton::toggled, this, &Fold::setOpen);
     body_->setVisible(true);
     setOpen(false);
 }

@@ -2,7 +2,7 @@
 
 #include <QFrame>
 
-class QCheckBox;
+class QAbstractButton;
 class QToolButton;
 
 /// A part of a panel that folds away under the box that chooses it: checking the box opens the
@@ -11,10 +11,17 @@ class Fold : public QFrame
 {
     Q_OBJECT
 public:
+    /// What chooses it.
+    enum Head
+    {
+        Box,
+        OneOfMany ///< a button for a group of which one is checked
+    };
     /// `boxName` is the object name of the box.
-    Fold(const QString& boxName, const QString& boxText, QWidget* parent = nullptr);
+    Fold(const QString& boxName, const QString& boxText, QWidget* parent = nullptr,
+         Head head = Box);
 
-    QCheckBox* chooser() const { return chooser_; }
+    QAbstractButton* chooser() const { return chooser_; }
     bool isChosen() const;
     /// Where the contents are laid out; hidden while it is closed.
     QWidget* body() const { return body_; }
@@ -23,7 +30,7 @@ public:
     void setOpen(bool f);
 
 private:
-    QCheckBox* chooser_;
+    QAbstractButton* chooser_;
     QToolButton* arrow_;
     QWidget* body_;
 };

@@ -21,9 +21,10 @@ RunRow::RunRow(QWidget* parent)
     , mark_(new RowMark(this))
     , bar_(new QProgressBar(this))
     , text_(new QLabel(this))
+    , startText_(tr("Analyze"))
 {
     button_->setMinimumWidth(buttonWidth);
-    progress_->setToolTip(tr("Rows of the running analysis that are done [%]"));
+    progress_->setToolTip(tr("How much of the run is done [%]"));
     bar_->setRange(0, 100);
     bar_->setAlignment(Qt::AlignCenter);
     bar_->hide();
@@ -61,6 +62,12 @@ void RunRow::setTips(const Tips& tips)
     showReadiness();
 }
 
+void RunRow::setStartText(const QString& text)
+{
+    startText_ = text;
+    showReadiness();
+}
+
 void RunRow::setReadiness(const QString& reason, const QString& walkText)
 {
     reason_ = reason;
@@ -89,7 +96,7 @@ void RunRow::showReadiness()
 {
     const QString why = heldBack_ ? tr("Another analysis runs") : reason_;
     const bool ready = running_ || why.isEmpty();
-    button_->setText(running_ ? tr("Stop") : tr("Analyze"));
+    button_->setText(running_ ? tr("Stop") : startText_);
     button_->setEnabled(ready);
     button_->setToolTip(running_ ? tips_.stop : ready ? tips_.start : why);
     text_->setText(ready ? walkText_ : why);

@@ -9,8 +9,8 @@ class QProgressBar;
 class QPushButton;
 class RowMark;
 
-/// The line of a walk: the button that starts and stops it, how far it is, and the time left; below
-/// it why it can't start, or what it would walk over.
+/// The line of a walk or of another long run: the button that starts and stops it, how far it is,
+/// and the time left; below it why it can't start, or what it would go over.
 class RunRow : public QWidget
 {
     Q_OBJECT
@@ -26,6 +26,8 @@ public:
         QString stop;
     };
     void setTips(const Tips& tips);
+    /// What the button that starts reads, instead of "Analyze".
+    void setStartText(const QString& text);
 
     QPushButton* button() const { return button_; }
 
@@ -57,6 +59,7 @@ private:
     QProgressBar* bar_;
     QLabel* text_;
     Tips tips_;
+    QString startText_;
     QString reason_;
     QString walkText_;
     TimeLeft timeLeft_;

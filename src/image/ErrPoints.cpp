@@ -55,6 +55,15 @@ void ErrPoints::read(QIODevice& in)
     }
 }
 
+QByteArray ErrPoints::definition(const QSize& size, const QVector<QPoint>& pixels)
+{
+    QByteArray text = "# Size " + QByteArray::number(size.width()) + '\t' +
+                      QByteArray::number(size.height()) + '\n';
+    for (const QPoint& pixel : pixels)
+        text += QByteArray::number(pixel.x()) + ' ' + QByteArray::number(pixel.y()) + '\n';
+    return text;
+}
+
 void ErrPoints::add(int x, int y)
 {
     points_.append(QPoint(x, y));

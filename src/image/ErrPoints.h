@@ -2,6 +2,7 @@
 
 #include <QPoint>
 #include <QSet>
+#include <QSize>
 #include <QString>
 #include <QVector>
 
@@ -29,6 +30,9 @@ public:
 
     /// The same from an open text device.
     void read(QIODevice& in);
+
+    /// The text of a definition file of these pixels, of a detector of that size.
+    static QByteArray definition(const QSize& size, const QVector<QPoint>& pixels);
 
     bool contains(int x, int y) const { return lookup_.contains(key(x, y)); }
 

@@ -8,6 +8,24 @@ void ImageStack::setEnergies(const QVector<double>& energies)
         images[i] = images.at(i)->withEnergy(energies.value(i));
 }
 
+void ImageStack::setShifts(const QVector<QPoint>& shifts)
+{
+    const QVector<QPoint> now = this->shifts();
+    for (int i = 0; i < std::min(images.size(), shifts.size()); ++i) {
+        if (shifts.at(i) != now.at(i))
+            images[i] = images.at(i)->withShift(shifts.at(i));
+    }
+}
+
+QVector<QPoint> ImageStack::shifts() const
+{
+    QVector<QPoint> shifts;
+    shifts.reserve(images.size());
+    for (const SharedImage& image : images)
+        shifts.append(QPoint(image->shiftX, image->shiftY));
+    return shifts;
+}
+
 void ImageStack::fillDarkAverages(const TiffData* dark, double darkFactor)
 {
     if (!darkAreaOn)

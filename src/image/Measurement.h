@@ -28,6 +28,12 @@ struct ImageStack
     /// Gives each image its energy [eV]; images past the end of the list get 0.
     void setEnergies(const QVector<double>& energies);
 
+    /// Moves each image by its shift [pixels]; images past the end of the list stay. Images that do
+    /// not move are the same ones.
+    void setShifts(const QVector<QPoint>& shifts);
+    /// Shift of each image.
+    QVector<QPoint> shifts() const;
+
     /// Adds the dark area's averages of the images that have none yet. The counts of the dark image
     /// times `darkFactor` are those of the stack's exposure; null for no dark image. Nothing
     /// without a dark area.

@@ -335,3 +335,11 @@ std::shared_ptr<TiffData> TiffData::withEnergy(double eV) const
     other->energy = eV;
     return other;
 }
+
+std::shared_ptr<TiffData> TiffData::withShift(const QPoint& shift) const
+{
+    std::shared_ptr<TiffData> other(new TiffData(*this));
+    other->shiftX = shift.x();
+    other->shiftY = shift.y();
+    return other;
+}

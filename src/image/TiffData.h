@@ -100,6 +100,8 @@ public:
 
     /// The same image at another energy [eV]: a copy that shares the pixels.
     std::shared_ptr<TiffData> withEnergy(double eV) const;
+    /// The same image with another shift [pixels].
+    std::shared_ptr<TiffData> withShift(const QPoint& shift) const;
 
     /// Widens minVal and maxVal by row y of the pixels.
     void noteExtremes(int y) { noteExtremes(y, 0, width); }

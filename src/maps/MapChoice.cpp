@@ -37,6 +37,7 @@ constexpr FixedMap fixedMaps[] = {
     {FixedImage::ElemDE, MapKind::ElemDE, Needs::Elements},
     {FixedImage::ElemRoi, MapKind::ElemRoi, Needs::Elements},
     {FixedImage::ElemRoiRatio, MapKind::ElemRoiRatio, Needs::Elements},
+    {FixedImage::SumUp, MapKind::SumUp, Needs::Nothing},
     {FixedImage::Outcomes, MapKind::Outcomes, Needs::Nothing},
 };
 

@@ -28,6 +28,7 @@ constexpr MapKindTraits table[] = {
     {MapKind::ElemRoiRatio, "%1 Elem Ctrl NROI", "NROI", "", Scale::Ratio, Rows::Elements, true},
     {MapKind::ElemsCor, "a2d ElemsCor", "ElemsCor", "", Scale::Ratio, Rows::Nothing, true},
     {MapKind::ElemsCorTh, "a2d ElemsCorTh", "ElemsCorTh", "", Scale::Ratio, Rows::Nothing, true},
+    {MapKind::SumUp, "Sum Up Img", "SumUp", "", Scale::None, Rows::Nothing, true},
     {MapKind::Processed, "Processed Map", "Processed", "", Scale::Ratio, Rows::Nothing, true},
     {MapKind::Operand1, "E-Shift Map 1", "Map1", "", Scale::Ratio, Rows::Nothing, false},
     {MapKind::Operand2, "E-Shift Map 2", "Map2", "", Scale::Ratio, Rows::Nothing, false},

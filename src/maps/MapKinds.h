@@ -27,6 +27,7 @@ enum class MapKind
     ElemRoiRatio,  ///< the same over the jump
     ElemsCor,      ///< correlation of the elements' ratios with the standard ones
     ElemsCorTh,    ///< the same, 0 where it is below the threshold
+    SumUp,         ///< sum of the counts of chosen images
     Processed,     ///< what map arithmetic made of its operands
     Operand1,
     Operand2

@@ -35,6 +35,7 @@ constexpr Words table[] = {
     {MapKind::ElemRoiRatio, QT_TRANSLATE_NOOP("MapWords", "N.ROI of %1"), QT_TRANSLATE_NOOP("MapWords", "Ratio")},
     {MapKind::ElemsCor, QT_TRANSLATE_NOOP("MapWords", "Correlation"), QT_TRANSLATE_NOOP("MapWords", "Correlation")},
     {MapKind::ElemsCorTh, QT_TRANSLATE_NOOP("MapWords", "Cor. Th"), QT_TRANSLATE_NOOP("MapWords", "Correlation")},
+    {MapKind::SumUp, QT_TRANSLATE_NOOP("MapWords", "Sum of images"), QT_TRANSLATE_NOOP("MapWords", "Counts per pixel")},
     {MapKind::Processed, QT_TRANSLATE_NOOP("MapWords", "Processed map"), QT_TRANSLATE_NOOP("MapWords", "Value")},
     {MapKind::Operand1, QT_TRANSLATE_NOOP("MapWords", "Map1"), QT_TRANSLATE_NOOP("MapWords", "Value")},
     {MapKind::Operand2, QT_TRANSLATE_NOOP("MapWords", "Map2"), QT_TRANSLATE_NOOP("MapWords", "Value")},

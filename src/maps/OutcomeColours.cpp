@@ -20,6 +20,7 @@ const std::vector<QRgb> colours = {
     qRgb(0xAA, 0x44, 0x99), // TooNoisy
     qRgb(0x88, 0x22, 0x55), // GapUnsound
     qRgb(0x11, 0x77, 0x33), // Undefined
+    qRgb(0xEE, 0x88, 0x66), // OffImage
 };
 
 std::optional<Outcome> outcomeOf(double value)

@@ -183,6 +183,85 @@
     </message>
 </context>
 <context>
+    <name>Analyzer2</name>
+    <message>
+        <source>Analyzer2</source>
+        <translation>解析 2</translation>
+    </message>
+    <message>
+        <source>Dark Check</source>
+        <translation>暗画素チェック</translation>
+    </message>
+    <message>
+        <source>Dark up to</source>
+        <translation>暗の上限</translation>
+    </message>
+    <message>
+        <source>Counts at or below which a pixel is dark</source>
+        <translation>カウントがこの値以下の画素を暗いとみなす</translation>
+    </message>
+    <message>
+        <source>Histg. Max.</source>
+        <translation>ヒスト上端</translation>
+    </message>
+    <message>
+        <source>Counts at the end of the histogram; what lies above is counted there</source>
+        <translation>ヒストグラムの上端のカウント。これを超えるものは上端で数える</translation>
+    </message>
+    <message>
+        <source>Bins</source>
+        <translation>ビン数</translation>
+    </message>
+    <message>
+        <source>Bins of the histogram, from 0 to its end</source>
+        <translation>0 から上端までのヒストグラムのビンの数</translation>
+    </message>
+    <message>
+        <source>Bad Pixels of the Configuration</source>
+        <translation>設定ファイルの不良画素</translation>
+    </message>
+    <message>
+        <source>Use Err Points Mask</source>
+        <translation>不良画素マスクを使用</translation>
+    </message>
+    <message>
+        <source>Collect Q Info</source>
+        <translation>Q 情報収集</translation>
+    </message>
+    <message>
+        <source>Kept for figures of the data&apos;s quality: nothing is collected yet</source>
+        <translation>データの品質情報のためのもの。まだ何も収集しない</translation>
+    </message>
+    <message>
+        <source>Find the pixels that stay dark in all I1 images, and write the files of the check into the working folder</source>
+        <translation>すべての I1 画像で暗いままの画素を探し、結果のファイルを作業フォルダに書く</translation>
+    </message>
+    <message>
+        <source>Stop the check; nothing is written</source>
+        <translation>チェックを止める。何も書かない</translation>
+    </message>
+    <message>
+        <source>Threshold of the dark check</source>
+        <translation>暗画素チェックのしきい値</translation>
+    </message>
+    <message>
+        <source>Upper end of the histogram</source>
+        <translation>ヒストグラムの上端</translation>
+    </message>
+    <message>
+        <source>Bins of the histogram</source>
+        <translation>ヒストグラムのビン数</translation>
+    </message>
+    <message>
+        <source>Correct the bad pixels of the configuration&apos;s list in images without a list of their own, such as the dark image, when they are read</source>
+        <translation>独自のリストを持たない画像 (ダーク画像など) を読むとき、設定ファイルのリストの不良画素を補正する</translation>
+    </message>
+    <message>
+        <source>There is no list: the key ErrPoints of the configuration names none that can be read</source>
+        <translation>リストがない: 設定ファイルのキー ErrPoints に読めるリストの指定がない</translation>
+    </message>
+</context>
+<context>
     <name>ArithmeticConductor</name>
     <message>
         <source>Both maps must hold a picture</source>
@@ -417,10 +496,6 @@
 </context>
 <context>
     <name>Body</name>
-    <message>
-        <source>Registration is not available in this version</source>
-        <translation>位置合わせはこの版では使えません</translation>
-    </message>
     <message>
         <source>Maps Not Saved</source>
         <translation>マップ未保存</translation>
@@ -943,6 +1018,21 @@
     <message>
         <source>Select Total I0 of I0</source>
         <translation>I0 の全 I0 を選択</translation>
+    </message>
+</context>
+<context>
+    <name>DiagnosticsConductor</name>
+    <message>
+        <source>Pixels that are dark in all %2 images: %1; of them not on the list of bad pixels: %3; on the list and not dark: %4</source>
+        <translation>全 %2 画像で暗い画素: %1。うち不良画素リストにないもの: %3。リストにあって暗くないもの: %4</translation>
+    </message>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>%1 images of %2 x %3 pixels</source>
+        <translation>画像 %1 枚、%2 x %3 画素</translation>
     </message>
 </context>
 <context>
@@ -1882,6 +1972,34 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>Ask what of it is to be loaded</source>
         <translation>何を読み込むかを尋ねる</translation>
     </message>
+    <message>
+        <source>Batch text</source>
+        <translation>バッチのテキスト</translation>
+    </message>
+    <message>
+        <source>Ctrl+Space</source>
+        <translation>Ctrl+Space</translation>
+    </message>
+    <message>
+        <source>Offer commands or files</source>
+        <translation>コマンドまたはファイルの候補を表示</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Find a text</source>
+        <translation>テキストを検索</translation>
+    </message>
+    <message>
+        <source>F3 or Shift+F3</source>
+        <translation>F3 または Shift+F3</translation>
+    </message>
+    <message>
+        <source>Find the next one, or the one before</source>
+        <translation>次または前を検索</translation>
+    </message>
 </context>
 <context>
     <name>HeldGap</name>
@@ -2126,6 +2244,205 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>%1 eV</source>
         <translation>%1 eV</translation>
+    </message>
+</context>
+<context>
+    <name>ImgProc</name>
+    <message>
+        <source>Registration</source>
+        <translation>位置合わせ</translation>
+    </message>
+    <message>
+        <source>Values of the picture; drag an end to change its colours</source>
+        <translation>画像の値。端をドラッグすると色が変わる</translation>
+    </message>
+    <message>
+        <source>Image</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>Shows the image, or its edges</source>
+        <translation>画像、またはその輪郭を表示する</translation>
+    </message>
+    <message>
+        <source>Binary</source>
+        <translation>2 値</translation>
+    </message>
+    <message>
+        <source>Shows the binary image: where the image is above the threshold</source>
+        <translation>2 値画像を表示する: しきい値を超える画素</translation>
+    </message>
+    <message>
+        <source>Comp.</source>
+        <translation>比較</translation>
+    </message>
+    <message>
+        <source>Shows the binary image, moved, against the reference</source>
+        <translation>動かした 2 値画像を基準と重ねて表示する</translation>
+    </message>
+    <message>
+        <source>Th.</source>
+        <translation>しきい値</translation>
+    </message>
+    <message>
+        <source>Threshold of the binary image: pixels above it are set [counts]</source>
+        <translation>2 値画像のしきい値: これを超える画素が立つ [カウント]</translation>
+    </message>
+    <message>
+        <source>Threshold as a fraction of the range from Min to Max [1/1000]; it holds for each image</source>
+        <translation>最小から最大までの範囲に対するしきい値の位置 [1/1000]。どの画像にも使われる</translation>
+    </message>
+    <message>
+        <source>Min</source>
+        <translation>最小</translation>
+    </message>
+    <message>
+        <source>Lower end of the range of the threshold [counts]</source>
+        <translation>しきい値の範囲の下端 [カウント]</translation>
+    </message>
+    <message>
+        <source>Max</source>
+        <translation>最大</translation>
+    </message>
+    <message>
+        <source>Upper end of the range of the threshold [counts]</source>
+        <translation>しきい値の範囲の上端 [カウント]</translation>
+    </message>
+    <message>
+        <source>Edge Detect</source>
+        <translation>輪郭検出</translation>
+    </message>
+    <message>
+        <source>Works on the edges of the image rather than its counts</source>
+        <translation>カウントではなく画像の輪郭を使う</translation>
+    </message>
+    <message>
+        <source>Set Ref.</source>
+        <translation>基準にする</translation>
+    </message>
+    <message>
+        <source>Takes the binary image on show as the reference</source>
+        <translation>表示中の 2 値画像を基準にする</translation>
+    </message>
+    <message>
+        <source>Shift X:</source>
+        <translation>移動 X:</translation>
+    </message>
+    <message>
+        <source>Shift to the right [pixels]</source>
+        <translation>右への移動量 [画素]</translation>
+    </message>
+    <message>
+        <source>Y:</source>
+        <translation>Y:</translation>
+    </message>
+    <message>
+        <source>Shift downward [pixels]</source>
+        <translation>下への移動量 [画素]</translation>
+    </message>
+    <message>
+        <source>One pixel to the left</source>
+        <translation>左へ 1 画素</translation>
+    </message>
+    <message>
+        <source>One pixel to the right</source>
+        <translation>右へ 1 画素</translation>
+    </message>
+    <message>
+        <source>One pixel up</source>
+        <translation>上へ 1 画素</translation>
+    </message>
+    <message>
+        <source>One pixel down</source>
+        <translation>下へ 1 画素</translation>
+    </message>
+    <message>
+        <source>S.P.</source>
+        <translation>内積</translation>
+    </message>
+    <message>
+        <source>Normalised scalar product of the moved image and the reference; 1 when they are the same</source>
+        <translation>動かした画像と基準の規格化した内積。同じなら 1</translation>
+    </message>
+    <message>
+        <source>Auto Shift</source>
+        <translation>自動探索</translation>
+    </message>
+    <message>
+        <source>Climbs from the shift in the fields to the greatest product near it</source>
+        <translation>欄の移動量から、近くで内積が最大になる移動量を探す</translation>
+    </message>
+    <message>
+        <source>Set Shift</source>
+        <translation>移動を設定</translation>
+    </message>
+    <message>
+        <source>Moves the image on show by the shift in the fields</source>
+        <translation>表示中の画像を欄の移動量だけ動かす</translation>
+    </message>
+    <message>
+        <source>A. A. Shift</source>
+        <translation>毎回自動探索</translation>
+    </message>
+    <message>
+        <source>Searches the shift of each image that is compared</source>
+        <translation>比較する画像ごとに移動量を探す</translation>
+    </message>
+    <message>
+        <source>A. Set Shift</source>
+        <translation>自動設定</translation>
+    </message>
+    <message>
+        <source>Moves the image at once when its shift was searched</source>
+        <translation>移動量が見つかったら、すぐに画像を動かす</translation>
+    </message>
+    <message>
+        <source>Auto All</source>
+        <translation>全画像を自動</translation>
+    </message>
+    <message>
+        <source>Searches the shifts of all images of the stack on show, and moves them</source>
+        <translation>表示中のスタックのすべての画像の移動量を探し、動かす</translation>
+    </message>
+    <message>
+        <source>What the images of the stack are compared with</source>
+        <translation>スタックの画像を何と比べるか</translation>
+    </message>
+    <message>
+        <source>Against the reference</source>
+        <translation>基準と比べる</translation>
+    </message>
+    <message>
+        <source>Each against the one before</source>
+        <translation>1 つ前の画像と比べる</translation>
+    </message>
+    <message>
+        <source>Clear All Shifts</source>
+        <translation>移動をすべて解除</translation>
+    </message>
+    <message>
+        <source>Moves all images of both stacks back</source>
+        <translation>両スタックのすべての画像を元の位置に戻す</translation>
+    </message>
+    <message>
+        <source>No image to register: load images in step 1</source>
+        <translation>位置合わせする画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>No reference yet</source>
+        <translation>基準はまだない</translation>
+    </message>
+    <message>
+        <source>Red: the image; green: the reference; yellow: both; grey-blue: outside</source>
+        <translation>赤: 画像、緑: 基準、黄: 両方、青灰: 画像の外</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
+    </message>
+    <message>
+        <source>Stops the search; no image is moved then</source>
+        <translation>探索を止める。画像は動かない</translation>
     </message>
 </context>
 <context>
@@ -2439,6 +2756,14 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>Map2</source>
         <translation>マップ 2</translation>
+    </message>
+    <message>
+        <source>Sum of images</source>
+        <translation>画像の和</translation>
+    </message>
+    <message>
+        <source>Counts per pixel</source>
+        <translation>画素あたりのカウント</translation>
     </message>
 </context>
 <context>
@@ -2787,6 +3112,10 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>undefined</source>
         <translation>未定義</translation>
     </message>
+    <message>
+        <source>reaches out of a moved image</source>
+        <translation>動かした画像の外に出る</translation>
+    </message>
 </context>
 <context>
     <name>PairDoubt</name>
@@ -2871,6 +3200,25 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>Share of the values that the scale spans</source>
         <translation>スケールが含む値の割合</translation>
+    </message>
+</context>
+<context>
+    <name>RegistrationConductor</name>
+    <message>
+        <source>This image is moved by %1; %2 of %3 images are moved</source>
+        <translation>この画像の移動は %1。%3 枚のうち %2 枚を移動済み</translation>
+    </message>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>No reference: press Set Ref. on one of the images</source>
+        <translation>基準がない: どれかの画像で「基準にする」を押す</translation>
+    </message>
+    <message>
+        <source>Image %1 of %2</source>
+        <translation>%2 の画像 %1</translation>
     </message>
 </context>
 <context>
@@ -2970,10 +3318,6 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
 <context>
     <name>RunRow</name>
     <message>
-        <source>Rows of the running analysis that are done [%]</source>
-        <translation>実行中の解析で終了した行の割合 [%]</translation>
-    </message>
-    <message>
         <source>Another analysis runs</source>
         <translation>別の解析が実行中</translation>
     </message>
@@ -2988,6 +3332,10 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>stopped at %1 %</source>
         <translation>%1 % で停止</translation>
+    </message>
+    <message>
+        <source>How much of the run is done [%]</source>
+        <translation>処理の進み [%]</translation>
     </message>
 </context>
 <context>
@@ -3547,10 +3895,6 @@ to %2</source>
         <translation>停止</translation>
     </message>
     <message>
-        <source>Stops loading, analysis, calibration and batch</source>
-        <translation>読み込み、解析、較正、バッチを停止</translation>
-    </message>
-    <message>
         <source>Saved: %1</source>
         <translation>保存しました: %1</translation>
     </message>
@@ -3589,6 +3933,18 @@ to %2</source>
     <message>
         <source>The maps are ready</source>
         <translation>マップができました</translation>
+    </message>
+    <message>
+        <source>Stops all that runs: loading, analyses, calibration, batch</source>
+        <translation>実行中のものをすべて停止: 読み込み、解析、較正、バッチ</translation>
+    </message>
+    <message>
+        <source>The images of the stack are moved to where they agree</source>
+        <translation>スタックの画像を一致する位置に動かしました</translation>
+    </message>
+    <message>
+        <source>The registration was stopped: no image is moved</source>
+        <translation>位置合わせは停止されました: 画像は動いていません</translation>
     </message>
 </context>
 <context>
@@ -4071,6 +4427,88 @@ to %2</source>
     </message>
 </context>
 <context>
+    <name>SumUpCtrl</name>
+    <message>
+        <source>Images</source>
+        <translation>画像</translation>
+    </message>
+    <message>
+        <source>First image of the range, counted from 0</source>
+        <translation>範囲の最初の画像 (0 から数える)</translation>
+    </message>
+    <message>
+        <source>The image behind the last one of the range: it is not added itself</source>
+        <translation>範囲の最後の画像の次の番号。その画像自身は加えない</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>追加</translation>
+    </message>
+    <message>
+        <source>Add the range; one that is added twice counts twice</source>
+        <translation>範囲を加える。2 度加えた範囲は 2 度数える</translation>
+    </message>
+    <message>
+        <source>Ranges that were added</source>
+        <translation>加えた範囲</translation>
+    </message>
+    <message>
+        <source>Del</source>
+        <translation>削除</translation>
+    </message>
+    <message>
+        <source>Take the range out of the list; it still counts</source>
+        <translation>範囲を一覧から外す。和にはまだ数える</translation>
+    </message>
+    <message>
+        <source>Clear All Ranges</source>
+        <translation>全範囲をクリア</translation>
+    </message>
+    <message>
+        <source>No range counts any more</source>
+        <translation>どの範囲も数えなくなる</translation>
+    </message>
+    <message>
+        <source>First image of the sum</source>
+        <translation>和の最初の画像</translation>
+    </message>
+    <message>
+        <source>End of the images of the sum</source>
+        <translation>和の画像の終わり</translation>
+    </message>
+    <message>
+        <source>and %1 more</source>
+        <translation>ほか %1</translation>
+    </message>
+    <message>
+        <source>No range counts: the sum is 0</source>
+        <translation>数える範囲がない: 和は 0</translation>
+    </message>
+    <message>
+        <source>These count: %1</source>
+        <translation>数える範囲: %1</translation>
+    </message>
+</context>
+<context>
+    <name>SumUpSection</name>
+    <message>
+        <source>Sum Up</source>
+        <translation>積算</translation>
+    </message>
+    <message>
+        <source>Show the map of the sum of images</source>
+        <translation>画像の和のマップを表示する</translation>
+    </message>
+    <message>
+        <source>Add the images of the ranges over the selected area, block by block, and save the picture of the sum as sumUpImg.png</source>
+        <translation>選択範囲でブロックごとに各範囲の画像を足し、和の画像を sumUpImg.png に保存する</translation>
+    </message>
+    <message>
+        <source>Stop the sum; the map keeps what is done</source>
+        <translation>積算を止める。マップは済んだ分を保つ</translation>
+    </message>
+</context>
+<context>
     <name>TextWindow</name>
     <message>
         <source>Text Files (*.txt)</source>
@@ -4145,6 +4583,10 @@ to %2</source>
     <message>
         <source>Fixed Scale of the analysis is on: it gives the scale</source>
         <translation>解析の「スケール固定」がオンなので、そのスケールを使います</translation>
+    </message>
+    <message>
+        <source> - moved by %1, %2</source>
+        <translation> - 移動 %1, %2</translation>
     </message>
 </context>
 <context>
@@ -4247,6 +4689,14 @@ to %2</source>
     <message>
         <source>History</source>
         <translation>履歴</translation>
+    </message>
+    <message>
+        <source>Diagnostics</source>
+        <translation>診断</translation>
+    </message>
+    <message>
+        <source>Registration</source>
+        <translation>位置合わせ</translation>
     </message>
 </context>
 <context>

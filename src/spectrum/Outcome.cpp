@@ -18,7 +18,8 @@ constexpr const char* outcomeTexts[outcomeKinds] = {
     QT_TRANSLATE_NOOP("Outcome", "mid point outside the scan"),
     QT_TRANSLATE_NOOP("Outcome", "too noisy for the threshold"),
     QT_TRANSLATE_NOOP("Outcome", "gap unsound"),
-    QT_TRANSLATE_NOOP("Outcome", "undefined")};
+    QT_TRANSLATE_NOOP("Outcome", "undefined"),
+    QT_TRANSLATE_NOOP("Outcome", "reaches out of a moved image")};
 
 } // namespace
 

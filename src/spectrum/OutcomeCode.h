@@ -14,7 +14,8 @@ enum class Outcome : unsigned char
     OutsideScan,   ///< the mid point left the energies of the scan
     TooNoisy,      ///< the step drowns in the noise of both lines
     GapUnsound,    ///< the lines come too close between their own ranges, at the edge
-    Undefined      ///< shares of which there is no sum
+    Undefined,     ///< shares of which there is no sum
+    OffImage       ///< fitted or not: the block reaches out of an image that was moved
 };
 
-constexpr int outcomeKinds = int(Outcome::Undefined) + 1;
+constexpr int outcomeKinds = int(Outcome::OffImage) + 1;

@@ -163,6 +163,12 @@ QString blockText(const WalkSource& source, int x, int y)
     values.append({QStringLiteral("block columns"), rangeText(x, block.halfX)});
     values.append({QStringLiteral("block rows"), rangeText(y, block.halfY)});
     values.append({QStringLiteral("pixels of the block"), shortestText(block.blockPixels())});
+    const CommonArea area = source.commonArea();
+    if (area.isMoved())
+        values.append({QStringLiteral("images are moved"),
+                       area.isLeftBy(x, y, block.halfX, block.halfY)
+                           ? QStringLiteral("and the block reaches out of some of them")
+                           : QStringLiteral("and the block lies within each of them")});
     values.append({QStringLiteral("I0"), i0Words(source)});
     values.append(
         {QStringLiteral("mu"),

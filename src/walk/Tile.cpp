@@ -46,7 +46,18 @@ Tile TileMaker::findEdges()
 
 Tile TileMaker::ofMu()
 {
-    return {*source_, *plan_, mu_.data(), edges_, offsets_.data(), isShifted_, run_.count};
+    return tileWith(mu_.data());
+}
+
+Tile TileMaker::ofCounts(const WalkRun& run)
+{
+    run_ = run;
+    return tileWith(nullptr);
+}
+
+Tile TileMaker::tileWith(const double* mu) const
+{
+    return {*source_, run_, *plan_, mu, edges_, offsets_.data(), isShifted_, run_.count};
 }
 
 XafsSpectrum TileMaker::spectrum(int lane) const

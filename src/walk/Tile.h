@@ -21,8 +21,9 @@ using Lanes = std::bitset<tileLanes>;
 struct Tile
 {
     const WalkSource& source;
+    const WalkRun& run;
     const EdgePlan& plan;
-    const double* mu;       ///< [energy][laneStride]
+    const double* mu;       ///< [energy][laneStride]; null in a walk over counts
     const EdgeLanes& edges; ///< of the lanes that `edges.odd` does not mark, once they were found
     const double* offsets;  ///< energy shift of the position, XafsSpectrum::eOffset [eV]
     bool isShifted;         ///< some offset is not 0
@@ -35,6 +36,8 @@ class TileMaker
 public:
     TileMaker(const SharedSource& source, const std::shared_ptr<const EdgePlan>& plan);
 
+    /// The tile of a run whose kernels read the images themselves, until the next run.
+    Tile ofCounts(const WalkRun& run);
     /// Takes counts and mu of a run; false, and nothing else is of use, where positions lie outside
     /// the image.
     bool formMu(const WalkRun& run);
@@ -48,6 +51,7 @@ public:
     XafsSpectrum spectrum(int lane) const;
 
 private:
+    Tile tileWith(const double* mu) const;
     void takeOffsets();
 
     const SharedSource source_;

@@ -110,11 +110,14 @@ Lanes WalkEngine::formLanes(Worker& worker, Finished& finished) const
     for (int lane = 0; lane < finished.run.count; ++lane)
         all.set(std::size_t(lane));
     StageClock clock;
-    worker.hasTile = stage_ > Stage::Counts && worker.tiles.formMu(finished.run);
+    const bool ofCounts = stage_ == Stage::Counts;
+    worker.hasTile = !ofCounts && worker.tiles.formMu(finished.run);
     finished.shares.formNs = clock.lap();
-    if (!worker.hasTile || !worker.tiles.hasEdges())
+    if (!ofCounts && (!worker.hasTile || !worker.tiles.hasEdges()))
         return all;
-    const Tile tile = stage_ < Stage::Lines ? worker.tiles.ofMu() : worker.tiles.findEdges();
+    const Tile tile = ofCounts                ? worker.tiles.ofCounts(finished.run)
+                      : stage_ < Stage::Lines ? worker.tiles.ofMu()
+                                              : worker.tiles.findEdges();
     finished.shares.edgesNs = clock.lap();
     Lanes doneByAll = all;
     for (std::size_t job = 0; job < worker.kernels.size(); ++job) {

@@ -67,7 +67,7 @@ public:
     virtual void plain(const PlainPosition& at, int lane, TileResult& out) = 0;
     /// The fast form of many positions, which has the same bits; the lanes that it has done. All
     /// others go through plain().
-    /// A tile of a walk whose kernels stop at Stage::Mu has no edges.
+    /// A tile of a walk whose kernels stop at Stage::Mu has no edges, at Stage::Counts no mu.
     virtual Lanes lanes(const Tile&, TileResult&) { return {}; }
     /// The same as plain() for a spectrum that no walk formed, worked out for the eye, with what
     /// only the eye wants: by itself plain() without a position.

@@ -36,6 +36,15 @@ void WalkSource::workOut(XafsSpectrum& spectrum, Stage stage) const
                                                                    : XafsSpectrum::FittedCurve);
 }
 
+CommonArea WalkSource::commonArea() const
+{
+    CommonArea area;
+    area.take(i1);
+    if (block.readsI0())
+        area.take(i0);
+    return area;
+}
+
 double WalkSource::leastEnergy() const
 {
     return (*std::min_element(i1.begin(), i1.end(), hasLowerEnergy))->energy;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "image/BlockSpectrum.h"
+#include "image/CommonArea.h"
 #include "maps/WalkRuns.h"
 #include "spectrum/XafsSpectrum.h"
 #include "walk/ShiftField.h"
@@ -38,6 +39,9 @@ struct WalkSource
 
     /// Works a spectrum of Stage::Mu out up to a later stage.
     void workOut(XafsSpectrum& spectrum, Stage stage) const;
+
+    /// Where all images that spectra are formed of have pixels.
+    CommonArea commonArea() const;
 
     /// Least and greatest energy of the I1 images, which there must be. [eV]
     double leastEnergy() const;

@@ -108,9 +108,12 @@ private Q_SLOTS:
             log_.clear();
             run(endlessLoop_);
             QTRY_VERIFY(!log_.isEmpty());
+            QElapsedTimer sinceStop;
+            sinceStop.start();
             Q_EMIT stop();
             run("zoom_in a\nzoom_in b");
             QTRY_COMPARE(commands_, "a;");
+            QVERIFY(sinceStop.elapsed() < 2000); // [ms], ten times what it may take
             settle();
             QCOMPARE(commands_, "a;");
             Q_EMIT stop();

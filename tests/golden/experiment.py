@@ -29,12 +29,14 @@ def write_img(path, width, height, value):
     path.write_bytes(head.ljust(64, b"\0") + comment + struct.pack(f"<{len(pixels)}I", *pixels))
 
 
-def write_scan(folder, share, width=4, height=3):
-    """i1_0.img to i1_60.img of a mixture, share(x, y) of a and the rest b."""
+def write_scan(folder, share, width=4, height=3, dark=0):
+    """i1_0.img to i1_60.img of a mixture, share(x, y) of a and the rest b, above dark counts, which
+    the corner of 2 x 2 pixels has alone."""
     for n, energy in enumerate(ENERGIES):
         def counts(x, y):
             part = share(x, y)
-            return FULL * math.exp(-part * mu_a(energy) - (1.0 - part) * mu_b(energy))
+            lit = FULL * math.exp(-part * mu_a(energy) - (1.0 - part) * mu_b(energy))
+            return dark + (lit if dark == 0 or x > 1 or y > 1 else 0.0)
         write_img(Path(folder) / f"i1_{n}.img", width, height, counts)
 
 

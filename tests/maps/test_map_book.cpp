@@ -161,7 +161,7 @@ private Q_SLOTS:
         MapChoice noRows = fixed(FixedImage::ElemsCor, 0);
         noRows.elementRows = 0;
         QTest::newRow("no elements") << noRows << "";
-        QTest::newRow("sum of images") << fixed(FixedImage::SumUp) << "";
+        QTest::newRow("sum of images") << fixed(FixedImage::SumUp) << "SumUp";
         QTest::newRow("operand above all") << under(row(1, 0), MapKind::Operand2) << "Map2";
         QTest::newRow("result of arithmetic")
             << under(fixed(FixedImage::ElemRoi, 1), MapKind::Processed) << "Processed";
@@ -176,9 +176,9 @@ private Q_SLOTS:
         MapBook book;
         fillShelf(book);
         book.setElementNames({"Fe-K", "Cu-K"});
-        for (const MapKind kind :
-             {MapKind::Outcomes, MapKind::ResidualJump, MapKind::ResidualRest, MapKind::ElemsCor,
-              MapKind::ElemsCorTh, MapKind::Processed, MapKind::Operand1, MapKind::Operand2})
+        for (const MapKind kind : {MapKind::Outcomes, MapKind::ResidualJump, MapKind::ResidualRest,
+                                   MapKind::ElemsCor, MapKind::ElemsCorTh, MapKind::SumUp,
+                                   MapKind::Processed, MapKind::Operand1, MapKind::Operand2})
             book.at({kind});
         book.at({MapKind::ElemRoi, 1});
         book.at({MapKind::ElemJump, 1});

@@ -20,7 +20,7 @@ ArithmeticSection::ArithmeticSection(QWidget* parent)
     for (const QRadioButton* button : {ui_->ShowMap1, ui_->ShowMap2, ui_->ShowProcessedMap})
         connect(button, &QRadioButton::clicked, this, &ArithmeticSection::changedSelection);
     // The maps of the arithmetic are shown only while it is chosen.
-    connect(chooser(), &QCheckBox::toggled, this, &ArithmeticSection::changedSelection);
+    connect(chooser(), &QAbstractButton::toggled, this, &ArithmeticSection::changedSelection);
 }
 
 ArithmeticSection::~ArithmeticSection() = default;

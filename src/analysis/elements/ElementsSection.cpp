@@ -50,7 +50,7 @@ void ElementsSection::connectForm()
     connect(ui_->AElemsCds, &AElemsConds::changed, this, &ElementsSection::changed);
     connect(ui_->AElemsCds, &AElemsConds::edited, this, &ElementsSection::askReanalyze);
     // The maps of elements are shown only while their analysis is chosen.
-    connect(chooser(), &QCheckBox::toggled, this, &ElementsSection::changedSelection);
+    connect(chooser(), &QAbstractButton::toggled, this, &ElementsSection::changedSelection);
 }
 
 void ElementsSection::placeCaptions()

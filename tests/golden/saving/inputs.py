@@ -1,0 +1,4 @@
+from experiment import write_common, write_scan
+
+write_common()
+write_scan("scan", lambda x, y: 0.2 + 0.05 * x + 0.1 * y)
