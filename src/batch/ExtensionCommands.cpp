@@ -194,6 +194,8 @@ constexpr CommandText texts[] = {
      "Finds the pixels that stay dark in all I1 images, and writes the files of the dark check into the working folder"},
     {ExCmdAnalyzer2UseErrorPoints, "analyzer2_use_error_points", "<0|1>", "0", atOnce,
      "Uses the configuration's list of bad pixels for images without one of their own that are read later"},
+    {ExCmdAnalyzer2ShowWindow, "analyzer2_show_window", "", "", atOnce,
+     "Brings the panel of the diagnostics up"},
 };
 // clang-format on
 

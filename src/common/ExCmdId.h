@@ -227,6 +227,7 @@ enum EX_CMD_ID : int
     ExCmdAnalyzer2HistogramBins = 291,
     ExCmdAnalyzer2DarkCheck = 292,
     ExCmdAnalyzer2UseErrorPoints = 293,
+    ExCmdAnalyzer2ShowWindow = 294,
     ExCmdEnd ///< above all numbers
 };
 
