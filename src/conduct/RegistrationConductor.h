@@ -1,6 +1,7 @@
 #pragma once
 
 #include "batch/CommandEnd.h"
+#include "common/ExCmdId.h"
 #include "registration/ImgProc.h"
 #include "registration/StackAlignment.h"
 
