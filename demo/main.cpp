@@ -80,6 +80,9 @@ int write(const QCommandLineParser& parser, const QString& folder)
     if (hard && parser.isSet(QStringLiteral("energies"))) {
         return fail(QStringLiteral("--hard has energies of its own: leave --energies out"));
     }
+    if (hard && conditions.drift > 0) {
+        return fail(QStringLiteral("--hard has a sample that stays: leave --drift out"));
+    }
     const QString formatName = parser.value(QStringLiteral("format"));
     if (!imageFormatOf(formatName, &format)) {
         return fail(QStringLiteral("--format takes tiff, img16, img32 or brnx"));
