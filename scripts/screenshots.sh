@@ -234,6 +234,7 @@ registration() {
         echo "batch registration_set_reference"
         echo "batch seek_image 80"
         echo "batch registration_view 2"
+        echo "batch screenshot Registration $work/img/registration-panel.png"
         echo 'batch :echo "The sample has drifted"'
     } >"$lines"
     start $'[Workbench]\nramp=2' -e -c "$lines"

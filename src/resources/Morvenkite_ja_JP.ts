@@ -2948,8 +2948,8 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <translation>未定義</translation>
     </message>
     <message>
-        <source>reaches out of a moved image</source>
-        <translation>動かした画像の外に出る</translation>
+        <source>outside a moved image</source>
+        <translation>動かした画像の外</translation>
     </message>
 </context>
 <context>

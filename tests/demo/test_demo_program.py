@@ -61,7 +61,7 @@ class DemoProgram(unittest.TestCase):
             self.succeed(DEMO, "write", folder, "--drift", 9)
             log = self.execute(folder, "demo.bat")
             self.assertIn("81 images of I1 moved by -9, 0 to 0, 6", log)
-            self.assertIn("reaches out of a moved image", log)
+            self.assertIn("outside a moved image", log)
             self.succeed(DEMO, "compare", folder)
             # And is not without it.
             batch = (folder / "demo.bat").read_text()
