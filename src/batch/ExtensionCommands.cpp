@@ -156,9 +156,9 @@ constexpr CommandText texts[] = {
      "Moves an image of the stack on show by so many pixels; without a number, the one on show"},
     {ExCmdRegistrationClearShifts, "registration_clear_shifts", "", "", atOnce,
      "Moves all images of both stacks back"},
-    {ExCmdRegistrationAutoAll, "registration_auto_all", "<0|1>", "0", later,
+    {ExCmdRegistrationAutoAll, "registration_auto_all", "<0|1> [<0|1 I0 too>]", "0 1", later,
      "Searches the shifts of all images of the stack on show and moves them: against the reference "
-     "for 0, each against the one before for 1"},
+     "for 0, each against the one before for 1; with 1 behind it I0 goes with I1"},
     {ExCmdRegistrationView, "registration_view", "<0|1|2>", "1", atOnce,
      "Shows the image in the panel of registration for 0, the binary image for 1, the comparison "
      "with the reference for 2"},

@@ -2444,6 +2444,14 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>Stops the search; no image is moved then</source>
         <translation>探索を止める。画像は動かない</translation>
     </message>
+    <message>
+        <source>I0 too</source>
+        <translation>I0 も動かす</translation>
+    </message>
+    <message>
+        <source>Auto All moves the I0 image of the nearest energy with each image of I1: for a sample that moves in a beam that stays</source>
+        <translation>「全画像を自動」で、I1 の各画像と同じ移動を最も近いエネルギーの I0 画像にも与える: 動かないビームの中で試料が動いた場合</translation>
+    </message>
 </context>
 <context>
     <name>LCFReference</name>
@@ -3113,8 +3121,8 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <translation>未定義</translation>
     </message>
     <message>
-        <source>reaches out of a moved image</source>
-        <translation>動かした画像の外に出る</translation>
+        <source>outside a moved image</source>
+        <translation>動かした画像の外</translation>
     </message>
 </context>
 <context>
