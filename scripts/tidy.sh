@@ -14,7 +14,7 @@ if [[ $# -gt 0 ]]; then
     files=("$@")
 else
     mapfile -t files < <(git ls-files 'src/*.cpp' 'src/*.h' 'demo/*.cpp' 'demo/*.h' \
-        'bench/*.cpp' 'bench/*.h' 'tests/*.cpp' 'tests/*.h')
+        'bench/*.cpp' 'bench/*.h' 'tests/*.cpp' 'tests/*.h' 'fuzz/*.cpp' 'fuzz/*.h' 'packaging/*.cpp')
 fi
 clang-format --dry-run --Werror "${files[@]}"
 
@@ -23,5 +23,6 @@ database=$(mktemp -d)
 trap 'rm -rf "$database"' EXIT
 sed -E 's/ -Winvalid-pch//g; s/ -include [^ ]*cmake_pch\.hxx//g' \
     build/compile_commands.json >"$database/compile_commands.json"
-printf '%s\n' "${files[@]}" | grep '\.cpp$' |
+# The fuzzers have a build of their own.
+printf '%s\n' "${files[@]}" | grep '\.cpp$' | grep -v '^fuzz/' |
     xargs -P "$(nproc)" -n 4 clang-tidy --quiet -p "$database"

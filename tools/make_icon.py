@@ -1,13 +1,15 @@
 #!/usr/bin/env python3
-"""Draws the program's icon, an absorption edge over the pixels of a map in a rounded square, and
-writes it in the sizes that desktops ask for to src/resources/icon-<size>.png.
+"""Draws the program's icon, an absorption edge over the pixels of a map in a rounded square. Writes it
+in the sizes that desktops ask for to src/resources/icon-<size>.png, and in any size to
+packaging/morvenkite.svg.
 """
 import math
 import pathlib
 import struct
 import zlib
 
-FOLDER = pathlib.Path(__file__).resolve().parent.parent / "src" / "resources"
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+FOLDER = ROOT / "src" / "resources"
 SIZES = (16, 32, 64, 128, 256)
 SAMPLES = 4  # each way, in a pixel
 
@@ -115,6 +117,32 @@ def png(size):
             + chunk(b"IDAT", zlib.compress(rows, 9)) + chunk(b"IEND", b""))
 
 
+def hex_color(color):
+    return "#" + "".join(f"{round(c):02x}" for c in color)
+
+
+def svg(side=256):
+    """The icon as an SVG file: the same cells and curve in lengths of a picture of that side."""
+    margin, line, gap = (part * side for part in USUAL_STYLE)
+    cell = side / CELLS
+    parts = [f'<rect x="{column * cell + gap / 2:.2f}" y="{row * cell + gap / 2:.2f}" '
+             f'width="{cell - gap:.2f}" height="{cell - gap:.2f}" '
+             f'fill="{hex_color(cell_color((column + 0.5) / CELLS, (row + 0.5) / CELLS, 0))}"/>'
+             for row in range(CELLS) for column in range(CELLS)]
+    points = " ".join(f"{x * side:.2f},{(1 - y) * side:.2f}" for x, y in CURVE)
+    parts += [f'<polyline points="{points}" fill="none" stroke="{color}" stroke-width="{width:.2f}" '
+              f'stroke-opacity="{opacity}" stroke-linecap="round" stroke-linejoin="round"/>'
+              for color, width, opacity in ((hex_color(SHADE), 1.6 * line, 0.5), (hex_color(LINE), line, 1))]
+    inside = side - 2 * margin
+    square = (f'<rect x="{margin:g}" y="{margin:g}" width="{inside:g}" height="{inside:g}" '
+              f'rx="{CORNER * side:g}"')
+    return "\n".join([
+        f'<svg xmlns="http://www.w3.org/2000/svg" width="{side}" height="{side}" viewBox="0 0 {side} {side}">',
+        f'<clipPath id="square">{square}/></clipPath>',
+        '<g clip-path="url(#square)">', f'{square} fill="{hex_color(SHADE)}"/>', *parts, "</g>", "</svg>", ""])
+
+
 if __name__ == "__main__":
     for size in SIZES:
         (FOLDER / f"icon-{size}.png").write_bytes(png(size))
+    (ROOT / "packaging" / "morvenkite.svg").write_text(svg(), encoding="utf-8")

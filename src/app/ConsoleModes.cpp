@@ -1,5 +1,6 @@
 #include "app/ConsoleModes.h"
 
+#include "app/ProgramOptions.h"
 #include "batch/BatchCheck.h"
 #include "batch/BatchFile.h"
 #include "batch/CommandTable.h"
@@ -14,6 +15,7 @@
 #include <fftw3.h>
 #include <tiffio.h>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace {
@@ -52,6 +54,29 @@ int checkFile(const QString& fname)
     return report.count == 0 ? nothingFound : somethingFound;
 }
 
+/// A text of the tables as a terminal shows it.
+QString plain(QString text)
+{
+    return text.remove(QLatin1Char('`'));
+}
+
+void listRows(const QVector<ProgramOption>& rows)
+{
+    for (const ProgramOption& row : rows)
+        print(QStringLiteral("%1\n    %2").arg(row.usage, plain(row.effect)));
+}
+
+int listOptions()
+{
+    for (const QString& usage : programUsages())
+        print(QLatin1String("morvenkite ") + usage);
+    print(QString());
+    listRows(programOptions());
+    print(QStringLiteral("\nIn the environment:"));
+    listRows(programVariables());
+    return nothingFound;
+}
+
 int listCommands()
 {
     for (const KeywordRow& keyword : keywordTable())
@@ -84,14 +109,18 @@ int tellVersion(const char* version)
 std::optional<int> runConsoleMode(int argc, char** argv, const char* version)
 {
     const QString check = QStringLiteral("--check");
-    const QString help = QStringLiteral("--help-commands");
+    const QString commands = QStringLiteral("--help-commands");
+    const QString help = QStringLiteral("--help");
+    const QStringList modes{check, commands, help, QStringLiteral("--version")};
     Cfg& cfg = theCfg();
-    if (!cfg.contains(check) && !cfg.contains(help) && !cfg.contains(QStringLiteral("--version")))
+    if (std::none_of(modes.begin(), modes.end(), [&](const QString& m) { return cfg.contains(m); }))
         return {};
     // The log is for those who look at a run.
     QLoggingCategory::setFilterRules(QStringLiteral("*.debug=false"));
     const QCoreApplication application(argc, argv);
     if (cfg.contains(check))
         return checkFile(cfg.value(check));
-    return cfg.contains(help) ? listCommands() : tellVersion(version);
+    if (cfg.contains(commands))
+        return listCommands();
+    return cfg.contains(help) ? listOptions() : tellVersion(version);
 }

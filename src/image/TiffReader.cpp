@@ -9,7 +9,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <limits>
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include <tiffio.h>
@@ -22,13 +23,15 @@ struct TiffCloser
 };
 using TiffHandle = std::unique_ptr<TIFF, TiffCloser>;
 
-/// What a codec can unpack a byte to at the most, from the shape of its codes; 16-bit pixels come
-/// in no others. A header that asks for more than the file could hold comes of no writer.
+/// What a codec can unpack a byte to at the most, from the shape of its codes. A header that asks
+/// for more than the file could hold comes of no writer.
 struct Packing
 {
     uint16_t compression;
     qint64 most;
 };
+constexpr qint64 unbounded = 0;
+/// All codecs of unsigned 16-bit pixels; others pack colours, or pixels of other kinds.
 constexpr Packing packings[] = {
     {COMPRESSION_NONE, 1},
     {COMPRESSION_PACKBITS, 64},        // runs of 128 in two bytes
@@ -37,17 +40,23 @@ constexpr Packing packings[] = {
     {COMPRESSION_DEFLATE, 1032},       // the same by its old number
     {COMPRESSION_LZMA, 7200},          // matches of 273 in 0.31 bits
     {COMPRESSION_ZSTD, 32768},         // blocks of 128 kB in four bytes
+    {COMPRESSION_LERC, unbounded},     // a constant strip of any size has a fixed head
 };
 
-/// Bytes of pixels that a file can hold. Some codecs write a constant strip of any size in a fixed
-/// head; for them there is no limit.
-qint64 mostPixelBytes(uint16_t compression, qint64 fileBytes)
+const Packing* packingOf(uint16_t compression)
 {
-    for (const Packing& packing : packings) {
-        if (packing.compression == compression)
-            return fileBytes * packing.most;
-    }
-    return std::numeric_limits<qint64>::max();
+    const auto* const end = std::end(packings);
+    const auto* const found = std::find_if(std::begin(packings), end, [=](const Packing& packing) {
+        return packing.compression == compression;
+    });
+    return found != end ? found : nullptr;
+}
+
+/// Bytes of pixels that a file can hold.
+qint64 mostPixelBytes(const Packing& packing, qint64 fileBytes)
+{
+    return packing.most != unbounded ? fileBytes * packing.most
+                                     : std::max(2 * maxImagePixels, fileBytes);
 }
 
 /// Memory of an image: a word and a byte of picture a pixel.
@@ -83,19 +92,21 @@ const char* kindRefusal(TIFF* tif)
     if (TIFFIsTiled(tif) || tagOf(tif, TIFFTAG_BITSPERSAMPLE) != 16 ||
         tagOf(tif, TIFFTAG_SAMPLESPERPIXEL) != 1)
         return "Not a striped 16 bit grey tiff";
-    if (TIFFIsCODECConfigured(tagOf(tif, TIFFTAG_COMPRESSION)) != 1)
+    const uint16_t compression = tagOf(tif, TIFFTAG_COMPRESSION);
+    if (TIFFIsCODECConfigured(compression) != 1 || packingOf(compression) == nullptr)
         return "Compression not supported";
     return nullptr;
 }
 
-/// Why an image of this size can't be taken, or null.
+/// Why an image of this size, of a kind that is taken, can't be, or null.
 const char* sizeRefusal(TIFF* tif, quint32 width, quint32 height, qint64 fileBytes)
 {
     if (width == 0 || height == 0 || width > quint32(maxImageSide) ||
         height > quint32(maxImageSide))
         return "Image size not supported";
     const qint64 pixels = qint64(width) * qint64(height);
-    if (pixels > mostPixelBytes(tagOf(tif, TIFFTAG_COMPRESSION), fileBytes) / 2)
+    const Packing& packing = *packingOf(tagOf(tif, TIFFTAG_COMPRESSION));
+    if (pixels > mostPixelBytes(packing, fileBytes) / 2)
         return "Image size exceeds the file";
     if (pixels > machineMemory() / bytesPerPixel)
         return "Image size exceeds the machine's memory";
@@ -151,20 +162,35 @@ double exifExposureMs(TIFF* tif)
     return 1000.0 * seconds;
 }
 
-/// Number of rows that could not be read, each set to 0; -1 when stopped.
+/// Sets the rows from .. to-1 to 0.
+void clearRows(TiffData& image, int from, int to)
+{
+    for (int y = from; y < to; ++y) {
+        quint16* const row = image.row<quint16>(y);
+        std::fill(row, row + image.width, quint16(0));
+        image.noteExtremes(y);
+    }
+}
+
+/// Number of rows that could not be read, each set to 0; -1 when stopped. Rows are set when one
+/// behind them has been read, so that the pixels of a file that holds none take no memory.
 int readRows(TIFF* tif, TiffData& image, const std::atomic<bool>* stop)
 {
     int failed = 0;
+    int behindRead = 0;
     for (int y = 0; y < image.height; ++y) {
         if (stop && *stop)
             return -1;
-        quint16* row = image.row<quint16>(y);
-        if (TIFFReadScanline(tif, row, uint32_t(y), 0) != 1) {
-            std::fill(row, row + image.width, quint16(0));
+        if (TIFFReadScanline(tif, image.row<quint16>(y), uint32_t(y), 0) != 1) {
             ++failed;
+            continue;
         }
+        clearRows(image, behindRead, y);
         image.noteExtremes(y);
+        behindRead = y + 1;
     }
+    if (failed < image.height)
+        clearRows(image, behindRead, image.height);
     return failed;
 }
 

@@ -1629,6 +1629,29 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     </message>
 </context>
 <context>
+    <name>ExportConductor</name>
+    <message>
+        <source>Data File (*.dat)</source>
+        <translation type="unfinished">データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation type="unfinished">すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Save Each Spectrum</source>
+        <translation type="unfinished">各点スペクトルを保存</translation>
+    </message>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation type="unfinished">画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>Check what is to be written of each point</source>
+        <translation>各点について書き出すものを選んでください</translation>
+    </message>
+</context>
+<context>
     <name>FindBar</name>
     <message>
         <source>Find</source>
@@ -3467,6 +3490,14 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>Chk Vals</source>
         <translation>値を確認</translation>
+    </message>
+    <message>
+        <source>Stop; no file is written</source>
+        <translation>停止 (ファイルは書かれません)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation type="unfinished">停止</translation>
     </message>
 </context>
 <context>

@@ -173,6 +173,8 @@ private Q_SLOTS:
         QVERIFY(help.contains("\nquit\n    Ends the program; no line behind it runs\n"));
         QVERIFY(runWithoutDisplay({"--version"}).contains(QString("\nQt ") + qVersion()));
         QCOMPARE(exitCode_, 0);
+        const QString options = runWithoutDisplay({"--help"});
+        QVERIFY(exitCode_ == 0 && options.contains("\n-timeout <seconds>\n    with -x: "));
     }
 
     /// A text of commands, unattended and with a window, ended while it waits.

@@ -1,4 +1,5 @@
 #include "BatchText.h"
+#include "app/ProgramOptions.h"
 #include "batch/BatchCheck.h"
 #include "batch/CommandTable.h"
 
@@ -66,6 +67,22 @@ QString commandList()
     }
     return list;
 }
+
+/// How the program is called, and its options, as the documentation holds them.
+QString optionList()
+{
+    QString list;
+    for (const QString& usage : programUsages())
+        list += "    build/morvenkite " + usage + '\n';
+    list += "\n| Option | Meaning |\n|---|---|\n";
+    for (const ProgramOption& option : programOptions())
+        list += QString("| `%1` | %2 |\n")
+                    .arg(QString(option.usage).replace(", ", "`, `"), cell(option.effect));
+    list += "\n| In the environment | Meaning |\n|---|---|\n";
+    for (const ProgramOption& variable : programVariables())
+        list += QString("| `%1` | %2 |\n").arg(variable.usage, cell(variable.effect));
+    return list;
+}
 } // namespace
 
 /// Batch examples and the command list of the documentation.
@@ -102,22 +119,35 @@ private Q_SLOTS:
                      qPrintable(command.word));
     }
 
-    void theCommandListIsThatOfTheProgram()
+    void listsAreThoseOfTheProgram_data()
     {
-        const QString name = "docs/batch-commands.md";
-        const QString start = "<!-- commands -->\n\n";
-        QString text = textOf(name);
+        QTest::addColumn<QString>("page");
+        QTest::addColumn<QString>("subject");
+        QTest::addColumn<QString>("list");
+        QTest::newRow("commands") << "docs/batch-commands.md"
+                                  << "commands" << commandList();
+        QTest::newRow("options") << "README.md"
+                                 << "options" << optionList();
+    }
+
+    void listsAreThoseOfTheProgram()
+    {
+        QFETCH(QString, page);
+        QFETCH(QString, subject);
+        QFETCH(QString, list);
+        const QString start = QString("<!-- %1 -->\n\n").arg(subject);
+        QString text = textOf(page);
         const int from = text.indexOf(start) + start.size();
-        const int to = text.indexOf("\n<!-- end of commands -->");
+        const int to = text.indexOf(QString("\n<!-- end of %1 -->").arg(subject));
         QVERIFY(from >= start.size() && to >= from);
         if (qEnvironmentVariableIsSet("MORVENKITE_UPDATE_DOCS")) {
-            text.replace(from, to - from, commandList());
-            QFile file(pathOf(name));
+            text.replace(from, to - from, list);
+            QFile file(pathOf(page));
             QVERIFY(file.open(QIODevice::WriteOnly));
             file.write(text.toUtf8());
             return;
         }
-        QVERIFY2(text.mid(from, to - from) == commandList(),
+        QVERIFY2(text.mid(from, to - from) == list,
                  "run test_documentation with MORVENKITE_UPDATE_DOCS=1 to renew the list");
     }
 };

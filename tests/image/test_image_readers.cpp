@@ -34,15 +34,30 @@ class TestImageReaders : public QObject
         return writeBytes(name_, bytes) && image.readFile(name_, bad, stop);
     }
 
-    /// A TIFF with a sample format in place of the strip's length, which libtiff can do without.
-    static QByteArray withSampleFormat(quint32 format)
+    /// A TIFF whose entry of the directory is a 16-bit tag with this value. The last of the nine,
+    /// the strip's length, is one that libtiff can do without.
+    static QByteArray withEntry(int entry, quint32 id, quint32 value)
     {
         QByteArray bytes = tiffBytes(4, 4, ramp);
         QByteArray tag;
-        for (const auto& [value, size] :
-             {std::pair<quint32, int>{339, 2}, {3, 2}, {1, 4}, {format, 4}})
-            appendWord(tag, value, size);
-        return bytes.replace(8 + 4 * 4 * 2 + 2 + 12 * 8, 12, tag);
+        for (const auto& [number, size] :
+             {std::pair<quint32, int>{id, 2}, {3, 2}, {1, 4}, {value, 4}})
+            appendWord(tag, number, size);
+        return bytes.replace(8 + 4 * 4 * 2 + 2 + 12 * entry, 12, tag);
+    }
+
+    static QByteArray withSampleFormat(quint32 format)
+    {
+        return withEntry(8, TIFFTAG_SAMPLEFORMAT, format);
+    }
+
+    /// A few bytes that claim columns and rows by the thousand, packed by this codec.
+    static QByteArray claimOf(quint32 codec)
+    {
+        QByteArray bytes = withEntry(3, TIFFTAG_COMPRESSION, codec);
+        for (const int entry : {0, 1})
+            bytes.replace(8 + 4 * 4 * 2 + 2 + 12 * entry + 8, 4, QByteArray("\xff\xff\0\0", 4));
+        return bytes;
     }
 
 private Q_SLOTS:
@@ -137,12 +152,12 @@ private Q_SLOTS:
         QCOMPARE(log.linesWith("4 of 4 rows can not be read"), 1);
     }
 
-    /// Constant pixels: the codecs at their tightest, 20,000 to 1 for the last.
+    /// Constant pixels: the codecs at their tightest.
     void compressionPacksAsTightAsItCan()
     {
         constexpr quint32 side = 1000;
         for (const int codec : {COMPRESSION_LZW, COMPRESSION_ADOBE_DEFLATE, COMPRESSION_PACKBITS,
-                                COMPRESSION_LZMA, COMPRESSION_ZSTD}) {
+                                COMPRESSION_LZMA, COMPRESSION_ZSTD, COMPRESSION_LERC}) {
             if (TIFFIsCODECConfigured(uint16_t(codec)) != 1)
                 continue;
             TIFF* tiff = TIFFOpen(qPrintable(name_), "w");
@@ -193,6 +208,8 @@ private Q_SLOTS:
             {"Not an image file", {"GIF89a and some more"}},
             {"Can not open tiff", {QByteArray("II*\0 nothing of a tiff", 23)}},
             {"16 bit", {tiffBytes(4, 4, ramp, 0, 8)}},
+            {"Compression not supported", {claimOf(COMPRESSION_CCITTFAX4), claimOf(65000)}},
+            {"Image size exceeds the file", {claimOf(COMPRESSION_ZSTD), claimOf(COMPRESSION_LERC)}},
             {"signed or float", {withSampleFormat(2), withSampleFormat(3)}},
             {"Error on reading (3)", {img.left(img.size() - 1), img.left(20)}},
             {"Error on reading (2)", {imgBytes(3, 3, "BytesPerPixel=4,", 2, ramp)}},
