@@ -1632,19 +1632,19 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <name>ExportConductor</name>
     <message>
         <source>Data File (*.dat)</source>
-        <translation type="unfinished">データファイル (*.dat)</translation>
+        <translation>データファイル (*.dat)</translation>
     </message>
     <message>
         <source>Any Files (* *.*)</source>
-        <translation type="unfinished">すべてのファイル (* *.*)</translation>
+        <translation>すべてのファイル (* *.*)</translation>
     </message>
     <message>
         <source>Save Each Spectrum</source>
-        <translation type="unfinished">各点スペクトルを保存</translation>
+        <translation>各点スペクトルを保存</translation>
     </message>
     <message>
         <source>No images: load them in step 1</source>
-        <translation type="unfinished">画像がない: 手順 1 で読み込む</translation>
+        <translation>画像がない: 手順 1 で読み込む</translation>
     </message>
     <message>
         <source>Check what is to be written of each point</source>
@@ -3497,7 +3497,7 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     </message>
     <message>
         <source>Stop</source>
-        <translation type="unfinished">停止</translation>
+        <translation>停止</translation>
     </message>
 </context>
 <context>
