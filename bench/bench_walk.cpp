@@ -1,8 +1,10 @@
-// Walks over maps through the main window's real signals. items are positions.
+// Walks over maps through the main window's real signals, of which items are positions; and the
+// dark check of the same images, of which items are pixels.
 
 #include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
 #include "analysis/Analyzer.h"
+#include "analysis/diagnostics/DarkCheck.h"
 #include "app/Body.h"
 #include "calibration/ShiftMapFile.h"
 #include "conduct/BatchConductor.h"
@@ -12,8 +14,10 @@
 
 #include <QAbstractButton>
 #include <QCoreApplication>
+#include <QDir>
 #include <QEventLoop>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <benchmark/benchmark.h>
 
@@ -102,7 +106,8 @@ enum class Under
     DEdgeCompared,
     LcfAndDEdge,
     Residual,
-    Elements
+    Elements,
+    SumUp
 };
 
 void check(Body& body, const QString& button, bool on)
@@ -131,6 +136,16 @@ void setElements(Body& body, bool on)
         command(body, QStringLiteral("analyzer_target_elements Co Ni Cu"));
 }
 
+/// All images; the picture that each sum saves goes with the folder.
+void setSumUp(Body& body, bool on)
+{
+    static const QTemporaryDir folder;
+    static const QString start = QDir::currentPath();
+    QDir::setCurrent(on ? folder.path() : start);
+    command(body, on ? QStringLiteral("analyzer_sum_up_add 0 %1").arg(synthetic::energies)
+                     : QStringLiteral("analyzer_sum_up_clear"));
+}
+
 /// The command that walks under the condition.
 QPair<QString, EX_CMD_ID> execOf(Under under)
 {
@@ -138,6 +153,8 @@ QPair<QString, EX_CMD_ID> execOf(Under under)
         return {QStringLiteral("analyzer_exec_ra"), ExCmdAnalyzerExecRa};
     if (under == Under::Elements)
         return {QStringLiteral("analyzer_exec_elems"), ExCmdAnalyzerExecElems};
+    if (under == Under::SumUp)
+        return {QStringLiteral("analyzer_sum_up"), ExCmdAnalyzerSumUp};
     return {QStringLiteral("analyzer_exec_LCF"), ExCmdAnalyzerExecLCF};
 }
 
@@ -176,6 +193,9 @@ void setUnder(Body& body, Under under, bool on)
     case Under::Elements:
         setElements(body, on);
         break;
+    case Under::SumUp:
+        setSumUp(body, on);
+        break;
     }
 }
 
@@ -204,6 +224,17 @@ void walkUnder(benchmark::State& state, Under under)
     body.reader().askAnalyzeCond(walk);
     state.SetItemsProcessed(state.iterations() * walk.columns() * walk.rows());
     setUnder(body, under, false);
+}
+
+void darkCheck(benchmark::State& state)
+{
+    const TiffStack& images = preparedBody().data().i1.images;
+    const std::atomic<bool> stop = false;
+    const ProcessorWaits waits(state);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            checkDark(images, {}, QThread::idealThreadCount(), stop, [](double) {}));
+    state.SetItemsProcessed(state.iterations() * images.size() * synthetic::side * synthetic::side);
 }
 
 /// 128x128 positions of one pixel against a standard, through the window.
@@ -270,3 +301,9 @@ BENCHMARK_CAPTURE(walkUnder, elements, Under::Elements)
     ->Name("walk_elements")
     ->Arg(0)
     ->Apply(asWalk);
+BENCHMARK_CAPTURE(walkUnder, sum_up, Under::SumUp)
+    ->Name("walk_sum_up")
+    ->Arg(0)
+    ->Arg(2)
+    ->Apply(asWalk);
+BENCHMARK(darkCheck)->Name("dark_check")->Apply(asWalk);

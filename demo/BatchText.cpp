@@ -75,6 +75,28 @@ QString loading(const QString& folder, const Phantom& phantom, Stack stack, Imag
              QString::number(phantom.darkCorner - 2));
 }
 
+/// A sample that drifts: bad pixels would drift with it once images are moved back.
+QString badPixels(const QString& folder, const Phantom& phantom, Stack stack)
+{
+    if (phantom.conditions.drift == 0) {
+        return {};
+    }
+    return QStringLiteral("error_points_%1 \"%2/bad-pixels.txt\"\nuse_error_points_%1 1\n")
+        .arg(placeOf(stack), folder);
+}
+
+/// Brings it back by its outline, which changes with the energy and is alike from image to image.
+/// The sample moves in the beam, so I0 goes with it.
+QString registration(const Phantom& phantom)
+{
+    if (phantom.conditions.drift == 0) {
+        return {};
+    }
+    return QStringLiteral(":echo \"Bringing the sample back\"\n"
+                          "registration_threshold 700\n"
+                          "registration_auto_all 1 1\n");
+}
+
 QString wholeImage(const Phantom& phantom)
 {
     return QStringLiteral("select_region 0 0 %1 %1\n").arg(phantom.conditions.size);
@@ -198,11 +220,12 @@ QString easyText(const QString& folder, const Phantom& phantom, ImageFormat form
     return QStringLiteral("# From image stacks to maps of three species\n") +
            conditionsText(phantom) + QStringLiteral(":echo \"Loading the standard\"\n") +
            loading(folder, phantom, Stack::Standard, format) +
-           loading(folder, phantom, Stack::I0, format) + wholeImage(phantom) + calibration(folder) +
+           badPixels(folder, phantom, Stack::I0) + loading(folder, phantom, Stack::I0, format) +
+           wholeImage(phantom) + calibration(folder) +
            QStringLiteral(":echo \"Loading the sample\"\n") +
-           loading(folder, phantom, Stack::I1, format) + wholeImage(phantom) +
-           references(folder, 0) + easyFits(folder) + otherAnalyses(folder) +
-           QStringLiteral("quit\n");
+           badPixels(folder, phantom, Stack::I1) + loading(folder, phantom, Stack::I1, format) +
+           registration(phantom) + wholeImage(phantom) + references(folder, 0) + easyFits(folder) +
+           otherAnalyses(folder) + QStringLiteral("quit\n");
 }
 
 QString hardText(const QString& folder, const Phantom& phantom, ImageFormat format)

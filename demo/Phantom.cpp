@@ -149,6 +149,17 @@ double absorption(const Phantom& phantom, Stack stack, int pixel, double energy)
     }
 }
 
+/// The part of the sample that is in front of a pixel when an image is taken. What comes in from
+/// beyond the field is like the rim.
+int samplePixel(const Phantom& phantom, int pixel, int index)
+{
+    const int size = phantom.conditions.size;
+    const QPoint gone = driftAt(phantom, index);
+    const int x = std::clamp(pixel % size - gone.x(), 0, size - 1);
+    const int y = std::clamp(pixel / size - gone.y(), 0, size - 1);
+    return y * size + x;
+}
+
 /// Counts of the beam behind the sample, the standard or nothing, without dark level and noise.
 QVector<double> beamImage(const Phantom& phantom, Stack stack, int index)
 {
@@ -160,7 +171,8 @@ QVector<double> beamImage(const Phantom& phantom, Stack stack, int index)
         if (i % size < phantom.darkCorner && i / size < phantom.darkCorner) {
             continue;
         }
-        const double mu = absorption(phantom, stack, i, energy - phantom.shift[i]);
+        const int sample = stack == Stack::I1 ? samplePixel(phantom, i, index) : i;
+        const double mu = absorption(phantom, stack, sample, energy - phantom.shift[i]);
         image[i] = phantom.beam[i] * intensity * std::exp(-mu);
     }
     return image;
@@ -226,6 +238,14 @@ Phantom makePhantom(const ExperimentConditions& conditions)
     }
     plantBadPixels(phantom);
     return phantom;
+}
+
+QPoint driftAt(const Phantom& phantom, int index)
+{
+    const double share = index / std::max(1.0, phantom.scan.size() - 1.0);
+    const int way = phantom.conditions.drift;
+    return {static_cast<int>(std::lround(share * way)),
+            -static_cast<int>(std::lround(share * way * 2.0 / 3.0))};
 }
 
 QVector<quint16> exposure(const Phantom& phantom, Stack stack, int index)

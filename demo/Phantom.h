@@ -17,6 +17,7 @@ struct ExperimentConditions
     quint64 seed = 1;  ///< fixes noise and bad pixels
     bool noise = true; ///< Poisson noise of the beam and read-out noise
     int halfWidth = 2; ///< half width of the blocks that the batch analyses [pixels]
+    int drift = 0;     ///< the sample's way to the right until the scan's end [pixels]
 
     bool isHard() const { return difficulty == Difficulty::Hard; }
 };
@@ -43,6 +44,10 @@ struct Phantom
     QVector<QPoint> hot;        ///< pixels that always read hotCount
     QVector<QPoint> dead;       ///< pixels that always read 0
 };
+
+/// How far the sample has gone when an image is taken, in whole pixels, evenly over the scan: to
+/// the right, and two thirds of that up. Beam and detector stay.
+QPoint driftAt(const Phantom& phantom, int index);
 
 /// Level that every pixel reads without beam, and the reading of a hot pixel.
 constexpr double darkLevel = 300.0;

@@ -73,11 +73,15 @@ int write(const QCommandLineParser& parser, const QString& folder)
     if (!seedOption(parser, &conditions.seed) || !noiseOption(parser, &conditions.noise) ||
         !integerOption(parser, QStringLiteral("size"), 40, 2048, &conditions.size) ||
         !integerOption(parser, QStringLiteral("energies"), 41, 2001, &conditions.energies) ||
-        !integerOption(parser, QStringLiteral("half"), 0, 8, &conditions.halfWidth)) {
+        !integerOption(parser, QStringLiteral("half"), 0, 8, &conditions.halfWidth) ||
+        !integerOption(parser, QStringLiteral("drift"), 0, 20, &conditions.drift)) {
         return usageError;
     }
     if (hard && parser.isSet(QStringLiteral("energies"))) {
         return fail(QStringLiteral("--hard has energies of its own: leave --energies out"));
+    }
+    if (hard && conditions.drift > 0) {
+        return fail(QStringLiteral("--hard has a sample that stays: leave --drift out"));
     }
     const QString formatName = parser.value(QStringLiteral("format"));
     if (!imageFormatOf(formatName, &format)) {
@@ -133,6 +137,7 @@ void addOptions(QCommandLineParser& parser)
     add("energies", "write: images of a stack (81)", "n", "");
     add("format", "write: tiff, img16, img32 or brnx", "name", "tiff");
     add("noise", "write: on or off", "switch", "on");
+    add("drift", "write: the sample moves by so many pixels during the scan (0)", "pixels", "");
     add("half",
         "half width of the analysed blocks (2, with --hard 1; compare: that of the experiment)",
         "pixels", "");

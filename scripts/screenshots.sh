@@ -164,6 +164,7 @@ pictures_1280x800() {
     grab batch
     finish
     analyses
+    registration
 }
 
 # A map of each analysis, brought on show by the batch, which takes the pictures itself: nothing
@@ -215,6 +216,60 @@ LINES
     } >"$work/analyses.cfg"
     start $'[Workbench]\nramp=2' -e -c "$work/analyses.cfg"
     logged "The analyses are shown"
+    finish
+}
+
+# The demonstration with a sample that drifts: before and after it is brought back, and what became
+# of the blocks. The dock is opened by the menu, for no command does it.
+registration() {
+    local lines=$work/registration.cfg
+    build/morvenkite-demo write "$work/drift" --drift 12 >"$log"
+    {
+        echo "INCLUDE $work/drift/config.cfg"
+        sed '1,/^:echo "Loading the sample"/!d; /^calib_/d; /std_/,+2d; s/^/batch /' "$work/drift/demo.bat"
+        sed -n "/error_points_i1/,/^set_i1_dark/s/^/batch /p" "$work/drift/demo.bat"
+        echo "batch select_region 0 0 200 200"
+        echo "batch registration_threshold 700"
+        echo "batch seek_image 0"
+        echo "batch registration_set_reference"
+        echo "batch seek_image 80"
+        echo "batch registration_view 2"
+        echo "batch screenshot Registration $work/img/registration-panel.png"
+        echo 'batch :echo "The sample has drifted"'
+    } >"$lines"
+    start $'[Workbench]\nramp=2' -e -c "$lines"
+    logged "The sample has drifted"
+    keys alt+w i
+    grab registration-apart
+    finish
+
+    {
+        sed '$d' "$lines"
+        echo "batch registration_auto_all 1 1"
+        echo "batch registration_set_reference 60"
+        echo "batch seek_image 80"
+        echo "batch registration_view 2"
+        echo 'batch :echo "The sample is back"'
+        sed -n '/^analyzer_select_analysis_mode 0/,/^:next/s/^/batch /p' "$work/drift/demo.bat"
+        echo "batch Suggesting_Elm Cu"
+        echo "batch suggesting_th_jump 5"
+        echo "batch Suggest_Elm 1"
+        echo "batch analyzer_exec_LCF"
+        echo "batch analyzer_show_outcomes"
+        echo "batch select_disp_image 3"
+        echo 'batch :echo "The outcomes are shown"'
+    } >"$work/back.cfg"
+    start $'[Workbench]\nramp=2' -e -c "$work/back.cfg"
+    logged "The outcomes are shown"
+    keys alt+w i
+    grab registration-edges
+    finish
+    sed -i '/analyzer_\|Suggest/d' "$work/back.cfg"
+    sed -i 's/^batch select_disp_image 3/batch select_disp_image 0/' "$work/back.cfg"
+    start $'[Workbench]\nramp=2' -e -c "$work/back.cfg"
+    logged "The outcomes are shown"
+    keys alt+w i
+    grab registration-together
     finish
 }
 

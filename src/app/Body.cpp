@@ -26,6 +26,7 @@
 #include "conduct/DarkConductor.h"
 #include "conduct/DiagnosticsConductor.h"
 #include "conduct/ExplainConductor.h"
+#include "conduct/ExportConductor.h"
 #include "conduct/FolderConductor.h"
 #include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
@@ -137,6 +138,8 @@ void Body::makeWorkConductors()
     saving_ = std::make_unique<SaveConductor>(
         SaveConductor::Parts{data_, book_, *p.imageBox, *p.saveBox, *p.saveDataCfg, *p.analyzer},
         *view_, *this);
+    exporting_ = std::make_unique<ExportConductor>(
+        ExportConductor::Parts{data_, *reader_, *p.saveBox}, *stacks_, *walks_, *this);
     registration_ = std::make_unique<RegistrationConductor>(
         RegistrationConductor::Parts{data_, *p.imageBox, *p.imgProc}, *stacks_, *view_, *walks_);
     batch_ = std::make_unique<BatchConductor>(*p.batchCtrl);
@@ -151,6 +154,7 @@ void Body::wireBatch()
     connect(stacks_.get(), &StackConductor::progressed, watch, &RunWatch::progressed);
     connect(analysis_.get(), &AnalysisConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::progressed, watch, &RunWatch::progressed);
+    connect(exporting_.get(), &ExportConductor::progressed, watch, &RunWatch::progressed);
     connect(registration_.get(), &RegistrationConductor::progressed, watch, &RunWatch::progressed);
     connect(diagnostics_.get(), &DiagnosticsConductor::progressed, watch, &RunWatch::progressed);
     connect(calibration_.get(), &CalibConductor::runningChanged, batch_.get(),
@@ -163,7 +167,7 @@ void Body::makeShell()
 {
     shell_ = std::make_unique<Shell>(Shell::Parts{*this, *panels_, data_, *stacks_, *folders_,
                                                   *calibration_, *analysis_, *diagnostics_,
-                                                  *registration_, *saving_, *batch_});
+                                                  *exporting_, *registration_, *saving_, *batch_});
     sessions_ = new Sessions(batch_->book().history(), *panels_->batchCtrl, *this);
     menus_ = std::make_unique<MenuBar>(
         MenuBar::Parts{*this, *panels_, *workbench_, *shell_, *folders_, *saving_, *sessions_});
@@ -218,6 +222,7 @@ void Body::bindCommands(CommandBook& book)
     diagnostics_->bindCommands(book);
     explaining_->bindCommands(book);
     saving_->bindCommands(book);
+    exporting_->bindCommands(book);
     registration_->bindCommands(book);
     shell_->bindCommands(book);
     panels_->history->follow(book.history());
@@ -343,6 +348,7 @@ void Body::closeEvent(QCloseEvent* event)
     stacks_->requestStop();
     analysis_->stop2DAnalysis();
     calibration_->stop();
+    exporting_->stop();
     registration_->stop();
     diagnostics_->stop();
     event->accept();

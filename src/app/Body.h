@@ -22,6 +22,7 @@ class DiagnosticsConductor;
 class ExplainConductor;
 class FolderConductor;
 class MenuBar;
+class ExportConductor;
 class RegistrationConductor;
 class SaveConductor;
 class SelectDataFiles;
@@ -68,6 +69,7 @@ public:
     CalibConductor& calibration() { return *calibration_; }
     AnalysisConductor& analysis() { return *analysis_; }
     DiagnosticsConductor& diagnostics() { return *diagnostics_; }
+    ExportConductor& exporting() { return *exporting_; }
     RegistrationConductor& registration() { return *registration_; }
     SaveConductor& saving() { return *saving_; }
     BatchConductor& batch() { return *batch_; }
@@ -110,6 +112,7 @@ private:
     std::unique_ptr<DiagnosticsConductor> diagnostics_;
     std::unique_ptr<ExplainConductor> explaining_;
     std::unique_ptr<SaveConductor> saving_;
+    std::unique_ptr<ExportConductor> exporting_;
     std::unique_ptr<RegistrationConductor> registration_;
     std::unique_ptr<BatchConductor> batch_;
     std::unique_ptr<Shell> shell_;

@@ -21,6 +21,7 @@
 #include "display/PanelDock.h"
 #include "display/XafsView.h"
 #include "output/SaveDataCfg.h"
+#include "registration/ImgProc.h"
 #include "selection/DataBox.h"
 #include "selection/SelectDataFiles.h"
 

@@ -5,6 +5,22 @@
 #include <QMap>
 #include <QProgressBar>
 
+/// Pieces of work that the bar of the program adds up.
+struct ProgressPart
+{
+    enum Number
+    {
+        LoadingI1,
+        LoadingI0,
+        Walking,
+        Calibrating,
+        Exporting,
+        CheckingDark,
+        Registering,
+        Count
+    };
+};
+
 /// A progress bar over several pieces of work that may run at the same time, with the time left;
 /// hidden while none does.
 class ProgressSum : public QProgressBar

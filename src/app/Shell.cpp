@@ -20,6 +20,7 @@
 #include "conduct/BatchConductor.h"
 #include "conduct/CalibConductor.h"
 #include "conduct/DiagnosticsConductor.h"
+#include "conduct/ExportConductor.h"
 #include "conduct/FolderConductor.h"
 #include "conduct/RegistrationConductor.h"
 #include "conduct/SaveConductor.h"
@@ -38,17 +39,6 @@
 
 namespace {
 
-/// Pieces of work that the progress bar adds up.
-enum Work
-{
-    LoadingI1,
-    LoadingI0,
-    Walking,
-    Calibrating,
-    CheckingDark,
-    Registering
-};
-
 const auto batchKind = QStringLiteral("batches"); ///< of files, see fileKind()
 
 constexpr int progressBarWidth = 220; ///< [pixels]
@@ -64,6 +54,7 @@ Shell::Shell(const Parts& parts)
     connectNotices();
     connectProgress();
     connectProgressOfWalks();
+    connectExport();
     connectDarkCheck();
     nameReferenceDialogs();
     connect(parts_.panels.analyzer.get(), &Analyzer::rowAdded, this, &Shell::takeReferenceRow);
@@ -171,7 +162,9 @@ void Shell::connectProgress()
 {
     connect(&parts_.stacks, &StackConductor::progressed, progress_,
             [this](const ImageStack* stack, int done, int total) {
-                progress_->setPart(stack == &parts_.data.i1 ? LoadingI1 : LoadingI0, done, total);
+                progress_->setPart(stack == &parts_.data.i1 ? ProgressPart::LoadingI1
+                                                            : ProgressPart::LoadingI0,
+                                   done, total);
                 stopShown_.start();
             });
     const auto look = [this] {
@@ -184,11 +177,13 @@ void Shell::connectProgress()
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, look);
     connect(&parts_.registration, &RegistrationConductor::runningChanged, this, look);
     connect(&parts_.registration, &RegistrationConductor::progressed, progress_,
-            [this](int done, int total) { progress_->setPart(Registering, done, total); });
+            [this](int done, int total) {
+                progress_->setPart(ProgressPart::Registering, done, total);
+            });
     connect(&parts_.registration, &RegistrationConductor::runningChanged, this,
             [this](bool running) {
                 if (!running)
-                    progress_->setPart(Registering, 0, 0);
+                    progress_->setPart(ProgressPart::Registering, 0, 0);
             });
 }
 
@@ -196,19 +191,38 @@ void Shell::connectProgressOfWalks()
 {
     connect(parts_.panels.analyzer.get(), &Analyzer::progressChanged, this, [this](double perCent) {
         if (parts_.analysis.isWalking())
-            progress_->setPart(Walking, truncatedInt(finePercent * perCent), 100 * finePercent);
+            progress_->setPart(ProgressPart::Walking, truncatedInt(finePercent * perCent),
+                               100 * finePercent);
     });
     connect(&parts_.analysis, &AnalysisConductor::runningChanged, this, [this](bool running) {
         if (!running)
-            progress_->setPart(Walking, 0, 0);
+            progress_->setPart(ProgressPart::Walking, 0, 0);
     });
     connect(&parts_.calibration, &CalibConductor::calibProgress, this, [this](double perCent) {
         if (parts_.calibration.isRunning())
-            progress_->setPart(Calibrating, truncatedInt(finePercent * perCent), 100 * finePercent);
+            progress_->setPart(ProgressPart::Calibrating, truncatedInt(finePercent * perCent),
+                               100 * finePercent);
     });
     connect(&parts_.calibration, &CalibConductor::runningChanged, this, [this](bool running) {
         if (!running)
-            progress_->setPart(Calibrating, 0, 0);
+            progress_->setPart(ProgressPart::Calibrating, 0, 0);
+    });
+}
+
+void Shell::connectExport()
+{
+    const ExportConductor* const exporting = &parts_.exporting;
+    connect(exporting, &ExportConductor::progressed, this, [this](double perCent) {
+        progress_->setPart(ProgressPart::Exporting, truncatedInt(finePercent * perCent),
+                           100 * finePercent);
+    });
+    connect(exporting, &ExportConductor::runningChanged, this, [this](bool running) {
+        stopShown_.start();
+        if (!running)
+            progress_->setPart(ProgressPart::Exporting, 0, 0);
+    });
+    connect(exporting, &ExportConductor::saved, this, [this](const QString& file) {
+        notice(tr("Saved: %1").arg(QFileInfo(file).fileName()));
     });
 }
 
@@ -216,13 +230,14 @@ void Shell::connectDarkCheck()
 {
     const DiagnosticsConductor* const diagnostics = &parts_.diagnostics;
     connect(diagnostics, &DiagnosticsConductor::progressed, this, [this](double perCent) {
-        progress_->setPart(CheckingDark, truncatedInt(finePercent * perCent), 100 * finePercent);
+        progress_->setPart(ProgressPart::CheckingDark, truncatedInt(finePercent * perCent),
+                           100 * finePercent);
     });
     connect(diagnostics, &DiagnosticsConductor::runningChanged, this, [this](bool running) {
         stopShown_.start();
         if (running)
             return;
-        progress_->setPart(CheckingDark, 0, 0);
+        progress_->setPart(ProgressPart::CheckingDark, 0, 0);
         if (!parts_.diagnostics.outcome().isEmpty())
             notice(parts_.diagnostics.outcome());
     });
@@ -232,8 +247,8 @@ bool Shell::isBusy() const
 {
     return parts_.stacks.isLoading(parts_.data.i1) || parts_.stacks.isLoading(parts_.data.i0) ||
            parts_.analysis.isWalking() || parts_.calibration.isRunning() ||
-           parts_.diagnostics.isChecking() || parts_.registration.isRunning() ||
-           parts_.panels.batchCtrl->watch().isWaiting();
+           parts_.exporting.isRunning() || parts_.diagnostics.isChecking() ||
+           parts_.registration.isRunning() || parts_.panels.batchCtrl->watch().isWaiting();
 }
 
 void Shell::showStop()
@@ -250,6 +265,7 @@ void Shell::stopAll()
     parts_.analysis.stop2DAnalysis();
     parts_.calibration.stop();
     parts_.diagnostics.stop();
+    parts_.exporting.stop();
     parts_.registration.stop();
     stopShown_.start();
 }

@@ -18,6 +18,7 @@ class NoticeBar;
 class ProgressSum;
 class QMainWindow;
 class QPushButton;
+class ExportConductor;
 class RegistrationConductor;
 class SaveConductor;
 class StackConductor;
@@ -41,6 +42,7 @@ public:
         CalibConductor& calibration;
         AnalysisConductor& analysis;
         DiagnosticsConductor& diagnostics;
+        ExportConductor& exporting;
         RegistrationConductor& registration;
         SaveConductor& saving;
         BatchConductor& batch;
@@ -64,6 +66,7 @@ private:
     void connectNotices();
     void connectProgress();
     void connectProgressOfWalks();
+    void connectExport();
     void connectDarkCheck();
     void tellLoaded();
     void tellAnalysis(bool whole);

@@ -10,7 +10,9 @@ constexpr int pauseMs = 200; ///< between two writings of the bar
 constexpr int barWidth = 30;
 
 /// Of the pieces of work that the sum adds up, in the order of their numbers.
-constexpr const char* partNames[] = {"load of I1", "load of I0", "analysis", "calibration"};
+constexpr const char* partNames[] = {"load of I1", "load of I0", "analysis",    "calibration",
+                                     "export",     "dark check", "registration"};
+static_assert(std::size(partNames) == ProgressPart::Count);
 
 QString nameOf(int part)
 {

@@ -132,8 +132,9 @@ Workbench::Workbench(QMainWindow& window, Panels& panels, QWidget& central)
     makeDock(spectrumView, tr("Spectrum at the position"), panels_.xafsView.get(), true);
     makeDock(fitView, tr("Analyzing Spectrum"), panels_.analyzer->view(), true);
     makeDock(bgView, tr("BG Specturm"), panels_.bgView.get(), false);
-    makeDock(diagnosticsDock, tr("Diagnostics"), panels_.analyzer2.get(), false);
-    makeDock(registrationDock, tr("Registration"), panels_.imgProc.get(), false);
+    makeDock(diagnosticsDock, tr("Diagnostics"), new FormArea(column({panels_.analyzer2.get()})),
+             false);
+    makeDock(registrationDock, tr("Registration"), new FormArea(panels_.imgProc.get()), false);
     makeDock(batchDock, tr("Batch"), panels_.batchCtrl.get(), false);
     makeDock(messagesDock, tr("Messages"), panels_.messages.get(), false);
     makeDock(historyDock, tr("History"), panels_.history.get(), false);

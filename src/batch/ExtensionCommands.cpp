@@ -156,9 +156,9 @@ constexpr CommandText texts[] = {
      "Moves an image of the stack on show by so many pixels; without a number, the one on show"},
     {ExCmdRegistrationClearShifts, "registration_clear_shifts", "", "", atOnce,
      "Moves all images of both stacks back"},
-    {ExCmdRegistrationAutoAll, "registration_auto_all", "<0|1>", "0", later,
+    {ExCmdRegistrationAutoAll, "registration_auto_all", "<0|1> [<0|1 I0 too>]", "0 1", later,
      "Searches the shifts of all images of the stack on show and moves them: against the reference "
-     "for 0, each against the one before for 1"},
+     "for 0, each against the one before for 1; with 1 behind it I0 goes with I1"},
     {ExCmdRegistrationView, "registration_view", "<0|1|2>", "1", atOnce,
      "Shows the image in the panel of registration for 0, the binary image for 1, the comparison "
      "with the reference for 2"},
@@ -166,6 +166,16 @@ constexpr CommandText texts[] = {
      "Moves an image at once when its shift was searched"},
     {ExCmdRegistrationAutoEach, "registration_auto_each", "<0|1>", "1", atOnce,
      "Searches the shift of each image that the panel of registration compares"},
+    {ExCmdExportNormalized, "export_normalized", "<0|1>", "1", atOnce,
+     "Writes the normalised spectrum of each point with export_spectra"},
+    {ExCmdExportRawXafs, "export_raw_xafs", "<0|1>", "1", atOnce,
+     "Writes the absorption spectrum of each point with export_spectra"},
+    {ExCmdExportRaw, "export_raw", "<0|1>", "1", atOnce,
+     "Writes the I1 counts of each point with export_spectra"},
+    {ExCmdExportSpectra, "export_spectra", "<new file>", "spectra.dat", later,
+     "Writes the chosen spectra of all points of the selected area, each kind into a file of its own"},
+    {ExCmdFourierAnalysis, "fourier_analysis", "", "", later,
+     "Transforms the counts of each block over the images; the log tells how each frequency correlates with the first image"},
     {ExCmdAnalyzerSumUpAdd, "analyzer_sum_up_add", "<int> <int>", "0 20", atOnce,
      "Adds images, from the first number to the one in front of the second, to those that are summed up"},
     {ExCmdAnalyzerSumUpDel, "analyzer_sum_up_del", "<int>", "0", atOnce,
@@ -184,6 +194,8 @@ constexpr CommandText texts[] = {
      "Finds the pixels that stay dark in all I1 images, and writes the files of the dark check into the working folder"},
     {ExCmdAnalyzer2UseErrorPoints, "analyzer2_use_error_points", "<0|1>", "0", atOnce,
      "Uses the configuration's list of bad pixels for images without one of their own that are read later"},
+    {ExCmdAnalyzer2ShowWindow, "analyzer2_show_window", "", "", atOnce,
+     "Brings the panel of the diagnostics up"},
 };
 // clang-format on
 

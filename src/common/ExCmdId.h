@@ -213,6 +213,11 @@ enum EX_CMD_ID : int
     ExCmdRegistrationView = 275,
     ExCmdRegistrationAutoSet = 276,
     ExCmdRegistrationAutoEach = 277,
+    ExCmdExportNormalized = 278,
+    ExCmdExportRawXafs = 279,
+    ExCmdExportRaw = 280,
+    ExCmdExportSpectra = 281,
+    ExCmdFourierAnalysis = 282,
     ExCmdAnalyzerSumUpAdd = 285,
     ExCmdAnalyzerSumUpDel = 286,
     ExCmdAnalyzerSumUpClear = 287,
@@ -222,6 +227,7 @@ enum EX_CMD_ID : int
     ExCmdAnalyzer2HistogramBins = 291,
     ExCmdAnalyzer2DarkCheck = 292,
     ExCmdAnalyzer2UseErrorPoints = 293,
+    ExCmdAnalyzer2ShowWindow = 294,
     ExCmdEnd ///< above all numbers
 };
 

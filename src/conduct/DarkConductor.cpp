@@ -37,9 +37,6 @@ DarkConductor::DarkConductor(Measurement& data, const SourceReader& reader, Data
             [this](ImageStack* stack) { fillDarkAverages(*stack); });
     connect(&stacks, &StackConductor::loaded, this,
             [this](ImageStack* stack) { refillDarkAverages(*stack); });
-    // The dark area stays where it is, and the pixels go.
-    connect(&stacks, &StackConductor::moved, this,
-            [this](ImageStack* stack) { refillDarkAverages(*stack); });
 }
 
 void DarkConductor::connectBox()

@@ -48,7 +48,7 @@ public:
 public Q_SLOTS:
     /// The button: starts a dark check of the I1 images, or stops the one that runs.
     void darkCheck();
-    /// Nothing of it is written but what was finished before.
+    /// A check that has found all by then is written all the same; of others nothing is.
     void stop();
     /// Nothing is collected yet; doCollectQInfo() is the way on which conditions will reach the
     /// panel.

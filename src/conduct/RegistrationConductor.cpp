@@ -16,6 +16,7 @@
 #include <QDebug>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace {
@@ -116,8 +117,9 @@ void RegistrationConductor::bindCommands(CommandBook& book)
     });
     book.action(ExCmdRegistrationClearShifts,
                 [this](const Cmd&) { parts_.panel.clearAllShifts(); });
-    book.later(ExCmdRegistrationAutoAll,
-               [this](const Cmd& c, CommandEnd end) { startSearch(onArg(c, 0), std::move(end)); });
+    book.later(ExCmdRegistrationAutoAll, [this](const Cmd& c, CommandEnd end) {
+        startSearch(onArg(c, 0), onArg(c, 1), std::move(end));
+    });
 }
 
 /// Tells the history what the user does, behind what has brought it about.
@@ -257,9 +259,12 @@ void RegistrationConductor::autoAll()
         stop();
         return;
     }
-    const bool toOneBefore = parts_.panel.settings().toOneBefore;
-    note(ExCmdRegistrationAutoAll, {QString::number(int(toOneBefore))});
-    startSearch(toOneBefore, {});
+    const RegistrationSettings settings = parts_.panel.settings();
+    QStringList arguments{QString::number(int(settings.toOneBefore))};
+    if (settings.movesI0)
+        arguments << QStringLiteral("1");
+    note(ExCmdRegistrationAutoAll, arguments);
+    startSearch(settings.toOneBefore, settings.movesI0, {});
 }
 
 /// Why the stack on show can't be searched, or an empty text.
@@ -274,7 +279,7 @@ QString RegistrationConductor::whyNotSearched(bool toOneBefore) const
 }
 
 /// Starts a search in place of the one that runs.
-void RegistrationConductor::startSearch(bool toOneBefore, CommandEnd end)
+void RegistrationConductor::startSearch(bool toOneBefore, bool movesI0, CommandEnd end)
 {
     stop();
     const QString why = whyNotSearched(toOneBefore);
@@ -284,6 +289,7 @@ void RegistrationConductor::startSearch(bool toOneBefore, CommandEnd end)
         return;
     }
     search_.stack = &view_.shownStack();
+    search_.movesI0 = movesI0 && search_.stack == &parts_.data.i1;
     search_.end = std::move(end);
     search_.run = new AlignmentRun(orderOf(toOneBefore), walks_.pool(), this);
     connect(search_.run, &AlignmentRun::advanced, this, [this](int done, int total) {
@@ -317,6 +323,7 @@ AlignmentOrder RegistrationConductor::orderOf(bool toOneBefore) const
 void RegistrationConductor::shiftsFound(const StackShifts& found)
 {
     ImageStack& stack = *search_.stack;
+    const bool movesI0 = search_.movesI0;
     CommandEnd end = leaveSearch();
     if (found.otherSizes > 0)
         fault(QStringLiteral("size mis-match: %1 images of %2 stay where they are")
@@ -324,11 +331,32 @@ void RegistrationConductor::shiftsFound(const StackShifts& found)
                   .arg(stack.name));
     if (stacks_.setShifts(stack, found.shifts))
         qDebug().noquote() << QStringLiteral("Auto All:") << foundText(stack, found);
+    if (movesI0)
+        moveI0();
     if (const SharedImage image = shownImage())
         parts_.panel.showShift(shiftOf(*image));
     parts_.panel.drawOnImage();
     Q_EMIT ended(true);
     end.done();
+}
+
+/// A place of the sample that has gone to another pixel is seen in the light of that pixel: I0 is
+/// read where I1 is.
+void RegistrationConductor::moveI0()
+{
+    const TiffStack& i1 = parts_.data.i1.images;
+    QVector<QPoint> shifts;
+    for (const SharedImage& image : parts_.data.i0.images) {
+        const auto distance = [&image](const SharedImage& other) {
+            return std::abs(other->energy - image->energy);
+        };
+        const auto nearest = std::min_element(
+            i1.begin(), i1.end(), [&distance](const SharedImage& a, const SharedImage& b) {
+                return distance(a) < distance(b);
+            });
+        shifts.append(shiftOf(**nearest));
+    }
+    stacks_.setShifts(parts_.data.i0, shifts);
 }
 
 /// Returns what the command that started the search waits for.

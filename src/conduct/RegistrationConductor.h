@@ -1,6 +1,7 @@
 #pragma once
 
 #include "batch/CommandEnd.h"
+#include "common/ExCmdId.h"
 #include "registration/ImgProc.h"
 #include "registration/StackAlignment.h"
 
@@ -70,6 +71,7 @@ private:
     {
         AlignmentRun* run = nullptr; ///< a child; null when none runs
         ImageStack* stack = nullptr;
+        bool movesI0 = false; ///< by the shifts of I1
         CommandEnd end; ///< of the batch command that started it
     };
 
@@ -87,9 +89,10 @@ private:
     void keepReference(const ImageStack& stack, int number);
     void moveImage(ImageStack& stack, int number, const QPoint& shift);
     QString whyNotSearched(bool toOneBefore) const;
-    void startSearch(bool toOneBefore, CommandEnd end);
+    void startSearch(bool toOneBefore, bool movesI0, CommandEnd end);
     AlignmentOrder orderOf(bool toOneBefore) const;
     void shiftsFound(const StackShifts& found);
+    void moveI0();
     CommandEnd leaveSearch();
     void stopSearch(const QString& why);
     void note(EX_CMD_ID id, const QStringList& arguments = {});

@@ -57,7 +57,7 @@ WalkConductor::Told WalkConductor::leave(Group group)
 
 void WalkConductor::stackChanges(const ImageStack& stack, const QString& what)
 {
-    for (const Group group : {Analysis, Calibration}) {
+    for (const Group group : {Analysis, Calibration, Export}) {
         if (isRunning(group) && reader_.holds(*runs_[group].source, stack))
             leave(group).stopped(what);
     }

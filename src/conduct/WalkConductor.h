@@ -11,7 +11,7 @@ class SourceReader;
 class StackConductor;
 struct ImageStack;
 
-/// Runs the walks of the analyses and the calibrations, side by side, on one pool of threads. A
+/// Runs the walks of the analyses, the calibrations and the exports, side by side, on one pool of threads. A
 /// stack that is about to change stops those that hold it.
 class WalkConductor : public QObject
 {
@@ -22,6 +22,7 @@ public:
     {
         Analysis,
         Calibration,
+        Export, ///< of spectra, and the Fourier analysis
         Groups
     };
 

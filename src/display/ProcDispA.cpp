@@ -37,6 +37,11 @@ void ProcDispA::setEmptyText(const QString& text)
     update();
 }
 
+QSize ProcDispA::sizeHint() const
+{
+    return {300, 300};
+}
+
 void ProcDispA::drawOnScreen(QPainter* p)
 {
     if (!image_) {

@@ -23,6 +23,8 @@ public:
     void setEmptyText(const QString& text);
     const QRectF& viewWindow() const { return viewWindow_; }
 
+    QSize sizeHint() const override;
+
 Q_SIGNALS:
     void mouseMoved(double x, double y); ///< pressed or not
 

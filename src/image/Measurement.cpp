@@ -32,7 +32,7 @@ void ImageStack::fillDarkAverages(const TiffData* dark, double darkFactor)
         return;
     const double darkLevel = dark ? dark->areaMean(darkArea) * darkFactor : 0.0;
     for (int i = darkAvg.size(); i < images.size(); ++i)
-        darkAvg.append(images.at(i)->areaMean(darkArea) - darkLevel);
+        darkAvg.append(images.at(i)->withShift(QPoint())->areaMean(darkArea) - darkLevel);
 }
 
 void ImageStack::refillDarkAverages(const TiffData* dark, double darkFactor)

@@ -1,7 +1,9 @@
 #include "output/SaveBox.h"
 
+#include "batch/CommandBook.h"
 #include "display/PanelForm.h"
 #include "display/ReadingOrder.h"
+#include "display/RunRow.h"
 #include "ui_SaveBox.h"
 
 #include <QScrollArea>
@@ -11,9 +13,7 @@ SaveBox::SaveBox(QWidget* parent)
     , ui_(std::make_unique<Ui_SaveBox>())
 {
     ui_->setupUi(this);
-    // Analyses and exports that this version does not have yet.
-    ui_->FourierA->setEnabled(false);
-    ui_->SaveProcPage->setEnabled(false);
+    setupRows();
     for (QWidget* button : {ui_->SaveImage, ui_->SaveFlatDark})
         ofPictures_.append({button, button->toolTip()});
     for (QWidget* button : std::initializer_list<QWidget*>{
@@ -36,6 +36,52 @@ SaveBox::SaveBox(QWidget* parent)
 }
 
 SaveBox::~SaveBox() = default;
+
+void SaveBox::setupRows()
+{
+    ui_->SaveEachRun->setNames(QStringLiteral("SaveEachSpectrum"),
+                               QStringLiteral("SaveEachProgress"));
+    ui_->SaveEachRun->setStartText(tr("Save Each Spectrum"));
+    ui_->SaveEachRun->setTips({tr("Write the spectra of all points of the area as text"),
+                               tr("Stop; no file is written")});
+    ui_->FourierRun->setNames(QStringLiteral("FourierA"), QStringLiteral("FourierProgress"));
+    ui_->FourierRun->setStartText(tr("Fourier A."));
+    ui_->FourierRun->setTips(
+        {tr("Fourier analysis of the intensity over the stack, into the log"), tr("Stop")});
+    for (const QCheckBox* box : {ui_->SaveAsNormalizedXAFS, ui_->SaveAsRawXAFS, ui_->SaveAsRaw})
+        connect(box, &QCheckBox::toggled, this, &SaveBox::formsChanged);
+}
+
+QVector<SpectrumForm> SaveBox::chosenForms() const
+{
+    QVector<SpectrumForm> forms;
+    const std::pair<const QCheckBox*, SpectrumForm> boxes[] = {
+        {ui_->SaveAsNormalizedXAFS, SpectrumForm::Normalized},
+        {ui_->SaveAsRawXAFS, SpectrumForm::RawXafs},
+        {ui_->SaveAsRaw, SpectrumForm::Raw}};
+    for (const auto& [box, form] : boxes) {
+        if (box->isChecked())
+            forms.append(form);
+    }
+    return forms;
+}
+
+RunRow& SaveBox::spectraRow() const
+{
+    return *ui_->SaveEachRun;
+}
+
+RunRow& SaveBox::fourierRow() const
+{
+    return *ui_->FourierRun;
+}
+
+void SaveBox::bindCommands(CommandBook& book)
+{
+    book.onOff(ExCmdExportNormalized, ui_->SaveAsNormalizedXAFS);
+    book.onOff(ExCmdExportRawXafs, ui_->SaveAsRawXAFS);
+    book.onOff(ExCmdExportRaw, ui_->SaveAsRaw);
+}
 
 void SaveBox::setReasons(const QString& noPicture, const QString& noMap)
 {

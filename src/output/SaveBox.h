@@ -1,10 +1,14 @@
 #pragma once
 
+#include "output/SpectrumExport.h"
+
 #include <QGroupBox>
 #include <QVector>
 
 #include <memory>
 
+class CommandBook;
+class RunRow;
 class Ui_SaveBox;
 
 /// The pages of buttons that save pictures and maps, filter maps and write into the log. Each
@@ -15,6 +19,13 @@ class SaveBox : public QGroupBox
 public:
     explicit SaveBox(QWidget* parent = nullptr);
     ~SaveBox() override;
+
+    /// The forms of spectra that are checked, in their order.
+    QVector<SpectrumForm> chosenForms() const;
+    /// The lines of both walks that its buttons start.
+    RunRow& spectraRow() const;
+    RunRow& fourierRow() const;
+    void bindCommands(CommandBook& book);
 
     /// Shows whether the map on show is the filtered one, and tells nobody.
     void setShowDeglitched(bool f);
@@ -30,6 +41,7 @@ Q_SIGNALS:
     void deglitch();
     void showDeglitchedToggled(bool f); ///< by hand
     void checkVals();
+    void formsChanged(); ///< others are checked
 
 private:
     struct Explained
@@ -37,6 +49,7 @@ private:
         QWidget* button;
         QString toolTip; ///< of its own
     };
+    void setupRows();
     void disable(const QVector<Explained>& buttons, const QString& reason);
 
     std::unique_ptr<Ui_SaveBox> ui_;

@@ -244,9 +244,8 @@ ImgProc::View ImgProc::view() const
 
 void ImgProc::setView(View view)
 {
-    // Nobody may look at it: what is compared is needed all the same.
-    if (view == ComparedView)
-        hasSource();
+    // Nobody may look at it yet: whoever asks for a view wants to see an image there.
+    hasSource();
     QRadioButton* const buttons[] = {ui_->DataImage, ui_->BinaryImage, ui_->Compare};
     buttons[view]->setChecked(true);
 }
@@ -374,7 +373,7 @@ void ImgProc::clearAllShifts()
 RegistrationSettings ImgProc::settings() const
 {
     return {ui_->BinThVSlider->value(), ui_->EdgeDetect->isChecked(),
-            ui_->AlignTo->currentIndex() == 1};
+            ui_->AlignTo->currentIndex() == 1, ui_->MoveI0->isChecked()};
 }
 
 void ImgProc::showReferenceText(const QString& text)

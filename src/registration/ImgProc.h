@@ -18,6 +18,7 @@ struct RegistrationSettings
     int thousandths = 500; ///< threshold, of the way between the extremes of an image
     bool edges = false;
     bool toOneBefore = false;
+    bool movesI0 = false; ///< I0 goes with I1
 };
 
 /// The panel of registration: it makes the image on show binary, compares it with a reference and

@@ -1629,6 +1629,29 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     </message>
 </context>
 <context>
+    <name>ExportConductor</name>
+    <message>
+        <source>Data File (*.dat)</source>
+        <translation>データファイル (*.dat)</translation>
+    </message>
+    <message>
+        <source>Any Files (* *.*)</source>
+        <translation>すべてのファイル (* *.*)</translation>
+    </message>
+    <message>
+        <source>Save Each Spectrum</source>
+        <translation>各点スペクトルを保存</translation>
+    </message>
+    <message>
+        <source>No images: load them in step 1</source>
+        <translation>画像がない: 手順 1 で読み込む</translation>
+    </message>
+    <message>
+        <source>Check what is to be written of each point</source>
+        <translation>各点について書き出すものを選んでください</translation>
+    </message>
+</context>
+<context>
     <name>FindBar</name>
     <message>
         <source>Find</source>
@@ -2444,6 +2467,14 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <source>Stops the search; no image is moved then</source>
         <translation>探索を止める。画像は動かない</translation>
     </message>
+    <message>
+        <source>I0 too</source>
+        <translation>I0 も動かす</translation>
+    </message>
+    <message>
+        <source>Auto All moves the I0 image of the nearest energy with each image of I1: for a sample that moves in a beam that stays</source>
+        <translation>「全画像を自動」で、I1 の各画像と同じ移動を最も近いエネルギーの I0 画像にも与える: 動かないビームの中で試料が動いた場合</translation>
+    </message>
 </context>
 <context>
     <name>LCFReference</name>
@@ -3113,8 +3144,8 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
         <translation>未定義</translation>
     </message>
     <message>
-        <source>reaches out of a moved image</source>
-        <translation>動かした画像の外に出る</translation>
+        <source>outside a moved image</source>
+        <translation>動かした画像の外</translation>
     </message>
 </context>
 <context>
@@ -3459,6 +3490,14 @@ Another list makes new rows; the maps of the earlier ones are gone.</source>
     <message>
         <source>Chk Vals</source>
         <translation>値を確認</translation>
+    </message>
+    <message>
+        <source>Stop; no file is written</source>
+        <translation>停止 (ファイルは書かれません)</translation>
+    </message>
+    <message>
+        <source>Stop</source>
+        <translation>停止</translation>
     </message>
 </context>
 <context>

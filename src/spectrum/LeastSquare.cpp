@@ -1,11 +1,22 @@
 #include "spectrum/LeastSquare.h"
 
+#include "common/Fault.h"
+#include "common/TextFile.h"
+#include "common/TextItems.h"
 #include "spectrum/Matrix.h"
+
+#include <QDebug>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
 
 namespace {
+
+constexpr qint64 longestFile = 64 * 1024 * 1024;
+/// Of the values' root mean square: a fit that leaves less is taken.
+constexpr double goodShare = 0.05;
+
 /// Heap memory of one solve.
 struct Workspace
 {
@@ -95,4 +106,29 @@ void LeastSquare::calcRMS()
         r += coeffs.at(i) * (inner - 2 * momentSums.at(i));
     }
     rms = count > 0 && r + sumY2 > 0 ? std::sqrt((r + sumY2) / count) : 0.0;
+}
+
+std::pair<double, double> LeastSquare::fitFile(const QString& fname, int xCol, int yCol,
+                                               int skipLines)
+{
+    QString text;
+    if (readTextFile(fname, longestFile, text) != TextFileResult::Ok) {
+        fault(QStringLiteral("LeastSquare:: Can't open ") + quoted(fname));
+        return {};
+    }
+    static const QRegularExpression blanks(QStringLiteral("\\s+"));
+    std::pair<double, double> good{};
+    int lineNo = 0;
+    for (const QString& line : text.split(QLatin1Char('\n'))) {
+        const QStringList fields = line.split(blanks);
+        if (++lineNo <= skipLines || std::max(xCol, yCol) >= fields.size())
+            continue;
+        add(fields.value(xCol).toDouble(), fields.value(yCol).toDouble());
+        if (solve())
+            calcRMS();
+        if (rms / std::sqrt(sumY2 / count) < goodShare)
+            good = {coeffs.value(0), coeffs.value(1)};
+    }
+    qDebug() << "# a, b " << good.first << good.second;
+    return good;
 }

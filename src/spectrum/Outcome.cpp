@@ -19,7 +19,7 @@ constexpr const char* outcomeTexts[outcomeKinds] = {
     QT_TRANSLATE_NOOP("Outcome", "too noisy for the threshold"),
     QT_TRANSLATE_NOOP("Outcome", "gap unsound"),
     QT_TRANSLATE_NOOP("Outcome", "undefined"),
-    QT_TRANSLATE_NOOP("Outcome", "reaches out of a moved image")};
+    QT_TRANSLATE_NOOP("Outcome", "outside a moved image")};
 
 } // namespace
 

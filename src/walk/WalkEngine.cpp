@@ -75,8 +75,10 @@ WalkEngine::WalkEngine(WalkOrder order, int workers, int lanes)
     , runs_(order_.area)
     , ring_(ringSize)
 {
-    for (const WalkJob& job : order_.jobs)
+    for (const WalkJob& job : order_.jobs) {
         stage_ = std::max(stage_, job.kernel->stage());
+        workerSinks_ = workerSinks_ || job.sink->where() == WalkSink::Worker;
+    }
     std::vector<double> energies;
     for (const SharedImage& image : order_.source->i1)
         energies.push_back(image->energy);
@@ -164,12 +166,48 @@ WalkEngine::Step WalkEngine::work(int worker)
     Finished finished = form(*workers_[std::size_t(worker)], run);
     lock.lock();
     ring_[std::size_t(number % ringSize)] = std::move(finished);
-    if (number == taken_) {
-        changed_.notify_all();
-        if (ready_)
-            ready_();
-    }
+    if (workerSinks_)
+        passTurnstile(lock);
+    else if (number == taken_)
+        tellReady();
     return Step::Worked;
+}
+
+/// Hands what is finished over to the sinks of workers, in walking order: one worker at a time
+/// does, with all that comes meanwhile.
+void WalkEngine::passTurnstile(std::unique_lock<std::mutex>& lock)
+{
+    if (passing_)
+        return;
+    passing_ = true;
+    while (!stopped_ && passed_ < next_ && isReady(passed_)) {
+        Finished& finished =
+            ring_[std::size_t(passed_ % ringSize)]; // nobody else's until it passed
+        lock.unlock();
+        handOver(finished, WalkSink::Worker);
+        for (TileResult& result : finished.results)
+            result.texts = {}; // many times the rest of a result, and written
+        lock.lock();
+        if (passed_++ == taken_)
+            tellReady();
+    }
+    passing_ = false;
+}
+
+void WalkEngine::handOver(const Finished& finished, WalkSink::Where where) const
+{
+    for (std::size_t job = 0; job < order_.jobs.size(); ++job) {
+        if (order_.jobs[job].sink->where() == where)
+            order_.jobs[job].sink->take(finished.run, finished.results[job]);
+    }
+}
+
+/// The owner can take.
+void WalkEngine::tellReady()
+{
+    changed_.notify_all();
+    if (ready_)
+        ready_();
 }
 
 bool WalkEngine::park(int worker)
@@ -198,8 +236,7 @@ bool WalkEngine::take(WalkRun& run)
     changed_.notify_all();
     run = finished.run;
     StageClock clock;
-    for (std::size_t job = 0; job < order_.jobs.size(); ++job)
-        order_.jobs[job].sink->take(run, finished.results[job]);
+    handOver(finished, WalkSink::Owner);
     shares_.add(finished.shares);
     shares_.recordNs += clock.lap();
     return true;

@@ -94,10 +94,15 @@ private:
     Lanes formLanes(Worker& worker, Finished& finished) const;
     void formPlain(Worker& worker, Finished& finished, Lanes left) const;
     bool hasRoom() const { return next_ < taken_ + ringSize; }
-    bool isNextReady() const { return ring_[std::size_t(taken_ % ringSize)].ready; }
+    bool isNextReady() const { return isReady(taken_) && (!workerSinks_ || taken_ < passed_); }
+    bool isReady(qint64 number) const { return ring_[std::size_t(number % ringSize)].ready; }
+    void passTurnstile(std::unique_lock<std::mutex>& lock);
+    void handOver(const Finished& finished, WalkSink::Where where) const;
+    void tellReady();
 
     const WalkOrder order_;
     const int lanes_;
+    bool workerSinks_ = false;    ///< some sink takes its results beside the owner
     WalkShares shares_;           ///< of the owner
     Stage stage_ = Stage::Counts; ///< the farthest that a kernel needs
     std::vector<std::unique_ptr<Worker>> workers_;
@@ -106,8 +111,10 @@ private:
     std::condition_variable changed_;
     std::function<void()> ready_;
     WalkRuns runs_;
-    qint64 next_ = 0;  ///< number of the run that is begun next
-    qint64 taken_ = 0; ///< number of the run that is taken next
+    qint64 next_ = 0;      ///< number of the run that is begun next
+    qint64 taken_ = 0;     ///< number of the run that is taken next
+    qint64 passed_ = 0;    ///< number of the run that the workers' sinks take next
+    bool passing_ = false; ///< a worker hands runs over to them
     bool stopped_ = false;
     std::vector<Finished> ring_;
     std::vector<int> parked_;

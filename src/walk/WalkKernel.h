@@ -5,6 +5,7 @@
 #include "walk/Tile.h"
 #include "walk/WalkSource.h"
 
+#include <QByteArray>
 #include <QStringList>
 #include <QVector>
 
@@ -32,6 +33,7 @@ struct TileResult
     std::vector<double> values;    ///< [value][lane], 0 until set
     std::vector<Outcome> outcomes; ///< [lane]
     std::vector<uchar> gapHeld;    ///< [lane]
+    std::vector<QByteArray> texts; ///< [lane], of kernels that give text; else empty
 
 private:
     std::size_t at(int number, int lane) const
@@ -76,10 +78,17 @@ public:
     virtual QStringList valueNames() const { return {}; }
 };
 
-/// Takes a kernel's results, run by run in walking order, on the thread of the walk's owner.
+/// Takes a kernel's results, run by run in walking order, one call at a time.
 class WalkSink
 {
 public:
+    enum Where
+    {
+        Owner, ///< on the thread of the walk's owner
+        Worker ///< on that of some worker, beside the owner's: what waits for a disk
+    };
+
     virtual ~WalkSink() = default;
+    virtual Where where() const { return Owner; }
     virtual void take(const WalkRun& run, const TileResult& result) = 0;
 };

@@ -56,6 +56,7 @@ const char* const deeds[] = {"not ex cmd",
                              "analyzer_sum_up_del",
                              "analyzer_sum_up_clear",
                              "analyzer2_dark_check",
+                             "analyzer2_show_window",
                              "analyzer2_use_error_points", // of a configuration that names a list
                              "calib_show_window",
                              "calib_exec",

@@ -175,6 +175,10 @@ private Q_SLOTS:
             analyzer2->setVisible(on);
             QCOMPARE(action(body, "Analyzer2")->isVisible(), on);
         }
+        auto* const diagnostics = body.findChild<QWidget*>("DiagnosticsDock");
+        QVERIFY(diagnostics->isHidden());
+        action(body, "Analyzer2")->trigger();
+        QVERIFY(!diagnostics->isHidden());
 
         action(body, "Analyzer")->trigger();
         QCOMPARE(int(body.workbench().step()), int(Step::Analysis));

@@ -50,8 +50,8 @@ private Q_SLOTS:
         QTest::addColumn<int>("onto");
         QTest::newRow("to the first")
             << QStringList{"registration_set_reference 0", "registration_auto_all 0"} << 0;
-        QTest::newRow("to one in the middle, by edges")
-            << QStringList{"registration_edges 1", "registration_set_reference 12",
+        QTest::newRow("to one in the middle, by another threshold")
+            << QStringList{"registration_threshold 400", "registration_set_reference 12",
                            "registration_auto_all 0"}
             << 12;
         QTest::newRow("to the one before") << QStringList{"registration_auto_all 1"} << 0;

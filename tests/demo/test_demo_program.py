@@ -55,6 +55,20 @@ class DemoProgram(unittest.TestCase):
                     self.succeed(DEMO, "compare", folder)
                     self.succeed(DEMO, "compare", folders["tiff"], "--other", folder)
 
+    def test_a_drifting_sample_is_brought_back(self):
+        with tempfile.TemporaryDirectory() as parent:
+            folder = pathlib.Path(parent)
+            self.succeed(DEMO, "write", folder, "--drift", 9)
+            log = self.execute(folder, "demo.bat")
+            self.assertIn("81 images of I1 moved by -9, 0 to 0, 6", log)
+            self.assertIn("outside a moved image", log)
+            self.succeed(DEMO, "compare", folder)
+            # And is not without it.
+            batch = (folder / "demo.bat").read_text()
+            (folder / "left.bat").write_text(batch.replace("registration_auto_all", "# "))
+            self.execute(folder, "left.bat")
+            self.assertEqual(run(DEMO, "compare", folder)[0], 1)
+
     def shift_error(self, folder):
         """Rms and largest error of the saved shift map [eV]."""
         _, table = run(DEMO, "compare", folder)

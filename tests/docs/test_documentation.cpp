@@ -93,8 +93,9 @@ class TestDocumentation : public QObject
 private Q_SLOTS:
     void everyBatchExampleIsUnderstood()
     {
-        for (const char* name : {"README.md", "docs/user-guide.md", "docs/batch-commands.md",
-                                 "docs/batch-tutorial.md", "docs/many-scans.md"}) {
+        for (const char* name :
+             {"README.md", "docs/user-guide.md", "docs/batch-commands.md", "docs/batch-tutorial.md",
+              "docs/many-scans.md", "docs/registration.md"}) {
             const QStringList examples = batchExamples(textOf(name));
             QVERIFY2(!examples.isEmpty(), name);
             for (const QString& example : examples)

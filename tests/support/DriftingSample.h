@@ -2,11 +2,11 @@
 
 #include <QPoint>
 
-#include <algorithm>
 #include <cmath>
 
 /// A sample with an edge that drifts over the detector by whole pixels from image to image, under a
-/// flat beam: three grains of different sizes, so that no other shift brings it onto itself.
+/// beam that stays: three grains in one, so that no other shift brings it onto itself. Its outline
+/// is sharp, and so the same at each energy.
 struct DriftingSample
 {
     static constexpr int width = 72;
@@ -23,19 +23,28 @@ struct DriftingSample
     }
 
     /// Thickness that was in front of pixel (x, y) at the first image.
-    static double thickness(double x, double y)
+    static double thickness(int x, int y)
     {
-        const auto grain = [&](double cx, double cy, double radius) {
-            return std::max(0.0, 1.0 - std::hypot(x - cx, y - cy) / radius);
+        const auto isIn = [&](double cx, double cy, double radius) {
+            return std::hypot(x - cx, y - cy) < radius;
         };
-        return 2.0 * std::min(0.6, grain(36, 27, 17) + grain(22, 34, 9) + grain(48, 18, 11));
+        const bool isSample = isIn(36, 27, 11) || isIn(27, 33, 7) || isIn(46, 20, 8);
+        return isSample ? 1.1 + 0.1 * std::sin(0.8 * x) * std::cos(0.5 * y) : 0.0;
     }
 
-    static double counts(int image, int x, int y)
+    /// The beam, flat, or soft so that the rim of an image is no edge.
+    static double beam(int x, int y, bool soft)
+    {
+        constexpr double pi = 3.14159265358979323846;
+        return soft ? 50000.0 * std::sin(pi * (x + 0.5) / width) * std::sin(pi * (y + 0.5) / height)
+                    : 50000.0;
+    }
+
+    static double counts(int image, int x, int y, bool soft = false)
     {
         const QPoint d = drift(image);
         const double mu = 0.9 + 0.5 * std::tanh((energy(image) - 8984.0) / 3.0);
-        return std::floor(50000.0 * std::exp(-mu * thickness(x - d.x(), y - d.y())));
+        return std::floor(beam(x, y, soft) * std::exp(-mu * thickness(x - d.x(), y - d.y())));
     }
 
     /// Shift that brings an image back onto that number.

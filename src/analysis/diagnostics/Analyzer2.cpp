@@ -4,6 +4,7 @@
 #include "batch/CommandBook.h"
 #include "common/Fault.h"
 #include "display/NumberFields.h"
+#include "display/PanelDock.h"
 #include "display/PanelForm.h"
 #include "display/ReadingOrder.h"
 #include "display/RunRow.h"
@@ -89,6 +90,7 @@ void Analyzer2::setErrPMaskFileName(const QString& fname)
 
 void Analyzer2::bindCommands(CommandBook& book)
 {
+    book.action(ExCmdAnalyzer2ShowWindow, [this](const CmdLine&) { raisePanel(this); });
     book.number(ExCmdAnalyzer2DarkThreshold, ui_->DarkTh);
     book.number(ExCmdAnalyzer2HistogramMax, ui_->HistgMax);
     book.whole(ExCmdAnalyzer2HistogramBins, ui_->HistgBins);

@@ -8,6 +8,7 @@
 #include <cmath>
 #include <mutex>
 #include <type_traits>
+#include <utility>
 
 namespace {
 

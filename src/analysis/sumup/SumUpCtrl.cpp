@@ -27,11 +27,8 @@ QString lineOf(const SumUpRange& range)
 SumUpCtrl::SumUpCtrl(QWidget* parent)
     : QFrame(parent)
     , ui_(std::make_unique<Ui_SumUpCtrl>())
-    , numbers_(new NumberFields(this))
 {
     ui_->setupUi(this);
-    numbers_->watch(ui_->SumUpFrom, tr("First image of the sum"), NumberFields::Whole);
-    numbers_->watch(ui_->SumUpTo, tr("End of the images of the sum"), NumberFields::Whole);
     connect(ui_->SumUpAdd, &QPushButton::clicked, this, &SumUpCtrl::add);
     connect(ui_->SumUpDel, &QPushButton::clicked, this, &SumUpCtrl::del);
     connect(ui_->SumUpClear, &QPushButton::clicked, this, &SumUpCtrl::clear);
@@ -39,6 +36,12 @@ SumUpCtrl::SumUpCtrl(QWidget* parent)
 }
 
 SumUpCtrl::~SumUpCtrl() = default;
+
+void SumUpCtrl::watchFields(NumberFields& numbers) const
+{
+    numbers.watch(ui_->SumUpFrom, tr("First image of the sum"), NumberFields::Whole);
+    numbers.watch(ui_->SumUpTo, tr("End of the images of the sum"), NumberFields::Whole);
+}
 
 void SumUpCtrl::add()
 {

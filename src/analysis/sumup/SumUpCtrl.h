@@ -22,8 +22,8 @@ public:
 
     /// All ranges that count, in the order in which they were added.
     const QVector<SumUpRange>& ranges() const { return ranges_; }
-    /// Its number fields.
-    NumberFields* numbers() const { return numbers_; }
+    /// Has its number fields watched.
+    void watchFields(NumberFields& numbers) const;
 
     void bindCommands(CommandBook& book);
 
@@ -50,6 +50,5 @@ private:
     void showRanges();
 
     const std::unique_ptr<Ui_SumUpCtrl> ui_;
-    NumberFields* numbers_;
     QVector<SumUpRange> ranges_;
 };

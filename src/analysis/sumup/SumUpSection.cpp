@@ -16,6 +16,7 @@ SumUpSection::SumUpSection(QWidget* parent)
 {
     chooser()->setToolTip(tr("Show the map of the sum of images"));
     ctrl_->setObjectName(QStringLiteral("SumUpC"));
+    ctrl_->watchFields(*numbers());
     auto* const column = new QVBoxLayout(body());
     column->setContentsMargins(4, 2, 4, 2);
     column->setSpacing(4);
@@ -27,7 +28,6 @@ SumUpSection::SumUpSection(QWidget* parent)
                       "save the picture of the sum as sumUpImg.png"),
                    tr("Stop the sum; the map keeps what is done")});
     connect(ctrl_, &SumUpCtrl::changed, this, &SumUpSection::changed);
-    connect(ctrl_->numbers(), &NumberFields::changed, numbers(), &NumberFields::changed);
     connect(chooser(), &QAbstractButton::toggled, this, &SumUpSection::changedSelection);
 }
 

@@ -59,13 +59,14 @@ Lanes SumUpKernel::lanes(const Tile& tile, TileResult& out)
     const BlockConditions& block = tile.source.block;
     const double pixels = block.blockPixels();
     std::array<double, tileLanes> counts;
+    double* const sums = out.values.data(); // of the one value
+    const int count = tile.count;
     forEachImage(ranges_, tile.source.i1, [&](const TiffData& image) {
-        image.blockSums(at.cx, at.stepX, tile.count, at.cy, block.halfX, block.halfY,
-                        counts.data());
-        for (int lane = 0; lane < tile.count; ++lane)
-            out.set(0, lane, out.value(0, lane) + counts[std::size_t(lane)] / pixels);
+        image.blockSums(at.cx, at.stepX, count, at.cy, block.halfX, block.halfY, counts.data());
+        for (int lane = 0; lane < count; ++lane)
+            sums[lane] += counts[std::size_t(lane)] / pixels;
     });
-    for (int lane = 0; lane < tile.count; ++lane) {
+    for (int lane = 0; lane < count; ++lane) {
         out.outcomes[std::size_t(lane)] = Outcome::Fitted;
         done.set(std::size_t(lane));
     }
