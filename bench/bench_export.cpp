@@ -1,148 +1,100 @@
-// Exports of spectra and the Fourier analysis, without a window. items are positions, bytes those
-// of the files.
+// The text of spectra, from the images to a file: bytes are those of the file. It lies in memory
+// where the machine has such a folder, so that no disk is in the figures.
 
+#include "ProcessorWaits.h"
 #include "SyntheticExperiment.h"
-#include "analysis/fourier/FourierWalk.h"
-#include "output/SpectraText.h"
-#include "output/TextSink.h"
-#include "walk/WalkEngine.h"
+#include "output/SpectrumExport.h"
 
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
-
 namespace {
 
-constexpr int exportedSide = 200; ///< of the area [positions]
-constexpr int threads = 2;
+constexpr int areaSide = 200; ///< [pixels], and positions
 
-/// Writes, and leaves the file to its fate: how fast a disk takes bytes in is not our doing.
-class UnsyncedSink : public TextSink
+QString fileInFolder(const QString& name)
 {
-public:
-    UnsyncedSink(std::unique_ptr<SafeFile> file, qint64& bytes)
-        : TextSink(std::move(file), QStringLiteral("export"))
-        , bytes_(bytes)
-    {
-    }
+    const QString memory = QStringLiteral("/dev/shm");
+    static const QTemporaryDir made((QDir(memory).exists() ? memory : QDir::tempPath()) +
+                                    QStringLiteral("/morvenkite-bench"));
+    return made.filePath(name);
+}
 
-    void take(const WalkRun& run, const TileResult& result) override
-    {
-        for (const QByteArray& text : result.text)
-            bytes_ += text.size();
-        TextSink::take(run, result);
-    }
-    void end() override {}
-
-private:
-    qint64& bytes_;
-};
-
-SharedSource newSource()
+SharedSource source()
 {
-    auto source = std::make_shared<WalkSource>();
+    auto made = std::make_shared<WalkSource>();
     const StackPair stacks = synthetic::stacks();
-    source->i1 = stacks.i1;
-    source->i0 = stacks.i0;
-    source->block = synthetic::conditions(0);
-    return source;
+    made->i1 = stacks.i1;
+    made->i0 = stacks.i0;
+    made->block = synthetic::conditions(1);
+    return made;
 }
 
-AnalyzeCond exportedArea()
+/// One file of the form; its name.
+QString exportOnce(const SharedSource& from, SpectrumForm form)
 {
-    return {synthetic::side,
-            synthetic::side,
-            0,
-            0,
-            QRectF(100, 100, exportedSide, exportedSide),
-            -1,
-            -1};
+    AnalyzeCond area(synthetic::side, synthetic::side, 1, 1, QRectF(20, 20, areaSide, areaSide), 1,
+                     1);
+    area.cutToImage();
+    const QString name = fileInFolder(QStringLiteral("spectra.dat"));
+    const auto file = std::make_shared<SpectrumFile>(name, spectrumHeader(form, area),
+                                                     qint64(area.columns()) * area.rows());
+    WalkOrder order{from, area, {}};
+    order.jobs.push_back(
+        {std::make_unique<SpectrumTextKernel>(form), std::make_unique<SpectrumTextSink>(file)});
+    runWalk(std::move(order), QThread::idealThreadCount());
+    return name;
 }
 
-double secondsSince(std::chrono::steady_clock::time_point start)
+/// Seconds that a plain write of these bytes takes, in the pieces of a walk.
+double plainWriteSeconds(const QByteArray& bytes)
 {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    constexpr int piece = 500000;
+    QElapsedTimer clock;
+    clock.start();
+    QFile file(fileInFolder(QStringLiteral("plain.dat")));
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+        return 0.0;
+    for (int at = 0; at < bytes.size(); at += piece)
+        file.write(bytes.constData() + at, qMin(piece, bytes.size() - at));
+    file.close();
+    return double(clock.nsecsElapsed()) * 1e-9;
 }
 
-std::unique_ptr<SafeFile> newFile(const QTemporaryDir& folder)
+void exportSpectra(benchmark::State& state, SpectrumForm form)
 {
-    auto file = std::make_unique<SafeFile>(folder.filePath(QStringLiteral("spectra.dat")));
-    file->open();
-    return file;
-}
-
-/// What writing as many bytes takes that are there already. [s]
-double plainWrite(const QTemporaryDir& folder, qint64 bytes)
-{
-    const QByteArray block(512 * 1024, '7');
-    const auto file = newFile(folder);
-    const auto start = std::chrono::steady_clock::now();
-    for (qint64 left = bytes; left > 0; left -= block.size())
-        file->write(block.constData(), std::min<qint64>(left, block.size()));
-    return secondsSince(start);
-}
-
-void exportSpectra(benchmark::State& state, SpectraKind kind)
-{
-    // Beside the program, for a temporary folder may be memory.
-    const QTemporaryDir folder(QStringLiteral("bench-export-XXXXXX"));
-    const SharedSource source = newSource();
-    qint64 bytes = 0;
-    double exporting = 0.0;
-    double writing = 0.0;
-    for (auto _ : state) {
-        const auto start = std::chrono::steady_clock::now();
-        qint64 written = 0;
-        WalkOrder order{source, exportedArea(), {}};
-        order.jobs.push_back({std::make_unique<SpectraKernel>(kind, source->i1),
-                              std::make_unique<UnsyncedSink>(newFile(folder), written)});
-        runWalk(std::move(order), threads);
-        const double seconds = secondsSince(start);
-        state.SetIterationTime(seconds);
-        exporting += seconds;
-        bytes += written;
-        writing += plainWrite(folder, written);
+    const SharedSource from = source();
+    QFile file(exportOnce(from, form));
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const double plain = plainWriteSeconds(bytes);
+    QElapsedTimer clock;
+    clock.start();
+    {
+        const ProcessorWaits waits(state);
+        for (auto _ : state)
+            exportOnce(from, form);
     }
-    state.SetBytesProcessed(bytes);
-    state.SetItemsProcessed(state.iterations() * exportedSide * exportedSide);
-    state.counters["MB_per_s"] = 1e-6 * double(bytes) / exporting;
-    state.counters["plain_write_%"] = 100.0 * writing / exporting;
-}
-
-/// The same area, all frequencies of 200 images.
-void analyseFrequencies(benchmark::State& state)
-{
-    const SharedSource source = newSource();
-    for (auto _ : state) {
-        auto sums = std::make_shared<std::vector<FourierSums>>(std::size_t(synthetic::energies));
-        WalkOrder order{source, exportedArea(), {}};
-        order.jobs.push_back({std::make_unique<FourierKernel>(synthetic::energies),
-                              std::make_unique<FourierSink>(sums)});
-        runWalk(std::move(order), threads);
-        benchmark::DoNotOptimize(sums->front().am);
-    }
-    state.SetItemsProcessed(state.iterations() * exportedSide * exportedSide);
-}
-
-void asExport(benchmark::internal::Benchmark* run)
-{
-    run->Unit(benchmark::kMillisecond)->UseManualTime();
+    const double seconds = double(clock.nsecsElapsed()) * 1e-9 / double(state.iterations());
+    state.SetBytesProcessed(state.iterations() * bytes.size());
+    state.counters["plain_write_share"] = plain / seconds;
 }
 
 } // namespace
 
-BENCHMARK_CAPTURE(exportSpectra, normalized, SpectraKind::Normalized)
-    ->Name("export_normalized_200x200")
-    ->Apply(asExport);
-BENCHMARK_CAPTURE(exportSpectra, raw_xafs, SpectraKind::RawXafs)
-    ->Name("export_raw_xafs_200x200")
-    ->Apply(asExport);
-BENCHMARK_CAPTURE(exportSpectra, raw, SpectraKind::Raw)
-    ->Name("export_raw_200x200")
-    ->Apply(asExport);
-BENCHMARK(analyseFrequencies)
-    ->Name("fourier_200x200")
+BENCHMARK_CAPTURE(exportSpectra, normalized, SpectrumForm::Normalized)
     ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(exportSpectra, raw_xafs, SpectrumForm::RawXafs)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();
+BENCHMARK_CAPTURE(exportSpectra, raw, SpectrumForm::Raw)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime()
+    ->MeasureProcessCPUTime();

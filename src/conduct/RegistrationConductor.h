@@ -72,7 +72,7 @@ private:
         AlignmentRun* run = nullptr; ///< a child; null when none runs
         ImageStack* stack = nullptr;
         bool movesI0 = false; ///< by the shifts of I1
-        CommandEnd end; ///< of the batch command that started it
+        CommandEnd end;       ///< of the batch command that started it
     };
 
     void connectPanel();

@@ -43,8 +43,8 @@ public:
     /// Ends the loads that are under way behind the file that is being read. What has come stays.
     void stopLoads();
 
-    /// Moves the images of a stack by their shifts [pixels], as long as each keeps a pixel where the
-    /// image is; one that would not is a fault, and none is moved then. False for that.
+    /// Moves the images of a stack by their shifts [pixels], as long as each keeps a pixel where
+    /// the image is; one that would not is a fault, and none is moved then. False for that.
     bool setShifts(ImageStack& stack, const QVector<QPoint>& shifts);
 
 public Q_SLOTS:

@@ -35,9 +35,9 @@ struct ImageStack
     QVector<QPoint> shifts() const;
 
     /// Adds the dark area's averages of the images that have none yet. The area is a place on the
-    /// detector: images count there as they were read, whatever their shifts. The counts of the dark image
-    /// times `darkFactor` are those of the stack's exposure; null for no dark image. Nothing
-    /// without a dark area.
+    /// detector: images count there as they were read, whatever their shifts. The counts of the
+    /// dark image times `darkFactor` are those of the stack's exposure; null for no dark image.
+    /// Nothing without a dark area.
     void fillDarkAverages(const TiffData* dark, double darkFactor);
     /// The same anew for all images.
     void refillDarkAverages(const TiffData* dark, double darkFactor);

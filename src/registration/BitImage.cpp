@@ -20,9 +20,14 @@ quint64 columnMask(qint64 first, qint64 end, int word)
     return below(to) & ~below(from);
 }
 
-int countOf(quint64 word)
+/// Bits that are set, by sums of ever wider fields: processors that count them by themselves are
+/// not asked for.
+quint64 countOf(quint64 word)
 {
-    return __builtin_popcountll(word);
+    word -= (word >> 1) & 0x5555555555555555ULL;
+    word = (word & 0x3333333333333333ULL) + ((word >> 2) & 0x3333333333333333ULL);
+    word = (word + (word >> 4)) & 0x0F0F0F0F0F0F0F0FULL;
+    return (word * 0x0101010101010101ULL) >> 56;
 }
 
 } // namespace
@@ -42,8 +47,13 @@ BitImage::BitImage(const ProcImage& image, double threshold)
     const double* value = image.pixels.data();
     quint64* word = words_.data();
     for (int y = 0; y < height_; ++y, word += wordsPerRow_) {
-        for (int x = 0; x < width_; ++x, ++value)
-            word[x / wordBits] |= quint64(threshold < *value) << (x % wordBits);
+        for (int k = 0; k < wordsPerRow_; ++k) {
+            const int bits = std::min(wordBits, width_ - k * wordBits);
+            quint64 filled = 0;
+            for (int bit = 0; bit < bits; ++bit, ++value)
+                filled |= quint64(threshold < *value) << bit;
+            word[k] = filled;
+        }
     }
 }
 
@@ -63,16 +73,18 @@ ProductSums BitImage::sumsWith(const BitImage& reference, const QPoint& shift) c
     const qint64 firstColumn = std::max<qint64>(0, sx);
     const qint64 endColumn = std::min<qint64>(width_, width_ + sx);
     const qint64 endRow = std::min<qint64>(height_, height_ + sy);
-    qint64 bb = 0;
-    qint64 rr = 0;
-    qint64 br = 0;
+    std::vector<quint64> overlap;
+    for (int k = 0; k < wordsPerRow_; ++k)
+        overlap.push_back(columnMask(firstColumn, endColumn, k));
+    quint64 bb = 0;
+    quint64 rr = 0;
+    quint64 br = 0;
     for (qint64 y = std::max<qint64>(0, sy); y < endRow; ++y) {
         const quint64* const there = reference.row(y);
         const quint64* const here = row(y - sy);
         for (int k = 0; k < wordsPerRow_; ++k) {
-            const quint64 overlap = columnMask(firstColumn, endColumn, k);
-            const quint64 r = there[k] & overlap;
-            const quint64 b = bitsAt(here, qint64(k) * wordBits - sx) & overlap;
+            const quint64 r = there[k] & overlap[std::size_t(k)];
+            const quint64 b = bitsAt(here, qint64(k) * wordBits - sx) & overlap[std::size_t(k)];
             bb += countOf(b);
             rr += countOf(r);
             br += countOf(b & r);

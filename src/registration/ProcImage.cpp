@@ -6,12 +6,12 @@
 #include <array>
 #include <cmath>
 #include <type_traits>
+#include <utility>
 
 namespace {
 
-ProcImage ofSize(int width, int height)
+ProcImage ofSize(int width, int height, ProcImage image = {})
 {
-    ProcImage image;
     image.width = width;
     image.height = height;
     image.pixels.resize(std::size_t(width) * std::size_t(height));
@@ -70,9 +70,9 @@ void ProcImage::takeExtremes()
     }
 }
 
-ProcImage dataImage(const TiffData& image)
+ProcImage dataImage(const TiffData& image, ProcImage into)
 {
-    ProcImage data = ofSize(image.width, image.height);
+    ProcImage data = ofSize(image.width, image.height, std::move(into));
     std::vector<double> row;
     auto out = data.pixels.begin();
     for (int y = 0; y < image.height; ++y) {
@@ -83,9 +83,9 @@ ProcImage dataImage(const TiffData& image)
     return data;
 }
 
-ProcImage edgeImage(const TiffData& image)
+ProcImage edgeImage(const TiffData& image, ProcImage into)
 {
-    ProcImage edges = ofSize(image.width, image.height);
+    ProcImage edges = ofSize(image.width, image.height, std::move(into));
     std::array<std::vector<double>, 3> rows;
     readRow(image, -1, rows[0]);
     readRow(image, 0, rows[1]);

@@ -28,13 +28,14 @@ struct ProcImage
     void takeExtremes();
 };
 
-/// The values of an image at its positions; 0.0 where a shift leaves none.
-ProcImage dataImage(const TiffData& image);
+/// The values of an image at its positions; 0.0 where a shift leaves none. The memory of `into`
+/// serves again: fresh memory costs far more than what is done with it.
+ProcImage dataImage(const TiffData& image, ProcImage into = {});
 
 /// The edges in an image: at each position the greater one of the two absolute Prewitt gradients,
 /// in x and in y. What lies outside counts as 0, so the rim of a bright image is an edge too.
 /// (J. M. S. Prewitt, "Object enhancement and extraction", 1970)
-ProcImage edgeImage(const TiffData& image);
+ProcImage edgeImage(const TiffData& image, ProcImage into = {});
 
 /// 1.0 where a value is above the threshold, else 0.0.
 ProcImage binarized(const ProcImage& image, double threshold);

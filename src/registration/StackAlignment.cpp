@@ -58,6 +58,7 @@ void StackAlignment::enterNextStage()
         stage_ = Stage(stage_ + 1);
         next_ = 0;
         doneOfStage_ = 0;
+        spare_.clear(); // none is needed behind the first stage
         if (stage_ == Refining)
             chain();
     } while (stage_ != Through && pieces(stage_) == 0);
@@ -100,12 +101,24 @@ void StackAlignment::doPiece(Stage stage, int piece)
         refine(piece);
 }
 
+ProcImage StackAlignment::takeSpare()
+{
+    const std::lock_guard<std::mutex> lock(mutex_);
+    if (spare_.empty())
+        return {};
+    ProcImage spare = std::move(spare_.back());
+    spare_.pop_back();
+    return spare;
+}
+
 /// As it was read: the shifts that are sought are those of the pixels.
 void StackAlignment::binarize(int image)
 {
     const std::shared_ptr<TiffData> read = order_.images.at(image)->withShift(QPoint());
-    const ProcImage data = order_.edges ? edgeImage(*read) : dataImage(*read);
+    ProcImage data = order_.edges ? edgeImage(*read, takeSpare()) : dataImage(*read, takeSpare());
     binaries_[std::size_t(image)] = BitImage(data, thresholdOf(data, order_.thousandths));
+    const std::lock_guard<std::mutex> lock(mutex_);
+    spare_.push_back(std::move(data));
 }
 
 void StackAlignment::compare(int image)

@@ -69,6 +69,7 @@ private:
     int pieces(Stage stage) const;
     void doPiece(Stage stage, int piece);
     void binarize(int image);
+    ProcImage takeSpare();
     void compare(int image);
     void refine(int image);
     void enterNextStage();
@@ -85,6 +86,7 @@ private:
     std::mutex mutex_; ///< over all below
     std::condition_variable changed_;
     std::function<void()> told_;
+    std::vector<ProcImage> spare_; ///< whose memory serves again
     Stage stage_ = Binarizing;
     int next_ = 0; ///< piece of the stage that is begun next
     int doneOfStage_ = 0;

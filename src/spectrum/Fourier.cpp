@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <mutex>
 #include <vector>
 
 namespace {
@@ -35,6 +36,13 @@ private:
     size_t size_;
 };
 
+/// Plans are made and given back one at a time; transforms may run meanwhile.
+std::mutex& planning()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
 } // namespace
 
 struct Fourier::Plans
@@ -52,6 +60,7 @@ struct Fourier::Plans
             if (array->data() == nullptr)
                 return;
         }
+        const std::lock_guard<std::mutex> lock(planning());
         // Estimated plans: a new size must cost nothing noticeable.
         forwardPlan = fftw_plan_dft_1d(size, forwardIn.data(), forwardOut.data(), FFTW_FORWARD,
                                        FFTW_ESTIMATE);
@@ -60,6 +69,7 @@ struct Fourier::Plans
     }
     ~Plans()
     {
+        const std::lock_guard<std::mutex> lock(planning());
         for (const fftw_plan plan : {forwardPlan, backwardPlan}) {
             if (plan != nullptr)
                 fftw_destroy_plan(plan);

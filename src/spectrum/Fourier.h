@@ -6,7 +6,7 @@
 class Spectrum;
 
 /// Discrete Fourier transforms of one size at a time. Neither direction is scaled, so forward and
-/// back again gives the values times size(). Making plans is not thread-safe: GUI thread.
+/// back again gives the values times size(). One thread's at a time.
 class Fourier
 {
 public:

@@ -117,8 +117,8 @@ private Q_SLOTS:
         const QString name = dir.filePath("line.dat");
         QVERIFY(writeBytes(name, "100 -7 x\nE mu\n1 0 5\n2 0 7\nonly\n3 0 9\n4 0 -40\n"));
         LeastSquare fit(2);
-        const auto [a, b] = fit.fitFile(name, 0, 2, 2);
-        QVERIFY(std::abs(a - 3.0) < 1e-9 && std::abs(b - 2.0) < 1e-9);
+        const auto [zero, slope] = fit.fitFile(name, 0, 2, 2);
+        QVERIFY(std::abs(zero - 3.0) < 1e-9 && std::abs(slope - 2.0) < 1e-9);
         QVERIFY(fit.count == 4 && fit.coeffs[1] < 0.0); // the last point counts, and breaks the line
         QTest::ignoreMessage(QtDebugMsg, QRegularExpression("LeastSquare:: Can't open .*/none"));
         QCOMPARE(fit.fitFile(dir.filePath("none"), 0, 1, 0), std::make_pair(0.0, 0.0));

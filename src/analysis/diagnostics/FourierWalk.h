@@ -10,7 +10,7 @@
 class FourierKernel : public WalkKernel
 {
 public:
-    /// For a stack of so many images. As the plans of transforms: GUI thread.
+    /// For a stack of so many images.
     explicit FourierKernel(int images);
 
     Stage stage() const override { return Stage::Counts; }
