@@ -36,3 +36,13 @@ move_position 2 1
 save_spectra out/spectrum
 explain_position 2 1 out/why.txt
 analyzer_save_spectra out/fit
+# The spectra of four points as text, a file for each kind
+select_region 1 1 3 3
+export_normalized 1
+export_raw_xafs 1
+export_raw 1
+export_spectra out/spectra.dat
+# And one of them under its own name
+export_normalized 0
+export_raw_xafs 0
+export_spectra out/counts

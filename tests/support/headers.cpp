@@ -1,0 +1,1 @@
+// Nothing but the headers that all tests share.
