@@ -14,7 +14,7 @@ out=$PWD/out/fuzz
 all=(tiff img brnx errpoints shiftmap reference cfg batch commandline)
 # Longest input: that of small whole files, since longer ones only run slower.
 declare -A longest=([tiff]=2048 [img]=1024 [brnx]=1024 [errpoints]=1024 [shiftmap]=2048
-    [reference]=4096 [cfg]=1024 [batch]=4096 [commandline]=512)
+    [reference]=4096 [cfg]=1024 [batch]=1024 [commandline]=512)
 
 minimise=
 seconds=60
@@ -50,17 +50,17 @@ dictionary_of() { # <target>: the words of batches come from the documentation o
     fi
 }
 
-minimise_one() { # <target>
+minimise_one() { # <target>: a file stays for code that no other reaches, not for how often it runs
     local seeds kept
     seeds=$(mktemp -d) kept=$(mktemp -d)
     python3 fuzz/make_seeds.py "$seeds"
     mkdir -p "$corpus/$1"
-    "build-fuzz/fuzz_$1" -merge=1 "${limits[@]}" -max_len="${longest[$1]}" \
+    "build-fuzz/fuzz_$1" -set_cover_merge=1 -use_counters=0 "${limits[@]}" -max_len="${longest[$1]}" \
         "$kept" "$seeds/$1" "$corpus/$1" "$out/$1/corpus" >"$out/$1/merge.log" 2>&1
     rm -rf "${corpus:?}/$1" "$seeds"
     mv "$kept" "$corpus/$1"
     chmod 755 "$corpus/$1"
-    echo "$1: $(find "$corpus/$1" -type f | wc -l) files, $(du -sb --apparent-size "$corpus/$1" | cut -f1) bytes"
+    echo "$1: $(find "$corpus/$1" -type f | wc -l) files, $(cat "$corpus/$1"/* | wc -c) bytes"
 }
 
 run_one() { # <target>: false on a finding
