@@ -7,7 +7,7 @@
 namespace {
 
 /// Steps and time of an input: its loops may go on for ever.
-constexpr int mostSteps = 2000;
+constexpr int mostSteps = 400;
 constexpr int mostMs = 1000;
 
 void run(const QString& text)

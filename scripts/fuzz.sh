@@ -14,7 +14,7 @@ out=$PWD/out/fuzz
 all=(tiff img brnx errpoints shiftmap reference cfg batch commandline)
 # Longest input: that of small whole files, since longer ones only run slower.
 declare -A longest=([tiff]=2048 [img]=1024 [brnx]=1024 [errpoints]=1024 [shiftmap]=2048
-    [reference]=4096 [cfg]=1024 [batch]=8192 [commandline]=512)
+    [reference]=4096 [cfg]=1024 [batch]=4096 [commandline]=512)
 
 minimise=
 seconds=60
